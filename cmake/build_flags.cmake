@@ -1,0 +1,33 @@
+# Warnings and hardening that every target of the project shares, as two interface targets.
+include_guard()
+
+# Warnings. Clang's -Weverything is on, minus what does not fit this code:
+set(clang_exceptions
+    -Wno-c++98-compat # the code is C++20
+    -Wno-c++98-compat-pedantic
+    -Wno-c++20-compat
+    -Wno-padded # the layout of the records is the public interface
+    -Wno-unsafe-buffer-usage # newer compilers only; the cursor is where buffers are guarded
+    -Wno-unknown-warning-option # so that the line above does no harm to older compilers
+    -Wno-documentation-unknown-command
+    -Wno-disabled-macro-expansion) # the C runtime's own macros
+add_library(orvelasn1_warnings INTERFACE)
+target_compile_options(
+  orvelasn1_warnings
+  INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow
+            -Wcast-qual -Wcast-align -Wformat=2 -Wundef>
+            $<$<CXX_COMPILER_ID:Clang>:-Weverything ${clang_exceptions}>
+            $<$<BOOL:${ORVELASN1_WERROR}>:-Werror>)
+
+# What guards a shared library that sits where attackers' octets arrive first.
+add_library(orvelasn1_hardening INTERFACE)
+target_compile_options(
+  orvelasn1_hardening INTERFACE -fstack-protector-strong $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions
+                                -fno-rtti> -fno-semantic-interposition)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|i.86")
+  target_compile_options(orvelasn1_hardening INTERFACE -fcf-protection=full)
+endif()
+target_compile_definitions(orvelasn1_hardening
+                           INTERFACE $<$<AND:$<CONFIG:Release>,$<NOT:$<BOOL:${ORVELASN1_SANITIZED}>>>:_FORTIFY_SOURCE=2>)
+target_link_options(orvelasn1_hardening INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack
+                    -Wl,--as-needed -Wl,-Bsymbolic-functions)

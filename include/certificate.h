@@ -1,0 +1,182 @@
+/**
+ * @file certificate.h
+ * X.509 certificates (RFC 5280, 4.1).
+ *
+ * A decoded certificate keeps as octets what a signature covers (`tbsEncoded`) and the names as
+ * they
+ * came (`issuerEncoded`, `subjectEncoded`), beside the decoded forms. The encoders write these
+ * octets where they are set and do not look at the decoded form. To change a decoded certificate,
+ * first release `tbsEncoded`, and for a name also `issuerEncoded` or `subjectEncoded`, and set them
+ * to NULL.
+ *
+ * Nothing is verified. An extension stays as it came: its value is for the caller to decode.
+ */
+#ifndef CERTIFICATE_H
+#define CERTIFICATE_H
+
+#include "asn1_x501.h"
+#include "asn1_x680.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** Validity ::= SEQUENCE { notBefore Time, notAfter Time }. */
+typedef struct Validity {
+  Time *notBefore; /**< owned */
+  Time *notAfter;  /**< owned */
+} Validity;
+
+/** SubjectPublicKeyInfo ::= SEQUENCE { algorithm, subjectPublicKey BIT STRING }. */
+typedef struct SubjectPKI {
+  AlgId *algorithm;            /**< owned */
+  BitString *subjectPublicKey; /**< owned; its octets are zeroed before it is released */
+} SubjectPKI;
+
+/**
+ * Extension ::= SEQUENCE { extnID OBJECT IDENTIFIER, critical BOOLEAN DEFAULT FALSE,
+ *   extnValue OCTET STRING }.
+ */
+typedef struct Extension {
+  ObjId *extnID;          /**< owned */
+  uint32_t critical;      /**< 0 where absent, otherwise the content octet as read, such as 255 */
+  OctetString *extnValue; /**< the content, not decoded; owned */
+} Extension;
+
+/** Extensions ::= SEQUENCE OF Extension; List_new(0) makes one. */
+typedef List Extensions;
+
+/** TBSCertificate: what the signature of a certificate covers. */
+typedef struct Certificate_TBS {
+  Integer *version;                 /**< owned; NULL where the field is not there */
+  Integer *serialNumber;            /**< owned */
+  AlgId *signature;                 /**< the inner algorithm, owned */
+  RDNSequence *issuerSequence;      /**< owned, or NULL */
+  Name *issuer;                     /**< owned, or NULL */
+  OctetString *issuerEncoded;       /**< the element as read, header included; owned, or NULL */
+  Validity *validity;               /**< owned */
+  RDNSequence *subjectSequence;     /**< owned, or NULL */
+  Name *subject;                    /**< owned, or NULL */
+  OctetString *subjectEncoded;      /**< the element as read, header included; owned, or NULL */
+  SubjectPKI *subjectPublicKeyInfo; /**< owned */
+  BitString *issuerUniqueID;        /**< owned, or NULL */
+  BitString *subjectUniqueID;       /**< owned, or NULL */
+  Extensions *extensions;           /**< owned; NULL where the field is not there */
+} Certificate_TBS;
+
+/** Certificate ::= SEQUENCE { tbsCertificate, signatureAlgorithm, signatureValue BIT STRING }. */
+typedef struct Certificate {
+  OctetString *tbsEncoded; /**< the signed element as read, header included; owned, or NULL */
+  Certificate_TBS *tbsCertificate; /**< the same, decoded; owned */
+  AlgId *signatureAlgorithm;       /**< the outer algorithm, owned */
+  BitString *signatureValue;       /**< owned */
+} Certificate;
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+Validity *asn1_Validity_new(void);
+
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_Validity_free(Validity *pElement);
+
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+uint32_t asn1_Validity_e(uint8_t **pp, const Validity *pElement);
+
+/** Gives the cursor behind the last field of the Validity, or NULL. */
+const uint8_t *asn1_Validity_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                               Validity **ppElement, uint32_t depth);
+
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+Validity *asn1_Validity_clone(const Validity *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+SubjectPKI *asn1_SubjectPKI_new(void);
+
+/** Gives nothing; zeroes the key's octets and releases the record and what it owns. NULL is
+ * ignored. */
+void asn1_SubjectPKI_free(SubjectPKI *pElement);
+
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. The key
+ * goes through asn1_BitString_e(), which shortens one that ends in zero bits. */
+uint32_t asn1_SubjectPKI_e(uint8_t **pp, const SubjectPKI *pElement);
+
+/** Gives the cursor behind the last field of the SubjectPKI, or NULL. */
+const uint8_t *asn1_SubjectPKI_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                 SubjectPKI **ppElement, uint32_t depth);
+
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+SubjectPKI *asn1_SubjectPKI_clone(const SubjectPKI *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+Extension *asn1_Extension_new(void);
+
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_Extension_free(Extension *pElement);
+
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails.
+ * `critical` is written, as its low octet, where it is not 0. */
+uint32_t asn1_Extension_e(uint8_t **pp, const Extension *pElement);
+
+/** Gives the cursor behind the last field of the Extension, or NULL. */
+const uint8_t *asn1_Extension_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                Extension **ppElement, uint32_t depth);
+
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+Extension *asn1_Extension_clone(const Extension *pElement);
+
+/** Gives nothing; releases the list and its records. NULL is ignored. */
+void asn1_Extensions_free(Extensions *pElement);
+
+/** Gives the number of octets of the SEQUENCE; 0 when an extension fails. */
+uint32_t asn1_Extensions_e(uint8_t **pp, const Extensions *pElement);
+
+/** Gives the cursor behind the SEQUENCE, or NULL; as asn1_SeqOf_d(). */
+const uint8_t *asn1_Extensions_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                 Extensions **ppElement, uint32_t depth);
+
+/** Gives a deep copy, which the caller owns; NULL when memory is exhausted. */
+Extensions *asn1_Extensions_clone(const Extensions *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+Certificate_TBS *asn1_Certificate_TBS_new(void);
+
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_Certificate_TBS_free(Certificate_TBS *pElement);
+
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. A name
+ * is
+ * written from its encoded form, else from its sequence, else from its text. */
+uint32_t asn1_Certificate_TBS_e(uint8_t **pp, const Certificate_TBS *pElement);
+
+/** Gives the cursor behind the last field that was recognised, or NULL. An empty issuer or subject
+ * fails; so do unique identifiers or extensions without a version, or with version 0. */
+const uint8_t *asn1_Certificate_TBS_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                      Certificate_TBS **ppElement, uint32_t depth);
+
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+Certificate_TBS *asn1_Certificate_TBS_clone(const Certificate_TBS *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+Certificate *asn1_Certificate_new(void);
+
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_Certificate_free(Certificate *pElement);
+
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. The
+ * signed
+ * part is written from `tbsEncoded`, else from `tbsCertificate`. */
+uint32_t asn1_Certificate_e(uint8_t **pp, const Certificate *pElement);
+
+/** Gives the cursor behind the signature, or NULL. A name whose value has an identifier octet of
+ * 100
+ * or more ends the process, as asn1_RDNSequence_to_Name() says. */
+const uint8_t *asn1_Certificate_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                  Certificate **ppElement, uint32_t depth);
+
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+Certificate *asn1_Certificate_clone(const Certificate *pElement);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

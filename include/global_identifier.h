@@ -1,0 +1,24 @@
+/**
+ * @file global_identifier.h
+ * Object identifiers: the global identifier, a name attribute.
+ *
+ * Each getter gives the same constant record on every call. It belongs to the library: it is never
+ * released, nor stored in a record that will be.
+ */
+#ifndef GLOBAL_IDENTIFIER_H
+#define GLOBAL_IDENTIFIER_H
+
+#include "asn1_x680.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** Gives korvaneGlobalIdentifier, 1.3.6.1.4.1.53917.1.1.2.2.75. */
+const ObjId *asn1_Get_korvaneGlobalIdentifier(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,228 @@
+// What the tests share: octets as text, decoding from a buffer of exactly the input's size, encoding
+// in two passes, and the lines of the trace.
+#ifndef ORVELASN1_TESTS_SUPPORT_H
+#define ORVELASN1_TESTS_SUPPORT_H
+
+#include <gtest/gtest.h>
+#include <orvelasn1.h>
+#include <pthread.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace support {
+
+using Bytes = std::vector<uint8_t>;
+
+/// The octets of a hex text; blanks are skipped.
+inline Bytes hex(std::string_view text) {
+  Bytes out;
+  std::string digits;
+  for (const char c : text) {
+    if (c == ' ' || c == '\n') continue;
+    digits += c;
+    if (digits.size() == 2) {
+      out.push_back(static_cast<uint8_t>(std::stoul(digits, nullptr, 16)));
+      digits.clear();
+    }
+  }
+  return out;
+}
+
+/// The octets of a text, without a closing NUL.
+inline Bytes text(std::string_view s) { return Bytes(s.begin(), s.end()); }
+
+inline Bytes operator+(Bytes a, const Bytes &b) {
+  a.insert(a.end(), b.begin(), b.end());
+  return a;
+}
+
+/// A definite-length element: identifier octet, shortest length, content.
+inline Bytes element(uint8_t tag, const Bytes &content) {
+  Bytes out{tag};
+  const size_t n = content.size();
+  if (n < 0x80) {
+    out.push_back(static_cast<uint8_t>(n));
+  } else {
+    int octets = 0;
+    for (size_t rest = n; rest != 0; rest >>= 8) ++octets;
+    out.push_back(static_cast<uint8_t>(0x80 | octets));
+    for (int i = octets - 1; i >= 0; --i) out.push_back(static_cast<uint8_t>(n >> (8 * i)));
+  }
+  return out + content;
+}
+
+/// A copy of the octets in a heap block of exactly their number, so that a sanitizer sees a read
+/// behind the end.
+class Input {
+ public:
+  explicit Input(const Bytes &octets)
+      : size_(octets.size()), block_(static_cast<uint8_t *>(std::malloc(size_ ? size_ : 1))) {
+    std::copy(octets.begin(), octets.end(), block_.get());
+  }
+  const uint8_t *z() const { return block_.get(); }
+  const uint8_t *end() const { return block_.get() + size_; }
+
+ private:
+  struct Free {
+    void operator()(uint8_t *p) const { std::free(p); }
+  };
+  size_t size_;
+  std::unique_ptr<uint8_t[], Free> block_;
+};
+
+/// What a decoder did: the octets it consumed, or -1 where it gave NULL; and what it stored.
+template <class T>
+struct Decoded {
+  long consumed;
+  T *record;
+  bool ok() const { return consumed >= 0; }
+};
+
+/// Calls a family's decoder on exactly these octets. The caller releases the record.
+template <class T>
+Decoded<T> decode(const uint8_t *(*element_d)(const uint8_t *, const uint8_t *, uint32_t, T **,
+                                              uint32_t),
+                  const Bytes &octets, uint32_t impl_tag = 0, uint32_t depth = 0) {
+  const Input input(octets);
+  Decoded<T> result{-1, nullptr};
+  const uint8_t *next = element_d(input.z(), input.end(), impl_tag, &result.record, depth);
+  if (next != nullptr) result.consumed = next - input.z();
+  return result;
+}
+
+/// Calls a family's decoder on octets that it must refuse, with `before` in the place for the
+/// record, and gives what stands there afterwards.
+template <class T>
+T *left_by_refusal(const uint8_t *(*element_d)(const uint8_t *, const uint8_t *, uint32_t, T **,
+                                               uint32_t),
+                   const Bytes &octets, T *before, uint32_t impl_tag = 0, uint32_t depth = 0) {
+  const Input input(octets);
+  T *place = before;
+  EXPECT_EQ(nullptr, element_d(input.z(), input.end(), impl_tag, &place, depth));
+  return place;
+}
+
+template <auto Free>
+struct Release {
+  template <class T>
+  void operator()(T *record) const {
+    Free(record);
+  }
+};
+
+/// A record that goes through its family's releasing function when the scope ends.
+template <class T, auto Free>
+using Owned = std::unique_ptr<T, Release<Free>>;
+
+/// Calls an encoder `uint32_t f(uint8_t **pp)` in both passes and checks that they agree and that
+/// the cursor moved by as much. Gives the octets; none where the measure is 0.
+template <class Encode>
+Bytes encode_with(Encode f) {
+  const uint32_t measured = f(nullptr);
+  if (measured == 0) return {};
+  std::unique_ptr<uint8_t[]> buffer(new uint8_t[measured]);
+  uint8_t *cursor = buffer.get();
+  EXPECT_EQ(measured, f(&cursor));
+  EXPECT_EQ(buffer.get() + measured, cursor);
+  return Bytes(buffer.get(), buffer.get() + measured);
+}
+
+/// The octets that a family's encoder writes for a record; none where it fails.
+template <class T, class U>
+Bytes encode(uint32_t (*element_e)(uint8_t **, const T *), const U *record) {
+  return encode_with([&](uint8_t **pp) { return element_e(pp, record); });
+}
+
+/// The value octets of a string, bit string or INTEGER record.
+inline Bytes value(const ASN1String *s) { return Bytes(s->data, s->data + s->length); }
+inline Bytes value(const Integer *i) { return Bytes(i->data, i->data + i->length); }
+inline Bytes value(const BitString *b) { return Bytes(b->data, b->data + (b->length + 7) / 8); }
+
+/// Runs `f` with the trace on and gives what it wrote.
+template <class F>
+std::string trace_text(F f) {
+  char *buffer = nullptr;
+  size_t size = 0;
+  FILE *stream = open_memstream(&buffer, &size);
+  asn1_LogStart(stream);
+  f();
+  asn1_LogStart(nullptr);
+  std::fclose(stream);
+  std::string out(buffer, size);
+  std::free(buffer);
+  return out;
+}
+
+/// The lines that `f` writes to the trace, each without what stands up to and with "ASN.1: ".
+template <class F>
+std::vector<std::string> trace_lines(F f) {
+  const std::string all = trace_text(f);
+  std::vector<std::string> lines;
+  size_t start = 0;
+  while (start < all.size()) {
+    size_t stop = all.find('\n', start);
+    if (stop == std::string::npos) stop = all.size();
+    std::string line = all.substr(start, stop - start);
+    const size_t prefix = line.find("ASN.1: ");
+    if (prefix != std::string::npos) line = line.substr(prefix + 7);
+    lines.push_back(line);
+    start = stop + 1;
+  }
+  return lines;
+}
+
+/// Runs `f` on a thread that has a stack of 256 KiB.
+template <class F>
+void on_small_stack(F f) {
+  pthread_attr_t attributes;
+  ASSERT_EQ(0, pthread_attr_init(&attributes));
+  ASSERT_EQ(0, pthread_attr_setstacksize(&attributes, size_t{256} << 10));
+  const auto run = [](void *function) -> void * {
+    (*static_cast<F *>(function))();
+    return nullptr;
+  };
+  pthread_t thread;
+  ASSERT_EQ(0, pthread_create(&thread, &attributes, run, &f));
+  ASSERT_EQ(0, pthread_join(thread, nullptr));
+  ASSERT_EQ(0, pthread_attr_destroy(&attributes));
+}
+
+/// The milliseconds of the quickest of three runs of `f`, at least 1.
+template <class F>
+double quickest(F f) {
+  double best = 1e9;
+  for (int run = 0; run < 3; ++run) {
+    const auto start = std::chrono::steady_clock::now();
+    f();
+    const std::chrono::duration<double, std::milli> taken =
+        std::chrono::steady_clock::now() - start;
+    best = std::min(best, taken.count());
+  }
+  return std::max(best, 1.0);
+}
+
+/// The pattern of the one line that a failed assert leaves on standard error.
+inline std::string assert_line(std::string_view function, std::string_view test,
+                               std::string_view unit = "asn1_x680") {
+  std::string line = "^";
+  line.append(unit).append(": ").append(function).append(": assertion \"").append(test);
+  return line.append("\" failed\n$");
+}
+
+}  // namespace support
+
+/// Checks that a statement ends the process by the assert of `function` that quotes `test`.
+#define EXPECT_ASSERT(statement, function, test)             \
+  EXPECT_EXIT(statement, ::testing::KilledBySignal(SIGABRT), \
+              ::support::assert_line(function, test))
+
+#endif

@@ -1,0 +1,104 @@
+// The functions of the header are what this library exports; everything else stays hidden.
+#pragma GCC visibility push(default)
+#include "orvelutils.h"
+#pragma GCC visibility pop
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+// A short list is one block: the first elements stand in the list itself, and only a longer list
+// has a block of its own for them.
+struct List {
+  static constexpr int32_t inlined = 4;
+
+  void **elements;
+  int32_t length;
+  int32_t capacity;
+  void *first[inlined];
+};
+
+namespace {
+
+// The element functions take pointers to records, and are called here with pointers to void: the
+// list does not know the type. All pointers are passed alike on the platforms of this library, which
+// is more than the language promises and what the function sanitizer would report.
+#ifdef __clang__
+#define CALLS_ELEMENT_FUNCTIONS __attribute__((no_sanitize("function")))
+#else
+#define CALLS_ELEMENT_FUNCTIONS
+#endif
+
+bool grow(List *list) {
+  if (list->capacity > INT32_MAX / 4) return false;
+  const int32_t capacity = list->capacity * (list->capacity < 1024 ? 4 : 2);
+  const auto count = static_cast<size_t>(capacity);
+  if (count > SIZE_MAX / sizeof(void *)) return false;
+  const bool in_place = list->elements == list->first;
+  auto **elements = static_cast<void **>(
+      std::realloc(in_place ? nullptr : list->elements, count * sizeof(void *)));
+  if (elements == nullptr) return false;
+  if (in_place) std::memcpy(elements, list->first, sizeof list->first);
+  list->elements = elements;
+  list->capacity = capacity;
+  return true;
+}
+
+}  // namespace
+
+List *List_new(int32_t) {
+  auto *list = static_cast<List *>(std::malloc(sizeof(List)));
+  if (list == nullptr) return nullptr;
+  list->elements = list->first;
+  list->length = 0;
+  list->capacity = List::inlined;
+  return list;
+}
+
+int32_t List_append(List *list, void *element, int32_t) {
+  if (list == nullptr) return 0;
+  if (list->length == list->capacity && !grow(list)) return 0;
+  list->elements[list->length++] = element;
+  return 1;
+}
+
+int32_t List_len(const List *list) { return list == nullptr ? 0 : list->length; }
+
+void *List_get(const List *list, int32_t index) {
+  if (list == nullptr || index < 0 || index >= list->length) return nullptr;
+  return list->elements[index];
+}
+
+CALLS_ELEMENT_FUNCTIONS
+int32_t List_contains(const List *list, const void *element, List_comparison cmp) {
+  for (int32_t i = 0; i < List_len(list); ++i) {
+    if (cmp.function(list->elements[i], element) == 0) return i;
+  }
+  return -1;
+}
+
+CALLS_ELEMENT_FUNCTIONS
+List *List_clone(const List *list, List_cloner clone, List_destructor destructor) {
+  if (list == nullptr) return nullptr;
+  List *copy = List_new(0);
+  if (copy == nullptr) return nullptr;
+  for (int32_t i = 0; i < list->length; ++i) {
+    void *element = clone.function(list->elements[i]);
+    if (element == nullptr || List_append(copy, element, 0) == 0) {
+      if (element != nullptr && destructor.function != nullptr) destructor.function(element);
+      List_free(copy, destructor);
+      return nullptr;
+    }
+  }
+  return copy;
+}
+
+CALLS_ELEMENT_FUNCTIONS
+void List_free(List *list, List_destructor destructor) {
+  if (list == nullptr) return;
+  if (destructor.function != nullptr) {
+    for (int32_t i = 0; i < list->length; ++i) destructor.function(list->elements[i]);
+  }
+  if (list->elements != list->first) std::free(list->elements);
+  std::free(list);
+}
