@@ -1,8 +1,8 @@
 // Distinguished names, as a structure and as a text.
 #include <strings.h>
 
-#include <cctype>
-#include <cstdio>
+#include <algorithm>
+#include <charconv>
 
 #include "name_attributes.h"
 #include "pattern.h"
@@ -160,110 +160,138 @@ AttributeValueAssertion *asn1_RDNSequence_getAttr(const RDNSequence *sequence, c
 
 namespace {
 
-/// The octets of a value that its text keeps: those in front of the first NUL.
-uint32_t text_octets(const ASN1String &value) {
-  if (value.length == 0) return 0;
-  const void *nul = std::memchr(value.data, 0, value.length);
-  return nul == nullptr ? value.length
-                        : static_cast<uint32_t>(static_cast<const uint8_t *>(nul) - value.data);
-}
-
 constexpr bool needs_escape(char c) { return c == '/' || c == ','; }
 
-/// "(%i)=" of an identifier octet. One that does not fit ends the process.
-class TagText {
- public:
-  explicit TagText(int32_t tag) {
-    const int length = std::snprintf(text_, sizeof text_, "(%i)=", tag);
-    if (length < 0 || static_cast<size_t>(length) >= sizeof text_) {
-      fatal(unit, "asn1_RDNSequence_to_Name", "a valueTag does not fit \"(%i)=\" in 6 octets");
-    }
-    length_ = static_cast<size_t>(length);
+/// Whether a value goes into the text as it stands, without a NUL and without anything to escape.
+/// Eight octets at a time: x - 1 borrows into the top bit of an octet where that octet is 0.
+bool is_plain(const ASN1String &value) {
+  constexpr uint64_t ones = 0x0101010101010101;
+  auto holds = [](uint64_t octets, char c) {
+    octets ^= ones * static_cast<uint8_t>(c);
+    return (octets - ones) & ~octets & (ones << 7);
+  };
+  uint32_t i = 0;
+  for (; value.length - i >= sizeof(uint64_t); i += sizeof(uint64_t)) {
+    uint64_t octets;
+    std::memcpy(&octets, value.data + i, sizeof octets);
+    if ((holds(octets, '\0') | holds(octets, '/') | holds(octets, ',')) != 0) return false;
   }
-  const char *text() const { return text_; }
-  size_t length() const { return length_; }
+  for (; i < value.length; ++i) {
+    const auto c = static_cast<char>(value.data[i]);
+    if (c == '\0' || needs_escape(c)) return false;
+  }
+  return true;
+}
 
- private:
-  char text_[6];
-  size_t length_;
-};
-
-/// Writes the pieces of a name's text, or only counts them, so that one block of the right size is
-/// all that a name takes.
+/// Writes the text of a name into a buffer as far as it has room, and counts what the whole takes.
+///
+/// The buffer is of char8_t, which, unlike char, is not allowed to alias the members of this class:
+/// they stay in registers while characters are written.
 class NameText {
  public:
-  /// Counts where `text` is NULL.
-  explicit NameText(char *text) : text_(text) {}
+  NameText(char8_t *buffer, size_t size) : buffer_(buffer), size_(size) {}
 
+  /// The characters of the whole text, also where the buffer is shorter.
   size_t length() const { return length_; }
-  void octet(char c) {
-    if (text_ != nullptr) text_[length_] = c;
-    ++length_;
-  }
-  void octets(const char *piece, size_t count) {
-    if (text_ != nullptr) std::memcpy(text_ + length_, piece, count);
-    length_ += count;
-  }
-  void value(const ASN1String &value) {
-    const uint32_t count = text_octets(value);
-    for (uint32_t i = 0; i < count; ++i) {
-      const auto c = static_cast<char>(value.data[i]);
-      if (needs_escape(c)) octet('/');
-      octet(c);
-    }
-  }
-  /// False when memory is exhausted.
-  bool attribute(const ObjId *oid) {
-    require(oid != nullptr, "asn1_x680", "asn1_ObjId_cmp", "oid1 != NULL");
-    const char *const name = short_names.find(*oid);
-    if (name != nullptr) {
-      octets(name, std::strlen(name));
-      return true;
-    }
-    uint32_t size;
-    if (asn1_ObjId_sprint(oid, nullptr, &size) != 0) return false;
-    if (text_ != nullptr && asn1_ObjId_sprint(oid, text_ + length_, &size) != 0) return false;
-    length_ += size - 1;
-    return true;
-  }
+
   /// False when memory is exhausted, or an assertion has no value.
-  bool name(const RDNSequence *sequence) {
+  bool write(const RDNSequence *sequence) {
     for (int32_t i = 0; i < List_len(sequence); ++i) {
       octet('/');
       const auto *const rdn = static_cast<const RelativeDistinguishedName *>(List_get(sequence, i));
       for (int32_t j = 0; j < List_len(rdn); ++j) {
-        const auto *const assertion =
-            static_cast<const AttributeValueAssertion *>(List_get(rdn, j));
         if (j != 0) octet(',');
-        if (!attribute(assertion->type)) return false;
-        const TagText tag(assertion->valueTag);
-        octets(tag.text(), tag.length());
-        if (assertion->value == nullptr) return false;
-        value(*assertion->value);
+        if (!write(*static_cast<const AttributeValueAssertion *>(List_get(rdn, j)))) return false;
       }
     }
     return true;
   }
 
  private:
-  char *text_;
+  bool write(const AttributeValueAssertion &assertion) {
+    require(assertion.type != nullptr, "asn1_x680", "asn1_ObjId_cmp", "oid1 != NULL");
+    const char *const name = short_names.find(*assertion.type);
+    if (name != nullptr) {
+      for (const char *c = name; *c != '\0'; ++c) octet(*c);
+    } else if (!write_dotted(assertion.type)) {
+      return false;
+    }
+    write_tag(assertion.valueTag);
+    if (assertion.value == nullptr) return false;
+    write_value(*assertion.value);
+    return true;
+  }
+
+  bool write_dotted(const ObjId *oid) {
+    uint32_t size;
+    if (asn1_ObjId_sprint(oid, nullptr, &size) != 0) return false;
+    if (size <= size_ - std::min(length_, size_) &&
+        asn1_ObjId_sprint(oid, reinterpret_cast<char *>(buffer_ + length_), &size) != 0) {
+      return false;
+    }
+    length_ += size - 1;
+    return true;
+  }
+
+  /// A number in parentheses, and "=". There is room for two characters of the number. One that
+  /// takes more ends the process.
+  void write_tag(int32_t tag) {
+    char number[2];
+    const auto made = std::to_chars(number, number + sizeof number, tag);
+    if (made.ec != std::errc()) {
+      fatal(unit, "asn1_RDNSequence_to_Name", "valueTag does not fit \"(%i)=\" in six octets");
+    }
+    octet('(');
+    for (const char *c = number; c != made.ptr; ++c) octet(*c);
+    octet(')');
+    octet('=');
+  }
+
+  /// The octets in front of the first NUL, where the text of the value ends for every reader.
+  void write_value(const ASN1String &value) {
+    if (is_plain(value) && value.length <= size_ - std::min(length_, size_)) {
+      if (value.length != 0) std::memcpy(buffer_ + length_, value.data, value.length);
+      length_ += value.length;
+      return;
+    }
+    for (uint32_t i = 0; i < value.length && value.data[i] != 0; ++i) {
+      const auto c = static_cast<char>(value.data[i]);
+      if (needs_escape(c)) octet('/');
+      octet(c);
+    }
+  }
+
+  void octet(char c) {
+    if (length_ < size_) buffer_[length_] = static_cast<char8_t>(c);
+    ++length_;
+  }
+
+  char8_t *buffer_;
+  size_t size_;
   size_t length_ = 0;
 };
 
 }  // namespace
 
+// Nearly every name is written once, to the stack, and then copied to a block of its size.
 Name *asn1_RDNSequence_to_Name(const RDNSequence *sequence) {
   if (List_len(sequence) == 0) return nullptr;
-  NameText measure(nullptr);
-  if (!measure.name(sequence)) return nullptr;
-  char *const text = new_array<char>(measure.length() + 1);
+  char8_t scratch[512];
+  NameText first(scratch, sizeof scratch);
+  if (!first.write(sequence)) return nullptr;
+  const size_t length = first.length();
+  char *const text = new_array<char>(length + 1);
   if (text == nullptr) return nullptr;
-  NameText out(text);
-  if (!out.name(sequence)) {
-    std::free(text);
-    return nullptr;
+  if (length <= sizeof scratch) {
+    std::memcpy(text, scratch, length);
+  } else {
+    NameText again(reinterpret_cast<char8_t *>(text), length + 1);
+    if (!again.write(sequence)) {
+      std::free(text);
+      return nullptr;
+    }
   }
-  text[out.length()] = '\0';
+  text[length] = '\0';
   return text;
 }
 

@@ -111,116 +111,145 @@ bool find_zero_pair(const Reader &in, uint32_t *count) {
   return false;
 }
 
-/// How the content of an OCTET STRING or character string is read.
-struct OctetContent {
-  Buffer value;
+/// Octets of the input.
+struct Octets {
+  const uint8_t *data = nullptr;
+  uint32_t count = 0;
+};
 
-  /// Reads one primitive value behind its header.
-  bool read_primitive(Reader *in, const Header &header, uint32_t depth) {
-    uint32_t count = header.length;
-    if (header.indefinite && !find_zero_pair(*in, &count)) return false;
-    const uint8_t *octets;
-    if (!in->take(count, &octets) || !value.append(octets, count)) return false;
+/// The content of an OCTET STRING or character string.
+struct OctetContent {
+  static constexpr uint32_t limit = UINT32_MAX;
+
+  /// Takes one primitive value behind its header.
+  static bool take(Reader *in, const Header &header, uint32_t depth, Octets *octets) {
+    octets->count = header.length;
+    if (header.indefinite && !find_zero_pair(*in, &octets->count)) return false;
+    if (!in->take(octets->count, &octets->data)) return false;
     if (header.indefinite && !in->read_eoc()) return false;
-    if (depth != 0 && count != 0) [[unlikely]] {
-      asn1_LogByteArray(depth, octets, static_cast<int32_t>(count));
+    if (depth != 0 && octets->count != 0) [[unlikely]] {
+      asn1_LogByteArray(depth, octets->data, static_cast<int32_t>(octets->count));
     }
     return true;
   }
 };
 
-/// How the content of a BIT STRING is read. A segment counts with whole octets; the unused bits of
-/// a value that is one primitive come off its length.
+/// The content of a BIT STRING.
 struct BitContent {
-  Buffer value;
-  uint32_t unused = 0;
+  static constexpr uint32_t limit = UINT32_MAX / 8;  // the bits are counted in 32 bits
 
-  bool read_primitive(Reader *in, const Header &header, uint32_t depth) {
+  bool take(Reader *in, const Header &header, uint32_t depth, Octets *octets) {
     uint8_t octet;
     if ((!header.indefinite && header.length == 0) || !in->read_octet(&octet)) return false;
     if (depth != 0) [[unlikely]] {
       asn1_LogMessage(depth, "  (%d unused bits)\n", octet);
     }
-    uint32_t count = header.length - 1;
-    if (header.indefinite && !find_zero_pair(*in, &count)) return false;
-    const uint8_t *octets;
-    // The bits must fit 32 bits, as they would if each segment were a record of its own.
-    if (!in->take(count, &octets) || count > UINT32_MAX / 8 || !value.append(octets, count) ||
-        value.size() > UINT32_MAX / 8) {
-      return false;
-    }
-    if (octet > 7 || (count == 0 && octet != 0)) return false;
+    octets->count = header.length - 1;
+    if (header.indefinite && !find_zero_pair(*in, &octets->count)) return false;
+    if (!in->take(octets->count, &octets->data) || octets->count > limit) return false;
+    if (octet > 7 || (octets->count == 0 && octet != 0)) return false;
     unused = octet;
     if (header.indefinite && !in->read_eoc()) return false;
-    if (depth != 0 && count != 0) [[unlikely]] {
-      asn1_LogByteArray(depth, octets, static_cast<int32_t>(count));
+    if (depth != 0 && octets->count != 0) [[unlikely]] {
+      asn1_LogByteArray(depth, octets->data, static_cast<int32_t>(octets->count));
     }
     return true;
   }
+
+  uint32_t unused = 0;  ///< of the last value taken
 };
 
-/// Reads a string in any form. The segments of a constructed value carry `tag` themselves and may
-/// be constructed in turn, to any depth.
+/// Joins the segments of a constructed string, which carry `tag` themselves and may be constructed
+/// in turn, to any depth. `in` stands behind the header of the string.
 ///
 /// In the trace, the segments and the opening line of a constructed value stand at `depth`, and its
 /// closing line one level above.
-template <class StringContent>
-const uint8_t *read_string(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, uint8_t tag,
-                           uint32_t depth, StringContent *content) {
-  Reader in(z, end);
-  Header header;
-  if (!in.read_header(impl_tag, tag, Forms::any, &header, depth)) return nullptr;
-  if (!header.constructed) {
-    return content->read_primitive(&in, header, depth) ? in.position() : nullptr;
-  }
-
+template <class Content>
+bool join_segments(Reader *in, const Header &header, uint8_t tag, uint32_t depth, Buffer *joined) {
+  Content content;
   OpenValues open;
+  // An indefinite value needs room for its end-of-contents from the start.
   auto enter = [&open](const Reader &from, const Header &opened) {
+    if (opened.indefinite && from.left() < 2) return false;
     return open.push({opened.indefinite ? from.content_before_eoc() : from.content(opened.length),
                       opened.indefinite});
   };
-  // An indefinite value needs room for its end-of-contents from the start.
-  auto lacks_eoc = [](const Reader &from, const Header &opened) {
-    return opened.indefinite && from.left() < 2;
-  };
-  if (lacks_eoc(in, header) || !enter(in, header)) return nullptr;
+  if (!enter(*in, header)) return false;
   for (;;) {
     OpenValues::Value &value = open.top();
-    // The end-of-contents may stand right behind the limit of an indefinite value, which leaves out
-    // its two octets.
     bool closed = !value.indefinite && value.rest.at_end();
     if (value.indefinite) {
+      // The end-of-contents may stand right behind the limit, which leaves out its two octets.
       Reader rest(value.rest.position(), value.rest.end() + 2);
       closed = rest.read_eoc();
-      if (closed) value.rest.move_to(rest.position());
+      value.rest.move_to(rest.position());
     }
     if (closed) {
       const uint8_t *const next = value.rest.position();
       if (depth != 0) trace_close(depth - 1);
       open.pop();
-      if (open.empty()) return next;
+      if (open.empty()) {
+        in->move_to(next);
+        return true;
+      }
       open.top().rest.move_to(next);
       continue;
     }
     Header segment;
-    if (!value.rest.read_header(0, tag, Forms::any, &segment, depth)) return nullptr;
-    if (!segment.constructed) {
-      if (!content->read_primitive(&value.rest, segment, depth)) return nullptr;
-    } else if (lacks_eoc(value.rest, segment) || !enter(value.rest, segment)) {
-      return nullptr;
+    if (!value.rest.read_header(0, tag, Forms::any, &segment, depth)) return false;
+    if (segment.constructed) {
+      if (!enter(value.rest, segment)) return false;
+      continue;
+    }
+    Octets octets;
+    if (!content.take(&value.rest, segment, depth, &octets) ||
+        !joined->append(octets.data, octets.count) || joined->size() > Content::limit) {
+      return false;
     }
   }
 }
 
-/// Stores the octets of `buffer` in a new record; false when memory is exhausted.
-template <class Record>
-bool store(Buffer *buffer, uint32_t length, Record **place) {
-  auto *record = new_record<Record>();
-  if (record == nullptr) return false;
-  record->length = length;
-  record->data = buffer->release();
+/// Decodes a string in any form. `length(octets, content)` gives the length of the record: a value
+/// that was joined has whole octets, whatever its segments said, and comes with no content.
+template <class Content, class Record, class Length>
+const uint8_t *decode_string(const char *function, const uint8_t *z, const uint8_t *end,
+                             uint32_t impl_tag, uint8_t tag, Record **place, uint32_t depth,
+                             Length length) {
+  require(z != nullptr, unit, function, "z != NULL");
+  require(end != nullptr, unit, function, "end != NULL");
+  require(place != nullptr, unit, function, "s != NULL");
+  *place = nullptr;
+  Reader in(z, end);
+  Header header;
+  if (!in.read_header(impl_tag, tag, Forms::any, &header, depth)) return nullptr;
+
+  Content content;
+  uint32_t count = 0;
+  uint8_t *data = nullptr;
+  if (header.constructed) {
+    Buffer joined;
+    if (!join_segments<Content>(&in, header, tag, depth, &joined)) return nullptr;
+    count = joined.size();
+    data = joined.release();
+  } else {
+    Octets octets;
+    if (!content.take(&in, header, depth, &octets)) return nullptr;
+    count = octets.count;
+    if (count != 0) {
+      data = new_array<uint8_t>(count);
+      if (data == nullptr) return nullptr;
+      std::memcpy(data, octets.data, count);
+    }
+  }
+  auto *const record = new_record<Record>();
+  if (record == nullptr) {
+    std::free(data);
+    return nullptr;
+  }
+  record->length = length(count, content);
+  record->data = data;
   *place = record;
-  return true;
+  return in.position();
 }
 
 // A named bit list: zero octets at the end are left out, and the zero bits below the last set bit are
@@ -289,16 +318,9 @@ uint32_t asn1_BitString_BER_e(uint8_t **pp, const BitString *pElement) {
 
 const uint8_t *asn1_BitString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                 BitString **s, uint32_t depth) {
-  require(z != nullptr, unit, __func__, "z != NULL");
-  require(end != nullptr, unit, __func__, "end != NULL");
-  require(s != nullptr, unit, __func__, "s != NULL");
-  *s = nullptr;
-  BitContent content;
-  const uint8_t *next = read_string(z, end, impl_tag, 3, depth, &content);
-  if (next == nullptr) return nullptr;
-  const bool primitive = (*z & constructed_bit) == 0;
-  const uint32_t bits = content.value.size() * 8 - (primitive ? content.unused : 0);
-  return store(&content.value, bits, s) ? next : nullptr;
+  return decode_string<BitContent>(
+      __func__, z, end, impl_tag, 3, s, depth,
+      [](uint32_t octets, const BitContent &content) { return octets * 8 - content.unused; });
 }
 
 BitString *asn1_BitString_clone(const BitString *pElement) {
@@ -399,14 +421,9 @@ uint32_t asn1_ASN1String_e(uint8_t **pp, uint32_t tag, const ASN1String *pElemen
 
 const uint8_t *asn1_ASN1String_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  uint32_t tag, ASN1String **s, uint32_t depth) {
-  require(z != nullptr, unit, __func__, "z != NULL");
-  require(end != nullptr, unit, __func__, "end != NULL");
-  require(s != nullptr, unit, __func__, "s != NULL");
-  *s = nullptr;
-  OctetContent content;
-  const uint8_t *next = read_string(z, end, impl_tag, static_cast<uint8_t>(tag), depth, &content);
-  if (next == nullptr) return nullptr;
-  return store(&content.value, content.value.size(), s) ? next : nullptr;
+  return decode_string<OctetContent>(__func__, z, end, impl_tag, static_cast<uint8_t>(tag), s,
+                                     depth,
+                                     [](uint32_t octets, const OctetContent &) { return octets; });
 }
 
 ASN1String *asn1_ASN1String_clone(const ASN1String *pElement) {

@@ -1,8 +1,8 @@
 // INTEGER, BOOLEAN, ENUMERATED, NULL, ANY, OBJECT IDENTIFIER and AlgorithmIdentifier.
-#include <cctype>
+#include <algorithm>
+#include <charconv>
 #include <cinttypes>
 #include <cstdio>
-#include <string_view>
 
 #include "cursor.h"
 #include "pattern.h"
@@ -309,14 +309,16 @@ uint32_t asn1_int_e(uint8_t **pp, uint32_t value) {
 }
 
 // Reads one number of an OBJECT IDENTIFIER's content, of at most five octets. Octets that go on
-// behind the fifth are left for the next number.
-bool read_subidentifier(Reader *in, uint32_t *value) {
-  uint8_t octet;
+// behind the fifth are left for the next number. False where the number needs more than 32 bits.
+[[gnu::always_inline]] inline bool read_subidentifier(Reader *in, uint32_t *value) {
+  uint8_t octet = 0;
   if (!in->read_octet(&octet)) return false;
-  const uint32_t head = octet & 0x7F;
-  *value = head;
-  for (int position = 2; position <= 5 && (octet & 0x80) != 0 && in->read_octet(&octet);
-       ++position) {
+  *value = octet & 0x7F;
+  if (octet < 0x80) [[likely]] {
+    return true;
+  }
+  const uint32_t head = *value;
+  for (int position = 2; position <= 5 && octet >= 0x80 && in->read_octet(&octet); ++position) {
     *value = *value << 7 | (octet & 0x7F);
     if (position == 5 && (head & 0xF0) != 0) return false;
   }
@@ -385,9 +387,10 @@ const uint8_t *asn1_ObjId_d(const uint8_t *z, const uint8_t *end, uint32_t impl_
   if (!in.read_header(impl_tag, 6, &length, depth)) return nullptr;
 
   // Every number ends in an octet below 0x80, and the first number makes two arcs.
-  uint32_t count = 1;
   const Reader content = in.content(length);
-  for (size_t i = 0; i < content.left(); ++i) count += content.position()[i] < 0x80 ? 1U : 0U;
+  const uint32_t count =
+      1 + static_cast<uint32_t>(std::count_if(content.position(), content.end(),
+                                              [](uint8_t octet) { return octet < 0x80; }));
 
   auto *oid = new_record<ObjId>();
   if (oid == nullptr) return nullptr;
@@ -419,14 +422,14 @@ const uint8_t *asn1_ObjId_d(const uint8_t *z, const uint8_t *end, uint32_t impl_
 int32_t asn1_ObjId_sprint(const ObjId *oid, char *s, uint32_t *length) {
   require(oid != nullptr, unit, __func__, "oid != NULL");
   require(length != nullptr, unit, __func__, "length != NULL");
-  constexpr size_t arc_size = sizeof "-2147483648.";
+  constexpr size_t arc_size = sizeof ".-2147483648";
   if (oid->count > (SIZE_MAX - 1) / arc_size) return -1;
-  auto *text = static_cast<char *>(std::malloc(oid->count * arc_size + 1));
+  auto *const text = new_array<char>(oid->count * arc_size + 1);
   if (text == nullptr) return -1;
   char *tail = text;
   for (uint32_t i = 0; i < oid->count; ++i) {
-    tail += std::snprintf(tail, arc_size, i == 0 ? "%" PRId32 : ".%" PRId32,
-                          static_cast<int32_t>(oid->arcs[i]));
+    if (i != 0) *tail++ = '.';
+    tail = std::to_chars(tail, tail + arc_size, static_cast<int32_t>(oid->arcs[i])).ptr;
   }
   *tail = '\0';
   const auto size = static_cast<size_t>(tail - text) + 1;

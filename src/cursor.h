@@ -76,7 +76,8 @@ class Reader {
   /// Takes an identifier octet, which must be `impl_tag`, or `tag` where the low octet of
   /// `impl_tag` is 0, but for the constructed bit. `constructed` is given where the type takes both
   /// forms.
-  bool read_tag(uint32_t impl_tag, uint8_t tag, bool *constructed, uint32_t depth) {
+  [[gnu::always_inline]] bool read_tag(uint32_t impl_tag, uint8_t tag, bool *constructed,
+                                       uint32_t depth) {
     require(z_ != nullptr, "asn1_x680", "asn1_Tag_d", "z != NULL");
     require(end_ != nullptr, "asn1_x680", "asn1_Tag_d", "end != NULL");
     if (constructed != nullptr) *constructed = false;
@@ -102,7 +103,7 @@ class Reader {
 
   /// Takes length octets. `indefinite` is given where that form is allowed. `*length` holds what
   /// was read also when the content would reach behind the end, which is a failure.
-  bool read_length(uint32_t *length, bool *indefinite, uint32_t depth) {
+  [[gnu::always_inline]] bool read_length(uint32_t *length, bool *indefinite, uint32_t depth) {
     require(z_ != nullptr, "asn1_x680", "asn1_Length_d", "z != NULL");
     require(end_ != nullptr, "asn1_x680", "asn1_Length_d", "end != NULL");
     *length = 0;
@@ -133,7 +134,8 @@ class Reader {
   }
 
   /// Takes a header.
-  bool read_header(uint32_t impl_tag, uint8_t tag, Forms forms, Header *header, uint32_t depth) {
+  [[gnu::always_inline]] bool read_header(uint32_t impl_tag, uint8_t tag, Forms forms,
+                                          Header *header, uint32_t depth) {
     Reader in = *this;
     if (!in.read_tag(impl_tag, tag, forms == Forms::any ? &header->constructed : nullptr, depth) ||
         !in.read_length(&header->length, forms == Forms::one ? nullptr : &header->indefinite,
@@ -145,7 +147,8 @@ class Reader {
   }
 
   /// Takes the header of a value of definite length in the one form of its tag.
-  bool read_header(uint32_t impl_tag, uint8_t tag, uint32_t *length, uint32_t depth) {
+  [[gnu::always_inline]] bool read_header(uint32_t impl_tag, uint8_t tag, uint32_t *length,
+                                          uint32_t depth) {
     Header header;
     if (!read_header(impl_tag, tag, Forms::one, &header, depth)) return false;
     *length = header.length;
