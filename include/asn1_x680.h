@@ -220,8 +220,8 @@ uint32_t asn1_eoc_e(uint8_t **pp);
  * `end` is reached. `z` and `end` must not be NULL.
  *
  * The octet must equal `impl_tag`, or `tag` where the low 8 bits of `impl_tag` are 0, but for the
- * constructed bit 0x20. That bit must not be set where `tag` has it not, unless `constructed` is
- * given; a primitive octet is always accepted.
+ * constructed bit 0x20. That bit must not be set where neither `impl_tag` nor `tag` has it, unless
+ * `constructed` is given; a primitive octet is always accepted.
  *
  * @param constructed where to store 1 when the octet has the constructed bit and 0 when not; NULL
  *                    where the type has one form only.

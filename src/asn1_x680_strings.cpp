@@ -368,7 +368,7 @@ BitString *asn1_BitString_append(BitString *s, uint32_t count, const void *bytes
   if (count == 0) return s;
   const uint32_t octets = octets_of_bits(s->length);
   // The bits of the whole must fit 32 bits as well.
-  if (count > UINT32_MAX / 8 - octets) return nullptr;
+  if (uint64_t{octets} + count > UINT32_MAX / 8) return nullptr;
   uint8_t *data = grown(s->data, octets, count, bytes);
   if (data == nullptr) return nullptr;
   s->data = data;

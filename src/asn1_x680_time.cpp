@@ -30,12 +30,13 @@ const TimeType *type_of(const Time &time) {
 char *new_text(const TimeType &type) { return static_cast<char *>(std::calloc(type.buffer, 1)); }
 
 /// A copy of a text in a buffer that also has room for any text that the library makes: a record is
-/// set to another time in place.
+/// set to another time in place. What is behind the text is zero.
 char *copy_text(const TimeType &type, const char *octets, size_t length) {
-  char *text = new_array<char>(length < type.buffer ? type.buffer : length + 1);
+  const size_t size = length < type.buffer ? type.buffer : length + 1;
+  char *text = new_array<char>(size);
   if (text == nullptr) return nullptr;
   std::memcpy(text, octets, length);
-  text[length] = '\0';
+  std::memset(text + length, 0, size - length);
   return text;
 }
 
@@ -77,11 +78,13 @@ const uint8_t *decode_text(const uint8_t *z, const uint8_t *end, uint32_t impl_t
 char *print_seconds(const TimeType &type, char *buffer, time_t seconds) {
   struct tm date = {};
   if (gmtime_r(&seconds, &date) == nullptr) return nullptr;
-  char year[24];
+  int year_number;
+  if (__builtin_add_overflow(date.tm_year, 1900, &year_number)) return nullptr;
+  char year[16];
   if (type.year_digits == 2) {
     std::snprintf(year, sizeof year, "%.2d", date.tm_year % 100);
   } else {
-    std::snprintf(year, sizeof year, "%.4lld", date.tm_year + 1900LL);
+    std::snprintf(year, sizeof year, "%.4d", year_number);
   }
   char made[128];  // more than the compiler can prove: the fields are numbers of two digits
   const int length =

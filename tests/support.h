@@ -221,8 +221,7 @@ inline std::string assert_line(std::string_view function, std::string_view test,
 }  // namespace support
 
 /// Checks that a statement ends the process by the assert of `function` that quotes `test`.
-#define EXPECT_ASSERT(statement, function, test)             \
-  EXPECT_EXIT(statement, ::testing::KilledBySignal(SIGABRT), \
-              ::support::assert_line(function, test))
+#define EXPECT_ASSERT(statement, function, test) \
+  EXPECT_EXIT(statement, ::testing::KilledBySignal(SIGABRT), ::support::assert_line(function, test))
 
 #endif

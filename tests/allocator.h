@@ -1,0 +1,161 @@
+// A view of the allocator: what a block holds when it is released, and allocations that fail when a
+// test wants them to. The second is there only without a sanitizer, which brings its own allocator.
+#ifndef ORVELASN1_TESTS_ALLOCATOR_H
+#define ORVELASN1_TESTS_ALLOCATOR_H
+
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <cstdlib>
+
+#include "support.h"
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define ORVELASN1_TESTS_SANITIZED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define ORVELASN1_TESTS_SANITIZED 1
+#endif
+#endif
+
+namespace support {
+
+/// Keeps the octets that a block of up to 64 octets holds at the moment of its release.
+class ReleaseWatch {
+ public:
+  ReleaseWatch(const void *block, size_t size);
+  ~ReleaseWatch() { active = nullptr; }
+  ReleaseWatch(const ReleaseWatch &) = delete;
+  ReleaseWatch &operator=(const ReleaseWatch &) = delete;
+
+  bool released() const { return released_; }
+  Bytes octets() const { return Bytes(octets_, octets_ + size_); }
+
+  /// Called for each block ahead of its release.
+  static void on_release(const volatile void *block) {
+    ReleaseWatch *watch = active;
+    if (watch == nullptr || block == nullptr || watch->block_ != block) return;
+    const auto *octets = static_cast<const volatile uint8_t *>(block);
+    for (size_t i = 0; i < watch->size_; ++i) watch->octets_[i] = octets[i];
+    watch->released_ = true;
+    active = nullptr;
+  }
+
+ private:
+  inline static std::atomic<ReleaseWatch *> active{nullptr};
+  const volatile void *block_;
+  size_t size_;
+  uint8_t octets_[64] = {};
+  bool released_ = false;
+};
+
+#ifdef ORVELASN1_TESTS_SANITIZED
+
+extern "C" int install_hooks(
+    void (*on_allocation)(const volatile void *, size_t),
+    void (*on_release)(const volatile void *)) __asm__("__sanitizer_install_malloc_and_free_hooks");
+
+inline ReleaseWatch::ReleaseWatch(const void *block, size_t size)
+    : block_(block), size_(std::min(size, sizeof octets_)) {
+  static const int installed =
+      install_hooks([](const volatile void *, size_t) {}, &ReleaseWatch::on_release);
+  EXPECT_NE(0, installed);
+  active = this;
+}
+
+#else
+
+inline ReleaseWatch::ReleaseWatch(const void *block, size_t size)
+    : block_(block), size_(std::min(size, sizeof octets_)) {
+  active = this;
+}
+
+/// Lets one allocation of this thread fail while it lives, and counts the blocks that stay.
+class FailingAllocation {
+ public:
+  /// @param successes how many allocations still succeed ahead of the one that fails.
+  explicit FailingAllocation(long successes) {
+    until_failure = successes;
+    blocks = 0;
+  }
+  ~FailingAllocation() { until_failure = -1; }
+  FailingAllocation(const FailingAllocation &) = delete;
+  FailingAllocation &operator=(const FailingAllocation &) = delete;
+
+  bool happened() const { return until_failure < 0; }
+  long blocks_left() const { return blocks; }
+
+  static bool fails_now() { return until_failure >= 0 && until_failure-- == 0; }
+  static void *count(void *block) {
+    if (block != nullptr) ++blocks;
+    return block;
+  }
+  static void uncount(const void *block) {
+    if (block != nullptr) --blocks;
+  }
+
+ private:
+  inline static thread_local long until_failure = -1;
+  inline static thread_local long blocks = 0;
+};
+
+extern "C" {
+void *libc_malloc(size_t size) noexcept __asm__("__libc_malloc");
+void *libc_calloc(size_t count, size_t size) noexcept __asm__("__libc_calloc");
+void *libc_realloc(void *block, size_t size) noexcept __asm__("__libc_realloc");
+void libc_free(void *block) noexcept __asm__("__libc_free");
+}
+
+/// Calls `f`, which says whether it succeeded and keeps nothing allocated, with its first
+/// allocation failing, then with its second, and so on until it has all that it needs. Each failure
+/// must make it fail. Gives the number of failures.
+template <class F>
+long expect_failure_at_each_allocation(F f) {
+  for (long successes = 0;; ++successes) {
+    FailingAllocation failing(successes);
+    const bool succeeded = f();
+    const long blocks_left = failing.blocks_left();
+    const bool happened = failing.happened();
+    if (!happened) {
+      EXPECT_TRUE(succeeded);
+      return successes;
+    }
+    EXPECT_FALSE(succeeded) << "allocation " << successes;
+    EXPECT_EQ(0, blocks_left) << "allocation " << successes;
+  }
+}
+
+#endif
+
+}  // namespace support
+
+#ifndef ORVELASN1_TESTS_SANITIZED
+// The allocator of this program, weak because every test that includes this header has it.
+extern "C" {
+[[gnu::weak]] void *malloc(size_t size) noexcept {
+  using namespace support;
+  return FailingAllocation::fails_now() ? nullptr : FailingAllocation::count(libc_malloc(size));
+}
+
+[[gnu::weak]] void *calloc(size_t count, size_t size) noexcept {
+  using namespace support;
+  return FailingAllocation::fails_now() ? nullptr
+                                        : FailingAllocation::count(libc_calloc(count, size));
+}
+
+[[gnu::weak]] void *realloc(void *block, size_t size) noexcept {
+  using namespace support;
+  if (FailingAllocation::fails_now()) return nullptr;
+  void *result = libc_realloc(block, size);
+  return block == nullptr ? FailingAllocation::count(result) : result;
+}
+
+[[gnu::weak]] void free(void *block) noexcept {
+  support::ReleaseWatch::on_release(block);
+  support::FailingAllocation::uncount(block);
+  support::libc_free(block);
+}
+}
+#endif
+
+#endif
