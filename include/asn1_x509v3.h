@@ -1,18 +1,291 @@
 /**
  * @file asn1_x509v3.h
- * Object identifiers: certificate and CRL extensions (RFC 5280).
+ * The syntaxes of certificate and CRL extensions (RFC 5280, 4.2, 5.2), and their identifiers.
  *
- * Each getter gives the same constant record on every call. It belongs to the library: it is never
- * released, nor stored in a record that will be.
+ * An Extension holds its value as octets. A caller who wants one of these syntaxes hands the octets
+ * to
+ * its decoder. Several of them are in forms of this library's own, as told at each type: a value in
+ * the
+ * public form then decodes to a record without fields, with the cursor in front of what was not
+ * read.
  */
 #ifndef ASN1_X509V3_H
 #define ASN1_X509V3_H
 
-#include "asn1_x680.h"
+#include "certificate.h"
 
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/** AnotherName ::= SEQUENCE { type-id OBJECT IDENTIFIER, value [0] EXPLICIT ANY }. */
+typedef struct OtherName {
+  ObjId *type; /**< owned */
+  Any *value;  /**< one whole element, owned */
+} OtherName;
+
+/**
+ * GeneralName ::= CHOICE. `value` is, by `kind`: 0 an OtherName; 1, 2 and 6 (mail, DNS, URI) an
+ * IA5String; 4 a Name; 7 (IP address) an OctetString; 8 an ObjId. The kinds 3 and 5 have no value.
+ */
+typedef struct GeneralName {
+  uint8_t kind; /**< the context tag number */
+  void *value;  /**< owned, of the type that `kind` says; or NULL */
+} GeneralName;
+
+/**
+ * AuthorityKeyIdentifier, with explicit tags: the public form, with implicit ones, decodes to an
+ * empty record.
+ */
+typedef struct AuthorityKeyIdentifier {
+  OctetString *keyIdentifier;         /**< [0], owned, or NULL */
+  List *authorityCertIssuer;          /**< [1], GeneralName records, owned, or NULL */
+  Integer *authorityCertSerialNumber; /**< [2], owned, or NULL */
+} AuthorityKeyIdentifier;
+
+/**
+ * BasicConstraints ::= SEQUENCE { cA BOOLEAN DEFAULT FALSE, pathLenConstraint INTEGER OPTIONAL }.
+ */
+typedef struct BasicConstraints {
+  uint32_t cA; /**< 0 where absent, otherwise the content octet as read, such as 255 */
+  Integer *pathLenConstraint; /**< owned, or NULL */
+} BasicConstraints;
+
+/** GeneralSubtree, with explicit tags. */
+typedef struct GeneralSubtree {
+  GeneralName *base; /**< owned */
+  Integer *minimum;  /**< [0], owned; NULL where absent, no default is filled in */
+  Integer *maximum;  /**< [1], owned, or NULL */
+} GeneralSubtree;
+
+/** NameConstraints, with explicit tags around SEQUENCE OF. */
+typedef struct NameConstraints {
+  List *permittedSubtrees; /**< [0], GeneralSubtree records, owned, or NULL */
+  List *excludedSubtrees;  /**< [1], GeneralSubtree records, owned, or NULL */
+} NameConstraints;
+
+/** PolicyConstraints, with explicit tags. */
+typedef struct PolicyConstraints {
+  Integer *requireExplicitPolicy; /**< [0], owned, or NULL */
+  Integer *inhibitPolicyMapping;  /**< [1], owned, or NULL */
+} PolicyConstraints;
+
+/** One element of PolicyMappings: SEQUENCE { issuerDomainPolicy, subjectDomainPolicy }. */
+typedef struct PolicyMapping {
+  ObjId *issuerDomainPolicy;  /**< owned */
+  ObjId *subjectDomainPolicy; /**< owned */
+} PolicyMapping;
+
+/** PrivateKeyUsagePeriod, with explicit tags and UTCTime. */
+typedef struct PrivateKeyUsagePeriod {
+  UTCTime *notBefore; /**< [0], owned, or NULL */
+  UTCTime *notAfter;  /**< [1], owned, or NULL */
+} PrivateKeyUsagePeriod;
+
+/**
+ * DistributionPointName ::= CHOICE { fullName [0] GeneralNames, nameRelativeToCRLIssuer [1]
+ * RelativeDistinguishedName }.
+ */
+typedef struct DistributionPointName {
+  uint8_t kind; /**< 0 or 1 */
+  void
+      *value; /**< a List: of GeneralName records for 0, a RelativeDistinguishedName for 1; owned */
+} DistributionPointName;
+
+/**
+ * DistributionPoint ::= SEQUENCE { distributionPoint [0] EXPLICIT, reasons [1] IMPLICIT BIT STRING,
+ * cRLIssuer [2] }, all optional.
+ */
+typedef struct DistributionPoint {
+  DistributionPointName *distributionPoint; /**< owned, or NULL */
+  BitString *reasons;                       /**< owned, or NULL */
+  List *cRLIssuer;                          /**< GeneralName records, owned, or NULL */
+} DistributionPoint;
+
+/**
+ * AccessDescription ::= SEQUENCE { accessMethod OBJECT IDENTIFIER, accessLocation GeneralName }.
+ */
+typedef struct AccessDescription {
+  ObjId *accessMethod;         /**< owned */
+  GeneralName *accessLocation; /**< owned */
+} AccessDescription;
+
+/** AuthorityInfoAccessSyntax ::= SEQUENCE OF AccessDescription; List_new(0) makes one. */
+typedef List AuthorityInfoAccessSyntax;
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+OtherName *asn1_OtherName_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_OtherName_free(OtherName *pElement);
+
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. The
+ * second
+ * argument is not read. */
+uint32_t asn1_OtherName_e(uint8_t **pp, const void *unused, const OtherName *pElement);
+/** Gives the cursor behind the last field of the OtherName that was recognised, or NULL. */
+const uint8_t *asn1_OtherName_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                OtherName **ppElement, uint32_t depth);
+
+/** Gives NULL for every record that has a `type` or a `value`; an empty copy for an empty record.
+ */
+OtherName *asn1_OtherName_clone(const OtherName *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+GeneralName *asn1_GeneralName_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_GeneralName_free(GeneralName *pElement);
+/**
+ * Gives the number of octets of the name; 0 for a kind that has no value, or a value that fails. A
+ * NULL `value` of the other kinds ends the process.
+ */
+uint32_t asn1_GeneralName_e(uint8_t **pp, const GeneralName *pElement);
+/**
+ * Gives the cursor behind the name, or NULL, also for the kinds that have no value. `impl_tag` must
+ * be 0. A directory name has the SETs directly under its tag: the public form, with a SEQUENCE
+ * inside, is refused.
+ */
+const uint8_t *asn1_GeneralName_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                  GeneralName **ppElement, uint32_t depth);
+/**
+ * Gives a deep copy, which the caller owns; NULL for NULL, for an other name with content, or when
+ * memory is exhausted.
+ */
+GeneralName *asn1_GeneralName_clone(const GeneralName *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+AuthorityKeyIdentifier *asn1_AuthorityKeyIdentifier_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_AuthorityKeyIdentifier_free(AuthorityKeyIdentifier *pElement);
+/**
+ * Gives the cursor behind the last field of the AuthorityKeyIdentifier that was recognised, or
+ * NULL.
+ */
+const uint8_t *asn1_AuthorityKeyIdentifier_d(const uint8_t *z, const uint8_t *end,
+                                             uint32_t impl_tag, AuthorityKeyIdentifier **ppElement,
+                                             uint32_t depth);
+/** Gives NULL, whatever the record holds: there are no copies of this type. */
+AuthorityKeyIdentifier *asn1_AuthorityKeyIdentifier_clone(const AuthorityKeyIdentifier *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+BasicConstraints *asn1_BasicConstraints_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_BasicConstraints_free(BasicConstraints *pElement);
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+uint32_t asn1_BasicConstraints_e(uint8_t **pp, const BasicConstraints *pElement);
+/** Gives the cursor behind the last field of the BasicConstraints that was recognised, or NULL. */
+const uint8_t *asn1_BasicConstraints_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                       BasicConstraints **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+BasicConstraints *asn1_BasicConstraints_clone(const BasicConstraints *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+GeneralSubtree *asn1_GeneralSubtree_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_GeneralSubtree_free(GeneralSubtree *pElement);
+/** Gives the cursor behind the last field of the GeneralSubtree that was recognised, or NULL. */
+const uint8_t *asn1_GeneralSubtree_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                     GeneralSubtree **ppElement, uint32_t depth);
+/** Gives NULL, whatever the record holds: there are no copies of this type. */
+GeneralSubtree *asn1_GeneralSubtree_clone(const GeneralSubtree *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+NameConstraints *asn1_NameConstraints_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_NameConstraints_free(NameConstraints *pElement);
+/** Gives the cursor behind the last field of the NameConstraints that was recognised, or NULL. */
+const uint8_t *asn1_NameConstraints_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                      NameConstraints **ppElement, uint32_t depth);
+/**
+ * Gives a deep copy, which the caller owns; NULL for NULL, for a record with a subtree in it, or
+ * when memory is exhausted.
+ */
+NameConstraints *asn1_NameConstraints_clone(const NameConstraints *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+PolicyConstraints *asn1_PolicyConstraints_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_PolicyConstraints_free(PolicyConstraints *pElement);
+/** Gives the cursor behind the last field of the PolicyConstraints that was recognised, or NULL. */
+const uint8_t *asn1_PolicyConstraints_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                        PolicyConstraints **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+PolicyConstraints *asn1_PolicyConstraints_clone(const PolicyConstraints *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+PolicyMapping *asn1_PolicyMapping_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_PolicyMapping_free(PolicyMapping *pElement);
+/** Gives the cursor behind the last field of the PolicyMapping that was recognised, or NULL. */
+const uint8_t *asn1_PolicyMapping_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                    PolicyMapping **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+PolicyMapping *asn1_PolicyMapping_clone(const PolicyMapping *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+PrivateKeyUsagePeriod *asn1_PrivateKeyUsagePeriod_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_PrivateKeyUsagePeriod_free(PrivateKeyUsagePeriod *pElement);
+/**
+ * Gives the cursor behind the last field of the PrivateKeyUsagePeriod that was recognised, or NULL.
+ */
+const uint8_t *asn1_PrivateKeyUsagePeriod_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                            PrivateKeyUsagePeriod **ppElement, uint32_t depth);
+/** Gives NULL, whatever the record holds: there are no copies of this type. */
+PrivateKeyUsagePeriod *asn1_PrivateKeyUsagePeriod_clone(const PrivateKeyUsagePeriod *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+DistributionPointName *asn1_DistributionPointName_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_DistributionPointName_free(DistributionPointName *pElement);
+/** Gives the number of octets of the name; 0 for an unknown kind, or a value that fails. */
+uint32_t asn1_DistributionPointName_e(uint8_t **pp, const DistributionPointName *pElement);
+/** Gives the cursor behind the name, or NULL. `impl_tag` must be 0. */
+const uint8_t *asn1_DistributionPointName_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                            DistributionPointName **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+DistributionPointName *asn1_DistributionPointName_clone(const DistributionPointName *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+DistributionPoint *asn1_DistributionPoint_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_DistributionPoint_free(DistributionPoint *pElement);
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+uint32_t asn1_DistributionPoint_e(uint8_t **pp, const DistributionPoint *pElement);
+/**
+ * Gives the cursor behind the last field of the DistributionPoint that was recognised, or NULL.
+ * `cRLIssuer` is read under the octet 82 only, and written as A2: what this library writes, it
+ * stops in front of.
+ */
+const uint8_t *asn1_DistributionPoint_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                        DistributionPoint **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+DistributionPoint *asn1_DistributionPoint_clone(const DistributionPoint *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+AccessDescription *asn1_AccessDescription_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_AccessDescription_free(AccessDescription *pElement);
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+uint32_t asn1_AccessDescription_e(uint8_t **pp, const AccessDescription *pElement);
+/** Gives the cursor behind the last field of the AccessDescription that was recognised, or NULL. */
+const uint8_t *asn1_AccessDescription_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                        AccessDescription **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+AccessDescription *asn1_AccessDescription_clone(const AccessDescription *pElement);
+
+/** Gives nothing; releases the list and its records. NULL is ignored. */
+void asn1_AuthorityInfoAccessSyntax_free(AuthorityInfoAccessSyntax *pElement);
+
+/** Gives the number of octets of the SEQUENCE; 0 when a record fails. */
+uint32_t asn1_AuthorityInfoAccessSyntax_e(uint8_t **pp, const AuthorityInfoAccessSyntax *pElement);
+/** Gives the cursor behind the SEQUENCE, or NULL; as asn1_SeqOf_d(). */
+const uint8_t *asn1_AuthorityInfoAccessSyntax_d(const uint8_t *z, const uint8_t *end,
+                                                uint32_t impl_tag,
+                                                AuthorityInfoAccessSyntax **ppElement,
+                                                uint32_t depth);
+
+/* Object identifiers. Each getter gives the same constant record on every call. It belongs to the
+ * library: it is never released, nor stored in a record that will be. */
 
 /** Gives id_ce, 2.5.29. */
 const ObjId *asn1_Get_id_ce(void);

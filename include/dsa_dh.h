@@ -1,9 +1,6 @@
 /**
  * @file dsa_dh.h
- * Object identifiers: DSA (FIPS 186) and Diffie-Hellman (ANSI X9.42).
- *
- * Each getter gives the same constant record on every call. It belongs to the library: it is never
- * released, nor stored in a record that will be.
+ * DSA (FIPS 186) and X9.42 Diffie-Hellman parameters, and their identifiers.
  */
 #ifndef DSA_DH_H
 #define DSA_DH_H
@@ -13,6 +10,88 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/** Dss-Parms ::= SEQUENCE { p, q, g INTEGER } (RFC 3279, 2.3.2). */
+typedef struct DssParms {
+  Integer *p; /**< owned */
+  Integer *q; /**< owned */
+  Integer *g; /**< owned */
+} DssParms;
+
+/** Dss-Sig-Value ::= SEQUENCE { r, s INTEGER } (RFC 3279, 2.2.2). */
+typedef struct DssSigValue {
+  Integer *r; /**< owned */
+  Integer *s; /**< owned */
+} DssSigValue;
+
+/** ValidationParms ::= SEQUENCE { seed BIT STRING, pgenCounter INTEGER } (RFC 3279, 2.3.3). */
+typedef struct ValidationParms {
+  BitString *seed;      /**< owned */
+  Integer *pgenCounter; /**< owned */
+} ValidationParms;
+
+/** DomainParameters ::= SEQUENCE { p, g, q, j INTEGER, validationParms } (RFC 3279, 2.3.3). */
+typedef struct DomainParameters {
+  Integer *p;                       /**< owned */
+  Integer *g;                       /**< owned */
+  Integer *q;                       /**< owned, or NULL */
+  Integer *j;                       /**< owned, or NULL */
+  ValidationParms *validationParms; /**< owned, or NULL */
+} DomainParameters;
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+DssParms *asn1_DssParms_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_DssParms_free(DssParms *pElement);
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+uint32_t asn1_DssParms_e(uint8_t **pp, const DssParms *pElement);
+/** Gives the cursor behind the last field of the DssParms that was recognised, or NULL. */
+const uint8_t *asn1_DssParms_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                               DssParms **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+DssParms *asn1_DssParms_clone(const DssParms *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+DssSigValue *asn1_DssSigValue_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_DssSigValue_free(DssSigValue *pElement);
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+uint32_t asn1_DssSigValue_e(uint8_t **pp, const DssSigValue *pElement);
+/** Gives the cursor behind the last field of the DssSigValue that was recognised, or NULL. */
+const uint8_t *asn1_DssSigValue_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                  DssSigValue **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+DssSigValue *asn1_DssSigValue_clone(const DssSigValue *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+ValidationParms *asn1_ValidationParms_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_ValidationParms_free(ValidationParms *pElement);
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+uint32_t asn1_ValidationParms_e(uint8_t **pp, const ValidationParms *pElement);
+/** Gives the cursor behind the last field of the ValidationParms that was recognised, or NULL. */
+const uint8_t *asn1_ValidationParms_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                      ValidationParms **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+ValidationParms *asn1_ValidationParms_clone(const ValidationParms *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+DomainParameters *asn1_DomainParameters_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_DomainParameters_free(DomainParameters *pElement);
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+uint32_t asn1_DomainParameters_e(uint8_t **pp, const DomainParameters *pElement);
+/**
+ * Gives the cursor behind the last field, or NULL. What follows `q` must be `j`, and only then
+ * `validationParms`: the encoder writes forms that are not read back.
+ */
+const uint8_t *asn1_DomainParameters_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                       DomainParameters **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+DomainParameters *asn1_DomainParameters_clone(const DomainParameters *pElement);
+
+/* Object identifiers. Each getter gives the same constant record on every call. It belongs to the
+ * library: it is never released, nor stored in a record that will be. */
 
 /** Gives dhpublicnumber, 1.2.840.10046.2.1. */
 const ObjId *asn1_Get_dhpublicnumber(void);

@@ -1,18 +1,175 @@
 /**
  * @file pkcs7.h
- * Object identifiers: cryptographic message syntax (PKCS #7, RFC 2315).
+ * Cryptographic message syntax (PKCS #7, RFC 2315).
  *
- * Each getter gives the same constant record on every call. It belongs to the library: it is never
- * released, nor stored in a record that will be.
+ * Nothing is signed, verified or decrypted. Certificates and CRLs in a message stay whole elements.
  */
 #ifndef PKCS7_H
 #define PKCS7_H
 
-#include "asn1_x680.h"
+#include "asn1_x501.h"
+#include "pkcs9.h"
 
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/** The value of a ContentInfo, whose `contentType` says what it points at. */
+typedef struct Content {
+  void *value; /**< an OctetString for data, a SignedData, an EncryptedData, for any other type an
+                  Any; owned by the ContentInfo; or NULL */
+} Content;
+
+/**
+ * ContentInfo ::= SEQUENCE { contentType OBJECT IDENTIFIER, content [0] EXPLICIT ANY DEFINED BY
+ * contentType OPTIONAL }.
+ */
+typedef struct ContentInfo {
+  ObjId *contentType; /**< owned */
+  Content *content;   /**< owned; asn1_ContentInfo_new() makes it */
+} ContentInfo;
+
+/** IssuerAndSerialNumber ::= SEQUENCE { issuer Name, serialNumber INTEGER }. */
+typedef struct IssuerAndSerialNumber {
+  Name *issuer;               /**< owned */
+  OctetString *issuerEncoded; /**< the element as read, header included; owned, or NULL */
+  Integer *serialNumber;      /**< owned */
+} IssuerAndSerialNumber;
+
+/** SignerInfo ::= SEQUENCE (RFC 2315, 9.2). */
+typedef struct SignerInfo {
+  Integer *version;                             /**< owned */
+  IssuerAndSerialNumber *issuerAndSerialNumber; /**< owned */
+  AlgId *digestAlgorithm;                       /**< owned */
+  List *authenticatedAttributes;                /**< [0], Attribute records, owned, or NULL */
+  AlgId *digestEncryptionAlgorithm;             /**< owned */
+  OctetString *encryptedDigest;                 /**< owned */
+  List *unauthenticatedAttributes;              /**< [1], Attribute records, owned, or NULL */
+} SignerInfo;
+
+/** SignedData ::= SEQUENCE (RFC 2315, 9.1). */
+typedef struct SignedData {
+  Integer *version;         /**< owned */
+  List *digestAlgorithms;   /**< AlgId records, owned */
+  ContentInfo *contentInfo; /**< owned */
+  List *certificates;       /**< [0], Any records, owned, or NULL */
+  List *crls;               /**< [1], Any records, owned, or NULL */
+  List *signerInfos;        /**< SignerInfo records, owned */
+} SignedData;
+
+/**
+ * EncryptedContentInfo ::= SEQUENCE { contentType, contentEncryptionAlgorithm, encryptedContent [0]
+ * IMPLICIT OCTET STRING OPTIONAL }.
+ */
+typedef struct EncryptedContentInfo {
+  ObjId *contentType;                /**< owned */
+  AlgId *contentEncryptionAlgorithm; /**< owned */
+  OctetString *encryptedContent;     /**< owned; NULL where absent, which cannot be encoded */
+} EncryptedContentInfo;
+
+/** EncryptedData ::= SEQUENCE { version INTEGER, encryptedContentInfo }. */
+typedef struct EncryptedData {
+  Integer *version;                           /**< owned */
+  EncryptedContentInfo *encryptedContentInfo; /**< owned */
+} EncryptedData;
+
+/** Gives a new record with an empty `content`, or NULL when memory is exhausted. It cannot be
+ * released
+ * before `contentType` is set. */
+ContentInfo *asn1_ContentInfo_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. A record without a
+ * `contentType` ends the process, and so does one without a `content`. */
+void asn1_ContentInfo_free(ContentInfo *pElement);
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails, or the
+ * nesting is deeper than the stack of the thread allows. */
+uint32_t asn1_ContentInfo_e(uint8_t **pp, const ContentInfo *pElement);
+/** Gives the cursor behind the ContentInfo, of any length form, or NULL, also where the nesting is
+ * deeper than the stack of the thread allows. An input that opens as a ContentInfo but has no
+ * well-formed identifier in it ends the process. */
+const uint8_t *asn1_ContentInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                  ContentInfo **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. A record
+ * with
+ * a `content` and without a `contentType` ends the process. */
+ContentInfo *asn1_ContentInfo_clone(const ContentInfo *pElement);
+
+/** Gives a new slot without a value, or NULL when memory is exhausted. */
+Content *asn1_Content_new(void);
+/** Gives nothing; releases the slot, but not its value. NULL is ignored. */
+void asn1_Content_free(Content *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+SignedData *asn1_SignedData_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_SignedData_free(SignedData *pElement);
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+uint32_t asn1_SignedData_e(uint8_t **pp, const SignedData *pElement);
+/** Gives the cursor behind the last field of the SignedData that was recognised, or NULL. */
+const uint8_t *asn1_SignedData_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                 SignedData **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+SignedData *asn1_SignedData_clone(const SignedData *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+SignerInfo *asn1_SignerInfo_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_SignerInfo_free(SignerInfo *pElement);
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+uint32_t asn1_SignerInfo_e(uint8_t **pp, const SignerInfo *pElement);
+/** Gives the cursor behind the last field of the SignerInfo that was recognised, or NULL. */
+const uint8_t *asn1_SignerInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                 SignerInfo **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+SignerInfo *asn1_SignerInfo_clone(const SignerInfo *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+IssuerAndSerialNumber *asn1_IssuerAndSerialNumber_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_IssuerAndSerialNumber_free(IssuerAndSerialNumber *pElement);
+/**
+ * Gives the number of octets of the record, which must not be NULL; 0 when a field fails. The
+ * issuer is written from its encoded form, else from its text.
+ */
+uint32_t asn1_IssuerAndSerialNumber_e(uint8_t **pp, const IssuerAndSerialNumber *pElement);
+/**
+ * Gives the cursor behind the last field of the IssuerAndSerialNumber that was recognised, or NULL.
+ */
+const uint8_t *asn1_IssuerAndSerialNumber_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                            IssuerAndSerialNumber **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+IssuerAndSerialNumber *asn1_IssuerAndSerialNumber_clone(const IssuerAndSerialNumber *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+EncryptedData *asn1_EncryptedData_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_EncryptedData_free(EncryptedData *pElement);
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+uint32_t asn1_EncryptedData_e(uint8_t **pp, const EncryptedData *pElement);
+/** Gives the cursor behind the last field of the EncryptedData that was recognised, or NULL. */
+const uint8_t *asn1_EncryptedData_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                    EncryptedData **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+EncryptedData *asn1_EncryptedData_clone(const EncryptedData *pElement);
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+EncryptedContentInfo *asn1_EncryptedContentInfo_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_EncryptedContentInfo_free(EncryptedContentInfo *pElement);
+/**
+ * Gives the number of octets of the record, which must not be NULL; 0 when a field fails. A NULL
+ * `encryptedContent` ends the process.
+ */
+uint32_t asn1_EncryptedContentInfo_e(uint8_t **pp, const EncryptedContentInfo *pElement);
+/**
+ * Gives the cursor behind the last field of the EncryptedContentInfo that was recognised, or NULL.
+ */
+const uint8_t *asn1_EncryptedContentInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                           EncryptedContentInfo **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+EncryptedContentInfo *asn1_EncryptedContentInfo_clone(const EncryptedContentInfo *pElement);
+
+/* Object identifiers. Each getter gives the same constant record on every call. It belongs to the
+ * library: it is never released, nor stored in a record that will be. */
 
 /** Gives data, 1.2.840.113549.1.7.1. */
 const ObjId *asn1_Get_data(void);

@@ -1,9 +1,7 @@
 /**
  * @file pkcs9.h
- * Object identifiers: PKCS #9 attributes (RFC 2985) and personal data (RFC 3739).
- *
- * Each getter gives the same constant record on every call. It belongs to the library: it is never
- * released, nor stored in a record that will be.
+ * Attributes (X.501, PKCS #9, RFC 2985), and the identifiers of PKCS #9 and personal data (RFC
+ * 3739).
  */
 #ifndef PKCS9_H
 #define PKCS9_H
@@ -13,6 +11,32 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/** Attribute ::= SEQUENCE { type OBJECT IDENTIFIER, values SET OF ANY }. */
+typedef struct Attribute {
+  ObjId *type;  /**< owned */
+  List *values; /**< Any records, each one whole element; owned */
+} Attribute;
+
+/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+Attribute *asn1_Attribute_new(void);
+/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+void asn1_Attribute_free(Attribute *pElement);
+/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+uint32_t asn1_Attribute_e(uint8_t **pp, const Attribute *pElement);
+/** Gives the cursor behind the last field of the Attribute that was recognised, or NULL. */
+const uint8_t *asn1_Attribute_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                Attribute **ppElement, uint32_t depth);
+/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+Attribute *asn1_Attribute_clone(const Attribute *pElement);
+
+/** Gives the first Attribute of `attributes` whose type is `oid`, which stays with the list, or
+ * NULL.
+ * `oid` must not be NULL, unless the list is empty. */
+Attribute *asn1_Attributes_getAttribute(const List *attributes, const ObjId *oid);
+
+/* Object identifiers. Each getter gives the same constant record on every call. It belongs to the
+ * library: it is never released, nor stored in a record that will be. */
 
 /** Gives emailAddress, 1.2.840.113549.1.9.1. */
 const ObjId *asn1_Get_emailAddress(void);

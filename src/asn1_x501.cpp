@@ -24,7 +24,7 @@ namespace {
 /// keeps beside it. The copy of a record has no identifier octet; whoever encodes copied names has
 /// their stored octets or their text.
 struct AttributeValue {
-  static bool decode(Content &in, AttributeValueAssertion *record, uint32_t depth) {
+  static bool decode(RecordContent &in, AttributeValueAssertion *record, uint32_t depth) {
     const int octet = in.peek();
     if (octet < 0) return false;
     record->valueTag = octet;
@@ -46,12 +46,17 @@ struct AttributeValue {
   static void free(AttributeValueAssertion *record) { asn1_ASN1String_free(record->value); }
 };
 
+// A table has a line for each field.
+// clang-format off
+
 // AttributeTypeAndValue ::= SEQUENCE {
 //   type   OBJECT IDENTIFIER,
 //   value  ANY DEFINED BY type }
-using AssertionSyntax =
-    Sequence<AttributeValueAssertion, Required<&AttributeValueAssertion::type, ObjIdCodec>,
-             AttributeValue>;
+using AssertionSyntax = Sequence<AttributeValueAssertion,
+    Required<&AttributeValueAssertion::type, ObjIdCodec>,
+    AttributeValue>;
+
+// clang-format on
 
 using AssertionCodec = ORVELASN1_FAMILY(0x30, AttributeValueAssertion);
 

@@ -9,6 +9,7 @@
 #include <ctime>
 
 #include "cursor.h"
+#include "element_functions.h"
 #include "pattern.h"
 
 namespace asn1 {
@@ -26,29 +27,6 @@ void assertion_failed(const char *unit, const char *function, const char *test) 
 namespace {
 
 constexpr const char *unit = "asn1_x680";
-
-// The wrappers and lists take functions of any record type, and call them with pointers to void. All
-// pointers are passed alike on the platforms of this library, which is more than the language
-// promises and what the function sanitizer would report.
-#ifdef __clang__
-#define CALLS_ELEMENT_FUNCTIONS __attribute__((no_sanitize("function")))
-#else
-#define CALLS_ELEMENT_FUNCTIONS
-#endif
-
-CALLS_ELEMENT_FUNCTIONS
-uint32_t call(asn1_encoder f, uint8_t **pp, const void *element) { return f.function(pp, element); }
-
-CALLS_ELEMENT_FUNCTIONS
-const uint8_t *call(asn1_decoder f, const uint8_t *z, const uint8_t *end, void *place,
-                    uint32_t depth) {
-  return f.function(z, end, 0, place, depth);
-}
-
-CALLS_ELEMENT_FUNCTIONS
-void call(asn1_destructor f, void *element) {
-  if (f.function != nullptr) f.function(element);
-}
 
 }  // namespace
 }  // namespace asn1
@@ -275,7 +253,8 @@ const uint8_t *asn1_List_d(const uint8_t *z, const uint8_t *end, uint32_t impl_t
       [&](const uint8_t *from, const uint8_t *limit, void **element, uint32_t inner_depth) {
         return call(element_d, from, limit, element, inner_depth);
       },
-      [&](void *element) { call(element_free, element); }, element_free);
+      [&](void *element) { call(element_free, element); },
+      [&](List *list) { List_free(list, element_free); });
 }
 
 uint32_t asn1_expl_List_e(uint8_t **pp, uint32_t explicit_tag, uint32_t list_tag, const List *list,

@@ -252,8 +252,8 @@ const uint8_t *decode_string(const char *function, const uint8_t *z, const uint8
   return in.position();
 }
 
-// A named bit list: zero octets at the end are left out, and the zero bits below the last set bit are
-// the unused ones. Padding bits of the record count as bits.
+// A named bit list: zero octets at the end are left out, and the zero bits below the last set bit
+// are the unused ones. Padding bits of the record count as bits.
 uint32_t encode_named_bits(uint8_t **pp, uint32_t bits, const uint8_t *data) {
   uint32_t count = octets_of_bits(bits);
   while (count != 0 && data[count - 1] == 0) --count;

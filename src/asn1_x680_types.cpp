@@ -264,7 +264,8 @@ const uint8_t *asn1_Any_d(const uint8_t *z, const uint8_t *end, uint32_t impl_ta
   Reader in(z, end);
   uint32_t length;
   if (!in.skip(1) || !in.read_length(&length, nullptr, depth) || !in.skip(length)) return nullptr;
-  // The size in the shortest form: an element with a longer length than needed loses its last octets.
+  // The size in the shortest form: an element with a longer length than needed loses its last
+  // octets.
   const uint32_t size = header_octets(length) + length;
   *ppElement = asn1_ASN1String_new(size, z);
   if (*ppElement == nullptr) return nullptr;
@@ -488,11 +489,17 @@ ObjId *asn1_ObjId_parse(const char **text) {
 
 namespace {
 
+// A table has a line for each field.
+// clang-format off
+
 // AlgorithmIdentifier ::= SEQUENCE {
 //   algorithm   OBJECT IDENTIFIER,
 //   parameters  ANY DEFINED BY algorithm OPTIONAL }
-using AlgIdSyntax = Sequence<AlgId, Required<&AlgId::algorithm, ObjIdCodec>,
-                             Optional<&AlgId::parameters, AnyCodec, Presence::anything_left>>;
+using AlgIdSyntax = Sequence<AlgId,
+    Required<&AlgId::algorithm, ObjIdCodec>,
+    Optional<&AlgId::parameters, AnyCodec, Presence::anything_left>>;
+
+// clang-format on
 
 }  // namespace
 

@@ -1,16 +1,20 @@
 // X.509 certificates (RFC 5280, 4.1).
+#include "codecs.h"
 #include "names.h"
-#include "pattern.h"
 
 using namespace asn1;
 
 namespace {
 
+// A table has a line for each field.
+// clang-format off
+
 // Validity ::= SEQUENCE {
 //   notBefore  Time,
 //   notAfter   Time }
-using ValiditySyntax = Sequence<Validity, Required<&Validity::notBefore, TimeCodec>,
-                                Required<&Validity::notAfter, TimeCodec>>;
+using ValiditySyntax = Sequence<Validity,
+    Required<&Validity::notBefore, TimeCodec>,
+    Required<&Validity::notAfter, TimeCodec>>;
 using ValidityCodec = ORVELASN1_FAMILY(0x30, Validity);
 
 // SubjectPublicKeyInfo ::= SEQUENCE {
@@ -19,22 +23,23 @@ using ValidityCodec = ORVELASN1_FAMILY(0x30, Validity);
 //
 // The key is written without the zero bits at its end: a key that ends in a zero octet comes out
 // shorter than it came in. Public as it is, it is wiped like a secret.
-using SubjectPKISyntax = Sequence<SubjectPKI, Required<&SubjectPKI::algorithm, AlgIdCodec>,
-                                  Wiped<&SubjectPKI::subjectPublicKey, BitStringCodec>>;
-using SubjectPKICodec = ORVELASN1_FAMILY(0x30, SubjectPKI);
+using SubjectPKISyntax = Sequence<SubjectPKI,
+    Required<&SubjectPKI::algorithm, AlgIdCodec>,
+    Wiped<&SubjectPKI::subjectPublicKey, BitStringCodec>>;
 
 // Extension ::= SEQUENCE {
 //   extnID     OBJECT IDENTIFIER,
 //   critical   BOOLEAN DEFAULT FALSE,
 //   extnValue  OCTET STRING }
-using ExtensionSyntax =
-    Sequence<Extension, Required<&Extension::extnID, ObjIdCodec>,
-             Optional<&Extension::critical, BooleanCodec, Presence::octet_of_input>,
-             Required<&Extension::extnValue, OctetStringCodec>>;
-using ExtensionCodec = ORVELASN1_FAMILY(0x30, Extension);
+using ExtensionSyntax = Sequence<Extension,
+    Required<&Extension::extnID, ObjIdCodec>,
+    Optional<&Extension::critical, BooleanCodec, Presence::octet_of_input>,
+    Required<&Extension::extnValue, OctetStringCodec>>;
+
+// clang-format on
 
 // Extensions ::= SEQUENCE OF Extension
-using ExtensionsSyntax = SequenceOf<ExtensionCodec>;
+using ExtensionsSyntax = ExtensionsCodec;
 
 // Unique identifiers and extensions need a version that is not 0. No other version is refused: a
 // version 2 certificate may have extensions.
@@ -42,6 +47,9 @@ bool has_later_version(const Certificate_TBS *tbs) {
   const Integer *const version = tbs->version;
   return version != nullptr && version->length != 0 && version->data[0] != 0;
 }
+
+// A table has a line for each field.
+// clang-format off
 
 // TBSCertificate ::= SEQUENCE {
 //   version               [0] EXPLICIT INTEGER DEFAULT v1,
@@ -55,9 +63,10 @@ bool has_later_version(const Certificate_TBS *tbs) {
 //   subjectUniqueID       [2] IMPLICIT BIT STRING OPTIONAL,
 //   extensions            [3] EXPLICIT Extensions OPTIONAL }
 using TBS = Certificate_TBS;
-using CertificateTBSSyntax = Sequence<
-    TBS, Optional<&TBS::version, Explicit<0, IntegerCodec>, Presence::octet_of_input>,
-    Required<&TBS::serialNumber, IntegerCodec>, Required<&TBS::signature, AlgIdCodec>,
+using CertificateTBSSyntax = Sequence<TBS,
+    Optional<&TBS::version, Explicit<0, IntegerCodec>, Presence::octet_of_input>,
+    Required<&TBS::serialNumber, IntegerCodec>,
+    Required<&TBS::signature, AlgIdCodec>,
     Stored<&TBS::issuerEncoded, NameForms<&TBS::issuerSequence, &TBS::issuer>>,
     Required<&TBS::validity, ValidityCodec>,
     Stored<&TBS::subjectEncoded, NameForms<&TBS::subjectSequence, &TBS::subject>>,
@@ -71,11 +80,12 @@ using CertificateTBSCodec = ORVELASN1_FAMILY(0x30, Certificate_TBS);
 //   tbsCertificate      TBSCertificate,
 //   signatureAlgorithm  AlgorithmIdentifier,
 //   signatureValue      BIT STRING }
-using CertificateSyntax = Sequence<
-    Certificate,
+using CertificateSyntax = Sequence<Certificate,
     Stored<&Certificate::tbsEncoded, Required<&Certificate::tbsCertificate, CertificateTBSCodec>>,
     Required<&Certificate::signatureAlgorithm, AlgIdCodec>,
     Required<&Certificate::signatureValue, BitStringAsStoredCodec>>;
+
+// clang-format on
 
 }  // namespace
 

@@ -31,8 +31,8 @@ inline void require(bool holds, const char *unit, const char *function, const ch
   }
 }
 
-/// A new record, all fields zero. Not calloc: the runtime's passes by the cache of free blocks of the
-/// thread, which costs more than the rest of the decoding of a small record.
+/// A new record, all fields zero. Not calloc: the runtime's passes by the cache of free blocks of
+/// the thread, which costs more than the rest of the decoding of a small record.
 template <class Record>
 Record *new_record() {
   static_assert(std::is_trivially_copyable_v<Record>);

@@ -15,7 +15,7 @@ using NameCodec = ORVELASN1_FAMILY(0x30, Name);
 template <auto Sequence, auto Text>
 struct NameForms {
   template <class Record>
-  static bool decode(Content &in, Record *record, uint32_t depth) {
+  static bool decode(RecordContent &in, Record *record, uint32_t depth) {
     if (!in.read<RdnSequenceCodec>(&(record->*Sequence), depth)) return false;
     record->*Text = asn1_RDNSequence_to_Name(record->*Sequence);
     return record->*Text != nullptr;

@@ -1,6 +1,6 @@
-// The patterns of the records: SEQUENCE, SEQUENCE OF and SET OF, explicit and implicit tags, optional
-// fields, stored encodings. A syntax writes its fields down once, as a table in the order of the
-// wire; encoder, decoder, copy and release all come from that table.
+// The patterns of the records: SEQUENCE, CHOICE, SEQUENCE OF and SET OF, explicit and implicit
+// tags, optional fields, stored encodings. A syntax writes its fields down once, as a table in the
+// order of the wire; encoder, decoder, copy and release all come from that table.
 //
 // A codec stands for an ASN.1 type. It has
 //   Field        the type of the record's member that holds a value: a pointer, or a number
@@ -100,6 +100,7 @@ struct Explicit {
 
   static bool starts(int octet) { return octet == identifier; }
   static uint32_t encode(uint8_t **pp, Field value) {
+    require(value != nullptr, "asn1_x680", "asn1_explicit_e", "pElement");
     return encode_explicit(pp, identifier, [&](uint8_t **to) { return Codec::encode(to, value); });
   }
   static const uint8_t *decode(const uint8_t *z, const uint8_t *end, uint32_t, Field *place,
@@ -121,6 +122,7 @@ struct Implicit {
 
   static bool starts(int octet) { return octet == identifier; }
   static uint32_t encode(uint8_t **pp, Field value) {
+    require(value != nullptr, "asn1_x680", "asn1_implicit_e", "pElement");
     return encode_implicit(pp, identifier, [&](uint8_t **to) { return Codec::encode(to, value); });
   }
   static const uint8_t *decode(const uint8_t *z, const uint8_t *end, uint32_t, Field *place,
@@ -156,18 +158,18 @@ uint32_t encode_list(uint8_t **pp, uint32_t tag, const List *list, Element eleme
 /// loop does not look for it, it runs up to there. A refused header leaves the new, empty list in
 /// its place, whose owner releases it.
 ///
-/// `decode(z, end, place, depth)` decodes one element, `release(element)` releases one; a null
-/// pointer comes to it too.
-template <class Element, class Decode, class Release>
+/// `decode(z, end, place, depth)` decodes one element; `release(element)` releases one and
+/// `release_list(list)` all of a list; null pointers come to both too.
+template <class Element, class Decode, class Release, class ReleaseList>
 const uint8_t *decode_list(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, uint32_t tag,
                            List **place, uint32_t depth, Decode decode, Release release,
-                           List_destructor destructor) {
+                           ReleaseList release_list) {
   require(place != nullptr, "asn1_x680", "asn1_List_d", "ppList != NULL");
   if (z == nullptr) return nullptr;
   Element *element = nullptr;
   auto fail = [&] {
     release(element);
-    List_free(*place, destructor);
+    release_list(*place);
     *place = nullptr;
     return nullptr;
   };
@@ -216,7 +218,7 @@ struct ListOf {
         [](const uint8_t *from, const uint8_t *limit, Element **element, uint32_t inner_depth) {
           return Codec::decode(from, limit, 0, element, inner_depth);
         },
-        Codec::free, Codec::free);
+        Codec::free, free);
   }
   static List *clone(const List *list) { return List_clone(list, Codec::clone, Codec::free); }
   static void free(List *list) { List_free(list, Codec::free); }
@@ -232,13 +234,21 @@ using SetOf = ListOf<0x31, Codec>;
 // ---------------------------------------------------------------------------------------------
 
 /// The content of a record while its fields are read.
-class Content : public Reader {
+class RecordContent : public Reader {
  public:
-  Content(const Reader &content, const uint8_t *input_end)
+  RecordContent(const Reader &content, const uint8_t *input_end)
       : Reader(content), input_end_(input_end) {}
 
   /// The next octet of the whole input, which may lie behind the content; -1 at its end.
   int peek_input() const { return Reader(position(), input_end_).peek(); }
+
+  /// Takes an end-of-contents, which may lie behind the content.
+  bool read_eoc_of_input() {
+    Reader rest(position(), input_end_);
+    if (!rest.read_eoc()) return false;
+    move_to(rest.position());
+    return true;
+  }
 
   /// Decodes a value at the position.
   template <class Codec>
@@ -271,7 +281,7 @@ bool clone_field(typename Codec::Field *copy, typename Codec::Field source) {
 template <auto Member, class Codec>
 struct Required {
   template <class Record>
-  static bool decode(Content &in, Record *record, uint32_t depth) {
+  static bool decode(RecordContent &in, Record *record, uint32_t depth) {
     return in.read<Codec>(&(record->*Member), depth);
   }
   template <class Record>
@@ -311,7 +321,7 @@ enum class Presence {
 /// A field that may be missing: a null pointer or the number 0.
 template <auto Member, class Codec, Presence By = Presence::next_octet>
 struct Optional : Required<Member, Codec> {
-  static bool present(const Content &in) {
+  static bool present(const RecordContent &in) {
     switch (By) {
       case Presence::next_octet:
         return Codec::starts(in.peek());
@@ -322,7 +332,7 @@ struct Optional : Required<Member, Codec> {
     }
   }
   template <class Record>
-  static bool decode(Content &in, Record *record, uint32_t depth) {
+  static bool decode(RecordContent &in, Record *record, uint32_t depth) {
     return !present(in) || Required<Member, Codec>::decode(in, record, depth);
   }
   template <class Record>
@@ -335,7 +345,7 @@ struct Optional : Required<Member, Codec> {
 template <auto Allowed, class Field>
 struct OnlyIf : Field {
   template <class Record>
-  static bool decode(Content &in, Record *record, uint32_t depth) {
+  static bool decode(RecordContent &in, Record *record, uint32_t depth) {
     if (Field::present(in) && !Allowed(record)) return false;
     return Field::decode(in, record, depth);
   }
@@ -347,7 +357,7 @@ struct OnlyIf : Field {
 template <auto Encoded, class Field>
 struct Stored {
   template <class Record>
-  static bool decode(Content &in, Record *record, uint32_t depth) {
+  static bool decode(RecordContent &in, Record *record, uint32_t depth) {
     const uint8_t *const from = in.position();
     if (!Field::decode(in, record, depth)) return false;
     const auto count = static_cast<size_t>(in.position() - from);
@@ -417,19 +427,162 @@ struct Sequence {
     Reader in(z, end);
     uint32_t length;
     if (!in.read_header(constructed_tag(impl_tag), 0x30, &length, depth)) return nullptr;
+    return decode_fields(RecordContent(in.content(length), end), false, place, depth);
+  }
+
+  /// The same for a record that may have an indefinite length: its end-of-contents stands right
+  /// behind the last field, and more may follow.
+  static const uint8_t *decode_any_length(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                          Record **place, uint32_t depth) {
+    if (place == nullptr) return nullptr;
+    *place = nullptr;
+    Reader in(z, end);
+    Header header;
+    if (!in.read_header(impl_tag, 0x30, Forms::indefinite, &header, depth)) return nullptr;
+    const Reader content = header.indefinite ? in.content_before_eoc() : in.content(header.length);
+    return decode_fields(RecordContent(content, end), header.indefinite, place, depth);
+  }
+
+ private:
+  static const uint8_t *decode_fields(RecordContent content, bool indefinite, Record **place,
+                                      uint32_t depth) {
     if (place == nullptr) return nullptr;
     Record *const record = create();
     *place = record;
     if (record == nullptr) return nullptr;
-    Content content(in.content(length), end);
     const uint32_t inner_depth = child_depth(depth);
-    if ((Fields::decode(content, record, inner_depth) && ...)) {
+    if ((Fields::decode(content, record, inner_depth) && ...) &&
+        (!indefinite || content.read_eoc_of_input())) {
       trace_close(depth);
       return content.position();
     }
-    free(record);
+    (abandon_field<Fields>(record), ...);
+    std::free(record);
     *place = nullptr;
     return nullptr;
+  }
+
+  /// Releases a field of a record that was not read to its end. A field may own more then than it
+  /// does in a record that a caller holds.
+  template <class Field>
+  static void abandon_field(Record *record) {
+    if constexpr (requires { Field::abandon(record); }) {
+      Field::abandon(record);
+    } else {
+      Field::free(record);
+    }
+  }
+};
+
+// ---------------------------------------------------------------------------------------------
+// CHOICE
+// ---------------------------------------------------------------------------------------------
+
+/// An alternative of a CHOICE: the type of `value` where `kind` is `Kind`.
+template <uint8_t Kind, class Codec>
+struct Alternative {
+  using Value = typename Codec::Field;
+  static constexpr uint8_t kind = Kind;
+
+  template <class Record>
+  static const uint8_t *decode(const uint8_t *z, const uint8_t *end, Record *record,
+                               uint32_t depth) {
+    Value value = nullptr;
+    const uint8_t *next = Codec::decode(z, end, 0, &value, depth);
+    record->value = value;
+    return next;
+  }
+  static uint32_t encode(uint8_t **pp, void *value) {
+    return Codec::encode(pp, static_cast<Value>(value));
+  }
+  template <class Record>
+  static bool clone(Record *copy, const Record *source) {
+    if (source->value == nullptr) return true;
+    copy->value = Codec::clone(static_cast<Value>(source->value));
+    return copy->value != nullptr;
+  }
+  static void free(void *value) { Codec::free(static_cast<Value>(value)); }
+};
+
+/// [Kind] IMPLICIT NULL, which has no value. Read in the constructed form of the tag, which takes
+/// the primitive one too.
+template <uint8_t Kind>
+struct NullAlternative {
+  static constexpr uint8_t kind = Kind;
+
+  template <class Record>
+  static const uint8_t *decode(const uint8_t *z, const uint8_t *end, Record *, uint32_t depth) {
+    return asn1_Null_d(z, end, 0xA0 | Kind, nullptr, depth);
+  }
+  template <class Record>
+  static bool clone(Record *, const Record *) {
+    return true;
+  }
+  static void free(void *) {}
+};
+
+/// What the copy of a record of a kind without an alternative is.
+enum class UnknownKind { copies_kind, fails };
+
+/// A record of `kind`, the number of the context tag, and `value`. In the trace the alternative
+/// stands one level down; there is no opening line, but a closing one.
+template <class Record, UnknownKind Unknown, class... Alternatives>
+struct Choice {
+  static Record *create() { return new_record<Record>(); }
+
+  static void free(Record *record) {
+    if (record == nullptr) return;
+    ((record->kind == Alternatives::kind ? Alternatives::free(record->value) : void()), ...);
+    std::free(record);
+  }
+
+  static Record *clone(const Record *source) {
+    if (source == nullptr) return nullptr;
+    Record *const copy = create();
+    if (copy == nullptr) return nullptr;
+    const bool known = ((source->kind == Alternatives::kind) || ...);
+    const bool cloned =
+        ((source->kind != Alternatives::kind || Alternatives::clone(copy, source)) && ...);
+    if (!cloned || (!known && Unknown == UnknownKind::fails)) {
+      std::free(copy);
+      return nullptr;
+    }
+    copy->kind = source->kind;
+    return copy;
+  }
+
+  static uint32_t encode(uint8_t **pp, const Record *record) {
+    require(record != nullptr, "asn1_x680", "encoder of a CHOICE", "pElement != NULL");
+    uint32_t octets = 0;
+    ((record->kind == Alternatives::kind ? void(octets = Alternatives::encode(pp, record->value))
+                                         : void()),
+     ...);
+    return octets;
+  }
+
+  static const uint8_t *decode(const uint8_t *z, const uint8_t *end, Record **place,
+                               uint32_t depth) {
+    if (place == nullptr) return nullptr;
+    Record *const record = create();
+    *place = record;
+    if (record == nullptr) return nullptr;
+    const uint8_t *next = nullptr;
+    const int octet = z == nullptr ? -1 : Reader(z, end).peek();
+    if (octet >= 0) {
+      record->kind = octet & 0x1F;
+      const uint32_t inner_depth = child_depth(depth);
+      ((record->kind == Alternatives::kind
+            ? void(next = Alternatives::decode(z, end, record, inner_depth))
+            : void()),
+       ...);
+    }
+    if (next == nullptr) {
+      free(record);
+      *place = nullptr;
+      return nullptr;
+    }
+    trace_close(depth);
+    return next;
   }
 };
 
@@ -441,6 +594,9 @@ struct Sequence {
 #define ORVELASN1_FAMILY(identifier, Type) \
   Family<identifier, asn1_##Type##_e, asn1_##Type##_d, asn1_##Type##_clone, asn1_##Type##_free>
 
+using UTCTimeCodec = ORVELASN1_FAMILY(23, UTCTime);
+using GeneralizedTimeCodec = ORVELASN1_FAMILY(24, GeneralizedTime);
+using IA5StringCodec = ORVELASN1_FAMILY(22, IA5String);
 using BooleanCodec = NumberFamily<1, asn1_Boolean_e, asn1_Boolean_d>;
 using EnumeratedCodec = NumberFamily<10, asn1_Enumerated_e, asn1_Enumerated_d>;
 using IntegerCodec = ORVELASN1_FAMILY(2, Integer);

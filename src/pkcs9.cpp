@@ -1,6 +1,45 @@
+// Attributes (X.501, PKCS #9), and the identifiers of PKCS #9 and personal data.
+#include "codecs.h"
 #include "name_attributes.h"
 
 using namespace asn1;
+
+namespace {
+
+// A table has a line for each field.
+// clang-format off
+
+// Attribute ::= SEQUENCE {
+//   type    OBJECT IDENTIFIER,
+//   values  SET OF ANY }
+using AttributeSyntax = Sequence<Attribute,
+    Required<&Attribute::type, ObjIdCodec>,
+    Required<&Attribute::values, SetOf<AnyCodec>>>;
+
+// clang-format on
+
+}  // namespace
+
+Attribute *asn1_Attribute_new() { return AttributeSyntax::create(); }
+void asn1_Attribute_free(Attribute *pElement) { AttributeSyntax::free(pElement); }
+Attribute *asn1_Attribute_clone(const Attribute *pElement) {
+  return AttributeSyntax::clone(pElement);
+}
+uint32_t asn1_Attribute_e(uint8_t **pp, const Attribute *pElement) {
+  return AttributeSyntax::encode(pp, pElement);
+}
+const uint8_t *asn1_Attribute_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                Attribute **ppElement, uint32_t depth) {
+  return AttributeSyntax::decode(z, end, impl_tag, ppElement, depth);
+}
+
+Attribute *asn1_Attributes_getAttribute(const List *attributes, const ObjId *oid) {
+  for (int32_t i = 0; i < List_len(attributes); ++i) {
+    auto *const attribute = static_cast<Attribute *>(List_get(attributes, i));
+    if (asn1_ObjId_cmp(attribute->type, oid) == 0) return attribute;
+  }
+  return nullptr;
+}
 
 OBJECT_IDENTIFIER_GETTER(emailAddress)
 OBJECT_IDENTIFIER(unstructuredName, 1, 2, 840, 113549, 1, 9, 2)

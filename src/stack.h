@@ -1,0 +1,30 @@
+// How far the stack of the calling thread reaches, for values that hold values of their own kind.
+#ifndef ORVELASN1_STACK_H
+#define ORVELASN1_STACK_H
+
+namespace asn1 {
+
+/// Stands on the stack while a value is read that may hold further values of its kind. Together
+/// they may use a third of what was left of the stack when the outermost was entered, so that
+/// whatever is read can also be written, copied and released on the same thread.
+class ReadingNested {
+ public:
+  ReadingNested();
+  ~ReadingNested();
+  ReadingNested(const ReadingNested &) = delete;
+  ReadingNested &operator=(const ReadingNested &) = delete;
+
+  /// Whether there is stack for this value.
+  bool fits() const { return fits_; }
+
+ private:
+  bool outermost_;
+  bool fits_;
+};
+
+/// Whether there is stack to write or copy one more value inside another.
+bool stack_for_nested();
+
+}  // namespace asn1
+
+#endif
