@@ -1,6 +1,4 @@
 // Global data objects of a smart card.
-#include "asn1_gdo.h"
-
 #include "element_functions.h"
 #include "pattern.h"
 #include "stack.h"

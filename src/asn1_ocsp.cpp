@@ -1,6 +1,4 @@
 // The Online Certificate Status Protocol (RFC 6960), and its identifiers.
-#include "asn1_ocsp.h"
-
 #include "codecs.h"
 #include "identifiers.h"
 #include "names.h"

@@ -3,8 +3,6 @@
 // Several of them have explicit tags where the public definitions have implicit ones. An optional
 // field is found by its exact identifier octet, so a value in the public form decodes to a record
 // without fields, with the cursor in front of its first octet.
-#include "asn1_x509v3.h"
-
 #include "codecs.h"
 #include "identifiers.h"
 #include "names.h"

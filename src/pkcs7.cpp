@@ -1,6 +1,4 @@
 // Cryptographic message syntax (PKCS #7, RFC 2315), and the identifiers of its content types.
-#include "pkcs7.h"
-
 #include "codecs.h"
 #include "identifiers.h"
 #include "names.h"
