@@ -501,8 +501,9 @@ int32_t asn1_ObjId_fprint(const ObjId *oid, FILE *fp);
 
 /**
  * Gives a new identifier, which the caller owns, from the dotted text at `*text`, and moves `*text`
- * behind it; NULL, with `*text` left alone, when the text does not begin with a digit or memory is
- * exhausted. Arcs are read as C reads integers: 0x10 is 16, 010 is 8.
+ * behind it; NULL, with `*text` left alone, when the text does not begin with a digit, an arc is no
+ * number of 32 bits with a sign, or memory is exhausted. Arcs are read as C reads integers: 0x10 is
+ * 16, 010 is 8.
  */
 ObjId *asn1_ObjId_parse(const char **text);
 

@@ -435,8 +435,8 @@ RDNSequence *asn1_Name_to_RDNSequence(const Name *name) {
 // ---------------------------------------------------------------------------------------------
 
 Name *asn1_Name_new(uint32_t length) {
-  if (length > SIZE_MAX - 1) return nullptr;
-  return static_cast<Name *>(std::calloc(static_cast<size_t>(length) + 1, 1));
+  const size_t size = static_cast<size_t>(length) + 1;
+  return size == 0 ? nullptr : static_cast<Name *>(std::calloc(size, 1));
 }
 
 void asn1_Name_free(Name *pElement) { std::free(pElement); }

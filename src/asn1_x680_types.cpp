@@ -424,8 +424,7 @@ int32_t asn1_ObjId_sprint(const ObjId *oid, char *s, uint32_t *length) {
   require(oid != nullptr, unit, __func__, "oid != NULL");
   require(length != nullptr, unit, __func__, "length != NULL");
   constexpr size_t arc_size = sizeof ".-2147483648";
-  if (oid->count > (SIZE_MAX - 1) / arc_size) return -1;
-  auto *const text = new_array<char>(oid->count * arc_size + 1);
+  auto *const text = reinterpret_cast<char *>(new_array<char[arc_size]>(size_t{oid->count} + 1));
   if (text == nullptr) return -1;
   char *tail = text;
   for (uint32_t i = 0; i < oid->count; ++i) {
@@ -471,7 +470,7 @@ ObjId *asn1_ObjId_parse(const char **text) {
   int32_t arc = 0;
   size_t width = 0;
   for (uint32_t i = 0; i < count; ++i) {
-    if (scanner.scan(cursor, &arc, &width) == Scan::out_of_memory) {
+    if (scanner.scan(cursor, &arc, &width) == Scan::failure) {
       asn1_ObjId_free(oid);
       return nullptr;
     }

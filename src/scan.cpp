@@ -1,6 +1,7 @@
 #include "scan.h"
 
 #include <cctype>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -25,6 +26,13 @@ const char *reach(const char *c) {
   return *c == '\0' ? c : c + 1;
 }
 
+// sscanf does not say so when a number is too large for its object.
+bool fits_int(const char *number) {
+  errno = 0;
+  const long long value = std::strtoll(number, nullptr, 0);
+  return errno == 0 && value >= INT32_MIN && value <= INT32_MAX;
+}
+
 }  // namespace
 
 // sscanf measures the whole text before it reads a digit, so a long text of many numbers would cost
@@ -34,18 +42,21 @@ asn1::Scan asn1::IntegerScanner::scan(const char *text, int32_t *value, size_t *
   char small[32];
   const auto count = static_cast<size_t>(reach(text) - text);
   char *const copy = count < sizeof small ? small : static_cast<char *>(std::malloc(count + 1));
-  if (copy == nullptr) return Scan::out_of_memory;
+  if (copy == nullptr) return Scan::failure;
   std::memcpy(copy, text, count);
   copy[count] = '\0';
   int number = 0;
   int characters = 0;
-  const bool found = std::sscanf(copy, "%i%n", &number, &characters) == 1;
-  if (found) {
+  Scan result = Scan::no_number;
+  if (std::sscanf(copy, "%i%n", &number, &characters) != 1) {
+    barren_ = skip_space(text);
+  } else if (!fits_int(copy)) {
+    result = Scan::failure;
+  } else {
+    result = Scan::number;
     *value = number;
     *width = static_cast<size_t>(characters);
-  } else {
-    barren_ = skip_space(text);
   }
   if (copy != small) std::free(copy);
-  return found ? Scan::number : Scan::no_number;
+  return result;
 }

@@ -10,7 +10,8 @@ namespace asn1 {
 /// Whether `c` is a decimal digit; never for a character with its top bit set.
 constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
-enum class Scan { number, no_number, out_of_memory };
+/// A number that no int32_t holds is a failure, and so is exhausted memory.
+enum class Scan { number, no_number, failure };
 
 /// Reads numbers as the conversion %i of sscanf does: white space in front, a sign, decimal, octal
 /// with a leading 0, hexadecimal with a leading 0x. The cost of all calls together does not grow
