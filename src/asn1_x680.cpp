@@ -3,6 +3,7 @@
 #include <pthread.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cstdarg>
 #include <cstdio>
@@ -84,7 +85,6 @@ bool silent(uint32_t depth) { return asn1log == nullptr || level(depth) == 0; }
 constexpr int32_t octets_a_line = 16;
 
 void asn1_LogByteArrayLine(uint32_t depth, uint32_t index, const uint8_t *bytes, int32_t count) {
-  if (count < 1) return;
   asn1_LogMessage(depth, "  0x%08X ", index << 4);
   for (int32_t i = 0; i < count; ++i) std::fprintf(asn1log, "%02X ", bytes[i]);
   for (int32_t i = count; i < octets_a_line; ++i) std::fputs("   ", asn1log);
@@ -129,14 +129,11 @@ void asn1_LogObjId(uint32_t depth, const ObjId *oid) {
 
 void asn1_LogByteArray(uint32_t depth, const uint8_t *bytes, int32_t length) {
   if (silent(depth) || bytes == nullptr) return;
-  const int32_t full = length / octets_a_line;
-  for (int32_t i = 0; i < full; ++i) {
-    asn1_LogByteArrayLine(depth, static_cast<uint32_t>(i), bytes + i * octets_a_line,
-                          octets_a_line);
-  }
-  if (full >= 0) {
-    asn1_LogByteArrayLine(depth, static_cast<uint32_t>(full), bytes + full * octets_a_line,
-                          length % octets_a_line);
+  for (uint32_t line = 0; length > 0; ++line) {
+    const int32_t count = std::min(length, octets_a_line);
+    asn1_LogByteArrayLine(depth, line, bytes, count);
+    bytes += count;
+    length -= count;
   }
 }
 

@@ -25,7 +25,7 @@ class Buffer {
     if (count == 0) return true;
     uint32_t size;
     if (__builtin_add_overflow(size_, count, &size)) return false;
-    if (size > capacity_ && !reserve(size)) return false;
+    if ((data_ == nullptr || size > capacity_) && !reserve(size)) return false;
     std::memcpy(data_ + size_, octets, count);
     size_ = size;
     return true;

@@ -125,7 +125,7 @@ bool read_zone(DigitReader *text, time_t *offset) {
   int hours = 0;
   int minutes = 0;
   if (zone != 'Z' && (!text->number(2, &hours) || !text->number(2, &minutes))) return false;
-  *offset = (zone == '-' ? -60 : 60) * (hours * 60 + minutes);
+  *offset = (zone == '-' ? time_t{-60} : time_t{60}) * (hours * 60 + minutes);
   return text->next() == '\0';
 }
 

@@ -6,6 +6,7 @@
 
 /// Defines the constant record `name` of the arcs that follow. The record has a pointer to arcs
 /// that may be written, which the constant ones never are.
+// NOLINTBEGIN(bugprone-macro-parentheses): `name` is a name, which parentheses do not go around.
 #define OBJECT_IDENTIFIER_RECORD(name, ...)                                \
   inline constexpr uint32_t name##_oid[] = {__VA_ARGS__};                  \
   inline constexpr ObjId name = {sizeof name##_oid / sizeof name##_oid[0], \
@@ -20,5 +21,6 @@
   OBJECT_IDENTIFIER_RECORD(name, __VA_ARGS__) \
   }                                           \
   OBJECT_IDENTIFIER_GETTER(name)
+// NOLINTEND(bugprone-macro-parentheses)
 
 #endif

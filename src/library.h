@@ -36,8 +36,7 @@ inline void require(bool holds, const char *unit, const char *function, const ch
 template <class Record>
 Record *new_record() {
   static_assert(std::is_trivially_copyable_v<Record>);
-  void *block = std::malloc(sizeof(Record));
-  asm("" : "+r"(block));  // or the compiler makes a calloc of the two calls
+  void *const block = std::malloc(sizeof(Record));
   return block == nullptr ? nullptr : new (block) Record{};
 }
 

@@ -8,10 +8,10 @@
 namespace {
 
 // What is kept for everything but the nested values themselves.
-constexpr uintptr_t reserve = 16 * 1024;
+constexpr uintptr_t reserve = 0x4000;
 
 // Where the stack is one that the thread library does not know, such as a coroutine's.
-constexpr uintptr_t assumed = 32 * 1024;
+constexpr uintptr_t assumed = 0x8000;
 
 struct Bounds {
   uintptr_t low = 0;
