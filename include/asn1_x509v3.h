@@ -126,7 +126,9 @@ uint32_t asn1_OtherName_e(uint8_t **pp, const void *unused, const OtherName *pEl
 const uint8_t *asn1_OtherName_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                 OtherName **ppElement, uint32_t depth);
 
-/** Gives NULL for every record that has a `type` or a `value`; an empty copy for an empty record.
+/**
+ * Gives an empty copy, which the caller owns, of a record without fields; NULL for NULL and for a
+ * record whose `type` or `value` can be copied.
  */
 OtherName *asn1_OtherName_clone(const OtherName *pElement);
 

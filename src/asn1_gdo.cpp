@@ -223,8 +223,6 @@ const uint8_t *asn1_GDOObject_d(const uint8_t *z, const uint8_t *end, uint32_t, 
     if (octet != 0x30 && octet != 0x31) return nullptr;
     if (!in.read_header(static_cast<uint32_t>(octet), 0x30, &length, depth)) return nullptr;
     if (depth != 0) ++depth;
-    if (in.content(length).at_end())
-      break;  // no identifier in it: a leaf of id 0, which has no value
   }
   if (in.position() == z) return nullptr;  // no header, and so no length
 
@@ -269,8 +267,8 @@ void asn1_GDOObjectSetOf_free(GDOObject *pElement) {
 }
 
 void asn1_GDOObjectSetOfSetOf_free(GDOObject *pElement) {
-  // The attributes of a holder are no lists, at whatever place it stands; a leaf has none.
-  if (pElement != nullptr && role_of(pElement->id) == Role::container) {
+  // The attributes of a holder are no lists, at whatever place it stands.
+  if (pElement != nullptr && role_of(pElement->id) != Role::attribute_holder) {
     for (int32_t i = 0; i < List_len(pElement->children); ++i) {
       List_free(static_cast<List *>(List_get(pElement->children, i)), asn1_GDOObjectSetOf_free);
     }

@@ -112,12 +112,20 @@ using PrivateKeyUsagePeriodSyntax = Sequence<PrivateKeyUsagePeriod,
     Optional<&PrivateKeyUsagePeriod::notBefore, Explicit<0, UTCTimeCodec>>,
     Optional<&PrivateKeyUsagePeriod::notAfter, Explicit<1, UTCTimeCodec>>>;
 
+// A record without a list is written as one with an empty list.
+struct FullNameCodec : Implicit<0, GeneralNamesCodec> {
+  static uint32_t encode(uint8_t **pp, const List *names) {
+    return encode_implicit(pp, identifier,
+                           [&](uint8_t **to) { return GeneralNamesCodec::encode(to, names); });
+  }
+};
+
 // DistributionPointName ::= CHOICE {
 //   fullName                 [0] IMPLICIT SEQUENCE OF GeneralName,
 //   nameRelativeToCRLIssuer  [1] IMPLICIT RelativeDistinguishedName }
 using RdnCodec = ORVELASN1_FAMILY(0x31, RelativeDistinguishedName);
 using DistributionPointNameSyntax = Choice<DistributionPointName, UnknownKind::copies_kind,
-    Alternative<0, Implicit<0, GeneralNamesCodec>>,
+    Alternative<0, FullNameCodec>,
     Alternative<1, Implicit<1, RdnCodec>>>;
 using DistributionPointNameCodec = ORVELASN1_FAMILY(0, DistributionPointName);
 
@@ -166,11 +174,17 @@ uint32_t asn1_OtherName_e(uint8_t **pp, const void *, const OtherName *pElement)
   return OtherNameSyntax::encode(pp, pElement);
 }
 
-// A field that could be copied ends the copy: only an empty record has one.
+// A field that was copied ends the copy: one comes back only of a record without fields, or where the
+// field could not be copied.
 OtherName *asn1_OtherName_clone(const OtherName *pElement) {
-  if (pElement == nullptr || pElement->type != nullptr || pElement->value != nullptr)
-    return nullptr;
-  return OtherNameSyntax::create();
+  if (pElement == nullptr) return nullptr;
+  OtherName *const copy = OtherNameSyntax::create();
+  if (copy == nullptr) return nullptr;
+  copy->type = asn1_ObjId_clone(pElement->type);
+  if (copy->type == nullptr) copy->value = asn1_Any_clone(pElement->value);
+  if (copy->type == nullptr && copy->value == nullptr) return copy;
+  asn1_OtherName_free(copy);
+  return nullptr;
 }
 
 GeneralName *asn1_GeneralName_new() { return GeneralNameSyntax::create(); }

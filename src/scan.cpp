@@ -13,11 +13,11 @@ const char *skip_space(const char *c) {
   return c;
 }
 
-// Behind the last character that the conversion can look at.
+// Behind the last character that the conversion can look at; 0b is a prefix in newer C libraries.
 const char *reach(const char *c) {
   c = skip_space(c);
   if (*c == '+' || *c == '-') ++c;
-  if (*c == '0' && (c[1] == 'x' || c[1] == 'X')) {
+  if (*c == '0' && c[1] != '\0' && std::strchr("xXbB", c[1]) != nullptr) {
     c += 2;
     while (std::isxdigit(static_cast<unsigned char>(*c)) != 0) ++c;
   } else {

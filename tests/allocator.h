@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <climits>
 #include <cstddef>
 #include <cstdlib>
 
@@ -61,6 +62,12 @@ inline ReleaseWatch::ReleaseWatch(const void *block, size_t size)
       install_hooks([](const volatile void *, size_t) {}, &ReleaseWatch::on_release);
   EXPECT_NE(0, installed);
   active = this;
+}
+
+/// Calls `f`, which must release all that it allocates: the sanitizer sees to that.
+template <class F>
+void expect_nothing_kept(F f) {
+  f();
 }
 
 #else
@@ -123,6 +130,14 @@ long expect_failure_at_each_allocation(F f) {
     EXPECT_FALSE(succeeded) << "allocation " << successes;
     EXPECT_EQ(0, blocks_left) << "allocation " << successes;
   }
+}
+
+/// Calls `f`, which must release all that it allocates.
+template <class F>
+void expect_nothing_kept(F f) {
+  const FailingAllocation counting(LONG_MAX);
+  f();
+  EXPECT_EQ(0, counting.blocks_left());
 }
 
 #endif
