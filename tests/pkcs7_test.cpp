@@ -445,6 +445,15 @@ TEST(ContentInfoClone, IsDeep) {
   EXPECT_NE(info->content->value, copy->content->value);
 }
 
+#ifndef ORVELASN1_TESTS_SANITIZED
+TEST(ContentInfoClone, LosesNoSlot) {
+  const auto info = decoded(messages, abc);
+  const FailingAllocation none(1'000);
+  asn1_ContentInfo_free(asn1_ContentInfo_clone(info.get()));
+  EXPECT_EQ(0, none.blocks_left());
+}
+#endif
+
 // ---- SignedData ---------------------------------------------------------------------------------
 
 TEST(SignedData, NewRecordIsZero) { expect_new_record_is_zero(signed_datas); }
@@ -762,6 +771,12 @@ TEST(SignerInfo, AConstructedDigestComesBackPrimitive) {
   const Bytes primitive = signer.octets();
   signer.encrypted_digest = hex("24 80 04 01 D1 04 01 D2 00 00");
   expect_rewritten(signers, signer.octets(), primitive);
+}
+
+TEST(SignerInfo, KeepsAnIssuerThatItsTextCannotGiveBack) {
+  Signer signer;
+  signer.issuer_and_serial = issued(numbered);
+  expect_kept(signers, signer.octets());
 }
 
 TEST(SignerInfo, AnyVersionIsTaken) {

@@ -1,0 +1,19 @@
+#!/bin/sh
+# Builds the benchmarks and runs them several times; the medians are what to compare.
+#
+#   sh scripts/bench.sh [OPTION...]
+#
+# The options go to the benchmark program, such as --benchmark_filter=decode.
+set -eu
+cd "$(dirname "$0")/.."
+. scripts/lib.sh
+
+want_benchmark() {
+  want libbenchmark-dev has_header benchmark/benchmark.h
+}
+provide want_build_tools want_certificates want_benchmark
+
+cmake --preset bench -DORVELASN1_TOOL=OFF
+cmake --build --preset bench --target certificate_bench
+build/bench/bin/certificate_bench --benchmark_repetitions=9 --benchmark_min_time=0.2 \
+  --benchmark_report_aggregates_only=true --benchmark_enable_random_interleaving=true "$@"

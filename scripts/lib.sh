@@ -1,0 +1,91 @@
+# shellcheck shell=sh
+# Shared by the scripts of this folder: what they need is looked for and, as root on a system with
+# apt-get, installed. POSIX sh; to be sourced.
+
+say() {
+  printf '%s\n' "$*"
+}
+
+fail() {
+  printf '%s\n' "$*" >&2
+  exit 1
+}
+
+missing=
+
+# want PACKAGE COMMAND...: PACKAGE is missing where COMMAND fails.
+want() {
+  package=$1
+  shift
+  if ! "$@" >/dev/null 2>&1; then
+    missing="$missing $package"
+  fi
+}
+
+has() {
+  command -v "$1"
+}
+
+has_recent_cmake() {
+  has cmake && cmake --version | awk 'NR == 1 {
+    split($3, version, ".")
+    exit !(version[1] > 3 || version[1] == 3 && version[2] >= 25) }'
+}
+
+has_header() {
+  printf '#include <%s>\n' "$1" | g++ -std=c++20 -x c++ -fsyntax-only -
+}
+
+# links COMPILER OPTION...: whether the compiler makes a program with these options.
+links() {
+  scratch=$(mktemp -d)
+  echo 'int main() { return 0; }' >"$scratch/main.cpp"
+  result=0
+  "$@" "$scratch/main.cpp" -o "$scratch/main" || result=1
+  rm -rf "$scratch"
+  return $result
+}
+
+want_build_tools() {
+  want cmake has_recent_cmake
+  want ninja-build has ninja
+  want g++ links g++ -std=c++20
+}
+
+want_tool_libraries() {
+  want libcli11-dev has_header CLI/CLI.hpp
+  want nlohmann-json3-dev has_header nlohmann/json.hpp
+}
+
+want_certificates() {
+  want ca-certificates test -s /etc/ssl/certs/ca-certificates.crt
+}
+
+# provide FUNCTION...: calls each FUNCTION, which says with `want` what it needs, and installs what
+# is missing; ends the script where that cannot be done.
+provide() {
+  missing=
+  for function in "$@"; do "$function"; done
+  if [ -z "$missing" ]; then
+    return
+  fi
+  if ! has apt-get >/dev/null || [ "$(id -u)" != 0 ]; then
+    say "These are missing, by the names of their Debian packages:" >&2
+    for package in $missing; do say "  $package" >&2; done
+    if has apt-get >/dev/null; then
+      fail "Run this once as root, or install them: sudo apt-get install$missing"
+    fi
+    fail "Install what your system has in their place, then run this again."
+  fi
+  say "Installing$missing"
+  export DEBIAN_FRONTEND=noninteractive
+  # The names are meant to be split.
+  # shellcheck disable=SC2086
+  { apt-get update -q && apt-get install -q -y --no-install-recommends $missing; } ||
+    fail "apt-get could not install$missing"
+  missing=
+  for function in "$@"; do "$function"; done
+  if [ -n "$missing" ]; then
+    fail "Still missing after their packages were installed:$missing"
+  fi
+}

@@ -1,0 +1,21 @@
+// Distinguished names for people. They are made from the structure of a name, never from its text,
+// which cuts a value at its first zero octet and leaves its characters unconverted.
+#ifndef ORVELASN1_TOOL_NAMES_H
+#define ORVELASN1_TOOL_NAMES_H
+
+#include "page.h"
+#include "view.h"
+
+namespace tool {
+
+/// Adds the name to the open section, one attribute a row. The attributes that share a relative
+/// name with the one above have a plus in front.
+void add_name(Page &page, const RDNSequence *name, const View &view);
+
+/// The name in one line: "countryName=DE, organizationName=Example". A comma or plus inside a value
+/// has a backslash in front; a plus with blanks joins the attributes of one relative name.
+std::string one_line(const RDNSequence *name, const View &view);
+
+}  // namespace tool
+
+#endif
