@@ -2,6 +2,7 @@
 
 #include <pthread.h>
 
+#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 
@@ -16,40 +17,47 @@ constexpr uintptr_t assumed = 0x8000;
 struct Bounds {
   uintptr_t low = 0;
   uintptr_t high = 0;
+
+  bool hold(uintptr_t position) const { return low <= position && position < high; }
 };
 
-thread_local Bounds bounds;
-thread_local uintptr_t reading_limit = 0;
+// In the block that every thread has from its start: looking them up calls and allocates nothing.
+[[gnu::tls_model("initial-exec")]] thread_local Bounds bounds;
+[[gnu::tls_model("initial-exec")]] thread_local uintptr_t reading_limit = 0;
 
 uintptr_t here() { return reinterpret_cast<uintptr_t>(__builtin_frame_address(0)); }
 
-// The lowest address that the stack may reach.
-uintptr_t lowest(uintptr_t position) {
-  if (bounds.high == 0) {
-    pthread_attr_t attributes;
-    if (pthread_getattr_np(pthread_self(), &attributes) == 0) {
-      void *address = nullptr;
-      size_t size = 0;
-      if (pthread_attr_getstack(&attributes, &address, &size) == 0) {
-        bounds.low = reinterpret_cast<uintptr_t>(address);
-        bounds.high = bounds.low + size;
-      }
-      pthread_attr_destroy(&attributes);
-    }
+// Asks once for each thread. False when memory is exhausted.
+bool find_bounds() {
+  if (bounds.high != 0) return true;
+  pthread_attr_t attributes;
+  const int error = pthread_getattr_np(pthread_self(), &attributes);
+  if (error != 0) return error != ENOMEM;
+  void *address = nullptr;
+  size_t size = 0;
+  if (pthread_attr_getstack(&attributes, &address, &size) == 0) {
+    bounds.low = reinterpret_cast<uintptr_t>(address);
+    bounds.high = bounds.low + size;
   }
-  const bool known = bounds.low <= position && position < bounds.high;
-  return known ? bounds.low + reserve : position - assumed;
+  pthread_attr_destroy(&attributes);
+  return true;
+}
+
+// The lowest address that the stack may reach, as far as it is known.
+uintptr_t lowest(uintptr_t position) {
+  return bounds.hold(position) ? bounds.low + reserve : position - assumed;
 }
 
 }  // namespace
 
-asn1::ReadingNested::ReadingNested() : outermost_(reading_limit == 0) {
+asn1::ReadingNested::ReadingNested() : outermost_(reading_limit == 0), fits_(true) {
   const uintptr_t position = here();
   if (outermost_) {
+    fits_ = find_bounds();
     const uintptr_t low = lowest(position);
     reading_limit = position > low ? position - (position - low) / 3 : position;
   }
-  fits_ = position >= reading_limit;
+  fits_ = fits_ && position >= reading_limit;
 }
 
 asn1::ReadingNested::~ReadingNested() {
@@ -57,6 +65,7 @@ asn1::ReadingNested::~ReadingNested() {
 }
 
 bool asn1::stack_for_nested() {
+  find_bounds();
   const uintptr_t position = here();
   return position > lowest(position);
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <climits>
 #include <cstddef>
 #include <cstdlib>
@@ -92,7 +93,12 @@ class FailingAllocation {
   bool happened() const { return until_failure < 0; }
   long blocks_left() const { return blocks; }
 
-  static bool fails_now() { return until_failure >= 0 && until_failure-- == 0; }
+  /// Sets errno, as the allocator that it stands in for does.
+  static bool fails_now() {
+    const bool fails = until_failure >= 0 && until_failure-- == 0;
+    if (fails) errno = ENOMEM;
+    return fails;
+  }
   static void *count(void *block) {
     if (block != nullptr) ++blocks;
     return block;

@@ -47,7 +47,13 @@ for mark in "$@"; do
       nm -D "$library" | grep -q __stack_chk_fail || fail "no stack protector"
       ;;
     cet)
-      readelf -nW "$library" | grep -q 'x86 feature:.*IBT.*SHSTK' || fail "no IBT and SHSTK"
+      readelf -nW "$library" | grep -q 'x86 feature:.*SHSTK' || fail "no SHSTK"
+      # Every exported function begins with a mark for indirect calls.
+      objdump -d "$library" | awk -v prefix="$prefix" '
+        /^[0-9a-f]+ <.*>:$/ { name = substr($2, 2, length($2) - 3); first = 1; next }
+        first && NF { if (name ~ "^" prefix "[A-Za-z0-9_]*$" && $0 !~ /endbr64/) print name; first = 0 }' \
+        >"$folder/unmarked"
+      test ! -s "$folder/unmarked" || fail "no endbr64 in $(cat "$folder/unmarked")"
       ;;
     *)
       fail "no such mark: $mark"
