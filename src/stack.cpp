@@ -1,7 +1,11 @@
 #include "stack.h"
 
 #include <pthread.h>
+#include <sys/auxv.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
@@ -27,17 +31,31 @@ struct Bounds {
 
 uintptr_t here() { return reinterpret_cast<uintptr_t>(__builtin_frame_address(0)); }
 
+// The stack of the main thread ends behind the name of the program, which the kernel puts there, and
+// may grow as far as the process's limit allows. The thread library would read a file to find out.
+Bounds bounds_of_main_thread() {
+  constexpr rlim_t most = 0x4000000;
+  rlimit limit = {};
+  if (getrlimit(RLIMIT_STACK, &limit) != 0) return {};
+  const auto high = (static_cast<uintptr_t>(getauxval(AT_EXECFN)) | 0xFFF) + 1;
+  return {high - static_cast<uintptr_t>(std::min(limit.rlim_cur, most)), high};
+}
+
 // Asks once for each thread. False when memory is exhausted.
 bool find_bounds() {
   if (bounds.high != 0) return true;
+  if (getpid() == gettid()) {
+    bounds = bounds_of_main_thread();
+    return true;
+  }
   pthread_attr_t attributes;
   const int error = pthread_getattr_np(pthread_self(), &attributes);
   if (error != 0) return error != ENOMEM;
   void *address = nullptr;
   size_t size = 0;
   if (pthread_attr_getstack(&attributes, &address, &size) == 0) {
-    bounds.low = reinterpret_cast<uintptr_t>(address);
-    bounds.high = bounds.low + size;
+    const auto low = reinterpret_cast<uintptr_t>(address);
+    bounds = {low, low + size};
   }
   pthread_attr_destroy(&attributes);
   return true;
