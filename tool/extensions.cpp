@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "general_names.h"
 #include "oids.h"
 #include "text.h"
 
@@ -172,6 +173,114 @@ std::optional<ExtensionValue> private_key_usage_period(Octets value, const View 
   return result;
 }
 
+std::optional<ExtensionValue> general_names(Octets value, const View &view) {
+  const auto names = decoded(decode_general_names, free_general_names, value);
+  if (!names) return std::nullopt;
+  return ExtensionValue{general_name_lines(names.get(), view), json_of_general_names(names.get())};
+}
+
+std::optional<ExtensionValue> access_information(Octets value, const View &view) {
+  const auto list =
+      decoded(asn1_AuthorityInfoAccessSyntax_d, asn1_AuthorityInfoAccessSyntax_free, value);
+  if (!list) return std::nullopt;
+  ExtensionValue result{{}, Json::array()};
+  for (const auto *access : elements<AccessDescription>(list.get())) {
+    result.lines.push_back(label(access->accessMethod, view) + ", " +
+                           general_name_text(access->accessLocation, view));
+    Json object;
+    put_oid(object, "accessMethod", access->accessMethod);
+    object["accessLocation"] = json_of(access->accessLocation);
+    result.json.push_back(std::move(object));
+  }
+  return result;
+}
+
+/// The lines and JSON of a point's own name, in full or relative to the issuer of the CRL.
+void put_point_name(ExtensionValue &result, Json &object, const DistributionPointName *name,
+                    const View &view) {
+  constexpr uint8_t full_name = 0;
+  const auto *const list = static_cast<const List *>(name->value);
+  if (name->kind == full_name) {
+    for (std::string &line : general_name_lines(list, view))
+      result.lines.push_back(std::move(line));
+    object["fullName"] = json_of_general_names(list);
+    return;
+  }
+  const Bytes relative =
+      encoded([list](uint8_t **pp) { return asn1_RelativeDistinguishedName_e(pp, list); });
+  result.lines.push_back("relative to the issuer " + hex(relative));
+  object["nameRelativeToCRLIssuer"] = hex(relative);
+}
+
+std::optional<ExtensionValue> distribution_points(Octets value, const View &view) {
+  const auto decode = [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, List **list,
+                         uint32_t depth) {
+    return asn1_SeqOf_d(z, end, impl_tag, asn1_DistributionPoint_d, asn1_DistributionPoint_free,
+                        list, depth);
+  };
+  const auto list = decoded<List>(
+      decode, [](List *points) { List_free(points, asn1_DistributionPoint_free); }, value);
+  if (!list) return std::nullopt;
+  ExtensionValue result{{}, Json::array()};
+  for (const auto *point : elements<DistributionPoint>(list.get())) {
+    Json object = Json::object();
+    if (point->distributionPoint != nullptr)
+      put_point_name(result, object, point->distributionPoint, view);
+    if (point->reasons != nullptr) {
+      result.lines.push_back("  only for some reasons, bits " + hex(octets(point->reasons)));
+      object["reasons"] = json_of(point->reasons);
+    }
+    result.json.push_back(std::move(object));
+  }
+  return result;
+}
+
+/// The public form, with implicit tags; the library's own type of this name has explicit ones.
+std::optional<ExtensionValue> authority_key_identifier(Octets value, const View &view) {
+  Components components(value);
+  const auto key = components.take(0x80, asn1_OctetString_d, asn1_OctetString_free);
+  const auto issuer = components.take(0xA1, decode_general_names, free_general_names);
+  const auto serial = components.take(0x82, asn1_Integer_d, asn1_Integer_free);
+  if (!components.done()) return std::nullopt;
+  ExtensionValue result{{}, Json::object()};
+  if (key) {
+    result.lines.push_back(hex(octets(key.get())));
+    result.json["keyIdentifier"] = hex(octets(key.get()));
+  }
+  if (issuer) {
+    for (std::string &line : general_name_lines(issuer.get(), view))
+      result.lines.push_back("issuer " + line);
+    result.json["authorityCertIssuer"] = json_of_general_names(issuer.get());
+  }
+  if (serial) {
+    result.lines.push_back("serial " + integer_text(serial.get()));
+    result.json["authorityCertSerialNumber"] = integer_text(serial.get());
+  }
+  return result;
+}
+
+std::optional<ExtensionValue> policies(Octets value, const View &view) {
+  const auto decode = [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, List **list,
+                         uint32_t depth) {
+    return asn1_SeqOf_d(z, end, impl_tag, asn1_Any_d, asn1_Any_free, list, depth);
+  };
+  const auto list = decoded<List>(
+      decode, [](List *all) { List_free(all, asn1_Any_free); }, value);
+  if (!list) return std::nullopt;
+  ExtensionValue result{{}, Json::array()};
+  for (const auto *policy : elements<Any>(list.get())) {
+    Components components(octets(policy));
+    const auto identifier = components.take(0x06, asn1_ObjId_d, asn1_ObjId_free);
+    if (!identifier) return std::nullopt;
+    const bool qualified = components.next_is(0x30);
+    result.lines.push_back(label(identifier.get(), view) + (qualified ? ", qualified" : ""));
+    Json object;
+    put_oid(object, "policyIdentifier", identifier.get());
+    result.json.push_back(std::move(object));
+  }
+  return result;
+}
+
 std::optional<ExtensionValue> number(Octets value, const View &) {
   const auto integer = decoded(asn1_Integer_d, asn1_Integer_free, value);
   if (!integer) return std::nullopt;
@@ -228,6 +337,15 @@ constexpr Row syntaxes[] = {
     {"subjectKeyIdentifier", key_identifier},
     {"extKeyUsage", extended_key_usage},
     {"basicConstraints", basic_constraints},
+    {"subjectAltName", general_names},
+    {"issuerAltName", general_names},
+    {"certificateIssuer", general_names},
+    {"authorityInfoAccess", access_information},
+    {"subjectInfoAccess", access_information},
+    {"cRLDistributionPoints", distribution_points},
+    {"freshestCRL", distribution_points},
+    {"authorityKeyIdentifier", authority_key_identifier},
+    {"certificatePolicies", policies},
     {"policyConstraints", policy_constraints},
     {"privateKeyUsagePeriod", private_key_usage_period},
     {"inhibitAnyPolicy", number},
@@ -258,7 +376,7 @@ ExtensionValue read_extension(const Extension *extension, const View &view) {
   const auto *const row = std::ranges::find(syntaxes, std::string_view(name), &Row::name);
   if (row == std::end(syntaxes)) return unread;
   if (auto read = row->read(value, view)) return std::move(*read);
-  unread.lines.insert(unread.lines.begin(), "malformed:");
+  unread.lines.insert(unread.lines.begin(), "in a form that is not read here:");
   return unread;
 }
 

@@ -237,9 +237,60 @@ TEST_F(ToolShow, PrintsAPage) {
                 "  subjectKeyIdentifier        0A0B0C0D\n"
                 "  basicConstraints, critical  CA, path length 0\n"
                 "  cRLNumber                   4096\n"
-                "  subjectAltName              30048202 6162\n"
+                "  subjectAltName              DNS ab\n"
                 "\n",
             result.out);
+}
+
+TEST_F(ToolShow, ReadsTheValuesOfExtensions) {
+  struct Row {
+    const char *identifier;  ///< behind 2.5.29
+    const char *value;
+    std::vector<const char *> lines;
+  };
+  const std::vector<Row> rows{
+      {"11", "30 04 81 02 61 40", {"mail a@"}},
+      {"11", "30 04 86 02 78 3A", {"URI x:"}},
+      {"11", "30 06 87 04 C0 00 02 01", {"IP 192.0.2.1"}},
+      {"11", "30 12 87 10 20 01 0D B8 00 00 00 00 00 00 00 00 00 00 00 01", {"IP 2001:db8::1"}},
+      {"11", "30 05 87 03 01 02 03", {"IP 010203"}},
+      {"11", "30 05 88 03 55 04 03", {"identifier commonName"}},
+      {"11", "30 0B A0 09 06 03 2A 03 04 A0 02 05 00", {"other name 1.2.3.4, 0500"}},
+      {"11", "30 0F A4 0D 31 0B 30 09 06 03 55 04 06 13 02 44 45", {"directory countryName=DE"}},
+      {"12", "30 08 82 02 61 62 82 02 63 1B", {"DNS ab", "DNS c\\x1B"}},
+      {"23", "30 08 80 02 0A 0B 82 02 10 00", {"0A0B", "serial 1000"}},
+      {"23", "30 06 A1 04 82 02 61 62", {"issuer DNS ab"}},
+      {"1F", "30 0A 30 08 A0 06 A0 04 86 02 78 3A", {"URI x:"}},
+      {"1F",
+       "30 0E 30 0C A0 06 A0 04 86 02 78 3A 81 02 06 40",
+       {"URI x:", "  only for some reasons, bits 40"}},
+      {"20", "30 08 30 06 06 04 55 1D 20 00", {"anyPolicy"}},
+      {"20", "30 0C 30 0A 06 04 55 1D 20 00 30 02 30 00", {"anyPolicy, qualified"}},
+      // The tag of a directory name around its SEQUENCE, an X.400 address, an issuer of a CRL.
+      {"11", "30 05 A4 03 30 01 00", {"in a form that is not read here:"}},
+      {"11", "30 04 A3 02 05 00", {"in a form that is not read here:"}},
+      {"1F", "30 08 30 06 A2 04 82 02 61 62", {"in a form that is not read here:"}},
+  };
+  for (const Row &row : rows) {
+    const Bytes extension =
+        sequence(hex(std::string("06 03 55 1D ") + row.identifier) + element(0x04, hex(row.value)));
+    const Outcome result = run({"show"}, characters(certificate_with(extension)));
+    EXPECT_EQ(0, result.status) << result.err;
+    for (const char *line : row.lines) {
+      EXPECT_NE(std::string::npos, result.out.find(std::string(" ") + line + "\n"))
+          << row.identifier << ": " << row.value << "\n"
+          << result.out;
+    }
+  }
+}
+
+TEST_F(ToolShow, ReadsWhereAnIssuerIsFound) {
+  // 1.3.6.1.5.5.7.1.1 with 1.3.6.1.5.5.7.48.1 and the URI "x:".
+  const Bytes extension = sequence(hex(
+      "06 08 2B 06 01 05 05 07 01 01 04 12 30 10 30 0E 06 08 2B 06 01 05 05 07 30 01 86 02 78 3A"));
+  const Outcome result = run({"show"}, characters(certificate_with(extension)));
+  EXPECT_NE(std::string::npos, result.out.find("  authorityInfoAccess  ocsp, URI x:\n"))
+      << result.out;
 }
 
 TEST_F(ToolShow, PrintsFourLines) {
@@ -392,8 +443,10 @@ TEST_F(ToolShow, CutsLongValuesUnlessAskedForAll) {
 
 TEST_F(ToolShow, SaysWhatIsMalformedInAnExtension) {
   const Bytes usage = sequence(hex("06 03 55 1D 0F 04 02 05 00"));
-  EXPECT_NE(std::string::npos, run({"show"}, characters(certificate_with(usage)))
-                                   .out.find("  keyUsage      malformed:\n                0500\n"));
+  EXPECT_NE(
+      std::string::npos,
+      run({"show"}, characters(certificate_with(usage)))
+          .out.find("  keyUsage      in a form that is not read here:\n                0500\n"));
 }
 
 TEST_F(ToolShow, ColoursOnlyWhereWanted) {
@@ -639,6 +692,42 @@ TEST_F(ToolJson, HasNothingThatTheSchemaDoesNotDescribe) {
                             {"kind": 24, "value": "20200101000000Z",
                              "time": "2020-01-01T00:00:00Z"},
                             true, ["sslServer"], "hi", null])"),
+            json(decoded));
+}
+
+TEST_F(ToolJson, HasTheNamesAndPlacesInExtensions) {
+  const auto extension = [](const char *oid, const char *value) {
+    return sequence(element(0x06, hex(oid)) + element(0x04, hex(value)));
+  };
+  Parts parts;
+  parts.extensions =
+      extension("55 1D 11",
+                "30 26 82 02 61 62 87 04 C0 00 02 01 88 02 2A 03 "
+                "A0 07 06 01 2A A0 02 05 00 A4 0D 31 0B 30 09 06 03 55 04 06 13 02 44 45") +
+      extension("55 1D 23", "30 0E 80 02 0A 0B A1 04 82 02 61 62 82 02 10 00") +
+      extension("55 1D 1F", "30 0E 30 0C A0 06 A0 04 86 02 78 3A 81 02 06 40") +
+      extension("55 1D 20", "30 08 30 06 06 04 55 1D 20 00") +
+      extension("2B 06 01 05 05 07 01 01", "30 10 30 0E 06 08 2B 06 01 05 05 07 30 01 86 02 78 3A");
+  const Outcome result = run({"show", "--json"}, characters(certificate(parts)));
+  ASSERT_EQ(0, result.status) << result.err;
+  EXPECT_EQ("", schema_violation(result.out));
+  const json tbs = json::parse(result.out)["tbsCertificate"];
+  std::vector<json> decoded;
+  for (const json &one : tbs["extensions"]) decoded.push_back(one.value("decoded", json()));
+  EXPECT_EQ(json::parse(R"([
+    [{"kind": 2, "kindName": "DNS", "value": "ab"},
+     {"kind": 7, "kindName": "IP", "value": "192.0.2.1"},
+     {"kind": 8, "kindName": "identifier", "value": "1.2.3"},
+     {"kind": 0, "kindName": "other name", "type": "1.2", "value": "0500"},
+     {"kind": 4, "kindName": "directory", "value": "/c(19)=DE"}],
+    {"keyIdentifier": "0A0B",
+     "authorityCertIssuer": [{"kind": 2, "kindName": "DNS", "value": "ab"}],
+     "authorityCertSerialNumber": "1000"},
+    [{"fullName": [{"kind": 6, "kindName": "URI", "value": "x:"}],
+      "reasons": {"length": 2, "data": "40"}}],
+    [{"policyIdentifier": "2.5.29.32.0", "policyIdentifierName": "anyPolicy"}],
+    [{"accessMethod": "1.3.6.1.5.5.7.48.1", "accessMethodName": "ocsp",
+      "accessLocation": {"kind": 6, "kindName": "URI", "value": "x:"}}]])"),
             json(decoded));
 }
 
