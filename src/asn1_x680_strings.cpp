@@ -180,7 +180,7 @@ bool join_segments(Reader *in, const Header &header, uint8_t tag, uint32_t depth
     bool closed = !value.indefinite && value.rest.at_end();
     if (value.indefinite) {
       // The end-of-contents may stand right behind the limit, which leaves out its two octets.
-      Reader rest(value.rest.position(), value.rest.end() + 2);
+      Reader rest = value.rest.with_eoc();
       closed = rest.read_eoc();
       value.rest.move_to(rest.position());
     }

@@ -62,6 +62,9 @@ class Reader {
     return take(count, &octets);
   }
 
+  /// The same with the two octets behind it that content_before_eoc() left out.
+  Reader with_eoc() const { return Reader(z_, end_ + 2); }
+
   /// Moves to where another decoder stopped, which read from this position on.
   void move_to(const uint8_t *z) { z_ = z; }
 

@@ -240,7 +240,7 @@ const uint8_t *asn1_ContentInfo_d(const uint8_t *z, const uint8_t *end, uint32_t
   if (complete && header.indefinite) {
     // Looked for right behind the [0], where that has a definite length, also if it was not used
     // up.
-    Reader rest(content.position(), limit + 2);
+    Reader rest = Reader(content.position(), limit).with_eoc();
     complete = rest.read_eoc();
     content.move_to(rest.position());
   }
