@@ -19,6 +19,16 @@ target_compile_options(
             $<$<CXX_COMPILER_ID:Clang>:-Weverything ${clang_exceptions}>
             $<$<BOOL:${ORVELASN1_WERROR}>:-Werror>)
 
+# The same for tests, where GoogleTest's macros make globals with constructors.
+add_library(orvelasn1_test_warnings INTERFACE)
+target_link_libraries(orvelasn1_test_warnings INTERFACE orvelasn1_warnings)
+target_compile_options(
+  orvelasn1_test_warnings
+  INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wno-global-constructors
+            -Wno-exit-time-destructors
+            -Wno-used-but-marked-unused
+            -Wno-weak-vtables>)
+
 # What guards a shared library that sits where attackers' octets arrive first.
 add_library(orvelasn1_hardening INTERFACE)
 target_compile_options(
