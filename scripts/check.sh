@@ -15,7 +15,7 @@ want_test_tools() {
   want googletest test -e /usr/src/googletest/CMakeLists.txt
   want openssl has openssl
   want binutils has readelf
-  want locales has localedef
+  want locales test -e /usr/share/i18n/locales/C
   want libc6-dev links gcc
 }
 
