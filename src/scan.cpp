@@ -48,7 +48,6 @@ asn1::Scan asn1::IntegerScanner::scan(const char *text, int32_t *value, size_t *
   int number = 0;
   int characters = 0;
   Scan result = Scan::no_number;
-  // NOLINTNEXTLINE(cert-err34-c): fits_int() finds the numbers that it would not report.
   if (std::sscanf(copy, "%i%n", &number, &characters) != 1) {
     barren_ = skip_space(text);
   } else if (!fits_int(copy)) {

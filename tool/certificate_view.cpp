@@ -44,7 +44,7 @@ std::vector<std::string> signature_text(const Certificate *certificate, const Vi
 /// The first and the last octets of a long serial number.
 std::string short_serial(const Integer *serial) {
   constexpr size_t most = 16;
-  const std::string digits = integer_text(serial);
+  std::string digits = integer_text(serial);
   if (digits.size() <= most) return digits;
   return digits.substr(0, most / 2) + "..." + digits.substr(digits.size() - most / 4);
 }

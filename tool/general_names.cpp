@@ -62,7 +62,7 @@ std::string directory_text(const Name *text, const View &view) {
 }  // namespace
 
 std::string general_name_text(const GeneralName *name, const View &view) {
-  const std::string word = std::string(word_for(name->kind)) + " ";
+  std::string word = std::string(word_for(name->kind)) + " ";
   switch (name->kind) {
     case other_name: {
       const auto *const other = value_of<OtherName>(name);

@@ -59,6 +59,7 @@ inline Octets octets(const BitString *bits) {
 template <class Element>
 std::vector<const Element *> elements(const List *list) {
   std::vector<const Element *> all;
+  all.reserve(static_cast<size_t>(List_len(list)));
   for (int32_t i = 0; i < List_len(list); ++i)
     all.push_back(static_cast<const Element *>(List_get(list, i)));
   return all;
