@@ -57,7 +57,7 @@ Found find_fields(const Place &content, std::span<const Field> fields) {
                                 ", but the enclosing element ends");
       return found;
     }
-    const Found inner = find(place, *field.syntax, field.tag);
+    Found inner = find(place, *field.syntax, field.tag);
     if (inner.fault || inner.open) return inner;
     at += inner.size;
   }
@@ -75,7 +75,7 @@ Found find_elements(const Place &content, const Syntax &element) {
   while (at < content.rest.size()) {
     const Place place{content.rest.subspan(at), content.offset + at,
                       content.path + "[" + std::to_string(number++) + "]"};
-    const Found inner = find(place, element, 0);
+    Found inner = find(place, element, 0);
     if (inner.fault || inner.open) return inner;
     at += inner.size;
   }
