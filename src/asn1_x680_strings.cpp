@@ -8,9 +8,6 @@ namespace {
 
 constexpr const char *unit = "asn1_x680";
 
-/// The octets that hold so many bits.
-constexpr uint32_t octets_of_bits(uint32_t bits) { return bits / 8 + (bits % 8 != 0 ? 1 : 0); }
-
 /// Octets that are appended to, in one block that the caller takes over in the end.
 class Buffer {
  public:

@@ -192,6 +192,12 @@ constexpr uint32_t length_octets(uint32_t length) {
 
 constexpr uint32_t header_octets(uint32_t length) { return 1 + length_octets(length); }
 
+/// The octets of an element with `content` content octets; 0 where that does not fit 32 bits.
+inline uint32_t element_octets(uint32_t content) {
+  uint32_t whole;
+  return __builtin_add_overflow(content, header_octets(content), &whole) ? 0 : whole;
+}
+
 /// The size of an encoding as its parts are measured. A part of no octets is a failure, and so is a
 /// sum that does not fit 32 bits: what cannot be counted must not be written.
 class Measure {
@@ -199,20 +205,11 @@ class Measure {
   bool add(uint32_t octets) { return octets != 0 && !__builtin_add_overflow(sum_, octets, &sum_); }
   uint32_t content() const { return sum_; }
   /// The content with a header in front of it; 0 where that does not fit 32 bits.
-  uint32_t element() const {
-    uint32_t whole;
-    return __builtin_add_overflow(sum_, header_octets(sum_), &whole) ? 0 : whole;
-  }
+  uint32_t element() const { return element_octets(sum_); }
 
  private:
   uint32_t sum_ = 0;
 };
-
-/// The octets of an element with `content` content octets; 0 where that does not fit 32 bits.
-inline uint32_t element_octets(uint32_t content) {
-  uint32_t whole;
-  return __builtin_add_overflow(content, header_octets(content), &whole) ? 0 : whole;
-}
 
 /// Where an encoder writes, in a buffer that its caller has measured.
 class Writer {

@@ -47,6 +47,9 @@ Value *new_array(size_t count) {
   return static_cast<Value *>(std::malloc(count * sizeof(Value)));
 }
 
+/// The octets that hold so many bits.
+constexpr uint32_t octets_of_bits(uint32_t bits) { return bits / 8 + (bits % 8 != 0 ? 1 : 0); }
+
 /// The depth of the trace for what stands inside a constructed value.
 constexpr uint32_t child_depth(uint32_t depth) { return depth == 0 ? 0 : depth + 1; }
 

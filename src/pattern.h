@@ -305,7 +305,7 @@ struct Wiped : Required<Member, Codec> {
   static void free(Record *record) {
     const BitString *const bits = record->*Member;
     if (bits != nullptr && bits->data != nullptr) {
-      explicit_bzero(bits->data, bits->length / 8 + (bits->length % 8 != 0 ? 1 : 0));
+      explicit_bzero(bits->data, octets_of_bits(bits->length));
     }
     Codec::free(record->*Member);
   }
