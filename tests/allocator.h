@@ -10,15 +10,8 @@
 #include <cstddef>
 #include <cstdlib>
 
+#include "sanitizers.h"
 #include "support.h"
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define ORVELASN1_TESTS_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define ORVELASN1_TESTS_SANITIZED 1
-#endif
-#endif
 
 namespace support {
 

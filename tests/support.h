@@ -1,4 +1,4 @@
-// What the tests share: octets as text, decoding from a buffer of exactly the input's size, encoding
+// What the tests share: decoding from a buffer of exactly the input's size, encoding
 // in two passes, and the lines of the trace.
 #ifndef ORVELASN1_TESTS_SUPPORT_H
 #define ORVELASN1_TESTS_SUPPORT_H
@@ -18,47 +18,9 @@
 #include <string_view>
 #include <vector>
 
+#include "octets.h"
+
 namespace support {
-
-using Bytes = std::vector<uint8_t>;
-
-/// The octets of a hex text; blanks are skipped.
-inline Bytes hex(std::string_view text) {
-  Bytes out;
-  std::string digits;
-  for (const char c : text) {
-    if (c == ' ' || c == '\n') continue;
-    digits += c;
-    if (digits.size() == 2) {
-      out.push_back(static_cast<uint8_t>(std::stoul(digits, nullptr, 16)));
-      digits.clear();
-    }
-  }
-  return out;
-}
-
-/// The octets of a text, without a closing NUL.
-inline Bytes text(std::string_view s) { return Bytes(s.begin(), s.end()); }
-
-inline Bytes operator+(Bytes a, const Bytes &b) {
-  a.insert(a.end(), b.begin(), b.end());
-  return a;
-}
-
-/// A definite-length element: identifier octet, shortest length, content.
-inline Bytes element(uint8_t tag, const Bytes &content) {
-  Bytes out{tag};
-  const size_t n = content.size();
-  if (n < 0x80) {
-    out.push_back(static_cast<uint8_t>(n));
-  } else {
-    int octets = 0;
-    for (size_t rest = n; rest != 0; rest >>= 8) ++octets;
-    out.push_back(static_cast<uint8_t>(0x80 | octets));
-    for (int i = octets - 1; i >= 0; --i) out.push_back(static_cast<uint8_t>(n >> (8 * i)));
-  }
-  return out + content;
-}
 
 /// A copy of the octets in a heap block of exactly their number, so that a sanitizer sees a read
 /// behind the end.

@@ -1,202 +1,19 @@
 // Certificates that the openssl tool makes are read as it reads them itself, and certificates that
 // this library makes are read and verified by it.
-#include <support.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <map>
-#include <sstream>
-#include <stdexcept>
+#include "openssl.h"
 
 namespace {
 
 using namespace support;
 
 /* ------------------------------------------------------------------------------------------- */
-/* The openssl tool                                                                              */
-/* ------------------------------------------------------------------------------------------- */
-
-/// A folder of its own for each run, in which the tool works. It goes away at the end.
-const std::filesystem::path &folder() {
-  struct Temporary {
-    std::filesystem::path path = std::filesystem::temp_directory_path() / "orvelasn1.XXXXXX";
-    Temporary() {
-      std::string name = path.string();
-      if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-      path = name;
-    }
-    ~Temporary() {
-      std::error_code ignored;
-      std::filesystem::remove_all(path, ignored);
-    }
-  };
-  static const Temporary temporary;
-  return temporary.path;
-}
-
-void write_file(const std::string &name, const Bytes &octets) {
-  std::ofstream out(folder() / name, std::ios::binary);
-  std::copy(octets.begin(), octets.end(), std::ostreambuf_iterator<char>(out));
-}
-
-Bytes read_file(const std::string &name) {
-  std::ifstream in(folder() / name, std::ios::binary);
-  return Bytes(std::istreambuf_iterator<char>(in), {});
-}
-
-/// What `openssl ARGUMENTS` prints. Where it fails, what it printed is the failure of the test.
-std::string openssl(const std::string &arguments) {
-  const std::string command = "cd '" + folder().string() + "' && openssl " + arguments + " 2>&1";
-  FILE *pipe = popen(command.c_str(), "r");
-  if (pipe == nullptr) throw std::runtime_error("no pipe for " + command);
-  std::string out;
-  for (int c = getc(pipe); c != EOF; c = getc(pipe)) out += static_cast<char>(c);
-  if (pclose(pipe) != 0) throw std::runtime_error(command + "\n" + out);
-  return out;
-}
-
-/// The rest of the line of `report` behind `label`.
-std::string after(const std::string &label, const std::string &report) {
-  const size_t start = report.find(label);
-  if (start == std::string::npos) throw std::runtime_error("no " + label + " in\n" + report);
-  const size_t text = start + label.size();
-  return report.substr(text, report.find('\n', text) - text);
-}
-
-/// The file of a private key, made at its first use; "rsa.spki" and so on hold the public key. That
-/// ends in an odd octet, because the library writes a key without zero bits at its end.
-std::string key(const std::string &kind) {
-  static const std::map<std::string, std::string> options = {
-      {"rsa", "-algorithm RSA -pkeyopt rsa_keygen_bits:2048"},
-      {"ec", "-algorithm EC -pkeyopt ec_paramgen_curve:P-256"},
-      {"ed25519", "-algorithm ED25519"}};
-  const std::string pem = kind + ".pem";
-  while (!std::filesystem::exists(folder() / pem)) {
-    openssl("genpkey " + options.at(kind) + " -out candidate.pem");
-    openssl("pkey -in candidate.pem -pubout -outform DER -out " + kind + ".spki");
-    if (read_file(kind + ".spki").back() % 2 != 0)
-      std::filesystem::rename(folder() / "candidate.pem", folder() / pem);
-  }
-  return pem;
-}
-
-/* ------------------------------------------------------------------------------------------- */
-/* A certificate as the tool takes it apart                                                      */
-/* ------------------------------------------------------------------------------------------- */
-
-/// One element as `openssl asn1parse` finds it.
-struct Element {
-  int depth;
-  std::string type;
-  Bytes whole;
-  Bytes content;
-  std::vector<Element> parts;
-};
-
-Element take_apart(const std::string &file) {
-  const Bytes octets = read_file(file);
-  std::istringstream report(openssl("asn1parse -inform DER -in " + file));
-  Element top{-1, "", {}, {}, {}};
-  for (std::string line; std::getline(report, line);) {
-    size_t offset = 0, header = 0, length = 0;
-    int depth = 0;
-    char form[5] = "", type[19] = "";
-    if (std::sscanf(line.c_str(), " %zu:d=%d hl=%zu l=%zu %4s: %18[^:]", &offset, &depth, &header,
-                    &length, form, type) != 6)
-      throw std::runtime_error("not a line of asn1parse: " + line);
-    std::string name = type;
-    name.erase(name.find_last_not_of(' ') + 1);
-    Element *parent = &top;
-    while (parent->depth + 1 < depth) parent = &parent->parts.back();
-    const auto start = octets.begin() + static_cast<std::ptrdiff_t>(offset);
-    const auto content = start + static_cast<std::ptrdiff_t>(header);
-    const auto stop = content + static_cast<std::ptrdiff_t>(length);
-    parent->parts.push_back({depth, name, Bytes(start, stop), Bytes(content, stop), {}});
-  }
-  return top.parts.at(0);
-}
-
-/* ------------------------------------------------------------------------------------------- */
-/* Records as the tool prints them                                                               */
-/* ------------------------------------------------------------------------------------------- */
-
-std::string upper_hex(const Bytes &octets) {
-  std::string out;
-  for (const uint8_t octet : octets) {
-    out += "0123456789ABCDEF"[octet >> 4];
-    out += "0123456789ABCDEF"[octet & 15];
-  }
-  return out;
-}
-
-/// 4711 is "1267", -5 is "-05".
-std::string serial_text(const Integer *serial) {
-  Bytes octets = value(serial);
-  if (octets.empty()) return "00";
-  if (serial->negative == 0) return upper_hex(octets);
-  bool carry = true;
-  for (auto octet = octets.rbegin(); octet != octets.rend(); ++octet) {
-    *octet = static_cast<uint8_t>(~*octet + (carry ? 1 : 0));
-    carry = carry && *octet == 0;
-  }
-  return std::string("-").append(upper_hex(octets));
-}
-
-/// "2026-01-31 12:00:00Z" for "260131120000Z" and for "20260131120000Z".
-std::string date_text(const Time *time) {
-  std::string t = time->value;
-  if (time->kind == 23) t.insert(0, t < "50" ? "20" : "19");
-  return t.substr(0, 4) + "-" + t.substr(4, 2) + "-" + t.substr(6, 2) + " " + t.substr(8, 2) + ":" +
-         t.substr(10, 2) + ":" + t.substr(12);
-}
-
-std::string identifier_text(const ObjId *oid) {
-  uint32_t size = 0;
-  EXPECT_EQ(0, asn1_ObjId_sprint(oid, nullptr, &size));
-  std::string out(size, '\0');
-  EXPECT_EQ(0, asn1_ObjId_sprint(oid, out.data(), &size));
-  out.resize(size - 1);
-  return out;
-}
-
-/// "2.5.4.6=#13024445,2.5.4.10=#0C0161+2.5.4.11=#0C0162"
-std::string name_text(const RDNSequence *name) {
-  std::string out;
-  for (int32_t i = 0; i < List_len(name); ++i) {
-    const auto *rdn = static_cast<const RelativeDistinguishedName *>(List_get(name, i));
-    for (int32_t k = 0; k < List_len(rdn); ++k) {
-      const auto *part = static_cast<const AttributeValueAssertion *>(List_get(rdn, k));
-      if (!out.empty()) out += k == 0 ? ',' : '+';
-      out += identifier_text(part->type) + "=#" +
-             upper_hex(element(static_cast<uint8_t>(part->valueTag), value(part->value)));
-    }
-  }
-  return out;
-}
-
-const std::string as_encoded = " -nameopt oid,sep_comma_plus,dump_all,dump_der";
-
-/* ------------------------------------------------------------------------------------------- */
 /* Reading what the tool makes                                                                   */
 /* ------------------------------------------------------------------------------------------- */
 
-struct FreeCertificate {
-  void operator()(Certificate *c) const { asn1_Certificate_free(c); }
-};
-using CertificatePointer = std::unique_ptr<Certificate, FreeCertificate>;
+using CertificatePointer = Owned<Certificate, asn1_Certificate_free>;
 
 CertificatePointer decoded_certificate(const Bytes &der) {
-  const Decoded<Certificate> result = decode(asn1_Certificate_d, der);
-  if (!result.ok()) throw std::runtime_error("the certificate was refused");
-  EXPECT_EQ(static_cast<long>(der.size()), result.consumed);
-  return CertificatePointer(result.record);
-}
-
-template <class T>
-void release(void (*element_free)(T *), T *&field) {
-  element_free(field);
-  field = nullptr;
+  return record_of<asn1_Certificate_free>(asn1_Certificate_d, der);
 }
 
 /// Every field holds what `openssl x509` prints for the certificate.
@@ -249,16 +66,7 @@ void expect_same_octets(const Certificate *certificate, const std::string &file)
   if (tbs->extensions == nullptr) return;
 
   ASSERT_EQ("cont [ 3 ]", field->type);
-  const std::vector<Element> &extensions = field->parts.at(0).parts;
-  ASSERT_EQ(extensions.size(), static_cast<size_t>(List_len(tbs->extensions)));
-  for (size_t i = 0; i < extensions.size(); ++i) {
-    const std::vector<Element> &parts = extensions[i].parts;
-    const auto *extension =
-        static_cast<const Extension *>(List_get(tbs->extensions, static_cast<int32_t>(i)));
-    EXPECT_EQ(parts.front().whole, encode(asn1_ObjId_e, extension->extnID));
-    EXPECT_EQ(parts.size() == 3 ? parts[1].content.at(0) : 0U, extension->critical);
-    EXPECT_EQ(parts.back().content, value(extension->extnValue));
-  }
+  expect_same_extensions(field->parts.at(0), tbs->extensions);
 }
 
 /// The certificate comes back as it was: from what was stored of it, from its fields, and from the
@@ -585,41 +393,6 @@ TEST(IdentifiersOfOpenssl, HaveTheOctetsThatTheToolWrites) {
 /* Making what the tool reads                                                                    */
 /* ------------------------------------------------------------------------------------------- */
 
-AlgId *signature_algorithm(const std::string &kind) {
-  AlgId *algorithm = asn1_AlgId_new();
-  if (kind == "rsa") {
-    algorithm->algorithm = asn1_ObjId_clone(asn1_Get_sha256WithRSAEncryption());
-    algorithm->parameters = asn1_Any_clone(asn1_Any_NULL());
-  } else {
-    const char *dotted = kind == "ec" ? "1.2.840.10045.4.3.2" : "1.3.101.112";
-    algorithm->algorithm = asn1_ObjId_parse(&dotted);
-  }
-  return algorithm;
-}
-
-Time *utc_time(const char *text) {
-  Time *time = asn1_Time_new();
-  time->kind = 23;
-  time->value = asn1_UTCTime_clone(text);
-  return time;
-}
-
-Time *generalized_time(const char *text) {
-  Time *time = asn1_Time_new();
-  time->kind = 24;
-  time->value = asn1_GeneralizedTime_clone(text);
-  return time;
-}
-
-Extension *extension(const ObjId *id, uint32_t critical, const Bytes &content) {
-  Extension *result = asn1_Extension_new();
-  result->extnID = asn1_ObjId_clone(id);
-  result->critical = critical;
-  result->extnValue = asn1_OctetString_new(0);
-  asn1_ASN1String_append(result->extnValue, static_cast<uint32_t>(content.size()), content.data());
-  return result;
-}
-
 /// A certificate for the key of a kind; its signature is still missing.
 CertificatePointer unsigned_certificate(const std::string &kind, const std::string &issuer_kind,
                                         uint32_t serial, const char *issuer, const char *subject) {
@@ -649,14 +422,8 @@ void add(Certificate *certificate, Extension *made) {
 void sign(Certificate *certificate, const std::string &kind, const std::string &file) {
   const Bytes tbs = encode(asn1_Certificate_TBS_e, certificate->tbsCertificate);
   ASSERT_FALSE(tbs.empty());
-  write_file("tbs.der", tbs);
-  openssl("pkeyutl -sign -rawin -in tbs.der -out signature -inkey " + key(kind) +
-          (kind == "ed25519" ? "" : " -digest sha256"));
-  const Bytes signature = read_file("signature");
   asn1_BitString_free(certificate->signatureValue);
-  certificate->signatureValue = asn1_BitString_new(0);
-  asn1_BitString_append(certificate->signatureValue, static_cast<uint32_t>(signature.size()),
-                        signature.data());
+  certificate->signatureValue = bit_string(signature_over(tbs, kind));
   write_file("signed.der", encode(asn1_Certificate_e, certificate));
   openssl("x509 -inform DER -in signed.der -out " + file);
 }

@@ -1,0 +1,67 @@
+// Every family of the library, its types forgotten, each with samples of its encodings: what the
+// tests of hostile input and the fuzz targets run over.
+#ifndef ORVELASN1_TESTS_ATTACK_FAMILY_H
+#define ORVELASN1_TESTS_ATTACK_FAMILY_H
+
+#include <orvelasn1.h>
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace attack {
+
+using Bytes = std::vector<uint8_t>;
+
+/// Where a family departs from the law that what was decoded and encoded decodes again and then
+/// encodes to the same octets, or from the one that a copy encodes to the same octets.
+enum Departure : unsigned {
+  none = 0,
+  /// ANY is kept short by the needless octets of its length: the laws hold for shortest lengths.
+  keeps_any = 1U << 0,
+  /// Attribute values of identifier 03 go through the encoder of BIT STRING, which counts bits.
+  writes_attribute_values = 1U << 1,
+  /// A copy of a name's structure has no identifier octets of its values.
+  copy_forgets_value_tags = 1U << 2,
+  /// There are no copies, or none of some records.
+  may_lack_copies = 1U << 3,
+  /// What is written is not read back, or differently.
+  is_not_read_back = 1U << 4,
+  /// A decoded record can be measured but not written.
+  is_not_written = 1U << 5,
+  /// A new record may be given for a type that the decoder always refuses.
+  is_never_read = 1U << 6,
+  /// A refused header leaves an empty list, which is the caller's.
+  may_leave_a_list = 1U << 7,
+  /// Not every record can be compared: texts that are no times.
+  may_not_compare = 1U << 8,
+  /// The short name of a serial number is written in a text, and cannot be read there.
+  cannot_read_sn = 1U << 9,
+};
+
+struct Family {
+  std::string_view group;  ///< of families that belong together
+  std::string_view name;
+  unsigned departures;
+
+  const uint8_t *(*decode)(const uint8_t *z, const uint8_t *end, void **record, uint32_t depth);
+  void (*free)(void *record);
+  void *(*create)();                                     ///< null where there is none
+  uint32_t (*encode)(uint8_t **pp, const void *record);  ///< null where there is none
+  void *(*clone)(const void *record);                    ///< null where there is none
+  int32_t (*compare)(const void *a, const void *b);      ///< null where there is none
+
+  std::vector<Bytes> samples;  ///< that decode and come back as they are; empty if never read
+
+  bool has(Departure departure) const { return (departures & departure) != 0; }
+};
+
+/// All families, the members of a group side by side.
+const std::vector<Family> &families();
+
+/// The families of a group; all of them without one.
+std::vector<const Family *> families_of(std::string_view group = {});
+
+}  // namespace attack
+
+#endif

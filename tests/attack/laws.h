@@ -1,0 +1,57 @@
+// What holds for every family and every input, and the ends of the process that are no findings.
+#ifndef ORVELASN1_TESTS_ATTACK_LAWS_H
+#define ORVELASN1_TESTS_ATTACK_LAWS_H
+
+#include <map>
+#include <span>
+#include <string>
+
+#include "family.h"
+
+namespace attack {
+
+using Octets = std::span<const uint8_t>;
+
+/// Counts the ends of the process by what was said on standard error.
+using Endings = std::map<std::string, unsigned long>;
+
+/// Whether the library promises to end the process with these words on some inputs.
+bool is_promised_ending(const std::string &words);
+
+/// Decodes, traces, encodes, copies, compares and releases. Gives the law that does not hold, or an
+/// empty text:
+/// - what is given back does not depend on the trace, nor on the octets behind the end;
+/// - depth 0 writes no trace;
+/// - the cursor stays in the range;
+/// - a failed decoder leaves the place alone or clears it;
+/// - what measures n octets writes n octets, and what measures none writes none;
+/// - what was written is read, and written, to the same octets;
+/// - a copy is written to the same octets, also when its original is gone;
+/// - a record is like itself and like its copy;
+/// - everything is released once;
+/// - only the promised inputs end the process.
+/// Departures are those of the family.
+std::string broken_law(const Family &family, Octets input, Endings *endings = nullptr);
+
+/// The same for decoding and releasing alone, with the octets where they stand.
+std::string broken_law_in_place(const Family &family, Octets input);
+
+/// The length octets of an element.
+struct LengthPlace {
+  size_t offset;
+  size_t octets;
+  uint32_t value;
+};
+
+/// The lengths of all elements, down to the primitive ones.
+std::vector<LengthPlace> lengths(Octets input);
+
+/// Whether every element, down to the primitive ones, has a definite length in its shortest form.
+bool has_shortest_lengths(Octets input);
+
+/// Whether an element, down to the primitive ones, has this number as its tag.
+bool has_tag(Octets input, uint8_t number);
+
+}  // namespace attack
+
+#endif

@@ -1,0 +1,31 @@
+// Memory with an unreadable page right in front of it and right behind it.
+#ifndef ORVELASN1_TESTS_ATTACK_PAGES_H
+#define ORVELASN1_TESTS_ATTACK_PAGES_H
+
+#include "laws.h"
+
+namespace attack {
+
+class Pages {
+ public:
+  enum class Place : uint8_t { anywhere, top };
+
+  /// Room for 8 KiB. `top` is as near to the end of the address space as there is room, where
+  /// addresses have 32 bits.
+  explicit Pages(Place place = Place::anywhere);
+  Pages(const Pages &) = delete;
+  Pages &operator=(const Pages &) = delete;
+  ~Pages();
+
+  /// A copy whose last octet stands right in front of the unreadable page.
+  const uint8_t *at_end(Octets octets) const;
+  /// A copy whose first octet stands right behind the unreadable page.
+  const uint8_t *at_start(Octets octets) const;
+
+ private:
+  uint8_t *start_;  ///< of the first unreadable page
+};
+
+}  // namespace attack
+
+#endif
