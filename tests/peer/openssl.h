@@ -150,9 +150,10 @@ inline Element take_apart(const std::string &file) {
     size_t offset = 0, header = 0, length = 0;
     int depth = 0;
     char form[5] = "", type[19] = "";
-    if (std::sscanf(line.c_str(), " %zu:d=%d hl=%zu l=%zu %4s: %18[^:]", &offset, &depth, &header,
-                    &length, form, type) != 6)
-      throw std::runtime_error("not a line of asn1parse: " + line);
+    const int found = std::sscanf(line.c_str(), " %zu:d=%d hl=%zu l=%zu %4s: %18[^:]", &offset,
+                                  &depth, &header, &length, form, type);
+    if (found < 2) continue;  // the rest of a value that has a line break in it
+    if (found != 6) throw std::runtime_error("not a line of asn1parse: " + line);
     std::string name = type;
     name.erase(name.find_last_not_of(' ') + 1);
     Element *parent = &top;
