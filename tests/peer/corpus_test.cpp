@@ -87,9 +87,49 @@ struct Decoder {
 const Decoder certificate_decoder = DECODER(Certificate);
 const Decoder revocation_list_decoder = DECODER(CertificateRevocationList);
 const Decoder name_decoder = DECODER(Name);
+const Decoder request_decoder = DECODER(OCSPRequest);
+
+// A response has no encoder: its fields are written with those of their types.
+uint32_t response_e(uint8_t **pp, const OCSPResponse *response) {
+  Bytes fields = {0x0A, 1, static_cast<uint8_t>(response->responseStatus)};
+  if (const ResponseBytes *bytes = response->responseBytes)
+    fields = fields + element(0xA0, element(0x30, encode(asn1_ObjId_e, bytes->responseType) +
+                                                      encode(asn1_OctetString_e, bytes->response)));
+  const Bytes octets = element(0x30, fields);
+  if (pp != nullptr) *pp = std::copy(octets.begin(), octets.end(), *pp);
+  return static_cast<uint32_t>(octets.size());
+}
+
+const Decoder response_decoder = {
+    "asn1_OCSPResponse_d", [](const Bytes &input, uint32_t depth, Outcome &outcome) {
+      attempt(asn1_OCSPResponse_d, response_e, asn1_OCSPResponse_clone, asn1_OCSPResponse_free,
+              input, depth, outcome);
+    }};
+
+void basic_response_free(BasicOCSPResponse *response) {
+  if (response != nullptr) asn1_OctetString_free(response->tbsResponseDataBytes);
+  asn1_BasicOCSPResponse_free(response);
+}
+
+// Without certificates; with them it is refused. A copy has no signed octets.
+uint32_t basic_response_e(uint8_t **pp, const BasicOCSPResponse *response) {
+  const Bytes octets = element(0x30, value(response->tbsResponseDataBytes) +
+                                         encode(asn1_AlgId_e, response->signatureAlgorithm) +
+                                         encode(asn1_BitString_BER_e, response->signature));
+  if (pp != nullptr) *pp = std::copy(octets.begin(), octets.end(), *pp);
+  return static_cast<uint32_t>(octets.size());
+}
+
+const Decoder basic_response_decoder = {
+    "asn1_BasicOCSPResponse_d", [](const Bytes &input, uint32_t depth, Outcome &outcome) {
+      attempt(asn1_BasicOCSPResponse_d, basic_response_e, asn1_BasicOCSPResponse_clone,
+              basic_response_free, input, depth, outcome);
+    }};
+
 const Decoder all_decoders[] = {
     certificate_decoder, revocation_list_decoder, name_decoder,        DECODER(RDNSequence),
-    DECODER(Any),        DECODER(AlgId),          DECODER(Extensions), DECODER(OCSPRequest),
+    DECODER(Any),        DECODER(AlgId),          DECODER(Extensions), request_decoder,
+    response_decoder,    basic_response_decoder,
 };
 
 /* ------------------------------------------------------------------------------------------- */
@@ -255,6 +295,23 @@ bool has_an_empty_list_issuer(const Bytes &list) {
   return fields.at(fields.at(0).at(0) == 0x02 ? 2 : 1) == empty_name;
 }
 
+/// responseStatus, responseBytes [0] OPTIONAL
+bool has_an_empty_status(const Bytes &response) {
+  const Bytes status = parts(elements(response).at(0)).at(0);
+  return status == hex("0A 81 00");
+}
+
+/// tbsResponseData, signatureAlgorithm, signature, certs [0] OPTIONAL
+bool has_certificates(const Bytes &basic_response) {
+  return parts(elements(basic_response).at(0)).size() == 4;
+}
+
+/// The BasicOCSPResponse inside a response, which has one.
+Bytes basic_response(const Bytes &response) {
+  const Bytes bytes = parts(parts(elements(response).at(0)).at(1)).at(0);
+  return parts(parts(bytes).at(1)).at(0);
+}
+
 /// Files that do not come back whole, and why.
 struct Exceptions {
   const char *reason;
@@ -286,6 +343,9 @@ const Exceptions exceptions[] = {
      "ddc65352 e1c892ba e5e29b7b f2d280b8 f37f0a87 f60d8a0a"},
     {"the issuer of the list is an empty name", has_an_empty_list_issuer, true,
      "19b2e191 333adcef 66d86d93 738b9fee aa38bc48 bbb87472"},
+    {"the status of the response has no octet", has_an_empty_status, true, "04ec8d87"},
+    {"the response has certificates, which cannot be read", has_certificates, true,
+     "basic_3a basic_b0"},
     {"the certificate ends in front of the end of the file",
      [](const Bytes &certificate) { return elements(certificate).at(0) != certificate; }, false,
      "3df5958c c0ca7adf"},
@@ -382,6 +442,21 @@ TEST_F(Corpus, CertificatesComeBackOctetForOctet) {
 
 TEST_F(Corpus, RevocationListsComeBackOctetForOctet) {
   expect_to_come_back(files("crls"), revocation_list_decoder);
+}
+
+TEST_F(Corpus, StatusRequestsComeBackOctetForOctet) {
+  expect_to_come_back(files("ocsp-requests"), request_decoder);
+}
+
+TEST_F(Corpus, StatusResponsesComeBackOctetForOctet) {
+  const std::vector<File> responses = files("ocsp-responses");
+  expect_to_come_back(responses, response_decoder);
+  std::vector<File> basic;
+  for (const File &file : responses)
+    if (!has_an_empty_status(file.octets))
+      basic.push_back({"basic_" + file.name, basic_response(file.octets)});
+  ASSERT_FALSE(basic.empty());
+  expect_to_come_back(basic, basic_response_decoder);
 }
 
 TEST_F(Corpus, HostileCertificatesDoNotCrash) { expect_no_crash("hostile-certificates"); }
