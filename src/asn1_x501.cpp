@@ -290,11 +290,8 @@ Name *asn1_RDNSequence_to_Name(const RDNSequence *sequence) {
   if (length <= sizeof scratch) {
     std::memcpy(text, scratch, length);
   } else {
-    NameText again(reinterpret_cast<char8_t *>(text), length + 1);
-    if (!again.write(sequence)) {
-      std::free(text);
-      return nullptr;
-    }
+    // The same once more, which succeeds as it did before.
+    NameText(reinterpret_cast<char8_t *>(text), length + 1).write(sequence);
   }
   text[length] = '\0';
   return text;
@@ -435,8 +432,9 @@ RDNSequence *asn1_Name_to_RDNSequence(const Name *name) {
 // ---------------------------------------------------------------------------------------------
 
 Name *asn1_Name_new(uint32_t length) {
-  const size_t size = static_cast<size_t>(length) + 1;
-  return size == 0 ? nullptr : static_cast<Name *>(std::calloc(size, 1));
+  size_t size;
+  if (__builtin_add_overflow(length, 1U, &size)) return nullptr;
+  return static_cast<Name *>(std::calloc(size, 1));
 }
 
 void asn1_Name_free(Name *pElement) { std::free(pElement); }

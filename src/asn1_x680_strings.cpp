@@ -20,11 +20,11 @@ class Buffer {
   /// gets room in advance.
   bool append(const uint8_t *octets, uint32_t count) {
     if (count == 0) return true;
-    uint32_t size;
-    if (__builtin_add_overflow(size_, count, &size)) return false;
-    if ((data_ == nullptr || size > capacity_) && !reserve(size)) return false;
+    uint32_t sum;
+    if (__builtin_add_overflow(size_, count, &sum)) return false;
+    if ((data_ == nullptr || sum > capacity_) && !reserve(sum)) return false;
     std::memcpy(data_ + size_, octets, count);
-    size_ = size;
+    size_ = sum;
     return true;
   }
 
@@ -42,9 +42,9 @@ class Buffer {
   }
 
  private:
-  bool reserve(uint32_t size) {
+  bool reserve(uint32_t octets) {
     uint32_t capacity;
-    if (size_ == 0 || __builtin_add_overflow(size, size / 2, &capacity)) capacity = size;
+    if (size_ == 0 || __builtin_add_overflow(octets, octets / 2, &capacity)) capacity = octets;
     auto *data = static_cast<uint8_t *>(std::realloc(data_, capacity));
     if (data == nullptr) return false;
     data_ = data;

@@ -130,8 +130,8 @@ class Reader {
     }
     *length = value;
     // A length with its top bit set counts as negative, and so as one that does not reach too far.
-    const auto left = static_cast<size_t>(end_ - next);
-    if (value > left && value <= INT32_MAX) return overrun(depth);
+    const auto available = static_cast<size_t>(end_ - next);
+    if (value > available && value <= INT32_MAX) return overrun(depth);
     z_ = next;
     return true;
   }
@@ -225,13 +225,13 @@ class Writer {
   }
 
   void length(uint32_t length) {
-    const uint32_t octets = length_octets(length);
-    if (octets == 1) {
+    const uint32_t count = length_octets(length);
+    if (count == 1) {
       octet(static_cast<uint8_t>(length));
       return;
     }
-    octet(static_cast<uint8_t>(0x80 | (octets - 1)));
-    for (uint32_t i = octets - 1; i != 0; --i) octet(static_cast<uint8_t>(length >> (8 * (i - 1))));
+    octet(static_cast<uint8_t>(0x80 | (count - 1)));
+    for (uint32_t i = count - 1; i != 0; --i) octet(static_cast<uint8_t>(length >> (8 * (i - 1))));
   }
 
   void header(uint8_t tag, uint32_t content) {

@@ -37,7 +37,8 @@ template <class Record>
 Record *new_record() {
   static_assert(std::is_trivially_copyable_v<Record>);
   void *const block = std::malloc(sizeof(Record));
-  return block == nullptr ? nullptr : new (block) Record{};
+  if (block == nullptr) return nullptr;
+  return new (block) Record{};
 }
 
 /// Room for `count` values, not initialised.

@@ -100,11 +100,11 @@ using LogotypeAudioCodec = WriteOnly<0x30, asn1_LogotypeAudio_e, asn1_LogotypeAu
 // An image written as an audio record, field by field in the order of both.
 uint32_t encode_image_as_audio(uint8_t **pp, const void *element) {
   const auto *const image = static_cast<const LogotypeImage *>(element);
-  LogotypeAudio audio = {image->imageDetails, nullptr};
-  LogotypeAudioInfo info = {};
-  IA5String language = {};
-  uint8_t language_octets[4];
   const LogotypeImageInfo *const source = image->imageInfo;
+  uint8_t language_octets[4];
+  IA5String language = {0, language_octets};
+  LogotypeAudioInfo info = {};
+  const LogotypeAudio audio = {image->imageDetails, source == nullptr ? nullptr : &info};
   if (source != nullptr) {
     info = {source->type, source->fileSize, source->xSize, source->ySize, nullptr};
     // A resolution is a language of `kind` octets, which are the low octets of the length of its
@@ -112,11 +112,11 @@ uint32_t encode_image_as_audio(uint8_t **pp, const void *element) {
     const LogotypeImageResolution *const resolution = source->resolution;
     if (resolution != nullptr) {
       const uint32_t length = static_cast<const Integer *>(resolution->value)->length;
+      // cppcheck-suppress unreadVariable // read as the data of `language`
       for (int i = 0; i < 4; ++i) language_octets[i] = static_cast<uint8_t>(length >> (8 * i));
-      language = {resolution->kind, language_octets};
+      language.length = resolution->kind;
       info.language = &language;
     }
-    audio.audioInfo = &info;
   }
   return asn1_LogotypeAudio_e(pp, &audio);
 }

@@ -63,6 +63,8 @@ class ShortNames {
 
   /// NULL where the identifier has no row.
   const char *find(const ObjId &oid) const {
+    // An array of pointers, which cppcheck takes for one of numbers.
+    // cppcheck-suppress CastIntegerToAddressAtReturn
     if (is_attribute_type(oid)) return by_last_arc_[oid.arcs[3]];
     for (const NameAttribute &row : oidNameAttributes) {
       if (asn1_ObjId_cmp(&oid, row.identifier) == 0) return row.short_name;

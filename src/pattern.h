@@ -322,14 +322,9 @@ enum class Presence {
 template <auto Member, class Codec, Presence By = Presence::next_octet>
 struct Optional : Required<Member, Codec> {
   static bool present(const RecordContent &in) {
-    switch (By) {
-      case Presence::next_octet:
-        return Codec::starts(in.peek());
-      case Presence::octet_of_input:
-        return Codec::starts(in.peek_input());
-      case Presence::anything_left:
-        return !in.at_end();
-    }
+    if constexpr (By == Presence::next_octet) return Codec::starts(in.peek());
+    if constexpr (By == Presence::octet_of_input) return Codec::starts(in.peek_input());
+    return !in.at_end();  // anything_left
   }
   template <class Record>
   static bool decode(RecordContent &in, Record *record, uint32_t depth) {
