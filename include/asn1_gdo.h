@@ -3,13 +3,10 @@
  * Global data objects of a smart card: a tree of typed objects in a format of its own.
  *
  * An object is a SEQUENCE of a one-octet `id` under the tag of OBJECT IDENTIFIER, and its content:
- * a
- * leaf's octets in an OCTET STRING; a container's SET of objects in an OCTET STRING; an attribute
+ * a leaf's octets in an OCTET STRING; a container's SET of objects in an OCTET STRING; an attribute
  * holder's SET of attributes under the tag of BIT STRING, with no unused-bits octet. At a
- * nested-set
- * place a container holds a SET of SETs of objects. An attribute's identifier is little-endian, as
- * wide
- * as an unsigned long where it is written, and four octets where it is read.
+ * nested-set place a container holds a SET of SETs of objects. An attribute's identifier is
+ * little-endian, as wide as an unsigned long where it is written, and four octets where it is read.
  */
 #ifndef ASN1_GDO_H
 #define ASN1_GDO_H
@@ -59,15 +56,13 @@ const uint8_t *asn1_GDO_d(const uint8_t *z, const uint8_t *end, uint32_t impl_ta
 /** Gives a new record, all fields zero, or NULL when memory is exhausted. */
 GDOObject *asn1_GDOObject_new(void);
 /** Gives the number of octets of the object, which must not be NULL; 0 when it fails or is nested
- * deeper
- * than the stack of the thread allows. `setOfSetOf` says whether it stands at a nested-set place.
+ * deeper than the stack of the thread allows. `setOfSetOf` says whether it stands at a nested-set
+ * place.
  */
 uint32_t asn1_GDOObject_e(uint8_t **pp, uint32_t setOfSetOf, const GDOObject *o);
 /** Gives the cursor behind the object, or NULL, also where it is nested deeper than the stack of
- * the
- * thread allows. `o` must not be NULL. `impl_tag` is not used. `setOfSetOf` says whether it stands
- * at a
- * nested-set place. */
+ * the thread allows. `o` must not be NULL. `impl_tag` is not used. `setOfSetOf` says whether it
+ * stands at a nested-set place. */
 const uint8_t *asn1_GDOObject_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                 uint32_t setOfSetOf, GDOObject **o, uint32_t depth);
 

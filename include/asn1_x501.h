@@ -9,9 +9,8 @@
  *
  * Each RDN opens with "/", the assertions of one RDN are separated by ",". An assertion is a short
  * name or a dotted identifier, the identifier octet of the value in parentheses, "=", and the
- * octets
- * of the value, with a "/" in front of each "/" and ",". The reader takes short names in any case,
- * and 19 (PrintableString) where there are no parentheses.
+ * octets of the value, with a "/" in front of each "/" and ",". The reader takes short names in any
+ * case, and 19 (PrintableString) where there are no parentheses.
  *
  * The short names, in the order in which the reader tries them as a prefix: gid, cn, gn, ou, sp, c,
  * g, i, l, m, n, o, s, t, sn. "sn" (serial number) can be written but not read back, since "s"
@@ -131,10 +130,8 @@ AttributeValueAssertion *asn1_RDNSequence_getAttr(const RDNSequence *sequence, c
 
 /**
  * Gives the text of a name, which the caller owns, or NULL when the sequence has no RDN or memory
- * is
- * exhausted. A value is cut at its first NUL octet. A `valueTag` that takes more than two
- * characters
- * in decimal ends the process.
+ * is exhausted. A value is cut at its first NUL octet. A `valueTag` that takes more than two
+ * characters in decimal ends the process.
  */
 Name *asn1_RDNSequence_to_Name(const RDNSequence *sequence);
 

@@ -3,11 +3,9 @@
  * The syntaxes of certificate and CRL extensions (RFC 5280, 4.2, 5.2), and their identifiers.
  *
  * An Extension holds its value as octets. A caller who wants one of these syntaxes hands the octets
- * to
- * its decoder. Several of them are in forms of this library's own, as told at each type: a value in
- * the
- * public form then decodes to a record without fields, with the cursor in front of what was not
- * read.
+ * to its decoder. Several of them are in forms of this library's own, as told at each type: a value
+ * in the public form then decodes to a record without fields, with the cursor in front of what was
+ * not read.
  */
 #ifndef ASN1_X509V3_H
 #define ASN1_X509V3_H
@@ -119,8 +117,7 @@ OtherName *asn1_OtherName_new(void);
 void asn1_OtherName_free(OtherName *pElement);
 
 /** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. The
- * second
- * argument is not read. */
+ * second argument is not read. */
 uint32_t asn1_OtherName_e(uint8_t **pp, const void *unused, const OtherName *pElement);
 /** Gives the cursor behind the last field of the OtherName that was recognised, or NULL. */
 const uint8_t *asn1_OtherName_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,

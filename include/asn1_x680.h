@@ -566,8 +566,7 @@ BitString *asn1_BitString_append(BitString *s, uint32_t count, const void *bytes
 /**
  * Gives a new record of `length` octets, copied from `bytes` or zero where that is NULL; NULL when
  * memory is exhausted. With `length` 0, `bytes` is taken as a terminated text and copied without
- * its
- * NUL.
+ * its NUL.
  */
 ASN1String *asn1_ASN1String_new(uint32_t length, const void *bytes);
 
@@ -583,8 +582,7 @@ uint32_t asn1_ASN1String_e(uint8_t **pp, uint32_t tag, const ASN1String *pElemen
 
 /**
  * Gives the cursor behind a string of any form under `tag`, or NULL. Segments of a constructed
- * value
- * carry `tag` themselves and are joined. `z`, `end` and `s` must not be NULL.
+ * value carry `tag` themselves and are joined. `z`, `end` and `s` must not be NULL.
  */
 const uint8_t *asn1_ASN1String_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  uint32_t tag, ASN1String **s, uint32_t depth);
@@ -844,8 +842,7 @@ int32_t asn1_GeneralizedTime2Seconds(time_t *pSeconds, const GeneralizedTime *t)
 /**
  * Gives `t` with its text set to `seconds` since 1970 in UTC, by its `kind`; a new GeneralizedTime,
  * which the caller owns, where `t` is NULL; NULL for an unknown `kind`, exhausted memory, or
- * seconds
- * that no date has. A `t` whose `value` is NULL comes back unchanged.
+ * seconds that no date has. A `t` whose `value` is NULL comes back unchanged.
  */
 Time *asn1_Seconds2Time(Time *t, time_t seconds);
 

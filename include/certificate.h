@@ -3,8 +3,7 @@
  * X.509 certificates (RFC 5280, 4.1).
  *
  * A decoded certificate keeps as octets what a signature covers (`tbsEncoded`) and the names as
- * they
- * came (`issuerEncoded`, `subjectEncoded`), beside the decoded forms. The encoders write these
+ * they came (`issuerEncoded`, `subjectEncoded`), beside the decoded forms. The encoders write these
  * octets where they are set and do not look at the decoded form. To change a decoded certificate,
  * first release `tbsEncoded`, and for a name also `issuerEncoded` or `subjectEncoded`, and set them
  * to NULL.
@@ -143,8 +142,7 @@ Certificate_TBS *asn1_Certificate_TBS_new(void);
 void asn1_Certificate_TBS_free(Certificate_TBS *pElement);
 
 /** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. A name
- * is
- * written from its encoded form, else from its sequence, else from its text. */
+ * is written from its encoded form, else from its sequence, else from its text. */
 uint32_t asn1_Certificate_TBS_e(uint8_t **pp, const Certificate_TBS *pElement);
 
 /** Gives the cursor behind the last field that was recognised, or NULL. An empty issuer or subject
@@ -162,8 +160,7 @@ Certificate *asn1_Certificate_new(void);
 void asn1_Certificate_free(Certificate *pElement);
 
 /** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. The
- * signed
- * part is written from `tbsEncoded`, else from `tbsCertificate`. */
+ * signed part is written from `tbsEncoded`, else from `tbsCertificate`. */
 uint32_t asn1_Certificate_e(uint8_t **pp, const Certificate *pElement);
 
 /** Gives the cursor behind the signature, or NULL. A name whose value has an identifier octet of

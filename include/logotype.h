@@ -3,11 +3,9 @@
  * The logotype extension of certificates (RFC 3709), write only.
  *
  * The records can be built, encoded and released. Decoders and copies exist by name and give NULL.
- * The
- * encoders depart from the RFC in four points: `otherLogos` is a list of LogotypeInfo that hangs on
- * `communityLogos`; the audio element is written from the images; a resolution has no context tag;
- * the
- * language of an image has none either.
+ * The encoders depart from the RFC in four points: `otherLogos` is a list of LogotypeInfo that
+ * hangs on `communityLogos`; the audio element is written from the images; a resolution has no
+ * context tag; the language of an image has none either.
  */
 #ifndef LOGOTYPE_H
 #define LOGOTYPE_H

@@ -106,8 +106,7 @@ int32_t List_contains(const List *list, const void *element, List_comparison cmp
 /**
  * Gives a new list with a copy of each element in the same order, or NULL. The caller owns it. When
  * `clone` gives NULL or memory is exhausted, the copies made so far go through `destructor`, and
- * the
- * result is NULL, as it is for a NULL list.
+ * the result is NULL, as it is for a NULL list.
  */
 #ifdef __cplusplus
 List *List_clone(const List *list, List_cloner clone, List_destructor destructor);

@@ -3,8 +3,7 @@
  * Certification requests (PKCS #10, RFC 2986).
  *
  * A decoded request keeps as octets what its signature covers (`tbsEncoded`) and the subject as it
- * came
- * (`subjectEncoded`); the encoders write these where they are set.
+ * came (`subjectEncoded`); the encoders write these where they are set.
  */
 #ifndef PKCS10_H
 #define PKCS10_H

@@ -3,8 +3,7 @@
  * Personal information exchange (PKCS #12, RFC 7292).
  *
  * The value of a bag stays one whole element: the caller looks at its identifier and decodes it.
- * There
- * is no record for the AuthenticatedSafe or SafeContents; they are lists of ContentInfo and
+ * There is no record for the AuthenticatedSafe or SafeContents; they are lists of ContentInfo and
  * SafeBag.
  */
 #ifndef PKCS12_H

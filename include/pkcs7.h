@@ -74,8 +74,7 @@ typedef struct EncryptedData {
 } EncryptedData;
 
 /** Gives a new record with an empty `content`, or NULL when memory is exhausted. It cannot be
- * released
- * before `contentType` is set. */
+ * released before `contentType` is set. */
 ContentInfo *asn1_ContentInfo_new(void);
 /** Gives nothing; releases the record and what it owns. NULL is ignored. A record without a
  * `contentType` ends the process, and so does one without a `content`. */
@@ -89,8 +88,7 @@ uint32_t asn1_ContentInfo_e(uint8_t **pp, const ContentInfo *pElement);
 const uint8_t *asn1_ContentInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                   ContentInfo **ppElement, uint32_t depth);
 /** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. A record
- * with
- * a `content` and without a `contentType` ends the process. */
+ * with a `content` and without a `contentType` ends the process. */
 ContentInfo *asn1_ContentInfo_clone(const ContentInfo *pElement);
 
 /** Gives a new slot without a value, or NULL when memory is exhausted. */
