@@ -558,12 +558,14 @@ std::vector<Family> make_families() {
 
       family<RDNSequence, read_name, asn1_RDNSequence_free, nullptr, write_name,
              asn1_RDNSequence_clone, asn1_RDNSequence_cmp>(
-          "text", "textual name", copy_forgets_value_tags | cannot_read_sn,
+          "text", "textual name",
+          copy_forgets_value_tags | cannot_read_sn | cannot_read_negative_arcs,
           {text("/c(19)=DE/o(12)=A//B/,C/cn(12)=a"), text("/c(19)=DE,1.2.3.4(19)=7")}),
       family<AttributeValueAssertion, read_assertion, asn1_AttributeValueAssertion_free>(
           "text", "textual assertion", none, {text("cn(12)=a"), text("1.2.3.4(19)=x")}),
       family<ObjId, read_identifier, asn1_ObjId_free, nullptr, write_identifier, asn1_ObjId_clone,
-             asn1_ObjId_cmp>("text", "dotted identifier", none, {text("1.2.840.113549.1")}),
+             asn1_ObjId_cmp>("text", "dotted identifier", cannot_read_negative_arcs,
+                             {text("1.2.840.113549.1")}),
       family<Time, read_time<23>, asn1_Time_free>("text", "UTCTime text", none,
                                                   {text("260101000000Z"), text("2601010000+0130")}),
       family<Time, read_time<24>, asn1_Time_free>(

@@ -19,7 +19,9 @@ enum Departure : unsigned {
   none = 0,
   /// ANY is kept short by the needless octets of its length: the laws hold for shortest lengths.
   keeps_any = 1U << 0,
-  /// Attribute values of identifier 03 go through the encoder of BIT STRING, which counts bits.
+  /// Attribute values of identifier 03 go through the encoder of BIT STRING, which counts bits. The
+  /// segments of those in constructed form are joined, and the octets written under the constructed
+  /// identifier as they are.
   writes_attribute_values = 1U << 1,
   /// A copy of a name's structure has no identifier octets of its values.
   copy_forgets_value_tags = 1U << 2,
@@ -37,6 +39,9 @@ enum Departure : unsigned {
   may_not_compare = 1U << 8,
   /// The short name of a serial number is written in a text, and cannot be read there.
   cannot_read_sn = 1U << 9,
+  /// An arc above 0x7FFFFFFF is written as a negative number, and the reader counts arcs by the
+  /// digits and dots in front of the minus: those behind it are not read.
+  cannot_read_negative_arcs = 1U << 10,
 };
 
 struct Family {

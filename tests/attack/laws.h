@@ -46,11 +46,17 @@ struct LengthPlace {
 /// The lengths of all elements, down to the primitive ones.
 std::vector<LengthPlace> lengths(Octets input);
 
-/// Whether every element, down to the primitive ones, has a definite length in its shortest form.
+/// Whether every element, down to the primitive ones, has a definite length in its shortest form;
+/// false also where that is not sure.
 bool has_shortest_lengths(Octets input);
 
-/// Whether an element, down to the primitive ones, has this number as its tag.
+/// Whether an element, down to the primitive ones, has this number as its tag; true also where that
+/// is not sure.
 bool has_tag(Octets input, uint8_t number);
+
+/// Whether the element behind the OBJECT IDENTIFIER that begins a SEQUENCE is in constructed form;
+/// true also where that is not sure.
+bool has_constructed_value(Octets input);
 
 }  // namespace attack
 

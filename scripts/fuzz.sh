@@ -1,0 +1,92 @@
+#!/bin/sh
+# Builds the fuzz targets and runs them, as many at a time as there are processors.
+#
+#   sh scripts/fuzz.sh [SECONDS [GROUP...]]
+#
+# Each target runs for so many seconds (60 where none are given); all of them, or those of the
+# groups. What they find that covers more stays in build/fuzz/corpus/GROUP, for the next run to start
+# from. The status is not 0 where a target found a mistake: its input is in build/fuzz/findings.
+set -eu
+cd "$(dirname "$0")/.."
+. scripts/lib.sh
+
+seconds=${1-60}
+if [ $# != 0 ]; then shift; fi
+
+want_fuzz_tools() {
+  want clang has clang++
+  want libclang-rt-dev links clang++ -fsanitize=fuzzer-no-link,address,undefined
+  want openssl has openssl
+}
+
+provide want_build_tools want_fuzz_tools
+
+cmake --preset fuzz
+cmake --build --preset fuzz
+
+build=build/fuzz
+rm -rf $build/seeds
+sh scripts/seeds.sh $build/seeds
+mkdir -p $build/findings $build/logs
+
+if [ $# = 0 ]; then
+  for group in "$build"/bin/fuzz_*; do
+    group=${group##*/fuzz_}
+    if [ "$group" != seeds ]; then set -- "$@" "$group"; fi
+  done
+fi
+
+# run GROUP: runs its target, which leaves its words in a log and its status beside it.
+run() {
+  dictionary=
+  if [ -f "tests/fuzz/$1.dict" ]; then dictionary=-dict=tests/fuzz/$1.dict; fi
+  mkdir -p "$build/corpus/$1" "$build/seeds/$1"
+  status=0
+  # The dictionary is one option, or none.
+  # shellcheck disable=SC2086
+  "$build/bin/fuzz_$1" -max_total_time="$seconds" -max_len=4096 -timeout=10 -rss_limit_mb=2048 \
+    -detect_leaks=0 -print_final_stats=1 -artifact_prefix="$build/findings/$1-" $dictionary \
+    "$build/corpus/$1" "$build/seeds/$1" >"$build/logs/$1" 2>&1 || status=$?
+  echo $status >"$build/logs/$1.status"
+}
+
+say "=== $# targets, $seconds seconds each"
+processors=$(nproc)
+running=0
+for group in "$@"; do
+  run "$group" &
+  running=$((running + 1))
+  if [ $running = "$processors" ]; then
+    wait
+    running=0
+  fi
+done
+wait
+
+# number NAME LOG: a number at the end of a log, or 0 where the target did not get there.
+number() {
+  value=$(sed -n "s/^stat::$1: *//p" "$2")
+  echo "${value:-0}"
+}
+
+all=0 findings=0
+for group in "$@"; do
+  log=$build/logs/$group
+  executions=$(number number_of_executed_units "$log")
+  all=$((all + executions))
+  say "$group: $executions executions, $(number average_exec_per_sec "$log") a second," \
+    "$(sed -n 's/.* cov: \([0-9]*\) .*/\1/p' "$log" | tail -n 1) edges," \
+    "$(number promised_endings "$log") promised endings"
+  if [ "$(cat "$log.status")" != 0 ]; then
+    findings=$((findings + 1))
+    sed -n '/^Broken law/,/^Input/p; /^SUMMARY/p' "$log"
+    artifact=$(sed -n 's/.*Test unit written to //p' "$log" | tail -n 1)
+    say "  the whole story: $log"
+    if [ -n "$artifact" ]; then
+      say "  the input:       $artifact"
+      say "  again:           $build/bin/fuzz_$group $artifact"
+    fi
+  fi
+done
+say "$all executions, $findings findings"
+[ $findings = 0 ]
