@@ -329,6 +329,13 @@ const Bytes validation = sequence(element(3, hex("00 01 05")) + integer("2A"));
 const Bytes domain_parameters =
     sequence(integer("17") + integer("02") + integer("0B") + integer("02") + validation);
 
+/// More RDNs than a new list has room for.
+Bytes many_rdns() {
+  Bytes out;
+  for (int i = 0; i < 40; ++i) out = out + text("/c(19)=DE");
+  return out;
+}
+
 const Bytes key_and_challenge = sequence(public_key + element(22, text("secret")));
 
 // A leaf, and a container of two of them at a plain place.
@@ -560,7 +567,7 @@ std::vector<Family> make_families() {
              asn1_RDNSequence_clone, asn1_RDNSequence_cmp>(
           "text", "textual name",
           copy_forgets_value_tags | cannot_read_sn | cannot_read_negative_arcs,
-          {text("/c(19)=DE/o(12)=A//B/,C/cn(12)=a"), text("/c(19)=DE,1.2.3.4(19)=7")}),
+          {text("/c(19)=DE/o(12)=A//B/,C/cn(12)=a"), text("/c(19)=DE,1.2.3.4(19)=7"), many_rdns()}),
       family<AttributeValueAssertion, read_assertion, asn1_AttributeValueAssertion_free>(
           "text", "textual assertion", none, {text("cn(12)=a"), text("1.2.3.4(19)=x")}),
       family<ObjId, read_identifier, asn1_ObjId_free, nullptr, write_identifier, asn1_ObjId_clone,
