@@ -1,11 +1,15 @@
 #!/bin/sh
-# Builds the release and runs the tool over every certificate that this system trusts.
+# Builds the release, shows an object of each kind, and runs the tool over every certificate that this
+# system trusts.
 #
 #   sh scripts/demo.sh
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
-provide want_build_tools want_tool_libraries want_certificates
+want_openssl() {
+  want openssl has openssl
+}
+provide want_build_tools want_tool_libraries want_certificates want_openssl
 
 build=build/demo
 mkdir -p build
@@ -29,8 +33,11 @@ for certificate in "$folder"/*.pem; do
   if "$tool" recode "$certificate" >/dev/null; then same=$((same + 1)); fi
 done
 
-say
-say "\$ $tool show $folder/0001.pem"
-"$tool" show "$folder/0001.pem"
+sh scripts/samples.sh "$folder/samples"
+for object in "$folder/0001.pem" "$folder/samples"/*; do
+  say
+  say "\$ $tool show $object"
+  "$tool" show "$object"
+done
 say "Of $all certificates that this system trusts, $decoded decoded and $same came back octet for octet."
 [ "$decoded" = "$all" ] && [ "$same" = "$all" ]
