@@ -49,6 +49,9 @@ bool translate_oids(const std::vector<std::string> &oids);
 /// Prints the registry, a line for each name.
 bool list_oids();
 
+/// Prints a line for each type: its name, what it is, and the labels of its PEM blocks.
+bool list_types();
+
 }  // namespace tool
 
 #endif

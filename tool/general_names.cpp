@@ -53,12 +53,6 @@ std::string address_text(Octets address) {
   return text;
 }
 
-/// A directory name, which the record holds as text; as it stands where that cannot be read back.
-std::string directory_text(const Name *text, const View &view) {
-  const Owned<RDNSequence> name(asn1_Name_to_RDNSequence(text), asn1_RDNSequence_free);
-  return name ? one_line(name.get(), view) : printable(std::string_view(text));
-}
-
 }  // namespace
 
 std::string general_name_text(const GeneralName *name, const View &view) {

@@ -44,9 +44,9 @@ Bytes read_all(int fd, const std::string &name) {
   return data;
 }
 
-/// Takes one DER element behind the other, each under the identifier octet of the first. Behind a
-/// broken header, or another identifier octet, there is no way to find the next one, so that what
-/// is left becomes one element with a fault.
+/// Takes one DER element behind the other. Behind a broken header there is no way to find the next
+/// one, and what no element of the file would begin with is rubbish: what is left then becomes one
+/// element with a fault.
 class DerReader {
  public:
   explicit DerReader(Octets data) : data_(data) {}
@@ -61,7 +61,7 @@ class DerReader {
     element.octets = rest;
     if (!header.fault.empty()) {
       element.fault = Fault{0, header.fault};
-    } else if (header.tag != data_[0]) {
+    } else if (!may_follow(header.tag)) {
       element.fault =
           Fault{0, "expected the end or " + tag_name(data_[0]) + ", found " + tag_name(header.tag) +
                        " and " + std::to_string(rest.size()) + " octets in all"};
@@ -75,6 +75,18 @@ class DerReader {
   }
 
  private:
+  /// Whether an element behind the first may have this identifier octet: that of the first, any
+  /// constructed one, or, behind a tagged one, another of the same class. Padding, line ends and
+  /// the like are primitive and universal.
+  bool may_follow(uint8_t tag) const {
+    constexpr uint8_t constructed_bit = 0x20;
+    constexpr uint8_t class_bits = 0xC0;
+    const uint8_t first = data_[0];
+    const bool tagged = (first & class_bits) != 0;
+    return tag == first || (tag & constructed_bit) != 0 ||
+           (tagged && (tag & class_bits) == (first & class_bits));
+  }
+
   Octets data_;
   size_t at_ = 0;
   size_t count_ = 0;

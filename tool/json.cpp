@@ -1,26 +1,10 @@
 #include "json.h"
 
-#include "extensions.h"
 #include "oids.h"
 #include "text.h"
 #include "times.h"
 
 namespace tool {
-
-namespace {
-
-Json json_of(const AttributeValueAssertion *attribute) {
-  Json object;
-  put_oid(object, "type", attribute->type);
-  object["valueTag"] = attribute->valueTag;
-  const Octets value = octets(attribute->value);
-  const auto text = from_string(static_cast<uint32_t>(attribute->valueTag), value);
-  object["value"] = text ? Json(to_utf8(*text)) : Json(nullptr);
-  if (!text || !is_clean(*text)) object["valueOctets"] = hex(value);
-  return object;
-}
-
-}  // namespace
 
 void put_oid(Json &object, const std::string &key, const ObjId *oid) {
   object[key] = dotted(oid);
@@ -42,19 +26,17 @@ std::string integer_text(const Integer *integer) {
   return hex(amount).insert(0, 1, '-');
 }
 
+std::string number_text(const Integer *integer) {
+  const uint32_t number = asn1_Integer_get(integer);
+  return integer->negative == 0 && number != 0xFFFFFFFF ? std::to_string(number)
+                                                        : "0x" + integer_text(integer);
+}
+
 Json json_of_number(const Integer *integer) {
   constexpr uint32_t too_large = 0xFFFFFFFF;
   const uint32_t number = asn1_Integer_get(integer);
   if (integer->negative != 0 || number == too_large) return integer_text(integer);
   return number;
-}
-
-Json json_of(const AlgId *algorithm) {
-  if (algorithm == nullptr) return nullptr;
-  Json object;
-  put_oid(object, "algorithm", algorithm->algorithm);
-  if (algorithm->parameters != nullptr) object["parameters"] = hex(octets(algorithm->parameters));
-  return object;
 }
 
 Json json_of(const BitString *bits) {
@@ -69,35 +51,29 @@ Json json_of(const Time *time) {
   return object;
 }
 
-Json json_of(const Validity *validity) {
-  if (validity == nullptr) return nullptr;
-  return Json{{"notBefore", json_of(validity->notBefore)},
-              {"notAfter", json_of(validity->notAfter)}};
+Json json_of(const AttributeValueAssertion *attribute) {
+  Json object;
+  put_oid(object, "type", attribute->type);
+  object["valueTag"] = attribute->valueTag;
+  const Octets value = octets(attribute->value);
+  const auto text = from_string(static_cast<uint32_t>(attribute->valueTag), value);
+  object["value"] = text ? Json(to_utf8(*text)) : Json(nullptr);
+  if (!text || !is_clean(*text)) object["valueOctets"] = hex(value);
+  return object;
+}
+
+Json json_of_rdn(const RelativeDistinguishedName *rdn) {
+  Json attributes = Json::array();
+  for (const auto *attribute : elements<AttributeValueAssertion>(rdn))
+    attributes.push_back(json_of(attribute));
+  return attributes;
 }
 
 Json json_of_name(const RDNSequence *name) {
   Json sequence = Json::array();
-  for (const auto *rdn : elements<RelativeDistinguishedName>(name)) {
-    Json attributes = Json::array();
-    for (const auto *attribute : elements<AttributeValueAssertion>(rdn))
-      attributes.push_back(json_of(attribute));
-    sequence.push_back(std::move(attributes));
-  }
+  for (const auto *rdn : elements<RelativeDistinguishedName>(name))
+    sequence.push_back(json_of_rdn(rdn));
   return sequence;
-}
-
-Json json_of_extensions(const Extensions *extensions) {
-  Json list = Json::array();
-  for (const auto *extension : elements<Extension>(extensions)) {
-    Json object;
-    put_oid(object, "extnID", extension->extnID);
-    object["critical"] = extension->critical != 0;
-    object["extnValue"] = hex(octets(extension->extnValue));
-    const ExtensionValue value = read_extension(extension, View{});
-    if (!value.json.is_null()) object["decoded"] = value.json;
-    list.push_back(std::move(object));
-  }
-  return list;
 }
 
 }  // namespace tool

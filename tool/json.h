@@ -20,15 +20,17 @@ void put_oid(Json &object, const std::string &key, const ObjId *oid);
 /// negative one; "00" for zero.
 std::string integer_text(const Integer *integer);
 
+/// An INTEGER in decimal, or in hexadecimal behind 0x where it has 32 bits or more.
+std::string number_text(const Integer *integer);
+
 /// A small INTEGER as a JSON number; as integer_text() where it is negative or has 32 bits or more.
 Json json_of_number(const Integer *integer);
 
-Json json_of(const AlgId *algorithm);
 Json json_of(const BitString *bits);
 Json json_of(const Time *time);
-Json json_of(const Validity *validity);
+Json json_of(const AttributeValueAssertion *attribute);
+Json json_of_rdn(const RelativeDistinguishedName *rdn);
 Json json_of_name(const RDNSequence *name);
-Json json_of_extensions(const Extensions *extensions);
 
 }  // namespace tool
 

@@ -2,9 +2,17 @@
 
 #include <bit>
 
+#include "json.h"
 #include "oids.h"
 
 namespace tool {
+
+uint64_t bit_length(const Integer *integer) {
+  Octets content = octets(integer);
+  while (!content.empty() && content[0] == 0) content = content.subspan(1);
+  if (content.empty()) return 0;
+  return uint64_t{8} * (content.size() - 1) + static_cast<uint64_t>(std::bit_width(content[0]));
+}
 
 namespace {
 
@@ -22,13 +30,6 @@ std::vector<Owned<Integer>> integers(Octets encoding, size_t count) {
     if (owned) found.push_back(std::move(owned));
   }
   return found;
-}
-
-uint64_t bit_length(const Integer *integer) {
-  Octets content = octets(integer);
-  while (!content.empty() && content[0] == 0) content = content.subspan(1);
-  if (content.empty()) return 0;
-  return uint64_t{8} * (content.size() - 1) + static_cast<uint64_t>(std::bit_width(content[0]));
 }
 
 void read_rsa(Key &key, const SubjectPKI *info) {
@@ -106,18 +107,6 @@ std::string key_text(const SubjectPKI *info, const View &view) {
     text += ")";
   }
   return text;
-}
-
-Json json_of(const SubjectPKI *info) {
-  if (info == nullptr) return nullptr;
-  Json object{{"algorithm", json_of(info->algorithm)},
-              {"subjectPublicKey", json_of(info->subjectPublicKey)}};
-  const Key key = read_key(info);
-  object["keyKind"] = key.kind;
-  if (key.bits) object["keyBits"] = *key.bits;
-  if (!key.curve.empty()) object["keyCurve"] = key.curve;
-  if (!key.exponent.empty()) object["keyExponent"] = key.exponent;
-  return object;
 }
 
 }  // namespace tool

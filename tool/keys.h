@@ -2,10 +2,12 @@
 #ifndef ORVELASN1_TOOL_KEYS_H
 #define ORVELASN1_TOOL_KEYS_H
 
-#include "json.h"
 #include "view.h"
 
 namespace tool {
+
+/// The number of bits of the amount of a positive INTEGER.
+uint64_t bit_length(const Integer *integer);
 
 /// What can be told of a public key without any arithmetic.
 struct Key {
@@ -22,8 +24,6 @@ std::string key_text(const SubjectPKI *info, const View &view);
 
 /// "RSA 2048 bits"
 std::string short_key_text(const SubjectPKI *info, const View &view);
-
-Json json_of(const SubjectPKI *info);
 
 }  // namespace tool
 

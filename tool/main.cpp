@@ -17,28 +17,31 @@ constexpr int status_bad_input = 1;
 constexpr int status_wrong_usage = 2;
 
 constexpr const char *overview = R"(Examples:
-  orvelasn1 show server.pem                what is in a certificate
-  orvelasn1 show --short /etc/ssl/certs/*  four lines for each
+  orvelasn1 show server.pem                what is in a certificate, a CRL, a request ...
+  orvelasn1 show --short /etc/ssl/certs/*  a few lines for each
   orvelasn1 show --json chain.pem | jq .   one JSON object a line
   orvelasn1 trace server.der               how the decoder reads it
   orvelasn1 recode --fresh server.der      whether it comes back octet by octet
   orvelasn1 name '/c=DE/cn(12)=Example'    the octets of a name
   orvelasn1 oid 2.5.29.15                  what an identifier is
+  orvelasn1 types                          what "show" and the like can read
 
-Inputs are PEM or DER, with one element or many. Without a file, or for the file "-",
-standard input is read. The status is 0 when all is well, 1 for bad input, and 2 for
+Inputs are PEM or DER, with one element or many. What an element is, its PEM label or its
+structure tells, or you do, with --type. Without a file, or for the file "-", standard
+input is read. The status is 0 when all is well, 1 for bad input, and 2 for
 wrong usage. "orvelasn1 COMMAND --help" tells more about a command.)";
 
 constexpr const char *show_examples = R"(Examples:
-  orvelasn1 show server.pem                    a page for each certificate
-  orvelasn1 show --short *.pem                 four lines for each
+  orvelasn1 show server.pem                    a page for each element
+  orvelasn1 show --short *.pem                 a few lines for each
   orvelasn1 show --oids server.pem             with the dotted identifiers
+  orvelasn1 show --type crl-entry entry.der    a part that stands in no file by itself
   orvelasn1 show --at 2030-01-01 server.pem    will it still be valid then?
   openssl s_client -connect example.org:443 -showcerts </dev/null | orvelasn1 show
   orvelasn1 show --json *.pem | jq -r 'select(.tbsCertificate.validity.daysLeft < 30).pem'
 
-The members of the JSON objects have the names of the library's fields and are described
-in certificate.schema.json.)";
+The members of the JSON objects have the names of the library's fields; those of
+certificates are described in certificate.schema.json.)";
 
 constexpr const char *trace_examples = R"(Examples:
   orvelasn1 trace server.der
@@ -58,6 +61,13 @@ A name is a "/" in front of each relative name and a "," between the attributes 
 An attribute is a short name (gid cn gn ou sp c g i l m n o s t) or a dotted identifier,
 the identifier octet of its value in parentheses (19, PrintableString, where there is
 none), "=" and the value, with a "/" in front of each "/" and ",".)";
+
+constexpr const char *types_examples = R"(Examples:
+  orvelasn1 types
+  orvelasn1 types | grep -i ocsp
+
+Each line has the name for --type, what the type is, and the labels of PEM blocks that hold
+it.)";
 
 constexpr const char *oid_examples = R"(Examples:
   orvelasn1 oid 2.5.4.3               from the dotted form
@@ -89,6 +99,7 @@ class CommandLine {
     add_recode();
     add_name();
     add_oid();
+    add_types();
   }
 
   /// Gives the status of the tool.
@@ -109,15 +120,21 @@ class CommandLine {
   }
 
   void add_type(CLI::App *command) {
-    command->add_option("--type", type_, "What DER elements are taken for")
-        ->check(CLI::IsMember(tool::type_names()))
-        ->type_name("NAME");
+    command
+        ->add_option("--type", type_,
+                     "What elements are taken for, whatever their label; \"types\" lists the names")
+        ->type_name("NAME")
+        ->check([](const std::string &name) {
+          return tool::type_named(name) != nullptr
+                     ? ""
+                     : "no type has this name; \"orvelasn1 types\" lists them all";
+        });
   }
 
   void add_show() {
     CLI::App *const command = add("show", "Print what elements hold", show_examples);
     command->add_option("FILE", show_.files, "PEM or DER; standard input without one, or for -");
-    CLI::Option *const brief = command->add_flag("--short", brief_, "Four lines for each element");
+    CLI::Option *const brief = command->add_flag("--short", brief_, "A few lines for each element");
     CLI::Option *const json = command->add_flag("--json", json_, "One JSON object a line");
     json->excludes(brief);
     command->add_flag("--oids", show_.view.oids, "The dotted identifier beside each name");
@@ -199,6 +216,11 @@ class CommandLine {
       if (oids_.empty() && !list_) throw CLI::RequiredError("OID");
       command_ = [this] { return list_ ? tool::list_oids() : tool::translate_oids(oids_); };
     });
+  }
+
+  void add_types() {
+    CLI::App *const command = add("types", "List the types that are read", types_examples);
+    command->callback([this] { command_ = tool::list_types; });
   }
 
   CLI::App app_{"Shows, traces and writes back ASN.1 structures of public-key infrastructures",

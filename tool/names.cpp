@@ -27,16 +27,25 @@ void add_name(Page &page, const RDNSequence *name, const View &view) {
   }
 }
 
+std::string attribute_text(const AttributeValueAssertion *attribute, const View &view) {
+  return label(attribute->type, view) + "=" + value_text(attribute, ",+");
+}
+
 std::string one_line(const RDNSequence *name, const View &view) {
   std::string out;
   for (const auto *rdn : elements<RelativeDistinguishedName>(name)) {
     const char *separator = out.empty() ? "" : ", ";
     for (const auto *attribute : elements<AttributeValueAssertion>(rdn)) {
-      out += separator + label(attribute->type, view) + "=" + value_text(attribute, ",+");
+      out += separator + attribute_text(attribute, view);
       separator = " + ";
     }
   }
   return out;
+}
+
+std::string directory_text(const Name *text, const View &view) {
+  const Owned<RDNSequence> name(asn1_Name_to_RDNSequence(text), asn1_RDNSequence_free);
+  return name ? one_line(name.get(), view) : printable(std::string_view(text));
 }
 
 }  // namespace tool

@@ -16,6 +16,13 @@ void add_name(Page &page, const RDNSequence *name, const View &view);
 /// has a backslash in front; a plus with blanks joins the attributes of one relative name.
 std::string one_line(const RDNSequence *name, const View &view);
 
+/// The same of a name that the library holds as text; the text as it stands where it cannot be
+/// read back.
+std::string directory_text(const Name *text, const View &view);
+
+/// An attribute: "countryName=DE".
+std::string attribute_text(const AttributeValueAssertion *attribute, const View &view);
+
 }  // namespace tool
 
 #endif

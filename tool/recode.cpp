@@ -74,6 +74,11 @@ bool recode(const RecodeRequest &request) {
   const bool same =
       for_each_record({request.file}, request.type,
                       [&](const Input &input, const Element &element, Record &record) {
+                        if (record.type().encode == nullptr) {
+                          complain(input.where(element) + ": the library reads the type " +
+                                   std::string(record.type().name) + " and does not write it");
+                          return false;
+                        }
                         if (request.fresh) record.forget_encodings();
                         const Bytes out = record.encode();
                         if (out.empty()) {

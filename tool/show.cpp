@@ -11,14 +11,20 @@ namespace {
 /// A text from the command line or a PEM label as valid UTF-8.
 std::string valid_utf8(std::string_view text) { return to_utf8(from_utf8(octets_of(text))); }
 
+/// What every object begins with, and the fields of the record. A type that has no PEM label gets
+/// its octets as they are.
 std::string json_line(const Input &input, const Element &element, const Record &record,
                       const View &view) {
+  const Type &type = record.type();
   Json object;
-  object["type"] = record.type().name;
+  object["type"] = type.name;
   object["file"] = valid_utf8(input.name());
   object["element"] = element.number;
-  object["pem"] = pem(record.type().labels.front(), element.octets);
-  record.type().put_json(object, record.get(), view);
+  if (type.labels.empty())
+    object["octets"] = hex(element.octets);
+  else
+    object["pem"] = pem(type.labels.front(), element.octets);
+  put_members(object, type.describe(record.get(), view));
   return object.dump() + "\n";
 }
 

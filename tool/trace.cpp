@@ -63,13 +63,14 @@ void print_trace(const Type &type, Octets octets) {
   type.release(record);
 }
 
-/// The type to trace an element as: the one that takes it, or else the first that might; null where
-/// there is none.
-const Type *traced_type(const Element &element, const Type *wanted) {
+/// The type to trace an element as: the one that takes it, or else the first that might. What is
+/// not recognised is traced as the first of all types.
+const Type &traced_type(const Element &element, const Type *wanted) {
   const auto tried = candidates(element, wanted);
-  if (tried.size() < 2) return tried.empty() ? nullptr : tried.front();
+  if (tried.empty()) return *types().front();
+  if (tried.size() == 1) return *tried.front();
   const Decoding decoding = decode(element, wanted);
-  return decoding.record ? &decoding.record->type() : tried.front();
+  return decoding.record ? decoding.record->type() : *tried.front();
 }
 
 }  // namespace
@@ -77,8 +78,7 @@ const Type *traced_type(const Element &element, const Type *wanted) {
 bool trace(const TraceRequest &request) {
   std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
   return for_each_element(request.files, [&request](const Input &input, const Element &element) {
-    const Type *const type = traced_type(element, request.type);
-    if (type != nullptr && !element.octets.empty()) print_trace(*type, element.octets);
+    if (!element.octets.empty()) print_trace(traced_type(element, request.type), element.octets);
     emit("");  // ends the process where the trace could not be written
     const Decoding decoding = decode(element, request.type);
     if (decoding.fault)

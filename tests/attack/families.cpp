@@ -591,7 +591,14 @@ const std::vector<Family> &families() {
 std::vector<const Family *> families_of(std::string_view group) {
   std::vector<const Family *> found;
   for (const Family &family : families())
-    if (group.empty() || family.group == group) found.push_back(&family);
+    if (family.group == group) found.push_back(&family);
+  return found;
+}
+
+std::vector<std::string_view> groups() {
+  std::vector<std::string_view> found;
+  for (const Family &family : families())
+    if (found.empty() || found.back() != family.group) found.push_back(family.group);
   return found;
 }
 

@@ -64,8 +64,11 @@ struct Family {
 /// All families, the members of a group side by side.
 const std::vector<Family> &families();
 
-/// The families of a group; all of them without one.
-std::vector<const Family *> families_of(std::string_view group = {});
+/// The families of a group.
+std::vector<const Family *> families_of(std::string_view group);
+
+/// The names of the groups.
+std::vector<std::string_view> groups();
 
 }  // namespace attack
 

@@ -79,11 +79,10 @@ TEST(Findings, AreNoBrokenLaws) {
       {"dotted identifier", "31 33 31 34 2E 2E 35 34 30 2E 2D 31 34 48 48 48 48 48 39"},
   };
   for (const auto &[name, input] : found) {
-    const auto all = attack::families_of();
-    const auto family =
-        std::ranges::find(all, std::string_view(name), [](const auto *f) { return f->name; });
+    const auto &all = attack::families();
+    const auto family = std::ranges::find(all, std::string_view(name), &attack::Family::name);
     ASSERT_NE(all.end(), family) << name;
-    EXPECT_EQ("", attack::broken_law(**family, hex(input))) << name << ": " << input;
+    EXPECT_EQ("", attack::broken_law(*family, hex(input))) << name << ": " << input;
   }
 }
 

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <octets.h>
 
+#include <memory>
+
 #include "guard.h"
 #include "laws.h"
 #include "parameters.h"
@@ -35,79 +37,78 @@ long expect_failure_at_each_allocation(F f) {
   }
 }
 
-class ExhaustedMemory : public testing::TestWithParam<const Family *> {
- protected:
-  const Family &family() const { return *GetParam(); }
+using ExhaustedMemory = OfAGroup;
 
-  void *decoded(const Bytes &octets) const {
-    void *record = nullptr;
-    const uint8_t *const end = octets.data() + octets.size();
-    EXPECT_NE(nullptr, family().decode(octets.data(), end, &record, 0));
-    return record;
-  }
-};
+/// A record that its family releases.
+using Held = std::unique_ptr<void, void (*)(void *)>;
+
+Held decoded(const Family &family, const Bytes &octets) {
+  void *record = nullptr;
+  const uint8_t *const end = octets.data() + octets.size();
+  EXPECT_NE(nullptr, family.decode(octets.data(), end, &record, 0));
+  return {record, family.free};
+}
 
 TEST_P(ExhaustedMemory, ConstructorFails) {
-  if (family().create == nullptr) return;
-  const long allocations = expect_failure_at_each_allocation([&] {
-    void *const record = family().create();
-    family().free(record);
-    return record != nullptr;
-  });
-  EXPECT_LE(1, allocations);
+  for (const Family *family : families_of(GetParam())) {
+    if (family->create == nullptr) continue;
+    SCOPED_TRACE(family->name);
+    const long allocations = expect_failure_at_each_allocation([&] {
+      void *const record = family->create();
+      family->free(record);
+      return record != nullptr;
+    });
+    EXPECT_LE(1, allocations);
+  }
 }
 
 TEST_P(ExhaustedMemory, DecoderFails) {
-  for (const Bytes &sample : family().samples) {
+  for_each_sample([](const Family &family, const Bytes &sample) {
     expect_failure_at_each_allocation([&] {
       void *record = nullptr;
       const bool succeeded =
-          family().decode(sample.data(), sample.data() + sample.size(), &record, 0) != nullptr;
-      family().free(record);
+          family.decode(sample.data(), sample.data() + sample.size(), &record, 0) != nullptr;
+      family.free(record);
       return succeeded;
     });
-  }
+  });
 }
 
 TEST_P(ExhaustedMemory, EncoderFails) {
-  if (family().encode == nullptr) return;
-  for (const Bytes &sample : family().samples) {
-    void *const record = decoded(sample);
-    const uint32_t size = family().encode(nullptr, record);
+  for_each_sample([](const Family &family, const Bytes &sample) {
+    if (family.encode == nullptr) return;
+    const Held record = decoded(family, sample);
+    const uint32_t size = family.encode(nullptr, record.get());
     EXPECT_LT(0U, size);
-    expect_failure_at_each_allocation([&] { return family().encode(nullptr, record) == size; });
-    if (!family().has(is_not_written)) {
-      Bytes out(size);
-      expect_failure_at_each_allocation([&] {
-        uint8_t *cursor = out.data();
-        return family().encode(&cursor, record) == size;
-      });
-    }
-    family().free(record);
-  }
+    expect_failure_at_each_allocation([&] { return family.encode(nullptr, record.get()) == size; });
+    if (family.has(is_not_written)) return;
+    Bytes out(size);
+    expect_failure_at_each_allocation([&] {
+      uint8_t *cursor = out.data();
+      return family.encode(&cursor, record.get()) == size;
+    });
+  });
 }
 
 TEST_P(ExhaustedMemory, CopyFails) {
-  if (family().clone == nullptr) return;
-  for (const Bytes &sample : family().samples) {
-    void *const record = decoded(sample);
-    void *const copy = family().clone(record);
-    family().free(copy);
-    if (copy != nullptr) {
-      const long allocations = expect_failure_at_each_allocation([&] {
-        void *const another = family().clone(record);
-        family().free(another);
-        return another != nullptr;
-      });
-      EXPECT_LE(1, allocations);
-    } else {
-      EXPECT_TRUE(family().has(may_lack_copies));
+  for_each_sample([](const Family &family, const Bytes &sample) {
+    if (family.clone == nullptr) return;
+    const Held record = decoded(family, sample);
+    const Held copy(family.clone(record.get()), family.free);
+    if (copy == nullptr) {
+      EXPECT_TRUE(family.has(may_lack_copies));
+      return;
     }
-    family().free(record);
-  }
+    const long allocations = expect_failure_at_each_allocation([&] {
+      void *const another = family.clone(record.get());
+      family.free(another);
+      return another != nullptr;
+    });
+    EXPECT_LE(1, allocations);
+  });
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, ExhaustedMemory, testing::ValuesIn(families_of()), title);
+INSTANTIATE_TEST_SUITE_P(Of, ExhaustedMemory, testing::ValuesIn(groups()), title);
 
 // ---------------------------------------------------------------------------------------------
 // What is no family

@@ -1,29 +1,33 @@
-// Tests with a family as their parameter.
+// Tests with a group of families as their parameter.
 #ifndef ORVELASN1_TESTS_ATTACK_PARAMETERS_H
 #define ORVELASN1_TESTS_ATTACK_PARAMETERS_H
 
 #include <gtest/gtest.h>
 
-#include <cctype>
-#include <ostream>
+#include <string>
 
 #include "family.h"
 
 namespace attack {
 
-/// "SetOfOctetString", for the name of a test.
-inline std::string title(const testing::TestParamInfo<const Family *> &info) {
-  std::string out;
-  bool upper = true;
-  for (const char c : info.param->name) {
-    const auto letter = static_cast<unsigned char>(c);
-    if (std::isalnum(letter) != 0) out += static_cast<char>(upper ? std::toupper(letter) : letter);
-    upper = std::isalnum(letter) == 0;
+class OfAGroup : public testing::TestWithParam<std::string_view> {
+ protected:
+  /// Calls `f(family, sample)` for every sample of every family of the group, until one fails.
+  template <class F>
+  static void for_each_sample(F f) {
+    for (const Family *family : families_of(GetParam())) {
+      for (const Bytes &sample : family->samples) {
+        SCOPED_TRACE(family->name);
+        f(*family, sample);
+        if (HasFailure()) return;
+      }
+    }
   }
-  return out;
-}
+};
 
-inline void PrintTo(const Family *family, std::ostream *out) { *out << family->name; }
+inline std::string title(const testing::TestParamInfo<std::string_view> &info) {
+  return std::string(info.param);
+}
 
 }  // namespace attack
 

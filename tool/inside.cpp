@@ -1,0 +1,51 @@
+#include "inside.h"
+
+namespace tool {
+
+namespace {
+
+Inside unread(std::string why) { return {Node(), std::move(why)}; }
+
+}  // namespace
+
+Inside read_inside(Octets octets, std::string_view name, const View &view) {
+  const View deeper = view.inside();
+  if (deeper.too_deep()) return unread("it is nested more deeply than is shown");
+  const Type &type = *type_named(name);
+  if (const auto fault = refusal(type, octets))
+    return unread("offset " + std::to_string(fault->offset.value_or(0)) + ": " + fault->text);
+  void *made = nullptr;
+  const uint8_t *const end = octets.data() + octets.size();
+  const uint8_t *const next = type.decode(octets.data(), end, &made, 0);
+  if (next == nullptr) return unread("its decoder refuses it");
+  const auto record = std::make_shared<const Record>(type, made);
+  if (next != end) return unread("its decoder does not take all of it");
+  Node node = type.describe(record->get(), deeper);
+  node.owner = record;
+  return {std::move(node), ""};
+}
+
+Fields &add_inside(Fields &fields, std::string name, Node octets, Inside inside) {
+  if (!inside.node.empty())
+    return fields.hidden(std::move(name), std::move(octets))
+        .field("decoded", std::move(inside.node));
+  return fields.field(std::move(name), std::move(octets))
+      .field("unread", text("not in a form that this library reads: " + inside.why, inside.why));
+}
+
+Node list_inside(const List *elements, std::string_view type, const View &view) {
+  Node node;
+  if (elements == nullptr) return node;
+  node.value = Node::Items{
+      static_cast<size_t>(List_len(elements)), [elements, type, view](size_t i) {
+        const auto *const any =
+            static_cast<const Any *>(List_get(elements, static_cast<int32_t>(i)));
+        Inside inside = read_inside(octets(any), type, view);
+        if (!inside.node.empty()) return std::move(inside.node);
+        Fields fields(view);
+        return add_inside(fields, "octets", describe(any, view), std::move(inside)).node();
+      }};
+  return node;
+}
+
+}  // namespace tool
