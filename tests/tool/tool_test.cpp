@@ -1,7 +1,7 @@
 // The command-line tool, run as its users run it: whole outputs, messages and exit statuses. Inputs
 // are made by hand, or at test time by the openssl command-line tool, which is also the judge of
 // what a certificate says.
-#include "tool.h"
+#include "schema.h"
 
 using namespace tool_tests;
 
@@ -340,95 +340,8 @@ TEST_F(ToolShow, PrintsNegativeSerialNumbersAsTheyAre) {
 
 using ToolJson = Tool;
 
-/// What in a value is not as the schema says; an empty text where nothing is. It knows the words
-/// that the schema uses, and no others.
-class Schema {
- public:
-  explicit Schema(json schema) : root_(std::move(schema)) {}
-
-  std::string violation(const json &value) const { return violation(value, root_, "$"); }
-
- private:
-  static bool is_of_type(const json &value, const std::string &type) {
-    return (type == "object" && value.is_object()) || (type == "array" && value.is_array()) ||
-           (type == "string" && value.is_string()) || (type == "boolean" && value.is_boolean()) ||
-           (type == "integer" && value.is_number_integer()) || (type == "null" && value.is_null());
-  }
-
-  std::string violation(const json &value, const json &rule, const std::string &place) const {
-    static const std::vector<std::string> known{"$schema",
-                                                "$id",
-                                                "$defs",
-                                                "title",
-                                                "description",
-                                                "type",
-                                                "required",
-                                                "const",
-                                                "properties",
-                                                "pattern",
-                                                "enum",
-                                                "anyOf",
-                                                "minimum",
-                                                "maximum",
-                                                "items",
-                                                "$ref",
-                                                "additionalProperties"};
-    for (const auto &word : rule.items())
-      if (std::ranges::find(known, word.key()) == known.end()) return "unknown word " + word.key();
-    if (rule.contains("$ref")) {
-      const auto &target = root_.at(json::json_pointer(rule["$ref"].get<std::string>().substr(1)));
-      const std::string wrong = violation(value, target, place);
-      if (!wrong.empty()) return wrong;
-    }
-    if (rule.contains("type")) {
-      const json types = rule["type"].is_array() ? rule["type"] : json::array({rule["type"]});
-      if (std::ranges::none_of(
-              types, [&](const json &type) { return is_of_type(value, type.get<std::string>()); }))
-        return place + " is of another type";
-    }
-    if (rule.contains("const") && value != rule["const"]) return place + " has another value";
-    if (rule.contains("enum") && std::ranges::find(rule["enum"], value) == rule["enum"].end())
-      return place + " is not among the values";
-    if (rule.contains("pattern") &&
-        !matches(value.get<std::string>(), rule["pattern"].get<std::string>()))
-      return place + " does not follow the pattern";
-    if (rule.contains("minimum") && value < rule["minimum"]) return place + " is too small";
-    if (rule.contains("maximum") && value > rule["maximum"]) return place + " is too large";
-    if (rule.contains("anyOf") && std::ranges::none_of(rule["anyOf"], [&](const json &one) {
-          return violation(value, one, place).empty();
-        }))
-      return place + " is none of what is allowed";
-    for (const json &key : rule.value("required", json::array()))
-      if (!value.contains(key.get<std::string>()))
-        return place + " lacks " + key.get<std::string>();
-    return violation_inside(value, rule, place);
-  }
-
-  std::string violation_inside(const json &value, const json &rule,
-                               const std::string &place) const {
-    if (value.is_object() && rule.contains("properties"))
-      for (const auto &member : value.items()) {
-        const std::string inner = place + "." + member.key();
-        if (!rule["properties"].contains(member.key())) return inner + " is not described";
-        const std::string wrong =
-            violation(member.value(), rule["properties"][member.key()], inner);
-        if (!wrong.empty()) return wrong;
-      }
-    if (value.is_array() && rule.contains("items"))
-      for (size_t i = 0; i < value.size(); ++i) {
-        const std::string wrong =
-            violation(value[i], rule["items"], place + "[" + std::to_string(i) + "]");
-        if (!wrong.empty()) return wrong;
-      }
-    return "";
-  }
-
-  json root_;
-};
-
 std::string schema_violation(const std::string &line) {
-  static const json schema = json::parse(read_file(ORVELASN1_SCHEMA_PATH));
-  return Schema(schema).violation(json::parse(line));
+  return Schema("certificate.schema.json").violation(json::parse(line));
 }
 
 /// A line "NAME=VALUE" that openssl prints, without the name and the newline.
