@@ -6,9 +6,6 @@
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
-want_openssl() {
-  want openssl has openssl
-}
 provide want_build_tools want_tool_libraries want_certificates want_openssl
 
 build=build/demo

@@ -57,6 +57,10 @@ want_tool_libraries() {
   want nlohmann-json3-dev has_header nlohmann/json.hpp
 }
 
+want_openssl() {
+  want openssl has openssl
+}
+
 want_certificates() {
   want ca-certificates test -s /etc/ssl/certs/ca-certificates.crt
 }

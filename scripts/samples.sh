@@ -10,9 +10,6 @@ folder=$(cd "$1" && pwd)
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
 
-want_openssl() {
-  want openssl has openssl
-}
 provide want_openssl
 
 work=$(mktemp -d)

@@ -15,9 +15,6 @@ seeds=$(cd "$1" && pwd)
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
 
-want_openssl() {
-  want openssl has openssl
-}
 provide want_openssl
 
 program=${FUZZ_SEEDS:-$PWD/build/fuzz/bin/fuzz_seeds}

@@ -31,7 +31,7 @@ enum Departure : unsigned {
   is_not_read_back = 1U << 4,
   /// A decoded record can be measured but not written.
   is_not_written = 1U << 5,
-  /// A new record may be given for a type that the decoder always refuses.
+  /// The decoder refuses every input; there are no samples.
   is_never_read = 1U << 6,
   /// A refused header leaves an empty list, which is the caller's.
   may_leave_a_list = 1U << 7,
