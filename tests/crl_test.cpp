@@ -1,6 +1,5 @@
 // Revocation lists and the records they are made of. The inputs are put together from small pieces,
 // so that each field can be left out, moved or spoilt.
-#include <ctime>
 
 #include "records.h"
 
@@ -834,21 +833,6 @@ TEST(LongCrl, HoldsAHundredThousandEntriesAndWritesThemBack) {
   const auto copy = cloned(crls, record);
   clear(copy->tbsEncoded, asn1_OctetString_free);
   EXPECT_TRUE(octets == encoded(crls, copy));
-}
-
-TEST(LongCrl, IsDecodedInTimeThatGrowsWithItsLength) {
-  // Processor time, which does not count how busy the machine is otherwise; the quickest of three.
-  const auto time_of = [](const Bytes &octets) {
-    double best = 1e9;
-    for (int run = 0; run < 3; ++run) {
-      const std::clock_t start = std::clock();
-      decoded(crls, octets);
-      best = std::min(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
-    }
-    return std::max(best, 0.001);
-  };
-  // Twenty times the entries. A quadratic decoder takes four hundred times as long.
-  EXPECT_LT(time_of(long_crl(100'000)), 100 * time_of(long_crl(5'000)));
 }
 
 // -------------------------------------------------------------------------------- a CRL of a peer

@@ -8,7 +8,6 @@
 #include <pthread.h>
 
 #include <algorithm>
-#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
@@ -156,20 +155,6 @@ void on_small_stack(F f) {
   ASSERT_EQ(0, pthread_create(&thread, &attributes, run, &f));
   ASSERT_EQ(0, pthread_join(thread, nullptr));
   ASSERT_EQ(0, pthread_attr_destroy(&attributes));
-}
-
-/// The milliseconds of the quickest of three runs of `f`, at least 1.
-template <class F>
-double quickest(F f) {
-  double best = 1e9;
-  for (int run = 0; run < 3; ++run) {
-    const auto start = std::chrono::steady_clock::now();
-    f();
-    const std::chrono::duration<double, std::milli> taken =
-        std::chrono::steady_clock::now() - start;
-    best = std::min(best, taken.count());
-  }
-  return std::max(best, 1.0);
 }
 
 /// The pattern of the one line that a failed assert leaves on standard error.
