@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "family.h"
+#include "logotypes.h"
 
 namespace attack {
 
@@ -60,6 +61,10 @@ Family family(std::string_view group, std::string_view name, unsigned departures
 #define OF_SIZE(T)                                                                                \
   T, asn1_##T##_d, asn1_##T##_free, create_sized<asn1_##T##_new>, asn1_##T##_e, asn1_##T##_clone, \
       asn1_##T##_cmp
+
+// The reader of the tests stands in for the decoder, which refuses everything.
+#define WRITE_ONLY(decode, T) \
+  T, logotypes::LOGOTYPE(decode, T), asn1_##T##_free, asn1_##T##_new, asn1_##T##_e, asn1_##T##_clone
 
 template <auto Create>
 auto create_sized() {
@@ -280,6 +285,20 @@ const Bytes basic_response = sequence(response_data + rsa_with_sha256 + signatur
 const Bytes response_bytes =
     sequence(hex("06 09 2B 06 01 05 05 07 30 01 01") + octets(basic_response));
 
+constexpr unsigned write_only = is_not_read_back | may_lack_copies;
+const Bytes hash = sequence(sha1 + octets(hex("01 02 03")));
+const Bytes uris = sequence(element(22, text("http://a/")) + element(22, text("")));
+const Bytes logotype_reference = sequence(sequence(hash + hash) + uris);
+const Bytes logotype_details = sequence(element(22, text("image/png")) + sequence(hash) + uris);
+const Bytes image_info = sequence(integer("01") + integer("12 34") + integer("64") + integer("32") +
+                                  context(2, integer("01 00")) + element(22, text("en")));
+const Bytes image = sequence(logotype_details + image_info);
+const Bytes audio_info = sequence(integer("12 34") + integer("05") + integer("02") +
+                                  integer("00 AC 44") + element(22, text("en")));
+const Bytes audio = sequence(logotype_details + audio_info);
+const Bytes direct_logo = context(0, sequence(sequence(image) + null));
+const Bytes indirect_logo = context(1, logotype_reference);
+
 const Bytes rsa_private_key =
     sequence(integer("00") + integer("0C A1") + integer("11") + integer("0A C1") + integer("3D") +
              integer("35") + integer("35") + integer("31") + integer("26"));
@@ -465,19 +484,36 @@ std::vector<Family> make_families() {
           may_leave_a_list | keeps_any | writes_attribute_values,
           {sequence(sequence(hex("06 08 2B 06 01 05 05 07 30 01") + uri))}),
 
-      family<ALL_OF(HashAlgAndValue)>("logotype", "HashAlgAndValue", is_never_read, {}),
-      family<ALL_OF(LogotypeDetails)>("logotype", "LogotypeDetails", is_never_read, {}),
-      family<ALL_OF(LogotypeReference)>("logotype", "LogotypeReference", is_never_read, {}),
-      family<ALL_OF(LogotypeImageResolution)>("logotype", "LogotypeImageResolution", is_never_read,
-                                              {}),
-      family<ALL_OF(LogotypeImageInfo)>("logotype", "LogotypeImageInfo", is_never_read, {}),
-      family<ALL_OF(LogotypeImage)>("logotype", "LogotypeImage", is_never_read, {}),
-      family<ALL_OF(LogotypeAudioInfo)>("logotype", "LogotypeAudioInfo", is_never_read, {}),
-      family<ALL_OF(LogotypeAudio)>("logotype", "LogotypeAudio", is_never_read, {}),
-      family<ALL_OF(LogotypeData)>("logotype", "LogotypeData", is_never_read, {}),
-      family<ALL_OF(LogotypeInfo)>("logotype", "LogotypeInfo", is_never_read, {}),
-      family<ALL_OF(OtherLogotypeInfo)>("logotype", "OtherLogotypeInfo", is_never_read, {}),
-      family<ALL_OF(LogotypeExtn)>("logotype", "LogotypeExtn", is_never_read, {}),
+      family<WRITE_ONLY(decode, HashAlgAndValue)>("logotype", "HashAlgAndValue", write_only,
+                                                  {hash}),
+      family<WRITE_ONLY(decode, LogotypeDetails)>("logotype", "LogotypeDetails", write_only,
+                                                  {logotype_details}),
+      family<WRITE_ONLY(decode, LogotypeReference)>("logotype", "LogotypeReference", write_only,
+                                                    {logotype_reference}),
+      family<WRITE_ONLY(decode_choice, LogotypeImageResolution)>(
+          "logotype", "LogotypeImageResolution", write_only,
+          {context(1, integer("08")), context(2, integer("01 00"))}),
+      family<WRITE_ONLY(decode, LogotypeImageInfo)>(
+          "logotype", "LogotypeImageInfo", write_only,
+          {image_info,
+           sequence(null + integer("01") + integer("02") + integer("03") + null + null)}),
+      family<WRITE_ONLY(decode, LogotypeImage)>("logotype", "LogotypeImage", write_only,
+                                                {image, sequence(logotype_details + null)}),
+      family<WRITE_ONLY(decode, LogotypeAudioInfo)>("logotype", "LogotypeAudioInfo", write_only,
+                                                    {audio_info}),
+      family<WRITE_ONLY(decode, LogotypeAudio)>("logotype", "LogotypeAudio", write_only, {audio}),
+      family<WRITE_ONLY(decode, LogotypeData)>(
+          "logotype", "LogotypeData", write_only,
+          {sequence(sequence(image + image) + sequence(audio)), sequence(null + null)}),
+      family<WRITE_ONLY(decode_choice, LogotypeInfo)>("logotype", "LogotypeInfo", write_only,
+                                                      {direct_logo, indirect_logo}),
+      family<WRITE_ONLY(decode, OtherLogotypeInfo)>("logotype", "OtherLogotypeInfo", write_only,
+                                                    {sequence(hex("06 02 2A 03") + direct_logo)}),
+      family<WRITE_ONLY(decode, LogotypeExtn)>(
+          "logotype", "LogotypeExtn", write_only,
+          {sequence(sequence(direct_logo + indirect_logo) + indirect_logo + direct_logo +
+                    sequence(direct_logo)),
+           sequence(null + indirect_logo + null + null)}),
 
       family<ALL_OF(CertID), asn1_CertID_cmp>("ocsp", "CertID", keeps_any, {cert_id}),
       family<ALL_OF(Request)>("ocsp", "Request", keeps_any, {sequence(cert_id)}),

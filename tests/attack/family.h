@@ -31,17 +31,15 @@ enum Departure : unsigned {
   is_not_read_back = 1U << 4,
   /// A decoded record can be measured but not written.
   is_not_written = 1U << 5,
-  /// The decoder refuses every input; there are no samples.
-  is_never_read = 1U << 6,
   /// A refused header leaves an empty list, which is the caller's.
-  may_leave_a_list = 1U << 7,
+  may_leave_a_list = 1U << 6,
   /// Not every record can be compared: texts that are no times.
-  may_not_compare = 1U << 8,
+  may_not_compare = 1U << 7,
   /// The short name of a serial number is written in a text, and cannot be read there.
-  cannot_read_sn = 1U << 9,
+  cannot_read_sn = 1U << 8,
   /// An arc above 0x7FFFFFFF is written as a negative number, and the reader counts arcs by the
   /// digits and dots in front of the minus: those behind it are not read.
-  cannot_read_negative_arcs = 1U << 10,
+  cannot_read_negative_arcs = 1U << 9,
 };
 
 struct Family {
@@ -56,7 +54,7 @@ struct Family {
   void *(*clone)(const void *record);                    ///< null where there is none
   int32_t (*compare)(const void *a, const void *b);      ///< null where there is none
 
-  std::vector<Bytes> samples;  ///< that decode and come back as they are; empty if never read
+  std::vector<Bytes> samples;  ///< that decode and come back as they are
 
   bool has(Departure departure) const { return (departures & departure) != 0; }
 };

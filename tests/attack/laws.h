@@ -23,7 +23,6 @@ bool is_promised_ending(const std::string &words);
 /// - what is given back does not depend on the trace, nor on the octets behind the end;
 /// - depth 0 writes no trace;
 /// - the cursor stays in the range;
-/// - a decoder that refuses every input does so;
 /// - a failed decoder leaves the place alone or clears it;
 /// - what measures n octets writes n octets, and what measures none writes none;
 /// - what was written is read, and written, to the same octets;

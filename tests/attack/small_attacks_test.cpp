@@ -21,11 +21,9 @@ bool withstands(const Family &family, Octets input) {
   return law.empty();
 }
 
-TEST_P(SmallAttacks, EveryFamilyThatIsReadHasSamples) {
-  for (const Family *family : families_of(GetParam())) {
-    EXPECT_EQ(family->has(is_never_read), family->samples.empty()) << family->name;
-    EXPECT_TRUE(withstands(*family, hex("30 00"))) << family->name;
-  }
+TEST_P(SmallAttacks, EveryFamilyHasSamples) {
+  for (const Family *family : families_of(GetParam()))
+    EXPECT_FALSE(family->samples.empty()) << family->name;
 }
 
 TEST_P(SmallAttacks, SamplesComeBack) {
