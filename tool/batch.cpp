@@ -19,7 +19,7 @@ constexpr size_t elements_a_child = 1024;
 /// lines, which only a sanitizer or a runtime leaves, follow as they are.
 void report_end(const Input &input, const Element &element, const std::string &last_words) {
   const size_t line_end = last_words.find('\n');
-  complain(input.where(element) + ": the decoder ended its process: " +
+  complain(input.where(element) + ": the library ended its process: " +
            printable(std::string_view(last_words).substr(0, line_end)));
   if (line_end == std::string::npos) return;
   std::string_view rest = std::string_view(last_words).substr(line_end + 1);

@@ -117,15 +117,25 @@ Node encrypted(const OctetString *octets, const View &view);
 /// describe() has it.
 Node encryption_algorithm(const AlgId *algorithm, const View &view);
 
-/// The elements of one of the library's lists.
+/// The T records of one of the library's lists, each as `describe_element(record, view)` has it.
+template <class T, class F>
+Node list_of(const List *list, F describe_element, const View &view) {
+  Node node;
+  node.value =
+      Node::Items{static_cast<size_t>(List_len(list)), [list, describe_element, view](size_t i) {
+                    const auto index = static_cast<int32_t>(i);
+                    return describe_element(static_cast<const T *>(List_get(list, index)), view);
+                  }};
+  return node;
+}
+
+/// The T records of one of the library's lists.
 template <class T>
 Node list_of(const List *list, const View &view) {
-  Node node;
-  node.value = Node::Items{
-      static_cast<size_t>(List_len(list)), [list, view](size_t i) {
-        return describe(static_cast<const T *>(List_get(list, static_cast<int32_t>(i))), view);
-      }};
-  return node;
+  const auto describe_element = [](const T *record, const View &at) {
+    return describe(record, at);
+  };
+  return list_of<T>(list, describe_element, view);
 }
 
 /// A character string whose universal tag is `tag`.

@@ -174,22 +174,7 @@ Node attribute_node(const GDOObject *attribute, const View &view) {
       .node();
 }
 
-/// The elements of a list, each described by `describe_element`.
-template <class T>
-Node nodes_of(const List *list, Node (*describe_element)(const T *, const View &),
-              const View &view) {
-  Node node;
-  node.value =
-      Node::Items{static_cast<size_t>(List_len(list)), [list, describe_element, view](size_t i) {
-                    return describe_element(
-                        static_cast<const T *>(List_get(list, static_cast<int32_t>(i))), view);
-                  }};
-  return node;
-}
-
-Node set_node(const List *set, const View &view) {
-  return nodes_of<GDOObject>(set, describe, view);
-}
+Node set_node(const List *set, const View &view) { return list_of<GDOObject>(set, view); }
 
 Node object_node(const GDOObject *object, bool sets, const View &view) {
   const Role role = role_of(object);
@@ -202,9 +187,9 @@ Node object_node(const GDOObject *object, bool sets, const View &view) {
     fields.field("value", object->value);
     if (const auto inner = text_in(octets(object->value))) fields.hidden("text", text("", *inner));
   } else if (role == Role::attribute_holder) {
-    fields.field("children", nodes_of<GDOObject>(object->children, attribute_node, inside));
+    fields.field("children", list_of<GDOObject>(object->children, attribute_node, inside));
   } else if (sets) {
-    fields.field("children", nodes_of<List>(object->children, set_node, inside));
+    fields.field("children", list_of<List>(object->children, set_node, inside));
   } else if (inside.too_deep() && List_len(object->children) != 0) {
     const size_t count = count_below(object);
     fields.field("omitted", text(std::to_string(count) + " more below", count));

@@ -91,13 +91,7 @@ Node describe_rdn(const RelativeDistinguishedName *rdn, const View &view) {
 }
 
 Node describe_rdn_sequence(const RDNSequence *name, const View &view) {
-  Node node;
-  node.value = Node::Items{static_cast<size_t>(List_len(name)), [name, view](size_t i) {
-                             return describe_rdn(static_cast<const RelativeDistinguishedName *>(
-                                                     List_get(name, static_cast<int>(i))),
-                                                 view);
-                           }};
-  return node;
+  return list_of<RelativeDistinguishedName>(name, describe_rdn, view);
 }
 
 Node describe_extensions(const Extensions *extensions, const View &view) {

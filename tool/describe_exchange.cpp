@@ -181,13 +181,10 @@ using Messages = ListOf<asn1_ContentInfo_d, asn1_ContentInfo_e, asn1_ContentInfo
 using Bags = ListOf<asn1_SafeBag_d, asn1_SafeBag_e, asn1_SafeBag_free>;
 
 Node describe_safe(const List *messages, const View &view) {
-  Node node;
-  node.value = Node::Items{static_cast<size_t>(List_len(messages)), [messages, view](size_t i) {
-                             return message(static_cast<const ContentInfo *>(
-                                                List_get(messages, static_cast<int32_t>(i))),
-                                            "safe-contents", view);
-                           }};
-  return node;
+  const auto describe_message = [](const ContentInfo *info, const View &at) {
+    return message(info, "safe-contents", at);
+  };
+  return list_of<ContentInfo>(messages, describe_message, view);
 }
 
 Node describe_bags(const List *bags, const View &view) { return list_of<SafeBag>(bags, view); }

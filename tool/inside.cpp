@@ -34,18 +34,14 @@ Fields &add_inside(Fields &fields, std::string name, Node octets, Inside inside)
 }
 
 Node list_inside(const List *elements, std::string_view type, const View &view) {
-  Node node;
-  if (elements == nullptr) return node;
-  node.value = Node::Items{
-      static_cast<size_t>(List_len(elements)), [elements, type, view](size_t i) {
-        const auto *const any =
-            static_cast<const Any *>(List_get(elements, static_cast<int32_t>(i)));
-        Inside inside = read_inside(octets(any), type, view);
-        if (!inside.node.empty()) return std::move(inside.node);
-        Fields fields(view);
-        return add_inside(fields, "octets", describe(any, view), std::move(inside)).node();
-      }};
-  return node;
+  if (elements == nullptr) return {};
+  const auto describe_any = [type](const Any *any, const View &at) {
+    Inside inside = read_inside(octets(any), type, at);
+    if (!inside.node.empty()) return std::move(inside.node);
+    Fields fields(at);
+    return add_inside(fields, "octets", describe(any, at), std::move(inside)).node();
+  };
+  return list_of<Any>(elements, describe_any, view);
 }
 
 }  // namespace tool

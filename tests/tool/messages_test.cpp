@@ -239,10 +239,24 @@ TEST_F(ToolMessages, WithoutATypeEndTheirOwnProcessOnly) {
       run({"show", "--type", "content-info"}, characters(hex("30 03 04 01 00") + data(hex("00"))));
   EXPECT_EQ(1, result.status);
   EXPECT_TRUE(matches(result.err,
-                      "^orvelasn1: standard input: element 1: the decoder ended its "
+                      "^orvelasn1: standard input: element 1: the library ended its "
                       "process: [^\n]*assertion[^\n]*\n$"))
       << result.err;
   EXPECT_TRUE(result.out.starts_with("ContentInfo  standard input: element 2\n"));
+}
+
+TEST_F(ToolMessages, WithoutContentEndTheirOwnProcessWhereTheyAreWritten) {
+  const Bytes empty = sequence(oid("2A 86 48 86 F7 0D 01 07 01") + sequence(oid("2A 03 04")));
+  const Bytes full =
+      sequence(oid("2A 86 48 86 F7 0D 01 07 01") + sequence(oid("2A 03 04")) + hex("80 01 41"));
+  const Outcome result =
+      run({"recode", "--type", "encrypted-content-info"}, characters(empty + full));
+  EXPECT_EQ(1, result.status);
+  EXPECT_EQ(
+      "orvelasn1: standard input: element 1: the library ended its process: "
+      "asn1_x680: asn1_implicit_e: assertion \"pElement\" failed\n",
+      result.err);
+  EXPECT_EQ("standard input: element 2: same, 23 octets\n", result.out);
 }
 
 TEST_F(ToolMessages, AreRefusedWithTheReasonInside) {

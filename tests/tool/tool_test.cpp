@@ -713,9 +713,9 @@ TEST_F(ToolBadInput, ElementThatEndsTheProcess) {
   EXPECT_EQ(1, result.status);
   EXPECT_EQ(std::string(short_form) + short_form, result.out);
   EXPECT_TRUE(matches(result.err,
-                      "^orvelasn1: standard input: element 2: the decoder ended its process: "
+                      "^orvelasn1: standard input: element 2: the library ended its process: "
                       "asn1_x501: [^\n]+\n"
-                      "orvelasn1: standard input: element 4: the decoder ended its process: "
+                      "orvelasn1: standard input: element 4: the library ended its process: "
                       "asn1_x501: [^\n]+\n$"))
       << result.err;
 }

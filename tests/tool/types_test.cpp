@@ -494,8 +494,8 @@ TEST_F(ToolDetection, KeepsElementsApartThatEndTheirProcess) {
   };
   EXPECT_EQ(same(2, ocsp_request()) + same(4, crl(three_entries())), result.out);
   EXPECT_TRUE(matches(result.err,
-                      "^orvelasn1: standard input: element 1: the decoder ended its process: "
-                      "[^\n]+\norvelasn1: standard input: element 3: the decoder ended its "
+                      "^orvelasn1: standard input: element 1: the library ended its process: "
+                      "[^\n]+\norvelasn1: standard input: element 3: the library ended its "
                       "process: [^\n]+\n$"))
       << result.err;
 }
