@@ -33,6 +33,7 @@ uint32_t asn1_GDOId_e(uint8_t **pp, unsigned long id) {
 // The identifier is little-endian and as wide as a word of the platform. The decoder takes four
 // octets only: what is written here on a 64-bit platform cannot be read back.
 uint32_t asn1_GDOObjectAttribute_e(uint8_t **pp, const GDOObjectAttribute *attribute) {
+  require(attribute != nullptr, unit, __func__, "attribute != NULL");
   constexpr uint32_t width = sizeof attribute->id;
   Measure size;
   if (!size.add(header_octets(width) + width) ||

@@ -254,6 +254,8 @@ const uint8_t *asn1_CertID_d(const uint8_t *z, const uint8_t *end, uint32_t impl
 
 // The issuer's name hash takes no part, nor do the parameters of the hash algorithm.
 int32_t asn1_CertID_cmp(const CertID *a, const CertID *b) {
+  if (a == nullptr || b == nullptr) return 1;
+  if (a->hashAlgorithm == nullptr || b->hashAlgorithm == nullptr) return 1;
   return asn1_ObjId_cmp(a->hashAlgorithm->algorithm, b->hashAlgorithm->algorithm) == 0 &&
                  asn1_Integer_cmp(a->serialNumber, b->serialNumber) == 0 &&
                  asn1_OctetString_cmp(a->issuerKeyHash, b->issuerKeyHash) == 0

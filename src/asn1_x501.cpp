@@ -97,6 +97,7 @@ const uint8_t *asn1_AttributeValueAssertion_d(const uint8_t *z, const uint8_t *e
 
 int32_t asn1_AttributeValueAssertion_cmp(const AttributeValueAssertion *a,
                                          const AttributeValueAssertion *b) {
+  if (a == nullptr || b == nullptr) return 1;
   return asn1_ObjId_cmp(a->type, b->type) == 0 && a->valueTag == b->valueTag &&
                  asn1_ASN1String_cmp(a->value, b->value) == 0
              ? 0

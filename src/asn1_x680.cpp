@@ -102,6 +102,7 @@ void asn1_LogMessage(uint32_t depth, const char *format, ...) {
   if (silent(depth)) return;
   const time_t now = std::time(nullptr);
   struct tm local = {};
+  tzset();  // a zone that was set since the last line counts, as for localtime()
   localtime_r(&now, &local);
   std::fprintf(asn1log, "%04d:%04d %02i:%02i:%02i ", static_cast<int>(getpid()),
                static_cast<int>(pthread_self()), local.tm_hour, local.tm_min, local.tm_sec);
@@ -206,6 +207,7 @@ const uint8_t *asn1_TagLength_d(const uint8_t *z, const uint8_t *end, uint32_t i
 }
 
 const uint8_t *asn1_eoc_d(const uint8_t *z, const uint8_t *end) {
+  if (z == nullptr) return nullptr;
   Reader in(z, end);
   return in.read_eoc() ? in.position() : nullptr;
 }

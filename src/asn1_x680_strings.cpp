@@ -321,7 +321,7 @@ const uint8_t *asn1_BitString_d(const uint8_t *z, const uint8_t *end, uint32_t i
 }
 
 BitString *asn1_BitString_clone(const BitString *pElement) {
-  if (pElement == nullptr) return nullptr;
+  if (pElement == nullptr || (pElement->length != 0 && pElement->data == nullptr)) return nullptr;
   BitString *copy = asn1_BitString_new(pElement->length);
   if (copy != nullptr && copy->length != 0) {
     std::memcpy(copy->data, pElement->data, octets_of_bits(copy->length));
@@ -330,8 +330,8 @@ BitString *asn1_BitString_clone(const BitString *pElement) {
 }
 
 int32_t asn1_BitString_cmp(const BitString *a, const BitString *b) {
-  if (a->length != b->length) return 1;
-  return a->length == 0 ? 0 : std::memcmp(a->data, b->data, octets_of_bits(a->length));
+  if (a == nullptr || b == nullptr || a->length != b->length) return 1;
+  return compare_octets(a->data, b->data, octets_of_bits(a->length));
 }
 
 BitString *asn1_BitString_set(BitString *bs, uint32_t bit, uint32_t value) {
@@ -428,8 +428,8 @@ ASN1String *asn1_ASN1String_clone(const ASN1String *pElement) {
 }
 
 int32_t asn1_ASN1String_cmp(const ASN1String *a, const ASN1String *b) {
-  if (a->length != b->length) return 1;
-  return a->length == 0 ? 0 : std::memcmp(a->data, b->data, a->length);
+  if (a == nullptr || b == nullptr || a->length != b->length) return 1;
+  return compare_octets(a->data, b->data, a->length);
 }
 
 ASN1String *asn1_ASN1String_append(ASN1String *s, uint32_t count, const void *bytes) {

@@ -78,14 +78,11 @@ const uint8_t *decode_text(const uint8_t *z, const uint8_t *end, uint32_t impl_t
 char *print_seconds(const TimeType &type, char *buffer, time_t seconds) {
   struct tm date = {};
   if (gmtime_r(&seconds, &date) == nullptr) return nullptr;
-  int year_number;
-  if (__builtin_add_overflow(date.tm_year, 1900, &year_number)) return nullptr;
+  int year_number = date.tm_year % 100;
+  if (type.year_digits != 2 && __builtin_add_overflow(date.tm_year, 1900, &year_number))
+    return nullptr;
   char year[16];
-  if (type.year_digits == 2) {
-    std::snprintf(year, sizeof year, "%.2d", date.tm_year % 100);
-  } else {
-    std::snprintf(year, sizeof year, "%.4d", year_number);
-  }
+  std::snprintf(year, sizeof year, "%.*d", type.year_digits, year_number);
   char made[128];  // more than the compiler can prove: the fields are numbers of two digits
   const int length =
       std::snprintf(made, sizeof made, "%s%.2d%.2d%.2d%.2d%.2dZ", year, date.tm_mon + 1,

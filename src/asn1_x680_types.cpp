@@ -141,14 +141,16 @@ const uint8_t *asn1_Integer_d(const uint8_t *z, const uint8_t *end, uint32_t imp
 }
 
 int32_t asn1_Integer_cmp(const Integer *a, const Integer *b) {
+  if (a == nullptr || b == nullptr) return 1;
   if (a->negative != b->negative || a->length != b->length) return 1;
-  return a->length == 0 ? 0 : std::memcmp(a->data, b->data, a->length);
+  return compare_octets(a->data, b->data, a->length);
 }
 
 Integer *asn1_Integer_clone(const Integer *pElement) {
   if (pElement == nullptr) return nullptr;
+  const uint32_t length = pElement->length;
   // A record may announce octets that it does not have, as the encoder knows.
-  const uint32_t length = pElement->data == nullptr ? 0 : pElement->length;
+  if (length != 0 && pElement->data == nullptr) return nullptr;
   Integer *copy = asn1_Integer_new(length);
   if (copy == nullptr) return nullptr;
   if (length != 0) std::memcpy(copy->data, pElement->data, length);
@@ -347,7 +349,7 @@ void asn1_ObjId_free(ObjId *pElement) {
 }
 
 ObjId *asn1_ObjId_clone(const ObjId *pElement) {
-  if (pElement == nullptr) return nullptr;
+  if (pElement == nullptr || (pElement->count != 0 && pElement->arcs == nullptr)) return nullptr;
   ObjId *copy = asn1_ObjId_new(pElement->count);
   if (copy != nullptr && copy->count != 0) {
     std::memcpy(copy->arcs, pElement->arcs, copy->count * sizeof(uint32_t));
@@ -359,8 +361,8 @@ int32_t asn1_ObjId_cmp(const ObjId *oid1, const ObjId *oid2) {
   require(oid1 != nullptr, unit, __func__, "oid1 != NULL");
   require(oid2 != nullptr, unit, __func__, "oid2 != NULL");
   if (oid1->count != oid2->count) return 1;
-  if (oid1->count == 0) return 0;
-  return std::memcmp(oid1->arcs, oid2->arcs, oid1->count * sizeof(uint32_t)) == 0 ? 0 : 1;
+  const int32_t order = compare_octets(oid1->arcs, oid2->arcs, oid1->count * sizeof(uint32_t));
+  return order == 0 ? 0 : 1;
 }
 
 uint32_t asn1_ObjId_e(uint8_t **pp, const ObjId *oid) {
@@ -454,8 +456,8 @@ int32_t asn1_ObjId_fprint(const ObjId *oid, FILE *fp) {
 }
 
 ObjId *asn1_ObjId_parse(const char **text) {
+  if (text == nullptr || *text == nullptr || !is_digit(**text)) return nullptr;
   const char *cursor = *text;
-  if (!is_digit(*cursor)) return nullptr;
   uint32_t count = 1;
   for (const char *c = cursor; is_digit(*c) || *c == '.'; ++c) count += *c == '.' ? 1U : 0U;
   ObjId *oid = asn1_ObjId_new(count);

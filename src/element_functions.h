@@ -8,7 +8,7 @@ namespace asn1 {
 
 // The wrappers and lists take functions of any record type, and call them with pointers to void.
 // All pointers are passed alike on the platforms of this library, which is more than the language
-// promises and what the function sanitizer would report.
+// promises and what the function sanitizer would report. A function that is missing fails.
 #ifdef __clang__
 #define CALLS_ELEMENT_FUNCTIONS __attribute__((no_sanitize("function")))
 #else
@@ -17,13 +17,13 @@ namespace asn1 {
 
 CALLS_ELEMENT_FUNCTIONS
 inline uint32_t call(asn1_encoder f, uint8_t **pp, const void *element) {
-  return f.function(pp, element);
+  return f.function == nullptr ? 0 : f.function(pp, element);
 }
 
 CALLS_ELEMENT_FUNCTIONS
 inline const uint8_t *call(asn1_decoder f, const uint8_t *z, const uint8_t *end, void *place,
                            uint32_t depth) {
-  return f.function(z, end, 0, place, depth);
+  return f.function == nullptr ? nullptr : f.function(z, end, 0, place, depth);
 }
 
 CALLS_ELEMENT_FUNCTIONS

@@ -48,6 +48,13 @@ Value *new_array(size_t count) {
   return static_cast<Value *>(std::malloc(count * sizeof(Value)));
 }
 
+/// 0 where both sides have the same octets, otherwise another number: that of memcmp(), or 1 where
+/// a side has none.
+inline int32_t compare_octets(const void *a, const void *b, size_t size) {
+  if (size == 0) return 0;
+  return a == nullptr || b == nullptr ? 1 : std::memcmp(a, b, size);
+}
+
 /// The octets that hold so many bits.
 constexpr uint32_t octets_of_bits(uint32_t bits) { return bits / 8 + (bits % 8 != 0 ? 1 : 0); }
 

@@ -278,6 +278,21 @@ TEST(BitString, CmpOfDifferentLengthsIsOne) {
   EXPECT_EQ(1, asn1_BitString_cmp(bits(0, "").get(), bits(1, "00").get()));
 }
 
+TEST(BitString, CmpWithoutARecordOrItsOctetsIsOne) {
+  const Bits a = bits(9, "00 00");
+  const BitString hollow{9, nullptr};
+  EXPECT_EQ(1, asn1_BitString_cmp(a.get(), nullptr));
+  EXPECT_EQ(1, asn1_BitString_cmp(nullptr, a.get()));
+  EXPECT_EQ(1, asn1_BitString_cmp(nullptr, nullptr));
+  EXPECT_EQ(1, asn1_BitString_cmp(a.get(), &hollow));
+  EXPECT_EQ(1, asn1_BitString_cmp(&hollow, a.get()));
+}
+
+TEST(BitString, CloneOfOctetsThatAreNotThereIsNull) {
+  const BitString hollow{9, nullptr};
+  EXPECT_EQ(nullptr, asn1_BitString_clone(&hollow));
+}
+
 TEST(BitString, CmpTellsOctetsAndPaddingBitsApart) {
   EXPECT_NE(0, asn1_BitString_cmp(bits(9, "AB 80").get(), bits(9, "AA 80").get()));
   EXPECT_NE(0, asn1_BitString_cmp(bits(9, "AB 80").get(), bits(9, "AB 81").get()));

@@ -999,9 +999,8 @@ TEST(CrlTrace, TellsOfALengthBehindTheEnd) {
 TEST(CrlDeathTest, AnIssuerWithATagOfThreeDigitsEndsTheProcess) {
   Parts parts;
   parts.issuer = name(country, 0x80, text("DE"));
-  const testing::KilledBySignal aborted(SIGABRT);
-  EXPECT_EXIT(decoded(tbs_lists, parts.tbs()), aborted, "^[^\n]+\n$");
-  EXPECT_EXIT(decoded(crls, crl(parts.tbs())), aborted, "^[^\n]+\n$");
+  EXPECT_VALUE_TAG_ENDS_THE_PROCESS(decoded(tbs_lists, parts.tbs()));
+  EXPECT_VALUE_TAG_ENDS_THE_PROCESS(decoded(crls, crl(parts.tbs())));
 }
 
 TEST(CrlDeathTest, DecodersAssertTheirCursors) {

@@ -576,6 +576,8 @@ TEST(EndOfContentsDecoder, RefusesAPairWhoseSecondOctetIsBehindTheEnd) {
   const Input input(hex("00 00"));
   EXPECT_EQ(nullptr, asn1_eoc_d(input.z(), input.z() + 1));
   EXPECT_EQ(nullptr, asn1_eoc_d(input.end(), input.z()));
+  EXPECT_EQ(nullptr, asn1_eoc_d(nullptr, input.end()));
+  EXPECT_EQ(nullptr, asn1_eoc_d(nullptr, nullptr));
 }
 
 // -- Programmer's errors ------------------------------------------------------------------------

@@ -1099,6 +1099,15 @@ TEST(GdoDeathTest, AnObjectIsRequired) {
   EXPECT_EXIT(asn1_GDOObjectSetOfSetOf_d(input.z(), input.end(), 0, nullptr, 0), aborted, no_place);
 }
 
+TEST(GdoDeathTest, AnAttributeIsRequired) {
+  const auto holder = created(plain);
+  holder->id = 0x20;
+  holder->children = List_new(0);
+  ASSERT_EQ(1, List_append(holder->children, nullptr, 0));
+  EXPECT_EXIT(asn1_GDOObjectSetOf_e(nullptr, holder.get()), testing::KilledBySignal(SIGABRT),
+              assert_line("asn1_GDOObjectAttribute_e", "attribute != NULL", "asn1_gdo"));
+}
+
 TEST(GdoDeathTest, ACardNeedsItsFirstFourObjects) {
   const testing::KilledBySignal aborted(SIGABRT);
   const std::string no_object = assert_line("asn1_GDOObject_e", "o != NULL", "asn1_gdo");

@@ -26,7 +26,7 @@ const Bytes rdn_de = hex("31 0B 30 09 06 03 55 04 06 13 02 44 45");
 
 const Bytes other = element(0xA0, other_content);
 const Bytes mail = element(0x81, text("a/b@c.d"));
-const Bytes dns = element(0x82, text("a.bcd"));
+const Bytes dns = element(0x82, text("a/bcd"));
 const Bytes directory = element(0xA4, rdn_de);
 const Bytes uri = element(0x86, text("u:/v,w"));
 const Bytes address = hex("87 04 0A 00 00 01");
@@ -63,7 +63,7 @@ TEST(GeneralName, KeepsMailDnsAndUriAsTheyStand) {
     const Bytes *octets;
     uint8_t kind;
     const char *content;
-  } rows[] = {{&mail, 1, "a/b@c.d"}, {&dns, 2, "a.bcd"}, {&uri, 6, "u:/v,w"}};
+  } rows[] = {{&mail, 1, "a/b@c.d"}, {&dns, 2, "a/bcd"}, {&uri, 6, "u:/v,w"}};
   for (const auto &row : rows) {
     const auto record = decoded(names, *row.octets);
     EXPECT_EQ(row.kind, record->kind);
@@ -262,7 +262,7 @@ TEST(GeneralName, ADirectoryNameThatCannotBeReadBackIsDecodedAndNotEncoded) {
 // -------------------------------------------------------------------------------------- encoder
 
 TEST(GeneralName, MeasuresWithoutWriting) {
-  const auto record = made(2, asn1_ASN1String_new(5, "a.bcd"));
+  const auto record = made(2, asn1_ASN1String_new(5, "a/bcd"));
   EXPECT_EQ(7U, asn1_GeneralName_e(nullptr, record.get()));
   EXPECT_EQ(dns, encoded(names, record));
 }
@@ -290,7 +290,7 @@ TEST(GeneralName, IsEncodedByItsKind) {
   const struct { uint8_t kind, octet; } rows[] = {{1, 0x81}, {2, 0x82}, {6, 0x86}, {7, 0x87}};
   for (const auto &row : rows) {
     record->kind = row.kind;
-    EXPECT_EQ(element(row.octet, text("a.bcd")), encoded(names, record));
+    EXPECT_EQ(element(row.octet, text("a/bcd")), encoded(names, record));
   }
 }
 
@@ -510,13 +510,13 @@ TEST(PeerGeneralNames, AreRefusedWithADirectoryName) {
 
 TEST(GeneralNameTrace, HasAClosingLineOneLevelAboveTheAlternativeAndNoOpeningOne) {
   const Lines expected = {". CONTEXT-SPECIFIC PRIMITIVE [2] IA5STRING ",
-                          ". " + dump("61 2E 62 63 64 ", "a.bcd"), "}"};
+                          ". " + dump("61 2F 62 63 64 ", "a/bcd"), "}"};
   EXPECT_EQ(expected, traced(names, dns));
 }
 
 TEST(GeneralNameTrace, StandsAtItsDepth) {
   const Lines expected = {". . . CONTEXT-SPECIFIC PRIMITIVE [2] IA5STRING ",
-                          ". . . " + dump("61 2E 62 63 64 ", "a.bcd"), ". . }"};
+                          ". . . " + dump("61 2F 62 63 64 ", "a/bcd"), ". . }"};
   EXPECT_EQ(expected, traced(names, dns, 3));
 }
 
@@ -594,8 +594,8 @@ TEST(GeneralNameDeathTest, TheEncoderEndsTheProcessWithoutARecord) {
 }
 
 TEST(GeneralNameDeathTest, ADirectoryNameWithATagOfThreeDigitsEndsTheProcess) {
-  EXPECT_EXIT(decoded(names, hex("A4 0C 31 0A 30 08 06 03 55 04 06 80 01 44")),
-              testing::KilledBySignal(SIGABRT), "^[^\n]+\n$");
+  EXPECT_VALUE_TAG_ENDS_THE_PROCESS(
+      decoded(names, hex("A4 0C 31 0A 30 08 06 03 55 04 06 80 01 44")));
 }
 
 TEST(OtherNameDeathTest, TheDecoderAssertsItsCursors) {

@@ -70,6 +70,11 @@ TEST(IntegerClone, OfNoOctetsHasNoData) {
   EXPECT_EQ(nullptr, copy->data);
 }
 
+TEST(IntegerClone, OfOctetsThatAreNotThereIsNull) {
+  const Integer integer{3, nullptr, 0};
+  EXPECT_EQ(nullptr, asn1_Integer_clone(&integer));
+}
+
 TEST(IntegerConstants, AreOneOctetEach) {
   const struct {
     const Integer *(*get)();
@@ -455,6 +460,16 @@ TEST(IntegerCmp, GivesOneForDifferentSignsOrLengths) {
   EXPECT_EQ(1, asn1_Integer_cmp(make(hex("01")).get(), make(hex("01 02")).get()));
   EXPECT_EQ(1, asn1_Integer_cmp(make(hex("01 02")).get(), make(hex("01")).get()));
   EXPECT_EQ(1, asn1_Integer_cmp(make({}).get(), make(hex("00")).get()));
+}
+
+TEST(IntegerCmp, GivesOneWithoutARecordOrItsOctets) {
+  const Owned integer = make(hex("00 00 00"));
+  EXPECT_EQ(1, asn1_Integer_cmp(integer.get(), nullptr));
+  EXPECT_EQ(1, asn1_Integer_cmp(nullptr, integer.get()));
+  EXPECT_EQ(1, asn1_Integer_cmp(nullptr, nullptr));
+  const Integer hollow{3, nullptr, 0};
+  EXPECT_EQ(1, asn1_Integer_cmp(integer.get(), &hollow));
+  EXPECT_EQ(1, asn1_Integer_cmp(&hollow, integer.get()));
 }
 
 TEST(IntegerCmp, OrdersOctetsOfTheSameLength) {

@@ -526,6 +526,16 @@ TEST_F(ListEncoder, TakesNoListForAnEmptyOne) {
             encode_with([](uint8_t **pp) { return asn1_SeqOf_e(pp, nullptr, leaf_e); }));
 }
 
+TEST_F(ListEncoder, FailsWithoutAFunctionForItsElements) {
+  List *const list = List_new(0);
+  uint8_t element = 0;
+  ASSERT_EQ(1, List_append(list, &element, 0));
+  EXPECT_EQ(0U, asn1_SeqOf_e(nullptr, list, nullptr));
+  EXPECT_EQ(Bytes{},
+            write_into_room(0, [&](uint8_t **pp) { return asn1_SeqOf_e(pp, list, nullptr); }));
+  List_free(list, nullptr);
+}
+
 TEST_F(ListEncoder, InAnExplicitTagFailsWithoutAList) {
   EXPECT_EQ(0U, asn1_expl_List_e(nullptr, 0x80, 16, nullptr, leaf_e));
   EXPECT_EQ(0U, asn1_expl_SetOf_e(nullptr, 0x80, nullptr, leaf_e));
@@ -744,6 +754,13 @@ TEST_F(ListDecoder, TakesATopBitLengthForAnEmptyList) {
     EXPECT_EQ(0, List_len(result.list.get()));
     EXPECT_TRUE(calls.empty());
   }
+}
+
+TEST_F(ListDecoder, FailsWithoutAFunctionForItsElements) {
+  const Input input(hex("30 03 02 01 05"));
+  List *list = nullptr;
+  EXPECT_EQ(nullptr, asn1_SeqOf_d(input.z(), input.end(), 0, nullptr, nullptr, &list, 0));
+  EXPECT_EQ(nullptr, list);
 }
 
 TEST_F(ListDecoder, GivesNothingWithoutACursor) {

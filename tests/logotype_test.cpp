@@ -241,6 +241,12 @@ TEST(LogotypeDetails, MayHaveEmptyLists) {
   EXPECT_EQ(hex("30 09 16 03 61 2F 62 30 00 30 00"), encoded(details, record));
 }
 
+TEST(LogotypeDetails, HaveEmptyListsWhereListsAreMissing) {
+  const auto record = created(details);
+  record->mediaType = ia5("a/b");
+  EXPECT_EQ(hex("30 09 16 03 61 2F 62 30 00 30 00"), encoded(details, record));
+}
+
 TEST(LogotypeDetails, AreNotEncodedWhenAFieldFails) {
   const auto record = held(details, new_details());
   List_append(record->logotypeURI, nullptr, 0);

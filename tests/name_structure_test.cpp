@@ -374,6 +374,18 @@ TEST(AssertionComparison, LooksAtTheWholeTag) {
   EXPECT_EQ(1, asn1_AttributeValueAssertion_cmp(a.get(), b.get()));
 }
 
+TEST(AssertionComparison, FindsADifferenceWhereARecordOrItsValueIsMissing) {
+  const Ava a = ava(de), without = ava(de);
+  asn1_ASN1String_free(without->value);
+  without->value = nullptr;
+  for (const AttributeValueAssertion *other :
+       {static_cast<const AttributeValueAssertion *>(nullptr),
+        static_cast<const AttributeValueAssertion *>(without.get())}) {
+    EXPECT_EQ(1, asn1_AttributeValueAssertion_cmp(a.get(), other));
+    EXPECT_EQ(1, asn1_AttributeValueAssertion_cmp(other, a.get()));
+  }
+}
+
 TEST(AssertionComparison, FindsEmptyValuesAlike) {
   const Ava a = ava(assertion(country, 0x13, {}));
   const Ava b = ava(assertion(country, 0x13, {}));

@@ -87,6 +87,23 @@ TEST(ObjIdCmp, GivesZeroForTheSameArcsAndOneForOthers) {
   }
 }
 
+TEST(ObjIdCmp, GivesOneWhereArcsAreNotThere) {
+  const ObjId hollow{2, nullptr};
+  EXPECT_EQ(1, asn1_ObjId_cmp(&hollow, make({1, 2}).get()));
+  EXPECT_EQ(1, asn1_ObjId_cmp(make({1, 2}).get(), &hollow));
+}
+
+TEST(ObjIdClone, OfArcsThatAreNotThereIsNull) {
+  const ObjId hollow{2, nullptr};
+  EXPECT_EQ(nullptr, asn1_ObjId_clone(&hollow));
+}
+
+TEST(ObjIdParser, FailsWithoutAText) {
+  const char *none = nullptr;
+  EXPECT_EQ(nullptr, asn1_ObjId_parse(nullptr));
+  EXPECT_EQ(nullptr, asn1_ObjId_parse(&none));
+}
+
 TEST(ObjIdDeathTest, CmpWithoutARecord) {
   const Owned oid = make({1, 2});
   EXPECT_ASSERT(asn1_ObjId_cmp(nullptr, oid.get()), "asn1_ObjId_cmp", "oid1 != NULL");

@@ -136,6 +136,19 @@ TEST(CertIdComparison, IsExactlyOneForAnyDifferenceThatCounts) {
   }
 }
 
+TEST(CertIdComparison, FindsADifferenceWhereSomethingIsMissing) {
+  const auto id = decoded(cert_ids, cert_id);
+  const auto empty = created(cert_ids);
+  const auto without_serial = decoded(cert_ids, cert_id);
+  clear(without_serial->serialNumber, asn1_Integer_free);
+  for (const CertID *other :
+       {static_cast<const CertID *>(nullptr), static_cast<const CertID *>(empty.get()),
+        static_cast<const CertID *>(without_serial.get())}) {
+    EXPECT_EQ(1, asn1_CertID_cmp(id.get(), other));
+    EXPECT_EQ(1, asn1_CertID_cmp(other, id.get()));
+  }
+}
+
 TEST(CertIdDeathTest, ComparisonAssertsTheAlgorithms) {
   const auto id = decoded(cert_ids, cert_id);
   const auto without = decoded(cert_ids, cert_id);

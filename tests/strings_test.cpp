@@ -152,6 +152,16 @@ TEST(String, CmpOfDifferentLengthsIsOneWhicheverIsLonger) {
   EXPECT_EQ(1, asn1_ASN1String_cmp(empty.get(), a.get()));
 }
 
+TEST(String, CmpWithoutARecordOrItsOctetsIsOne) {
+  const String a = string_of(hex("00 00"));
+  const ASN1String hollow{2, nullptr};
+  EXPECT_EQ(1, asn1_ASN1String_cmp(a.get(), nullptr));
+  EXPECT_EQ(1, asn1_ASN1String_cmp(nullptr, a.get()));
+  EXPECT_EQ(1, asn1_ASN1String_cmp(nullptr, nullptr));
+  EXPECT_EQ(1, asn1_ASN1String_cmp(a.get(), &hollow));
+  EXPECT_EQ(1, asn1_ASN1String_cmp(&hollow, a.get()));
+}
+
 TEST(String, CmpComparesOctets) {
   const String a = string_of(hex("41 00 42"));
   EXPECT_EQ(0, asn1_ASN1String_cmp(a.get(), string_of(hex("41 00 42")).get()));

@@ -171,4 +171,11 @@ inline std::string assert_line(std::string_view function, std::string_view test,
 #define EXPECT_ASSERT(statement, function, test) \
   EXPECT_EXIT(statement, ::testing::KilledBySignal(SIGABRT), ::support::assert_line(function, test))
 
+/// Checks that a statement ends the process because the text of a name has no room for the
+/// identifier octet of a value.
+#define EXPECT_VALUE_TAG_ENDS_THE_PROCESS(statement)                                       \
+  EXPECT_EXIT(statement, ::testing::KilledBySignal(SIGABRT),                               \
+              "^asn1_x501: asn1_RDNSequence_to_Name: valueTag does not fit \"\\(%i\\)=\" " \
+              "in six octets\n$")
+
 #endif

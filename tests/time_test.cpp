@@ -723,6 +723,10 @@ TEST(TimeFromSeconds, WritesYearsOfMoreThanFourDigits) {
     EXPECT_EQ("21474836471231235959Z", generalized_text(67767976233532799));
     EXPECT_EQ(nullptr, asn1_Seconds2GeneralizedTime(nullptr, 67767976233532800));
     EXPECT_EQ(nullptr, asn1_Seconds2GeneralizedTime(nullptr, no_date - 1));
+    // Two digits hold any year: the years 2147483648 and 2147485547 are 2147481748 and 2147483647
+    // years after 1900.
+    EXPECT_EQ("480101000000Z", utc_text(67767976233532800));
+    EXPECT_EQ("471231235959Z", utc_text(no_date - 1));
   }
 }
 

@@ -122,7 +122,6 @@ TEST(TraceMessage, FollowsTheTimeZoneOfTheProcess) {
   const std::string kept = old != nullptr ? old : "";
   const auto hour_in = [](const char *zone) {
     setenv("TZ", zone, 1);
-    tzset();
     const std::string line = trace_text([] { asn1_LogMessage(1, "x\n"); });
     return std::stoi(line.substr(process_and_thread().size(), 2));
   };
