@@ -185,9 +185,11 @@ const uint8_t *asn1_CertID_d(const uint8_t *z, const uint8_t *end, uint32_t impl
 /** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
 CertID *asn1_CertID_clone(const CertID *pElement);
 
-/** Gives 0 when both records, which must not be NULL, have the same hash algorithm (parameters
- * aside),
- * serial number and issuer key hash, otherwise 1. The issuer name hash is not compared. */
+/**
+ * Gives 0 when both records have the same hash algorithm (parameters aside), serial number and
+ * issuer key hash, otherwise 1; 1 also where a record or one of these is NULL. The issuer name hash
+ * is not compared.
+ */
 int32_t asn1_CertID_cmp(const CertID *a, const CertID *b);
 
 /** Gives a new record, all fields zero, or NULL when memory is exhausted. */
@@ -255,7 +257,10 @@ ResponseData *asn1_ResponseData_clone(const ResponseData *pElement);
 ResponderID *asn1_ResponderID_new(void);
 /** Gives nothing; releases the record and what it owns. NULL is ignored. */
 void asn1_ResponderID_free(ResponderID *pElement);
-/** Gives the cursor behind the identifier, or NULL. `impl_tag` must be 0. */
+/**
+ * Gives the cursor behind the name or the hash inside the explicit tag, or NULL. `impl_tag` must be
+ * 0.
+ */
 const uint8_t *asn1_ResponderID_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                   ResponderID **ppElement, uint32_t depth);
 /**
@@ -278,7 +283,10 @@ SingleResponse *asn1_SingleResponse_clone(const SingleResponse *pElement);
 OCSPCertStatus *asn1_OCSPCertStatus_new(void);
 /** Gives nothing; releases the record and what it owns. NULL is ignored. */
 void asn1_OCSPCertStatus_free(OCSPCertStatus *pElement);
-/** Gives the cursor behind the status, or NULL. `impl_tag` must be 0. */
+/**
+ * Gives the cursor behind the status, or NULL: behind its header for good and unknown, behind the
+ * last field that was recognised for revoked. `impl_tag` must be 0.
+ */
 const uint8_t *asn1_OCSPCertStatus_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                      OCSPCertStatus **ppElement, uint32_t depth);
 /**

@@ -66,8 +66,8 @@ AttributeValueAssertion *asn1_AttributeValueAssertion_clone(
     const AttributeValueAssertion *pElement);
 
 /**
- * Gives 0 when both records, which must not be NULL, have the same type, tag and octets, otherwise
- * 1.
+ * Gives 0 when both records have the same type, tag and octets, otherwise 1; 1 also where a record
+ * or its value is NULL. A type that is NULL ends the process.
  */
 int32_t asn1_AttributeValueAssertion_cmp(const AttributeValueAssertion *a,
                                          const AttributeValueAssertion *b);

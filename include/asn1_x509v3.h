@@ -4,8 +4,11 @@
  *
  * An Extension holds its value as octets. A caller who wants one of these syntaxes hands the octets
  * to its decoder. Several of them are in forms of this library's own, as told at each type: a value
- * in the public form then decodes to a record without fields, with the cursor in front of what was
- * not read.
+ * in the public form is then refused, or decodes to a record that lacks fields, with the cursor in
+ * front of what was not read.
+ *
+ * Whatever holds a GeneralName may end the process where that is a directory name, as asn1_Name_d()
+ * says, and has no copy where it is an other name.
  */
 #ifndef ASN1_X509V3_H
 #define ASN1_X509V3_H
@@ -33,7 +36,8 @@ typedef struct GeneralName {
 
 /**
  * AuthorityKeyIdentifier, with explicit tags: the public form, with implicit ones, decodes to an
- * empty record.
+ * empty record where the key's identifier or the serial number comes first, and is refused where
+ * the issuer does.
  */
 typedef struct AuthorityKeyIdentifier {
   OctetString *keyIdentifier;         /**< [0], owned, or NULL */
@@ -49,7 +53,9 @@ typedef struct BasicConstraints {
   Integer *pathLenConstraint; /**< owned, or NULL */
 } BasicConstraints;
 
-/** GeneralSubtree, with explicit tags. */
+/**
+ * GeneralSubtree, with explicit tags: of the public form, with implicit ones, only `base` is read.
+ */
 typedef struct GeneralSubtree {
   GeneralName *base; /**< owned */
   Integer *minimum;  /**< [0], owned; NULL where absent, no default is filled in */
@@ -141,7 +147,8 @@ uint32_t asn1_GeneralName_e(uint8_t **pp, const GeneralName *pElement);
 /**
  * Gives the cursor behind the name, or NULL, also for the kinds that have no value. `impl_tag` must
  * be 0. A directory name has the SETs directly under its tag: the public form, with a SEQUENCE
- * inside, is refused.
+ * inside, is refused. A value in it under an identifier octet of 100 or more ends the process, as
+ * asn1_Name_d() says.
  */
 const uint8_t *asn1_GeneralName_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                   GeneralName **ppElement, uint32_t depth);
@@ -236,12 +243,18 @@ PrivateKeyUsagePeriod *asn1_PrivateKeyUsagePeriod_clone(const PrivateKeyUsagePer
 DistributionPointName *asn1_DistributionPointName_new(void);
 /** Gives nothing; releases the record and what it owns. NULL is ignored. */
 void asn1_DistributionPointName_free(DistributionPointName *pElement);
-/** Gives the number of octets of the name; 0 for an unknown kind, or a value that fails. */
+/**
+ * Gives the number of octets of the name; 0 for an unknown kind, or a value that fails. A NULL
+ * `value` is an empty list for kind 0, and ends the process for kind 1.
+ */
 uint32_t asn1_DistributionPointName_e(uint8_t **pp, const DistributionPointName *pElement);
 /** Gives the cursor behind the name, or NULL. `impl_tag` must be 0. */
 const uint8_t *asn1_DistributionPointName_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                             DistributionPointName **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Gives a deep copy, which the caller owns; NULL for NULL, for an other name with content in it, or
+ * when memory is exhausted.
+ */
 DistributionPointName *asn1_DistributionPointName_clone(const DistributionPointName *pElement);
 
 /** Gives a new record, all fields zero, or NULL when memory is exhausted. */
@@ -257,7 +270,10 @@ uint32_t asn1_DistributionPoint_e(uint8_t **pp, const DistributionPoint *pElemen
  */
 const uint8_t *asn1_DistributionPoint_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                         DistributionPoint **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Gives a deep copy, which the caller owns; NULL for NULL, for an other name with content in it, or
+ * when memory is exhausted.
+ */
 DistributionPoint *asn1_DistributionPoint_clone(const DistributionPoint *pElement);
 
 /** Gives a new record, all fields zero, or NULL when memory is exhausted. */
@@ -269,7 +285,10 @@ uint32_t asn1_AccessDescription_e(uint8_t **pp, const AccessDescription *pElemen
 /** Gives the cursor behind the last field of the AccessDescription that was recognised, or NULL. */
 const uint8_t *asn1_AccessDescription_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                         AccessDescription **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Gives a deep copy, which the caller owns; NULL for NULL, for an other name with content in it, or
+ * when memory is exhausted.
+ */
 AccessDescription *asn1_AccessDescription_clone(const AccessDescription *pElement);
 
 /** Gives nothing; releases the list and its records. NULL is ignored. */

@@ -10,21 +10,24 @@
  *   number of octets that the encoding takes, header included. Otherwise it writes them at `*pp`,
  *   moves `*pp` behind them and gives the same number. 0 is failure. There is no output limit:
  *   measure first, allocate, then write.
- * - `const uint8_t *asn1_T_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, T
- * **ppElement,
- *   uint32_t depth)` decodes the element at `z` and reads no octet at or behind `end`. It stores a
- *   new record, which the caller owns and which holds no pointer into the input, and gives the
- *   cursor behind what it read; NULL is failure, and then nothing stays allocated. `impl_tag` is 0,
- *   or the identifier octet that stands in place of the type's own. `depth` is the depth of the
- *   trace (see asn1_LogStart()); 0 keeps the call and everything below it silent.
+ * - `const uint8_t *asn1_T_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+ *   T **ppElement, uint32_t depth)` decodes the element at `z` and reads no octet at or behind
+ *   `end`. It stores a new record, which the caller owns and which holds no pointer into the input,
+ *   and gives the cursor behind what it read; NULL is failure, and then nothing stays allocated.
+ *   `impl_tag` is 0, or the identifier octet that stands in place of the type's own. `depth` is the
+ *   depth of the trace (see asn1_LogStart()); 0 keeps the call and everything below it silent.
  * - `T *asn1_T_clone(const T *)` gives a deep copy, which the caller owns; NULL for NULL, or when
  *   memory is exhausted.
+ * - `int32_t asn1_T_cmp(const T *, const T *)` gives 0 for records that are alike.
  *
  * A tag is one identifier octet: class, constructed bit and number together. There is no form of
  * more than one identifier octet. Only the low 8 bits of a tag argument count.
  *
- * A programmer's error, such as a NULL where a pointer is required, ends the process with one line
- * on standard error. Bad input never does, unless the function says so.
+ * A programmer's error, such as a NULL where a pointer is required, ends the process: a decoder
+ * without its cursors, a list decoder without a place, an encoder without the record that it needs
+ * end it with one line on standard error. Bad input never does, but for two things wherever they
+ * stand in it: a name with a value under an identifier octet of 100 or more, see asn1_Name_d(), and
+ * a ContentInfo without a well-formed identifier, see asn1_ContentInfo_d().
  */
 #ifndef ASN1_X680_H
 #define ASN1_X680_H
@@ -373,8 +376,8 @@ const uint8_t *asn1_Integer_d(const uint8_t *z, const uint8_t *end, uint32_t imp
                               Integer **ppElement, uint32_t depth);
 
 /**
- * Gives 0 when the two records, which must not be NULL, hold the same octets and sign, otherwise
- * another number. The octets 00 01 and 01 are different.
+ * Gives 0 when the two records hold the same octets and sign, otherwise another number; 1 where a
+ * record is NULL. The octets 00 01 and 01 are different.
  */
 int32_t asn1_Integer_cmp(const Integer *a, const Integer *b);
 
@@ -448,7 +451,8 @@ const uint8_t *asn1_Any_d(const uint8_t *z, const uint8_t *end, uint32_t impl_ta
 /** Gives a copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
 Any *asn1_Any_clone(const Any *pElement);
 
-/** Gives 0 when the octets of both records, which must not be NULL, are the same. */
+/** Gives 0 when the octets of both records are the same, otherwise another number; 1 where a record
+ * is NULL. */
 int32_t asn1_Any_cmp(const Any *a, const Any *b);
 
 /** Gives the library's constant record of the octets 05 00; never to be released. */
@@ -501,9 +505,10 @@ int32_t asn1_ObjId_fprint(const ObjId *oid, FILE *fp);
 
 /**
  * Gives a new identifier, which the caller owns, from the dotted text at `*text`, and moves `*text`
- * behind it; NULL, with `*text` left alone, when the text does not begin with a digit, an arc is no
- * number of 32 bits with a sign, or memory is exhausted. Arcs are read as C reads integers: 0x10 is
- * 16, 010 is 8.
+ * behind it; NULL, with `*text` left alone, when there is no text or it does not begin with a
+ * digit, the number of an arc does not fit 32 bits with a sign, or memory is exhausted. Arcs are
+ * read as C reads integers: 0x10 is 16, 010 is 8. An arc without a number is the one before it
+ * again: 1..2 is 1.1.1.
  */
 ObjId *asn1_ObjId_parse(const char **text);
 
@@ -537,8 +542,8 @@ const uint8_t *asn1_BitString_d(const uint8_t *z, const uint8_t *end, uint32_t i
 BitString *asn1_BitString_clone(const BitString *pElement);
 
 /**
- * Gives 0 when both records, which must not be NULL, have the same length and octets, padding bits
- * included, otherwise another number.
+ * Gives 0 when both records have the same length and octets, padding bits included, otherwise
+ * another number; 1 where a record is NULL.
  */
 int32_t asn1_BitString_cmp(const BitString *a, const BitString *b);
 
@@ -575,8 +580,7 @@ void asn1_ASN1String_free(ASN1String *pElement);
 
 /**
  * Gives the number of octets of the string under `tag`; 0 for NULL. The tag 3 is that of BIT
- * STRING:
- * `length` then counts bits, and the value is written as by asn1_BitString_e().
+ * STRING: `length` then counts bits, and the value is written as by asn1_BitString_e().
  */
 uint32_t asn1_ASN1String_e(uint8_t **pp, uint32_t tag, const ASN1String *pElement);
 
@@ -587,7 +591,10 @@ uint32_t asn1_ASN1String_e(uint8_t **pp, uint32_t tag, const ASN1String *pElemen
 const uint8_t *asn1_ASN1String_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  uint32_t tag, ASN1String **s, uint32_t depth);
 
-/** Gives a copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Gives a copy, which the caller owns; NULL for NULL, or when memory is exhausted. Where `length`
+ * is 0 and `data` is not NULL, that is copied as a terminated text, as asn1_ASN1String_new() does.
+ */
 ASN1String *asn1_ASN1String_clone(const ASN1String *pElement);
 
 /** Gives 0 when the octets of both records, which must not be NULL, are the same. */
@@ -853,7 +860,10 @@ Time *asn1_Seconds2Time(Time *t, time_t seconds);
  */
 UTCTime *asn1_Seconds2UTCTime(UTCTime *buffer, time_t seconds);
 
-/** Gives a GeneralizedTime text as asn1_Seconds2UTCTime() does; `buffer` has at least 27 octets. */
+/**
+ * Gives a GeneralizedTime text as asn1_Seconds2UTCTime() does; `buffer` has at least 27 octets.
+ * NULL also for a year that no int holds.
+ */
 GeneralizedTime *asn1_Seconds2GeneralizedTime(GeneralizedTime *buffer, time_t seconds);
 
 /** Gives asn1_Seconds2Time() of the current time. */

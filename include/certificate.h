@@ -84,7 +84,10 @@ uint32_t asn1_Validity_e(uint8_t **pp, const Validity *pElement);
 const uint8_t *asn1_Validity_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                Validity **ppElement, uint32_t depth);
 
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Gives a deep copy, which the caller owns; NULL for NULL, a time of unknown kind in it, or when
+ * memory is exhausted.
+ */
 Validity *asn1_Validity_clone(const Validity *pElement);
 
 /** Gives a new record, all fields zero, or NULL when memory is exhausted. */
@@ -145,12 +148,18 @@ void asn1_Certificate_TBS_free(Certificate_TBS *pElement);
  * is written from its encoded form, else from its sequence, else from its text. */
 uint32_t asn1_Certificate_TBS_e(uint8_t **pp, const Certificate_TBS *pElement);
 
-/** Gives the cursor behind the last field that was recognised, or NULL. An empty issuer or subject
- * fails; so do unique identifiers or extensions without a version, or with version 0. */
+/**
+ * Gives the cursor behind the last field that was recognised, or NULL. An empty issuer or subject
+ * fails; so do unique identifiers or extensions without a version, or with version 0. A value in a
+ * name under an identifier octet of 100 or more ends the process, as asn1_Name_d() says.
+ */
 const uint8_t *asn1_Certificate_TBS_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                       Certificate_TBS **ppElement, uint32_t depth);
 
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Gives a deep copy, which the caller owns; NULL for NULL, a time of unknown kind in it, or when
+ * memory is exhausted.
+ */
 Certificate_TBS *asn1_Certificate_TBS_clone(const Certificate_TBS *pElement);
 
 /** Gives a new record, all fields zero, or NULL when memory is exhausted. */
@@ -163,13 +172,17 @@ void asn1_Certificate_free(Certificate *pElement);
  * signed part is written from `tbsEncoded`, else from `tbsCertificate`. */
 uint32_t asn1_Certificate_e(uint8_t **pp, const Certificate *pElement);
 
-/** Gives the cursor behind the signature, or NULL. A name whose value has an identifier octet of
- * 100
- * or more ends the process, as asn1_RDNSequence_to_Name() says. */
+/**
+ * Gives the cursor behind the signature, or NULL. A value in a name under an identifier octet of
+ * 100 or more ends the process, as asn1_Name_d() says.
+ */
 const uint8_t *asn1_Certificate_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                   Certificate **ppElement, uint32_t depth);
 
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Gives a deep copy, which the caller owns; NULL for NULL, a time of unknown kind in it, or when
+ * memory is exhausted.
+ */
 Certificate *asn1_Certificate_clone(const Certificate *pElement);
 
 #ifdef __cplusplus

@@ -55,7 +55,10 @@ uint32_t asn1_CRLEntry_e(uint8_t **pp, const CRLEntry *pElement);
 /** Gives the cursor behind the last field of the CRLEntry that was recognised, or NULL. */
 const uint8_t *asn1_CRLEntry_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                CRLEntry **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Gives a deep copy, which the caller owns; NULL for NULL, a time of unknown kind in it, or when
+ * memory is exhausted.
+ */
 CRLEntry *asn1_CRLEntry_clone(const CRLEntry *pElement);
 
 /** Gives a new record, all fields zero, or NULL when memory is exhausted. */
@@ -69,11 +72,15 @@ void asn1_CertificateList_TBS_free(CertificateList_TBS *pElement);
 uint32_t asn1_CertificateList_TBS_e(uint8_t **pp, const CertificateList_TBS *pElement);
 /**
  * Gives the cursor behind the last field that was recognised, or NULL. An empty issuer fails. A
- * version is not needed for extensions.
+ * version is not needed for extensions. A value in the issuer under an identifier octet of 100 or
+ * more ends the process, as asn1_Name_d() says.
  */
 const uint8_t *asn1_CertificateList_TBS_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                           CertificateList_TBS **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Gives a deep copy, which the caller owns; NULL for NULL, a time of unknown kind in it, or when
+ * memory is exhausted.
+ */
 CertificateList_TBS *asn1_CertificateList_TBS_clone(const CertificateList_TBS *pElement);
 
 /** Gives a new record, all fields zero, or NULL when memory is exhausted. */
@@ -86,14 +93,17 @@ void asn1_CertificateRevocationList_free(CertificateRevocationList *pElement);
  */
 uint32_t asn1_CertificateRevocationList_e(uint8_t **pp, const CertificateRevocationList *pElement);
 /**
- * Gives the cursor behind the signature, or NULL. An issuer whose value has an identifier octet of
- * 100 or more ends the process, as asn1_RDNSequence_to_Name() says.
+ * Gives the cursor behind the signature, or NULL. A value in the issuer under an identifier octet
+ * of 100 or more ends the process, as asn1_Name_d() says.
  */
 const uint8_t *asn1_CertificateRevocationList_d(const uint8_t *z, const uint8_t *end,
                                                 uint32_t impl_tag,
                                                 CertificateRevocationList **ppElement,
                                                 uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Gives a deep copy, which the caller owns; NULL for NULL, a time of unknown kind in it, or when
+ * memory is exhausted.
+ */
 CertificateRevocationList *asn1_CertificateRevocationList_clone(
     const CertificateRevocationList *pElement);
 

@@ -163,7 +163,10 @@ LogotypeReference *asn1_LogotypeReference_clone(const LogotypeReference *pElemen
 LogotypeImageResolution *asn1_LogotypeImageResolution_new(void);
 /** Gives nothing; releases the record and what it owns. NULL is ignored. */
 void asn1_LogotypeImageResolution_free(LogotypeImageResolution *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/**
+ * Gives the number of octets of the number of the record, which must not be NULL; 0 for an unknown
+ * kind, or without a number.
+ */
 uint32_t asn1_LogotypeImageResolution_e(uint8_t **pp, const LogotypeImageResolution *pElement);
 /** Gives NULL and does nothing: logotypes are written only. */
 const uint8_t *asn1_LogotypeImageResolution_d(const uint8_t *z, const uint8_t *end,
@@ -225,7 +228,10 @@ LogotypeAudio *asn1_LogotypeAudio_clone(const LogotypeAudio *pElement);
 LogotypeData *asn1_LogotypeData_new(void);
 /** Gives nothing; releases the record and what it owns. NULL is ignored. */
 void asn1_LogotypeData_free(LogotypeData *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/**
+ * Gives the number of octets of the record, which must not be NULL; 0 when a field fails, such as
+ * where `audio` is set and an image has information without a `type`.
+ */
 uint32_t asn1_LogotypeData_e(uint8_t **pp, const LogotypeData *pElement);
 /** Gives NULL and does nothing: logotypes are written only. */
 const uint8_t *asn1_LogotypeData_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
@@ -237,7 +243,10 @@ LogotypeData *asn1_LogotypeData_clone(const LogotypeData *pElement);
 LogotypeInfo *asn1_LogotypeInfo_new(void);
 /** Gives nothing; releases the record and what it owns. NULL is ignored. */
 void asn1_LogotypeInfo_free(LogotypeInfo *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/**
+ * Gives the number of octets of the record, which must not be NULL; 0 for an unknown kind, or a
+ * value that fails. A NULL `value` of the other kinds ends the process.
+ */
 uint32_t asn1_LogotypeInfo_e(uint8_t **pp, const LogotypeInfo *pElement);
 /** Gives NULL and does nothing: logotypes are written only. */
 const uint8_t *asn1_LogotypeInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,

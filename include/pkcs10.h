@@ -48,7 +48,11 @@ void asn1_CertRequestInfo_free(CertRequestInfo *pElement);
  * subject is written from its encoded form, else from its sequence, else from its text.
  */
 uint32_t asn1_CertRequestInfo_e(uint8_t **pp, const CertRequestInfo *pElement);
-/** Gives the cursor behind the last field that was recognised, or NULL. An empty subject fails. */
+/**
+ * Gives the cursor behind the last field that was recognised, or NULL. An empty subject fails. A
+ * value in the subject under an identifier octet of 100 or more ends the process, as asn1_Name_d()
+ * says.
+ */
 const uint8_t *asn1_CertRequestInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                       CertRequestInfo **ppElement, uint32_t depth);
 /** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
@@ -65,8 +69,8 @@ void asn1_CertificationRequest_free(CertificationRequest *pElement);
  */
 uint32_t asn1_CertificationRequest_e(uint8_t **pp, const CertificationRequest *pElement);
 /**
- * Gives the cursor behind the signature, or NULL. A subject whose value has an identifier octet of
- * 100 or more ends the process, as asn1_RDNSequence_to_Name() says.
+ * Gives the cursor behind the signature, or NULL. A value in the subject under an identifier octet
+ * of 100 or more ends the process, as asn1_Name_d() says.
  */
 const uint8_t *asn1_CertificationRequest_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                            CertificationRequest **ppElement, uint32_t depth);

@@ -72,12 +72,13 @@ void asn1_PFX_free(PFX *pElement);
 /** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
 uint32_t asn1_PFX_e(uint8_t **pp, const PFX *pElement);
 /**
- * Gives the cursor behind the PFX, of any length form, or NULL. An authSafe without a well-formed
- * identifier ends the process, as asn1_ContentInfo_d() says.
+ * Gives the cursor behind the last field of the PFX that was recognised, and behind the
+ * end-of-contents where the length is indefinite; or NULL. What authSafe holds may end the process,
+ * as asn1_ContentInfo_d() says.
  */
 const uint8_t *asn1_PFX_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, PFX **ppElement,
                           uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/** Gives a deep copy, which the caller owns, or NULL; as asn1_ContentInfo_clone(). */
 PFX *asn1_PFX_clone(const PFX *pElement);
 
 /** Gives a new record, all fields zero, or NULL when memory is exhausted. */

@@ -73,8 +73,11 @@ typedef struct EncryptedData {
   EncryptedContentInfo *encryptedContentInfo; /**< owned */
 } EncryptedData;
 
-/** Gives a new record with an empty `content`, or NULL when memory is exhausted. It cannot be
- * released before `contentType` is set. */
+/**
+ * Gives a new record with an empty `content`, or NULL when there is no memory for the record. Where
+ * there is none for `content` the process ends. The record cannot be released before `contentType`
+ * is set.
+ */
 ContentInfo *asn1_ContentInfo_new(void);
 /** Gives nothing; releases the record and what it owns. NULL is ignored. A record without a
  * `contentType` ends the process, and so does one without a `content`. */
@@ -82,13 +85,20 @@ void asn1_ContentInfo_free(ContentInfo *pElement);
 /** Gives the number of octets of the record, which must not be NULL; 0 when a field fails, or the
  * nesting is deeper than the stack of the thread allows. */
 uint32_t asn1_ContentInfo_e(uint8_t **pp, const ContentInfo *pElement);
-/** Gives the cursor behind the ContentInfo, of any length form, or NULL, also where the nesting is
- * deeper than the stack of the thread allows. An input that opens as a ContentInfo but has no
- * well-formed identifier in it ends the process. */
+/**
+ * Gives the cursor behind the last field of the ContentInfo that was recognised, and behind the
+ * end-of-contents where the length is indefinite; or NULL, also where the nesting is deeper than
+ * the stack of the thread allows. An input that opens as a ContentInfo but has no well-formed
+ * identifier in it ends the process, and so does exhausted memory where that identifier is read. A
+ * value in the name of a signer's issuer may end it, as asn1_Name_d() says.
+ */
 const uint8_t *asn1_ContentInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                   ContentInfo **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. A record
- * with a `content` and without a `contentType` ends the process. */
+/**
+ * Gives a deep copy, which the caller owns; NULL for NULL, when memory is exhausted, or where the
+ * nesting is deeper than the stack of the thread allows. A record with a `content` and without a
+ * `contentType` ends the process, and so does exhausted memory before the type is copied.
+ */
 ContentInfo *asn1_ContentInfo_clone(const ContentInfo *pElement);
 
 /** Gives a new slot without a value, or NULL when memory is exhausted. */
@@ -102,10 +112,13 @@ SignedData *asn1_SignedData_new(void);
 void asn1_SignedData_free(SignedData *pElement);
 /** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
 uint32_t asn1_SignedData_e(uint8_t **pp, const SignedData *pElement);
-/** Gives the cursor behind the last field of the SignedData that was recognised, or NULL. */
+/**
+ * Gives the cursor behind the last field of the SignedData that was recognised, or NULL. What
+ * contentInfo and signerInfos hold may end the process, as asn1_ContentInfo_d() says.
+ */
 const uint8_t *asn1_SignedData_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  SignedData **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/** Gives a deep copy, which the caller owns, or NULL; as asn1_ContentInfo_clone(). */
 SignedData *asn1_SignedData_clone(const SignedData *pElement);
 
 /** Gives a new record, all fields zero, or NULL when memory is exhausted. */
@@ -114,7 +127,10 @@ SignerInfo *asn1_SignerInfo_new(void);
 void asn1_SignerInfo_free(SignerInfo *pElement);
 /** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
 uint32_t asn1_SignerInfo_e(uint8_t **pp, const SignerInfo *pElement);
-/** Gives the cursor behind the last field of the SignerInfo that was recognised, or NULL. */
+/**
+ * Gives the cursor behind the last field of the SignerInfo that was recognised, or NULL. A value in
+ * the name of the issuer may end the process, as asn1_Name_d() says.
+ */
 const uint8_t *asn1_SignerInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  SignerInfo **ppElement, uint32_t depth);
 /** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
@@ -131,6 +147,7 @@ void asn1_IssuerAndSerialNumber_free(IssuerAndSerialNumber *pElement);
 uint32_t asn1_IssuerAndSerialNumber_e(uint8_t **pp, const IssuerAndSerialNumber *pElement);
 /**
  * Gives the cursor behind the last field of the IssuerAndSerialNumber that was recognised, or NULL.
+ * A value in the name may end the process, as asn1_Name_d() says.
  */
 const uint8_t *asn1_IssuerAndSerialNumber_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                             IssuerAndSerialNumber **ppElement, uint32_t depth);
@@ -143,7 +160,10 @@ EncryptedData *asn1_EncryptedData_new(void);
 void asn1_EncryptedData_free(EncryptedData *pElement);
 /** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
 uint32_t asn1_EncryptedData_e(uint8_t **pp, const EncryptedData *pElement);
-/** Gives the cursor behind the last field of the EncryptedData that was recognised, or NULL. */
+/**
+ * Gives the cursor behind the last field of the EncryptedData that was recognised, and behind the
+ * end-of-contents where the length is indefinite; or NULL.
+ */
 const uint8_t *asn1_EncryptedData_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                     EncryptedData **ppElement, uint32_t depth);
 /** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
@@ -159,7 +179,8 @@ void asn1_EncryptedContentInfo_free(EncryptedContentInfo *pElement);
  */
 uint32_t asn1_EncryptedContentInfo_e(uint8_t **pp, const EncryptedContentInfo *pElement);
 /**
- * Gives the cursor behind the last field of the EncryptedContentInfo that was recognised, or NULL.
+ * Gives the cursor behind the last field of the EncryptedContentInfo that was recognised, and
+ * behind the end-of-contents where the length is indefinite; or NULL.
  */
 const uint8_t *asn1_EncryptedContentInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                            EncryptedContentInfo **ppElement, uint32_t depth);

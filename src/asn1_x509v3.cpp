@@ -1,8 +1,9 @@
 // The syntaxes of certificate and CRL extensions (RFC 5280, 4.2, 5.2), and their identifiers.
 //
 // Several of them have explicit tags where the public definitions have implicit ones. An optional
-// field is found by its exact identifier octet, so a value in the public form decodes to a record
-// without fields, with the cursor in front of its first octet.
+// field is found by its exact identifier octet: a primitive one in the public form is none, and the
+// cursor stays in front of it; a constructed one is taken for the explicit tag, and refused for
+// what is in it.
 #include "codecs.h"
 #include "identifiers.h"
 #include "names.h"
@@ -174,8 +175,8 @@ uint32_t asn1_OtherName_e(uint8_t **pp, const void *, const OtherName *pElement)
   return OtherNameSyntax::encode(pp, pElement);
 }
 
-// A field that was copied ends the copy: one comes back only of a record without fields, or where the
-// field could not be copied.
+// A field that was copied ends the copy: one comes back only of a record without fields, or where
+// the field could not be copied.
 OtherName *asn1_OtherName_clone(const OtherName *pElement) {
   if (pElement == nullptr) return nullptr;
   OtherName *const copy = OtherNameSyntax::create();

@@ -184,6 +184,10 @@ TEST(AuthorityKeyIdentifier, InThePublicFormIsEmptyWithTheCursorAtItsFirstConten
   }
 }
 
+TEST(AuthorityKeyIdentifier, InThePublicFormIsRefusedWhereItBeginsWithTheIssuer) {
+  expect_refused(key_identifiers, hex("30 08 A1 03 82 01 61 82 01 05"));
+}
+
 TEST(AuthorityKeyIdentifier, LeavesUnreadWhatIsOutOfOrder) {
   const struct {
     Bytes known, rest;
@@ -418,6 +422,13 @@ TEST(GeneralSubtree, LeavesUnreadWhatItDoesNotKnow) {
   }
   const auto record = decoded(subtrees, sequence(dns) + minimum, minimum.size());
   EXPECT_EQ(nullptr, record->minimum);
+}
+
+TEST(GeneralSubtree, InThePublicFormHasItsBaseOnly) {
+  const auto record = decoded(subtrees, hex("30 06 82 01 61 80 01 05"), 3);
+  EXPECT_EQ(2, record->base->kind);
+  EXPECT_EQ(nullptr, record->minimum);
+  EXPECT_EQ(nullptr, record->maximum);
 }
 
 TEST(GeneralSubtree, ACloneIsAlwaysNull) {
