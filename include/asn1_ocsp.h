@@ -187,8 +187,8 @@ CertID *asn1_CertID_clone(const CertID *pElement);
 
 /**
  * Gives 0 when both records have the same hash algorithm (parameters aside), serial number and
- * issuer key hash, otherwise 1; 1 also where a record or one of these is NULL. The issuer name hash
- * is not compared.
+ * issuer key hash, otherwise 1; 1 also where a record or one of these is NULL. A hash algorithm
+ * without an identifier ends the process. The issuer name hash is not compared.
  */
 int32_t asn1_CertID_cmp(const CertID *a, const CertID *b);
 
