@@ -16,7 +16,7 @@ want_analyzers() {
 provide want_build_tools want_tool_libraries want_analyzers
 
 status=0
-if [ $# = 0 ]; then set -- src/*.cpp utils/list.cpp tool/*.cpp; fi
+if [ $# = 0 ]; then set -- src/*/*.cpp utils/list.cpp tool/*.cpp; fi
 
 say "=== clang-tidy"
 # Of this build only the list of commands is used, and the tool's generated source.
@@ -35,8 +35,8 @@ cppcheck --quiet --std=c++20 --language=c++ --inline-suppr --error-exitcode=1 \
 
 say "=== gcc -fanalyzer"
 # malloc-leak: the analyzer loses sight of a record that leaves by the place that a caller gave.
-for unit in src/*.cpp utils/list.cpp; do
-  g++ -std=c++20 -O1 -fno-exceptions -fno-rtti -I include -fanalyzer -Wno-analyzer-malloc-leak \
+for unit in src/*/*.cpp utils/list.cpp; do
+  g++ -std=c++20 -O1 -fno-exceptions -fno-rtti -I include -I src -fanalyzer -Wno-analyzer-malloc-leak \
     -Werror -c "$unit" -o /dev/null || status=1
 done
 exit $status

@@ -1,5 +1,0 @@
-#include "name_attributes.h"
-
-using namespace asn1;
-
-OBJECT_IDENTIFIER_GETTER(korvaneGlobalIdentifier)

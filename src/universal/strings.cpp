@@ -1,0 +1,631 @@
+// BIT STRING, OCTET STRING and the character strings.
+#include "core/cursor.h"
+#include "core/pattern.h"
+
+using namespace asn1;
+
+namespace {
+
+constexpr const char *unit = "asn1_x680";
+
+/// Octets that are appended to, in one block that the caller takes over in the end.
+class Buffer {
+ public:
+  Buffer() = default;
+  Buffer(const Buffer &) = delete;
+  Buffer &operator=(const Buffer &) = delete;
+  ~Buffer() { std::free(data_); }
+
+  /// The first octets get a block of their own size; only a value that goes on in further segments
+  /// gets room in advance.
+  bool append(const uint8_t *octets, uint32_t count) {
+    if (count == 0) return true;
+    uint32_t sum;
+    if (__builtin_add_overflow(size_, count, &sum)) return false;
+    if ((data_ == nullptr || sum > capacity_) && !reserve(sum)) return false;
+    std::memcpy(data_ + size_, octets, count);
+    size_ = sum;
+    return true;
+  }
+
+  uint32_t size() const { return size_; }
+
+  /// Hands the block over, no longer than its octets.
+  uint8_t *release() {
+    uint8_t *data = data_;
+    if (capacity_ > size_) {
+      auto *fitted = static_cast<uint8_t *>(std::realloc(data, size_));
+      if (fitted != nullptr) data = fitted;
+    }
+    data_ = nullptr;
+    return data;
+  }
+
+ private:
+  bool reserve(uint32_t octets) {
+    uint32_t capacity;
+    if (size_ == 0 || __builtin_add_overflow(octets, octets / 2, &capacity)) capacity = octets;
+    auto *data = static_cast<uint8_t *>(std::realloc(data_, capacity));
+    if (data == nullptr) return false;
+    data_ = data;
+    capacity_ = capacity;
+    return true;
+  }
+
+  uint8_t *data_ = nullptr;
+  uint32_t size_ = 0;
+  uint32_t capacity_ = 0;
+};
+
+/// The constructed values that are open while a string is read, innermost last. They are kept on
+/// the heap: the input decides how many there are.
+class OpenValues {
+ public:
+  struct Value {
+    ContentReader rest;
+    bool indefinite;
+  };
+
+  OpenValues() = default;
+  OpenValues(const OpenValues &) = delete;
+  OpenValues &operator=(const OpenValues &) = delete;
+  ~OpenValues() { std::free(values_); }
+
+  bool push(const Value &value) {
+    if (count_ == capacity_) {
+      const size_t capacity = capacity_ == 0 ? 8 : capacity_ * 2;
+      if (capacity > SIZE_MAX / sizeof(Value)) return false;
+      auto *values = static_cast<Value *>(
+          std::realloc(static_cast<void *>(values_), capacity * sizeof(Value)));
+      if (values == nullptr) return false;
+      values_ = values;
+      capacity_ = capacity;
+    }
+    values_[count_++] = value;
+    return true;
+  }
+  void pop() { --count_; }
+  bool empty() const { return count_ == 0; }
+  Value &top() { return values_[count_ - 1]; }
+
+ private:
+  static_assert(std::is_trivially_copyable_v<Value>);
+  Value *values_ = nullptr;
+  size_t count_ = 0;
+  size_t capacity_ = 0;
+};
+
+/// The octets in front of the first pair of zero octets: the value of a primitive of indefinite
+/// length. False where there is no such pair.
+bool find_zero_pair(const Reader &in, uint32_t *count) {
+  const uint8_t *const octets = in.position();
+  for (size_t i = 0; i + 1 < in.left() && i <= UINT32_MAX; ++i) {
+    if (octets[i] == 0 && octets[i + 1] == 0) {
+      *count = static_cast<uint32_t>(i);
+      return true;
+    }
+  }
+  return false;
+}
+
+/// Octets of the input.
+struct Octets {
+  const uint8_t *data = nullptr;
+  uint32_t count = 0;
+};
+
+/// The content of an OCTET STRING or character string.
+struct OctetContent {
+  static constexpr uint32_t limit = UINT32_MAX;
+
+  /// Takes one primitive value behind its header.
+  static bool take(Reader *in, const Header &header, uint32_t depth, Octets *octets) {
+    octets->count = header.length;
+    if (header.indefinite && !find_zero_pair(*in, &octets->count)) return false;
+    if (!in->take(octets->count, &octets->data)) return false;
+    if (header.indefinite && !in->read_eoc()) return false;
+    if (depth != 0 && octets->count != 0) [[unlikely]] {
+      asn1_LogByteArray(depth, octets->data, static_cast<int32_t>(octets->count));
+    }
+    return true;
+  }
+};
+
+/// The content of a BIT STRING.
+struct BitContent {
+  static constexpr uint32_t limit = UINT32_MAX / 8;  // the bits are counted in 32 bits
+
+  bool take(Reader *in, const Header &header, uint32_t depth, Octets *octets) {
+    uint8_t octet;
+    if ((!header.indefinite && header.length == 0) || !in->read_octet(&octet)) return false;
+    if (depth != 0) [[unlikely]] {
+      asn1_LogMessage(depth, "  (%d unused bits)\n", octet);
+    }
+    octets->count = header.length - 1;
+    if (header.indefinite && !find_zero_pair(*in, &octets->count)) return false;
+    if (!in->take(octets->count, &octets->data) || octets->count > limit) return false;
+    if (octet > 7 || (octets->count == 0 && octet != 0)) return false;
+    unused = octet;
+    if (header.indefinite && !in->read_eoc()) return false;
+    if (depth != 0 && octets->count != 0) [[unlikely]] {
+      asn1_LogByteArray(depth, octets->data, static_cast<int32_t>(octets->count));
+    }
+    return true;
+  }
+
+  uint32_t unused = 0;  ///< of the last value taken
+};
+
+/// Joins the segments of a constructed string, which carry `tag` themselves and may be constructed
+/// in turn, to any depth. `in` stands behind the header of the string.
+///
+/// In the trace, the segments and the opening line of a constructed value stand at `depth`, and its
+/// closing line one level above.
+template <class Segment>
+bool join_segments(Reader *in, const Header &header, uint8_t tag, uint32_t depth, Buffer *joined) {
+  Segment content;
+  OpenValues open;
+  // An indefinite value needs room for its end-of-contents from the start.
+  auto enter = [&open](const Reader &from, const Header &opened) {
+    if (opened.indefinite && from.left() < 2) return false;
+    return open.push({from.content(opened), opened.indefinite});
+  };
+  if (!enter(*in, header)) return false;
+  for (;;) {
+    OpenValues::Value &value = open.top();
+    if (value.indefinite ? value.rest.read_outer_eoc() : value.rest.at_end()) {
+      const uint8_t *const next = value.rest.position();
+      if (depth != 0) trace_close(depth - 1);
+      open.pop();
+      if (open.empty()) {
+        in->move_to(next);
+        return true;
+      }
+      open.top().rest.move_to(next);
+      continue;
+    }
+    Header segment;
+    if (!value.rest.read_header(0, tag, Forms::any, &segment, depth)) return false;
+    if (segment.constructed) {
+      if (!enter(value.rest, segment)) return false;
+      continue;
+    }
+    Octets octets;
+    if (!content.take(&value.rest, segment, depth, &octets) ||
+        !joined->append(octets.data, octets.count) || joined->size() > Segment::limit) {
+      return false;
+    }
+  }
+}
+
+/// Decodes a string in any form. `length(octets, content)` gives the length of the record: a value
+/// that was joined has whole octets, whatever its segments said, and comes with no content.
+template <class Segment, class Record, class Length>
+const uint8_t *decode_string(const char *function, const uint8_t *z, const uint8_t *end,
+                             uint32_t impl_tag, uint8_t tag, Record **place, uint32_t depth,
+                             Length length) {
+  require(z != nullptr, unit, function, "z != NULL");
+  require(end != nullptr, unit, function, "end != NULL");
+  require(place != nullptr, unit, function, "s != NULL");
+  *place = nullptr;
+  Reader in(z, end);
+  Header header;
+  if (!in.read_header(impl_tag, tag, Forms::any, &header, depth)) return nullptr;
+
+  Segment content;
+  uint32_t count = 0;
+  uint8_t *data = nullptr;
+  if (header.constructed) {
+    Buffer joined;
+    if (!join_segments<Segment>(&in, header, tag, depth, &joined)) return nullptr;
+    count = joined.size();
+    data = joined.release();
+  } else {
+    Octets octets;
+    if (!content.take(&in, header, depth, &octets)) return nullptr;
+    count = octets.count;
+    if (count != 0) {
+      data = new_array<uint8_t>(count);
+      if (data == nullptr) return nullptr;
+      std::memcpy(data, octets.data, count);
+    }
+  }
+  auto *const record = new_record<Record>();
+  if (record == nullptr) {
+    std::free(data);
+    return nullptr;
+  }
+  record->length = length(count, content);
+  record->data = data;
+  *place = record;
+  return in.position();
+}
+
+// A named bit list: zero octets at the end are left out, and the zero bits below the last set bit
+// are the unused ones. Padding bits of the record count as bits.
+uint32_t encode_named_bits(uint8_t **pp, uint32_t bits, const uint8_t *data) {
+  uint32_t count = octets_of_bits(bits);
+  while (count != 0 && data[count - 1] == 0) --count;
+  const uint32_t whole = header_octets(count + 1) + count + 1;
+  if (pp == nullptr) return whole;
+  Writer out(pp);
+  out.header(3, count + 1);
+  out.octet(count == 0 ? 0 : static_cast<uint8_t>(__builtin_ctz(data[count - 1])));
+  out.octets(data, count);
+  return whole;
+}
+
+/// Appends `count` octets to a block of `size`; NULL, and the block as before, when that fails.
+uint8_t *grown(uint8_t *data, uint32_t size, uint32_t count, const void *octets) {
+  uint32_t sum;
+  if (__builtin_add_overflow(size, count, &sum)) return nullptr;
+  auto *block = static_cast<uint8_t *>(std::realloc(data, sum));
+  if (block != nullptr && octets != nullptr) std::memcpy(block + size, octets, count);
+  return block;
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------------------------------------
+// BIT STRING
+// ---------------------------------------------------------------------------------------------
+
+BitString *asn1_BitString_new(uint32_t length) {
+  auto *bs = new_record<BitString>();
+  if (bs == nullptr || length == 0) return bs;
+  bs->data = static_cast<uint8_t *>(std::calloc(octets_of_bits(length), 1));
+  if (bs->data == nullptr) {
+    std::free(bs);
+    return nullptr;
+  }
+  bs->length = length;
+  return bs;
+}
+
+void asn1_BitString_free(BitString *pElement) {
+  if (pElement == nullptr) return;
+  std::free(pElement->data);
+  std::free(pElement);
+}
+
+uint32_t asn1_BitString_e(uint8_t **pp, const BitString *pElement) {
+  if (pElement == nullptr) return 0;
+  return encode_named_bits(pp, pElement->length, pElement->data);
+}
+
+uint32_t asn1_BitString_BER_e(uint8_t **pp, const BitString *pElement) {
+  if (pElement == nullptr) return 0;
+  const uint32_t count = octets_of_bits(pElement->length);
+  const uint32_t whole = header_octets(count + 1) + count + 1;
+  if (pp == nullptr) return whole;
+  Writer out(pp);
+  out.header(3, count + 1);
+  out.octet(static_cast<uint8_t>(count * 8 - pElement->length));
+  out.octets(pElement->data, count);
+  return whole;
+}
+
+const uint8_t *asn1_BitString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                BitString **s, uint32_t depth) {
+  return decode_string<BitContent>(
+      __func__, z, end, impl_tag, 3, s, depth,
+      [](uint32_t octets, const BitContent &content) { return octets * 8 - content.unused; });
+}
+
+BitString *asn1_BitString_clone(const BitString *pElement) {
+  if (pElement == nullptr || (pElement->length != 0 && pElement->data == nullptr)) return nullptr;
+  BitString *copy = asn1_BitString_new(pElement->length);
+  if (copy != nullptr && copy->length != 0) {
+    std::memcpy(copy->data, pElement->data, octets_of_bits(copy->length));
+  }
+  return copy;
+}
+
+int32_t asn1_BitString_cmp(const BitString *a, const BitString *b) {
+  if (a == nullptr || b == nullptr || a->length != b->length) return 1;
+  return compare_octets(a->data, b->data, octets_of_bits(a->length));
+}
+
+BitString *asn1_BitString_set(BitString *bs, uint32_t bit, uint32_t value) {
+  require(bs != nullptr, unit, __func__, "bs");
+  const uint32_t octets = octets_of_bits(bs->length);
+  const uint32_t index = bit / 8;
+  const auto mask = static_cast<uint8_t>(0x80 >> (bit % 8));
+  if (value == 0) {
+    if (index < octets) bs->data[index] = static_cast<uint8_t>(bs->data[index] & ~mask);
+    return bs;
+  }
+  if (bit == UINT32_MAX) return nullptr;  // the length would not fit
+  if (index >= octets) {
+    auto *data = static_cast<uint8_t *>(std::realloc(bs->data, index + 1));
+    if (data == nullptr) return nullptr;
+    std::memset(data + octets, 0, index + 1 - octets);
+    bs->data = data;
+  }
+  if (bs->length < bit + 1) bs->length = bit + 1;
+  bs->data[index] |= mask;
+  return bs;
+}
+
+int32_t asn1_BitString_test(const BitString *bs, uint32_t bit) {
+  if (bs == nullptr || bit >= bs->length) return 0;
+  return (bs->data[bit / 8] & (0x80 >> (bit % 8))) != 0 ? 1 : 0;
+}
+
+BitString *asn1_BitString_append(BitString *s, uint32_t count, const void *bytes) {
+  require(s != nullptr, unit, __func__, "s != NULL");
+  if (count == 0) return s;
+  const uint32_t octets = octets_of_bits(s->length);
+  // The bits of the whole must fit 32 bits as well.
+  if (uint64_t{octets} + count > UINT32_MAX / 8) return nullptr;
+  uint8_t *data = grown(s->data, octets, count, bytes);
+  if (data == nullptr) return nullptr;
+  s->data = data;
+  s->length = (octets + count) * 8;
+  return s;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Strings of octets
+// ---------------------------------------------------------------------------------------------
+
+ASN1String *asn1_ASN1String_new(uint32_t length, const void *bytes) {
+  if (length == 0 && bytes != nullptr) {
+    const size_t measured = std::strlen(static_cast<const char *>(bytes));
+    if (measured > UINT32_MAX) return nullptr;
+    length = static_cast<uint32_t>(measured);
+  }
+  auto *s = new_record<ASN1String>();
+  if (s == nullptr || length == 0) return s;
+  s->data = new_array<uint8_t>(length);
+  if (s->data == nullptr) {
+    std::free(s);
+    return nullptr;
+  }
+  if (bytes != nullptr) {
+    std::memcpy(s->data, bytes, length);
+  } else {
+    std::memset(s->data, 0, length);
+  }
+  s->length = length;
+  return s;
+}
+
+void asn1_ASN1String_free(ASN1String *pElement) {
+  if (pElement == nullptr) return;
+  std::free(pElement->data);
+  std::free(pElement);
+}
+
+uint32_t asn1_ASN1String_e(uint8_t **pp, uint32_t tag, const ASN1String *pElement) {
+  if (pElement == nullptr) return 0;
+  if ((tag & 0xFF) == 3) return encode_named_bits(pp, pElement->length, pElement->data);
+  const uint32_t whole = element_octets(pElement->length);
+  if (pp == nullptr || whole == 0) return whole;
+  Writer out(pp);
+  out.header(static_cast<uint8_t>(tag), pElement->length);
+  out.octets(pElement->data, pElement->length);
+  return whole;
+}
+
+const uint8_t *asn1_ASN1String_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                 uint32_t tag, ASN1String **s, uint32_t depth) {
+  return decode_string<OctetContent>(__func__, z, end, impl_tag, static_cast<uint8_t>(tag), s,
+                                     depth,
+                                     [](uint32_t octets, const OctetContent &) { return octets; });
+}
+
+ASN1String *asn1_ASN1String_clone(const ASN1String *pElement) {
+  return pElement == nullptr ? nullptr : asn1_ASN1String_new(pElement->length, pElement->data);
+}
+
+int32_t asn1_ASN1String_cmp(const ASN1String *a, const ASN1String *b) {
+  if (a == nullptr || b == nullptr || a->length != b->length) return 1;
+  return compare_octets(a->data, b->data, a->length);
+}
+
+ASN1String *asn1_ASN1String_append(ASN1String *s, uint32_t count, const void *bytes) {
+  require(s != nullptr, unit, __func__, "s != NULL");
+  if (count == 0) return s;
+  uint8_t *data = grown(s->data, s->length, count, bytes);
+  if (data == nullptr) return nullptr;
+  s->data = data;
+  s->length += count;
+  return s;
+}
+
+// ---------------------------------------------------------------------------------------------
+// The string types, which differ in nothing but their tag
+// ---------------------------------------------------------------------------------------------
+
+OctetString *asn1_OctetString_new(uint32_t length) { return asn1_ASN1String_new(length, nullptr); }
+void asn1_OctetString_free(OctetString *pElement) { asn1_ASN1String_free(pElement); }
+uint32_t asn1_OctetString_e(uint8_t **pp, const OctetString *pElement) {
+  return asn1_ASN1String_e(pp, 4, pElement);
+}
+const uint8_t *asn1_OctetString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                  OctetString **ppElement, uint32_t depth) {
+  return asn1_ASN1String_d(z, end, impl_tag, 4, ppElement, depth);
+}
+OctetString *asn1_OctetString_clone(const OctetString *pElement) {
+  return asn1_ASN1String_clone(pElement);
+}
+int32_t asn1_OctetString_cmp(const OctetString *a, const OctetString *b) {
+  return asn1_ASN1String_cmp(a, b);
+}
+
+UTF8String *asn1_UTF8String_new(uint32_t length) { return asn1_ASN1String_new(length, nullptr); }
+void asn1_UTF8String_free(UTF8String *pElement) { asn1_ASN1String_free(pElement); }
+uint32_t asn1_UTF8String_e(uint8_t **pp, const UTF8String *pElement) {
+  return asn1_ASN1String_e(pp, 12, pElement);
+}
+const uint8_t *asn1_UTF8String_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                 UTF8String **ppElement, uint32_t depth) {
+  return asn1_ASN1String_d(z, end, impl_tag, 12, ppElement, depth);
+}
+UTF8String *asn1_UTF8String_clone(const UTF8String *pElement) {
+  return asn1_ASN1String_clone(pElement);
+}
+int32_t asn1_UTF8String_cmp(const UTF8String *a, const UTF8String *b) {
+  return asn1_ASN1String_cmp(a, b);
+}
+
+NumericString *asn1_NumericString_new(uint32_t length) {
+  return asn1_ASN1String_new(length, nullptr);
+}
+void asn1_NumericString_free(NumericString *pElement) { asn1_ASN1String_free(pElement); }
+uint32_t asn1_NumericString_e(uint8_t **pp, const NumericString *pElement) {
+  return asn1_ASN1String_e(pp, 18, pElement);
+}
+const uint8_t *asn1_NumericString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                    NumericString **ppElement, uint32_t depth) {
+  return asn1_ASN1String_d(z, end, impl_tag, 18, ppElement, depth);
+}
+NumericString *asn1_NumericString_clone(const NumericString *pElement) {
+  return asn1_ASN1String_clone(pElement);
+}
+int32_t asn1_NumericString_cmp(const NumericString *a, const NumericString *b) {
+  return asn1_ASN1String_cmp(a, b);
+}
+
+PrintableString *asn1_PrintableString_new(uint32_t length) {
+  return asn1_ASN1String_new(length, nullptr);
+}
+void asn1_PrintableString_free(PrintableString *pElement) { asn1_ASN1String_free(pElement); }
+uint32_t asn1_PrintableString_e(uint8_t **pp, const PrintableString *pElement) {
+  return asn1_ASN1String_e(pp, 19, pElement);
+}
+const uint8_t *asn1_PrintableString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                      PrintableString **ppElement, uint32_t depth) {
+  return asn1_ASN1String_d(z, end, impl_tag, 19, ppElement, depth);
+}
+PrintableString *asn1_PrintableString_clone(const PrintableString *pElement) {
+  return asn1_ASN1String_clone(pElement);
+}
+int32_t asn1_PrintableString_cmp(const PrintableString *a, const PrintableString *b) {
+  return asn1_ASN1String_cmp(a, b);
+}
+
+TeletexString *asn1_TeletexString_new(uint32_t length) {
+  return asn1_ASN1String_new(length, nullptr);
+}
+void asn1_TeletexString_free(TeletexString *pElement) { asn1_ASN1String_free(pElement); }
+uint32_t asn1_TeletexString_e(uint8_t **pp, const TeletexString *pElement) {
+  return asn1_ASN1String_e(pp, 20, pElement);
+}
+const uint8_t *asn1_TeletexString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                    TeletexString **ppElement, uint32_t depth) {
+  return asn1_ASN1String_d(z, end, impl_tag, 20, ppElement, depth);
+}
+TeletexString *asn1_TeletexString_clone(const TeletexString *pElement) {
+  return asn1_ASN1String_clone(pElement);
+}
+int32_t asn1_TeletexString_cmp(const TeletexString *a, const TeletexString *b) {
+  return asn1_ASN1String_cmp(a, b);
+}
+
+VideotextString *asn1_VideotextString_new(uint32_t length) {
+  return asn1_ASN1String_new(length, nullptr);
+}
+void asn1_VideotextString_free(VideotextString *pElement) { asn1_ASN1String_free(pElement); }
+uint32_t asn1_VideotextString_e(uint8_t **pp, const VideotextString *pElement) {
+  return asn1_ASN1String_e(pp, 21, pElement);
+}
+const uint8_t *asn1_VideotextString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                      VideotextString **ppElement, uint32_t depth) {
+  return asn1_ASN1String_d(z, end, impl_tag, 21, ppElement, depth);
+}
+VideotextString *asn1_VideotextString_clone(const VideotextString *pElement) {
+  return asn1_ASN1String_clone(pElement);
+}
+int32_t asn1_VideotextString_cmp(const VideotextString *a, const VideotextString *b) {
+  return asn1_ASN1String_cmp(a, b);
+}
+
+IA5String *asn1_IA5String_new(uint32_t length) { return asn1_ASN1String_new(length, nullptr); }
+void asn1_IA5String_free(IA5String *pElement) { asn1_ASN1String_free(pElement); }
+uint32_t asn1_IA5String_e(uint8_t **pp, const IA5String *pElement) {
+  return asn1_ASN1String_e(pp, 22, pElement);
+}
+const uint8_t *asn1_IA5String_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                IA5String **ppElement, uint32_t depth) {
+  return asn1_ASN1String_d(z, end, impl_tag, 22, ppElement, depth);
+}
+IA5String *asn1_IA5String_clone(const IA5String *pElement) {
+  return asn1_ASN1String_clone(pElement);
+}
+int32_t asn1_IA5String_cmp(const IA5String *a, const IA5String *b) {
+  return asn1_ASN1String_cmp(a, b);
+}
+
+GraphicString *asn1_GraphicString_new(uint32_t length) {
+  return asn1_ASN1String_new(length, nullptr);
+}
+void asn1_GraphicString_free(GraphicString *pElement) { asn1_ASN1String_free(pElement); }
+uint32_t asn1_GraphicString_e(uint8_t **pp, const GraphicString *pElement) {
+  return asn1_ASN1String_e(pp, 25, pElement);
+}
+const uint8_t *asn1_GraphicString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                    GraphicString **ppElement, uint32_t depth) {
+  return asn1_ASN1String_d(z, end, impl_tag, 25, ppElement, depth);
+}
+GraphicString *asn1_GraphicString_clone(const GraphicString *pElement) {
+  return asn1_ASN1String_clone(pElement);
+}
+int32_t asn1_GraphicString_cmp(const GraphicString *a, const GraphicString *b) {
+  return asn1_ASN1String_cmp(a, b);
+}
+
+VisibleString *asn1_VisibleString_new(uint32_t length) {
+  return asn1_ASN1String_new(length, nullptr);
+}
+void asn1_VisibleString_free(VisibleString *pElement) { asn1_ASN1String_free(pElement); }
+uint32_t asn1_VisibleString_e(uint8_t **pp, const VisibleString *pElement) {
+  return asn1_ASN1String_e(pp, 26, pElement);
+}
+const uint8_t *asn1_VisibleString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                    VisibleString **ppElement, uint32_t depth) {
+  return asn1_ASN1String_d(z, end, impl_tag, 26, ppElement, depth);
+}
+VisibleString *asn1_VisibleString_clone(const VisibleString *pElement) {
+  return asn1_ASN1String_clone(pElement);
+}
+int32_t asn1_VisibleString_cmp(const VisibleString *a, const VisibleString *b) {
+  return asn1_ASN1String_cmp(a, b);
+}
+
+GeneralString *asn1_GeneralString_new(uint32_t length) {
+  return asn1_ASN1String_new(length, nullptr);
+}
+void asn1_GeneralString_free(GeneralString *pElement) { asn1_ASN1String_free(pElement); }
+uint32_t asn1_GeneralString_e(uint8_t **pp, const GeneralString *pElement) {
+  return asn1_ASN1String_e(pp, 27, pElement);
+}
+const uint8_t *asn1_GeneralString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                    GeneralString **ppElement, uint32_t depth) {
+  return asn1_ASN1String_d(z, end, impl_tag, 27, ppElement, depth);
+}
+GeneralString *asn1_GeneralString_clone(const GeneralString *pElement) {
+  return asn1_ASN1String_clone(pElement);
+}
+int32_t asn1_GeneralString_cmp(const GeneralString *a, const GeneralString *b) {
+  return asn1_ASN1String_cmp(a, b);
+}
+
+UniversalString *asn1_UniversalString_new(uint32_t length) {
+  return asn1_ASN1String_new(length, nullptr);
+}
+void asn1_UniversalString_free(UniversalString *pElement) { asn1_ASN1String_free(pElement); }
+uint32_t asn1_UniversalString_e(uint8_t **pp, const UniversalString *pElement) {
+  return asn1_ASN1String_e(pp, 28, pElement);
+}
+const uint8_t *asn1_UniversalString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                      UniversalString **ppElement, uint32_t depth) {
+  return asn1_ASN1String_d(z, end, impl_tag, 28, ppElement, depth);
+}
+UniversalString *asn1_UniversalString_clone(const UniversalString *pElement) {
+  return asn1_ASN1String_clone(pElement);
+}
+int32_t asn1_UniversalString_cmp(const UniversalString *a, const UniversalString *b) {
+  return asn1_ASN1String_cmp(a, b);
+}
