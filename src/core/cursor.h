@@ -4,6 +4,7 @@
 #define ORVELASN1_CURSOR_H
 
 #include "core/library.h"
+#include "core/tags.h"
 
 namespace asn1 {
 
@@ -23,9 +24,7 @@ enum class Forms {
 
 /// Writes the line of an identifier octet to the trace. `effective` is the tag that was expected at
 /// this place, `tag` the one of the type.
-void trace_tag(uint32_t depth, uint8_t octet, uint8_t effective, uint8_t tag);
-
-constexpr uint8_t constructed_bit = 0x20;
+void trace_tag(uint32_t depth, uint8_t octet, uint8_t effective, uint8_t own_tag);
 
 class ContentReader;
 
@@ -75,7 +74,7 @@ class Reader {
   /// Takes an identifier octet, which must be `impl_tag`, or `tag` where the low octet of
   /// `impl_tag` is 0, but for the constructed bit. `constructed` is given where the type takes both
   /// forms.
-  [[gnu::always_inline]] bool read_tag(uint32_t impl_tag, uint8_t tag, bool *constructed,
+  [[gnu::always_inline]] bool read_tag(uint32_t impl_tag, uint8_t own_tag, bool *constructed,
                                        uint32_t depth) {
     require(z_ != nullptr, "asn1_x680", "asn1_Tag_d", "z != NULL");
     require(end_ != nullptr, "asn1_x680", "asn1_Tag_d", "end != NULL");
@@ -84,17 +83,17 @@ class Reader {
     const uint8_t octet = *z_;
     const auto implicit = static_cast<uint8_t>(impl_tag);
     const auto effective =
-        static_cast<uint8_t>((implicit != 0 ? implicit : tag) | (tag & constructed_bit));
-    if (((octet ^ effective) & ~constructed_bit) != 0) return false;
-    if ((octet & constructed_bit) != 0) {
+        static_cast<uint8_t>((implicit != 0 ? implicit : own_tag) | (own_tag & tag::constructed));
+    if (((octet ^ effective) & ~tag::constructed) != 0) return false;
+    if ((octet & tag::constructed) != 0) {
       if (constructed != nullptr) {
         *constructed = true;
-      } else if ((effective & constructed_bit) == 0) {
+      } else if ((effective & tag::constructed) == 0) {
         return false;
       }
     }
     if (depth != 0) [[unlikely]] {
-      trace_tag(depth, octet, effective, tag);
+      trace_tag(depth, octet, effective, own_tag);
     }
     ++z_;
     return true;
@@ -133,10 +132,10 @@ class Reader {
   }
 
   /// Takes a header.
-  [[gnu::always_inline]] bool read_header(uint32_t impl_tag, uint8_t tag, Forms forms,
+  [[gnu::always_inline]] bool read_header(uint32_t impl_tag, uint8_t own_tag, Forms forms,
                                           Header *header, uint32_t depth) {
     Reader in = *this;
-    if (!in.read_tag(impl_tag, tag, forms == Forms::any ? &header->constructed : nullptr, depth) ||
+    if (!in.read_tag(impl_tag, own_tag, forms == Forms::any ? &header->constructed : nullptr, depth) ||
         !in.read_length(&header->length, forms == Forms::one ? nullptr : &header->indefinite,
                         depth)) {
       return false;
@@ -146,10 +145,10 @@ class Reader {
   }
 
   /// Takes the header of a value of definite length in the one form of its tag.
-  [[gnu::always_inline]] bool read_header(uint32_t impl_tag, uint8_t tag, uint32_t *length,
+  [[gnu::always_inline]] bool read_header(uint32_t impl_tag, uint8_t own_tag, uint32_t *length,
                                           uint32_t depth) {
     Header header;
-    if (!read_header(impl_tag, tag, Forms::one, &header, depth)) return false;
+    if (!read_header(impl_tag, own_tag, Forms::one, &header, depth)) return false;
     *length = header.length;
     return true;
   }
@@ -202,12 +201,6 @@ inline ContentReader Reader::content(const Header &header) const {
   return {z_, left() < 2 ? z_ : end_ - 2, end_};
 }
 
-/// `impl_tag` for a decoder that reads a constructed value: with the constructed bit, unless it is
-/// 0.
-constexpr uint32_t constructed_tag(uint32_t impl_tag) {
-  return (impl_tag & 0xFF) == 0 ? 0 : (impl_tag & 0xFF) | constructed_bit;
-}
-
 /// The number of length octets of the shortest definite form.
 constexpr uint32_t length_octets(uint32_t length) {
   if (length < 0x80) return 1;
@@ -238,7 +231,7 @@ class Measure {
   uint32_t sum_ = 0;
 };
 
-/// Where an encoder writes, in a buffer that its caller has measured.
+/// Writes the elements of universal types, in a buffer that its caller has measured.
 class Writer {
  public:
   explicit Writer(uint8_t **pp) : pp_(pp) {}
@@ -261,13 +254,67 @@ class Writer {
     for (uint32_t i = count - 1; i != 0; --i) octet(static_cast<uint8_t>(length >> (8 * (i - 1))));
   }
 
-  void header(uint8_t tag, uint32_t content) {
-    octet(tag);
+  void header(uint8_t identifier, uint32_t content) {
+    octet(identifier);
     length(content);
   }
 
  private:
   uint8_t **pp_;
+};
+
+/// Writes from the end of a measured buffer towards its beginning: the content of an element stands
+/// before its header is written, so no length has to be measured again, whatever the depth. What
+/// does not fit is not written, and fails.
+class BackWriter {
+ public:
+  BackWriter(uint8_t *start, uint32_t octets) : start_(start), z_(start + octets) {}
+
+  /// Makes room in front of what was written. Returns where it begins, or a null pointer.
+  uint8_t *room(uint32_t count) {
+    if (count > left()) {
+      failed_ = true;
+      return nullptr;
+    }
+    z_ -= count;
+    return z_;
+  }
+
+  void octets(const void *bytes, uint32_t count) {
+    if (count == 0) return;
+    if (uint8_t *const to = room(count)) std::memcpy(to, bytes, count);
+  }
+
+  void header(uint8_t identifier, uint32_t content) {
+    if (uint8_t *to = room(header_octets(content))) Writer(&to).header(identifier, content);
+  }
+
+  /// Writes what `encode(pp)` does, which writes forward and measures without `pp`.
+  template <class Encode>
+  void element(Encode encode) {
+    const uint32_t count = encode(nullptr);
+    uint8_t *to = room(count);
+    if (to == nullptr || encode(&to) != count) failed_ = true;
+  }
+
+  /// Puts the class and number of `identifier` in place of those of the element written last.
+  void retag(uint8_t identifier) {
+    if (failed_) return;
+    *z_ = static_cast<uint8_t>((identifier & ~tag::constructed) | (*z_ & tag::constructed));
+  }
+
+  /// The octets in front of what was written, which are the less the more is written.
+  uint32_t left() const { return static_cast<uint32_t>(z_ - start_); }
+
+  void fail() { failed_ = true; }
+
+  /// Whether the buffer is full, and nothing failed.
+  bool complete() const { return !failed_ && z_ == start_; }
+
+ private:
+  uint8_t *start_;
+  uint8_t *z_;
+  bool failed_ = false;
 };
 
 }  // namespace asn1

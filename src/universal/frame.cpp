@@ -1,156 +1,13 @@
-// The encoding frame: tag, length and end-of-contents, tagging wrappers and lists, the trace, and
-// the end of the process.
-#include <pthread.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <cctype>
-#include <cstdarg>
-#include <cstdio>
-#include <ctime>
-
+// The encoding frame: tag, length and end-of-contents, tagging wrappers, and lists of a caller's
+// elements.
 #include "core/cursor.h"
 #include "core/element_functions.h"
-#include "core/pattern.h"
-
-namespace asn1 {
-
-void fatal(const char *unit, const char *function, const char *finding) {
-  std::fprintf(stderr, "%s: %s: %s\n", unit, function, finding);
-  std::abort();
-}
-
-void assertion_failed(const char *unit, const char *function, const char *test) {
-  std::fprintf(stderr, "%s: %s: assertion \"%s\" failed\n", unit, function, test);
-  std::abort();
-}
-
-namespace {
-
-constexpr const char *unit = "asn1_x680";
-
-}  // namespace
-}  // namespace asn1
+#include "core/list.h"
 
 using namespace asn1;
 
-// ---------------------------------------------------------------------------------------------
-// Trace
-// ---------------------------------------------------------------------------------------------
-
 namespace {
-
-FILE *asn1log = nullptr;
-
-constexpr const char *tag_table[] = {"END OF CONTENTS",
-                                     "BOOLEAN ",
-                                     "INTEGER",
-                                     "BITSTRING",
-                                     "OCTETSTRING",
-                                     "NULL",
-                                     "OBJECT IDENTIFIER ",
-                                     "",
-                                     "",
-                                     "REAL ",
-                                     "ENUMERATED ",
-                                     "",
-                                     "UTF8STRING",
-                                     "",
-                                     "",
-                                     "",
-                                     "SEQUENCE",
-                                     "SET",
-                                     "NUMERICSTRING ",
-                                     "PRINTABLESTRING ",
-                                     "TELETEXSTRING ",
-                                     "VIDEOTEXTSTRING ",
-                                     "IA5STRING ",
-                                     "UTCTIME ",
-                                     "GENERALIZEDTIME ",
-                                     "GRAPHICSTRING ",
-                                     "VISIBLESTRING ",
-                                     "GENERALSTRING ",
-                                     "UNIVERSALSTRING ",
-                                     "",
-                                     "BMPSTRING ",
-                                     ""};
-
-constexpr const char *class_table[] = {"", "APPLICATION", "CONTEXT-SPECIFIC", "PRIVATE"};
-
-// The trace counts levels in 16 bits, the decoders in 32.
-uint32_t level(uint32_t depth) { return depth & 0xFFFF; }
-
-bool silent(uint32_t depth) { return asn1log == nullptr || level(depth) == 0; }
-
-constexpr int32_t octets_a_line = 16;
-
-void asn1_LogByteArrayLine(uint32_t depth, uint32_t index, const uint8_t *bytes, int32_t count) {
-  asn1_LogMessage(depth, "  0x%08X ", index << 4);
-  for (int32_t i = 0; i < count; ++i) std::fprintf(asn1log, "%02X ", bytes[i]);
-  for (int32_t i = count; i < octets_a_line; ++i) std::fputs("   ", asn1log);
-  for (int32_t i = 0; i < count; ++i) {
-    std::fputc(std::isprint(bytes[i]) != 0 ? bytes[i] : '.', asn1log);
-  }
-  std::fputc('\n', asn1log);
-}
-
-}  // namespace
-
-void asn1_LogStart(FILE *stream) { asn1log = stream; }
-
-void asn1_LogMessage(uint32_t depth, const char *format, ...) {
-  if (silent(depth)) return;
-  const time_t now = std::time(nullptr);
-  struct tm local = {};
-  tzset();  // a zone that was set since the last line counts, as for localtime()
-  localtime_r(&now, &local);
-  std::fprintf(asn1log, "%04d:%04d %02i:%02i:%02i ", static_cast<int>(getpid()),
-               static_cast<int>(pthread_self()), local.tm_hour, local.tm_min, local.tm_sec);
-  std::fputs("ASN.1: ", asn1log);
-  for (uint32_t i = 1; i < level(depth); ++i) std::fputs(". ", asn1log);
-  va_list arguments;
-  va_start(arguments, format);
-  std::vfprintf(asn1log, format, arguments);
-  va_end(arguments);
-  std::fflush(asn1log);
-}
-
-void asn1_LogObjId(uint32_t depth, const ObjId *oid) {
-  if (silent(depth)) return;
-  for (uint32_t i = 0; i < oid->count; ++i) {
-    if (i == 0) {
-      asn1_LogMessage(depth, "  ");
-    } else {
-      std::fputc('.', asn1log);
-    }
-    std::fprintf(asn1log, "%i", static_cast<int>(oid->arcs[i]));
-  }
-  std::fputc('\n', asn1log);
-}
-
-void asn1_LogByteArray(uint32_t depth, const uint8_t *bytes, int32_t length) {
-  if (silent(depth) || bytes == nullptr) return;
-  for (uint32_t line = 0; length > 0; ++line) {
-    const int32_t count = std::min(length, octets_a_line);
-    asn1_LogByteArrayLine(depth, line, bytes, count);
-    bytes += count;
-    length -= count;
-  }
-}
-
-void asn1::trace_tag(uint32_t depth, uint8_t octet, uint8_t effective, uint8_t tag) {
-  const bool constructed = (octet & constructed_bit) != 0;
-  const auto shown = static_cast<uint8_t>(effective & ~constructed_bit);
-  if (shown == 0) return;
-  if (shown <= 30) {
-    asn1_LogMessage(depth, constructed ? "%s {\n" : "%s\n", tag_table[shown]);
-    return;
-  }
-  const int tag_class = shown >> 6;
-  const bool type_is_known = tag_class != 3 && tag <= 0x1F;
-  asn1_LogMessage(depth, "%s %s [%i] %s\n", class_table[tag_class],
-                  constructed ? "CONSTRUCTED" : "PRIMITIVE", shown & 0x1F,
-                  type_is_known ? tag_table[tag] : "{");
+constexpr const char *unit = "asn1_x680";
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -216,10 +73,51 @@ const uint8_t *asn1_eoc_d(const uint8_t *z, const uint8_t *end) {
 // Tagging wrappers and lists
 // ---------------------------------------------------------------------------------------------
 
+namespace {
+
+/// Encodes an element under an explicit tag; `element(pp)` encodes the element.
+template <class Element>
+uint32_t encode_explicit(uint8_t **pp, uint32_t tag, Element element) {
+  Measure measure;
+  if (!measure.add(element(nullptr))) return 0;
+  const uint32_t whole = measure.element();
+  if (pp == nullptr || whole == 0) return whole;
+  Writer(pp).header(static_cast<uint8_t>(tag | tag::constructed), measure.content());
+  element(pp);
+  return whole;
+}
+
+/// Reads the header of an explicit tag; `element(z, end)` decodes what is inside.
+template <class Element>
+const uint8_t *decode_explicit(const uint8_t *z, const uint8_t *end, uint32_t tag, uint32_t depth,
+                               Element element) {
+  Reader in(z, end);
+  uint32_t length;
+  const auto expected = static_cast<uint8_t>(tag | tag::constructed);
+  if (!in.read_header(0, expected, &length, depth)) return nullptr;
+  const Reader content = in.content(length);
+  return element(content.position(), content.end());
+}
+
+/// The element functions that a caller handed in.
+struct Callbacks {
+  asn1_decoder decode;
+  asn1_destructor free;
+};
+const Callbacks &callbacks(const void *context) { return *static_cast<const Callbacks *>(context); }
+
+}  // namespace
+
 uint32_t asn1_implicit_e(uint8_t **pp, uint32_t tag, const void *pElement, asn1_encoder element_e) {
   require(pElement != nullptr, unit, __func__, "pElement");
   require(element_e.function != nullptr, unit, __func__, "element_e");
-  return encode_implicit(pp, tag, [&](uint8_t **to) { return call(element_e, to, pElement); });
+  uint8_t *const identifier = pp == nullptr ? nullptr : *pp;
+  const uint32_t whole = call(element_e, pp, pElement);
+  if (whole != 0 && identifier != nullptr) {
+    *identifier = static_cast<uint8_t>((tag & ~uint32_t{tag::constructed}) |
+                                       (*identifier & tag::constructed));
+  }
+  return whole;
 }
 
 uint32_t asn1_explicit_e(uint8_t **pp, uint32_t tag, const void *pElement, asn1_encoder element_e) {
@@ -247,13 +145,16 @@ uint32_t asn1_List_e(uint8_t **pp, uint32_t tag, const List *list, asn1_encoder 
 const uint8_t *asn1_List_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, uint32_t tag,
                            asn1_decoder element_d, asn1_destructor element_free, List **ppList,
                            uint32_t depth) {
-  return decode_list<void>(
-      z, end, impl_tag, tag, ppList, depth,
-      [&](const uint8_t *from, const uint8_t *limit, void **element, uint32_t inner_depth) {
-        return call(element_d, from, limit, element, inner_depth);
+  const Callbacks context = {element_d, element_free};
+  const Elements elements = {
+      &context,
+      [](const void *from_caller, const uint8_t *from, const uint8_t *limit, void **element,
+         uint32_t inner_depth) {
+        return call(callbacks(from_caller).decode, from, limit, element, inner_depth);
       },
-      [&](void *element) { call(element_free, element); },
-      [&](List *list) { List_free(list, element_free); });
+      [](const void *from_caller, void *element) { call(callbacks(from_caller).free, element); },
+      [](const void *from_caller, List *list) { List_free(list, callbacks(from_caller).free); }};
+  return decode_list(z, end, impl_tag, tag, ppList, depth, elements);
 }
 
 uint32_t asn1_expl_List_e(uint8_t **pp, uint32_t explicit_tag, uint32_t list_tag, const List *list,
@@ -273,49 +174,44 @@ const uint8_t *asn1_expl_List_d(const uint8_t *z, const uint8_t *end, uint32_t e
       });
 }
 
-namespace {
-constexpr uint32_t seq_of = 16;
-constexpr uint32_t set_of = 17;
-}  // namespace
-
 uint32_t asn1_SetOf_e(uint8_t **pp, const List *list, asn1_encoder element_e) {
-  return asn1_List_e(pp, set_of, list, element_e);
+  return asn1_List_e(pp, tag::set, list, element_e);
 }
 
 uint32_t asn1_SeqOf_e(uint8_t **pp, const List *list, asn1_encoder element_e) {
-  return asn1_List_e(pp, seq_of, list, element_e);
+  return asn1_List_e(pp, tag::sequence, list, element_e);
 }
 
 const uint8_t *asn1_SetOf_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                             asn1_decoder element_d, asn1_destructor element_free, List **ppList,
                             uint32_t depth) {
-  return asn1_List_d(z, end, impl_tag, set_of, element_d, element_free, ppList, depth);
+  return asn1_List_d(z, end, impl_tag, tag::set, element_d, element_free, ppList, depth);
 }
 
 const uint8_t *asn1_SeqOf_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                             asn1_decoder element_d, asn1_destructor element_free, List **ppList,
                             uint32_t depth) {
-  return asn1_List_d(z, end, impl_tag, seq_of, element_d, element_free, ppList, depth);
+  return asn1_List_d(z, end, impl_tag, tag::sequence, element_d, element_free, ppList, depth);
 }
 
 uint32_t asn1_expl_SetOf_e(uint8_t **pp, uint32_t explicit_tag, const List *list,
                            asn1_encoder element_e) {
-  return asn1_expl_List_e(pp, explicit_tag, set_of, list, element_e);
+  return asn1_expl_List_e(pp, explicit_tag, tag::set, list, element_e);
 }
 
 uint32_t asn1_expl_SeqOf_e(uint8_t **pp, uint32_t explicit_tag, const List *list,
                            asn1_encoder element_e) {
-  return asn1_expl_List_e(pp, explicit_tag, seq_of, list, element_e);
+  return asn1_expl_List_e(pp, explicit_tag, tag::sequence, list, element_e);
 }
 
 const uint8_t *asn1_expl_SetOf_d(const uint8_t *z, const uint8_t *end, uint32_t explicit_tag,
                                  asn1_decoder element_d, asn1_destructor element_free,
                                  List **ppList, uint32_t depth) {
-  return asn1_expl_List_d(z, end, explicit_tag, set_of, element_d, element_free, ppList, depth);
+  return asn1_expl_List_d(z, end, explicit_tag, tag::set, element_d, element_free, ppList, depth);
 }
 
 const uint8_t *asn1_expl_SeqOf_d(const uint8_t *z, const uint8_t *end, uint32_t explicit_tag,
                                  asn1_decoder element_d, asn1_destructor element_free,
                                  List **ppList, uint32_t depth) {
-  return asn1_expl_List_d(z, end, explicit_tag, seq_of, element_d, element_free, ppList, depth);
+  return asn1_expl_List_d(z, end, explicit_tag, tag::sequence, element_d, element_free, ppList, depth);
 }

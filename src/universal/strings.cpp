@@ -1,6 +1,5 @@
 // BIT STRING, OCTET STRING and the character strings.
 #include "core/cursor.h"
-#include "core/pattern.h"
 
 using namespace asn1;
 

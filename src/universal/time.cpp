@@ -3,7 +3,6 @@
 #include <ctime>
 
 #include "core/cursor.h"
-#include "core/pattern.h"
 #include "core/scan.h"
 
 using namespace asn1;

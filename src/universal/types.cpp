@@ -1,11 +1,10 @@
-// INTEGER, BOOLEAN, ENUMERATED, NULL, ANY, OBJECT IDENTIFIER and AlgorithmIdentifier.
+// INTEGER, BOOLEAN, ENUMERATED, NULL, ANY and OBJECT IDENTIFIER.
 #include <algorithm>
 #include <charconv>
 #include <cinttypes>
 #include <cstdio>
 
 #include "core/cursor.h"
-#include "core/pattern.h"
 #include "core/scan.h"
 
 using namespace asn1;
@@ -97,7 +96,7 @@ uint32_t asn1_Integer_e(uint8_t **pp, const Integer *pElement) {
   const uint32_t whole = header_octets(content.announced()) + content.written();
   if (pp == nullptr) return whole;
   Writer out(pp);
-  out.header(2, content.announced());
+  out.header(tag::integer, content.announced());
   if (content.zero_first) out.octet(0);
   out.octets(content.octets, content.count);
   return whole;
@@ -109,7 +108,7 @@ const uint8_t *asn1_Integer_d(const uint8_t *z, const uint8_t *end, uint32_t imp
   Reader in(z, end);
   uint32_t length;
   const uint8_t *octets;
-  if (!in.read_header(impl_tag, 2, &length, depth) || length == 0 || !in.take(length, &octets)) {
+  if (!in.read_header(impl_tag, tag::integer, &length, depth) || length == 0 || !in.take(length, &octets)) {
     return nullptr;
   }
   const uint8_t first = *octets;
@@ -180,10 +179,10 @@ const Integer *asn1_Integer_3() { return &integer3; }
 
 namespace {
 
-uint32_t encode_octet(uint8_t **pp, uint8_t tag, uint32_t value) {
+uint32_t encode_octet(uint8_t **pp, uint8_t identifier, uint32_t value) {
   if (pp != nullptr) {
     Writer out(pp);
-    out.header(tag, 1);
+    out.header(identifier, 1);
     out.octet(static_cast<uint8_t>(value));
   }
   return 3;
@@ -192,14 +191,14 @@ uint32_t encode_octet(uint8_t **pp, uint8_t tag, uint32_t value) {
 // Reads one content octet. At the end of the range nothing is read and nothing is wrong: the caller
 // keeps the number that it had.
 template <class Trace>
-const uint8_t *decode_octet(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, uint8_t tag,
+const uint8_t *decode_octet(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, uint8_t own_tag,
                             uint32_t *value, uint32_t depth, Trace trace) {
   if (value == nullptr) return nullptr;
   Reader in(z, end);
   if (z != nullptr && end != nullptr && !in.at_end()) {
     uint32_t length;
     uint8_t octet;
-    if (!in.read_header(impl_tag, tag, &length, depth) || length != 1 || !in.read_octet(&octet)) {
+    if (!in.read_header(impl_tag, own_tag, &length, depth) || length != 1 || !in.read_octet(&octet)) {
       return nullptr;
     }
     *value = octet;
@@ -212,26 +211,26 @@ const uint8_t *decode_octet(const uint8_t *z, const uint8_t *end, uint32_t impl_
 
 }  // namespace
 
-uint32_t asn1_Boolean_e(uint8_t **pp, uint32_t value) { return encode_octet(pp, 1, value); }
+uint32_t asn1_Boolean_e(uint8_t **pp, uint32_t value) { return encode_octet(pp, tag::boolean, value); }
 
 const uint8_t *asn1_Boolean_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                               uint32_t *value, uint32_t depth) {
-  return decode_octet(z, end, impl_tag, 1, value, depth, [depth](uint32_t number) {
+  return decode_octet(z, end, impl_tag, tag::boolean, value, depth, [depth](uint32_t number) {
     asn1_LogMessage(depth, "  %s (%0x)\n", number != 0 ? "TRUE" : "FALSE", number);
   });
 }
 
-uint32_t asn1_Enumerated_e(uint8_t **pp, uint32_t value) { return encode_octet(pp, 10, value); }
+uint32_t asn1_Enumerated_e(uint8_t **pp, uint32_t value) { return encode_octet(pp, tag::enumerated, value); }
 
 const uint8_t *asn1_Enumerated_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  uint32_t *value, uint32_t depth) {
-  return decode_octet(z, end, impl_tag, 10, value, depth, [depth](uint32_t number) {
+  return decode_octet(z, end, impl_tag, tag::enumerated, value, depth, [depth](uint32_t number) {
     asn1_LogMessage(depth, "  %i\n", static_cast<int>(number));
   });
 }
 
 uint32_t asn1_Null_e(uint8_t **pp) {
-  if (pp != nullptr) Writer(pp).header(5, 0);
+  if (pp != nullptr) Writer(pp).header(tag::null, 0);
   return 2;
 }
 
@@ -239,7 +238,7 @@ const uint8_t *asn1_Null_d(const uint8_t *z, const uint8_t *end, uint32_t impl_t
                            uint32_t depth) {
   Reader in(z, end);
   uint32_t length;
-  return in.read_header(impl_tag, 5, &length, depth) ? in.position() : nullptr;
+  return in.read_header(impl_tag, tag::null, &length, depth) ? in.position() : nullptr;
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -279,7 +278,7 @@ const uint8_t *asn1_Any_d(const uint8_t *z, const uint8_t *end, uint32_t impl_ta
 }
 
 namespace {
-constexpr uint8_t anyNullBytes[] = {5, 0};
+constexpr uint8_t anyNullBytes[] = {tag::null, 0};
 constexpr Any anyNull = {2, const_cast<uint8_t *>(anyNullBytes)};
 }  // namespace
 
@@ -299,7 +298,7 @@ constexpr uint32_t base128_octets(uint32_t value) {
   return 5;
 }
 
-uint32_t asn1_int_e(uint8_t **pp, uint32_t value) {
+uint32_t encode_base128(uint8_t **pp, uint32_t value) {
   const uint32_t octets = base128_octets(value);
   if (pp != nullptr) {
     Writer out(pp);
@@ -369,15 +368,15 @@ uint32_t asn1_ObjId_e(uint8_t **pp, const ObjId *oid) {
   if (oid == nullptr || oid->count < 2) return 0;
   const uint32_t first = oid->arcs[0] * 40 + oid->arcs[1];
   Measure size;
-  if (!size.add(asn1_int_e(nullptr, first))) return 0;
+  if (!size.add(encode_base128(nullptr, first))) return 0;
   for (uint32_t i = 2; i < oid->count; ++i) {
-    if (!size.add(asn1_int_e(nullptr, oid->arcs[i]))) return 0;
+    if (!size.add(encode_base128(nullptr, oid->arcs[i]))) return 0;
   }
   const uint32_t whole = size.element();
   if (pp == nullptr || whole == 0) return whole;
-  Writer(pp).header(6, size.content());
-  asn1_int_e(pp, first);
-  for (uint32_t i = 2; i < oid->count; ++i) asn1_int_e(pp, oid->arcs[i]);
+  Writer(pp).header(tag::object_identifier, size.content());
+  encode_base128(pp, first);
+  for (uint32_t i = 2; i < oid->count; ++i) encode_base128(pp, oid->arcs[i]);
   return whole;
 }
 
@@ -387,7 +386,7 @@ const uint8_t *asn1_ObjId_d(const uint8_t *z, const uint8_t *end, uint32_t impl_
   *ppElement = nullptr;
   Reader in(z, end);
   uint32_t length;
-  if (!in.read_header(impl_tag, 6, &length, depth)) return nullptr;
+  if (!in.read_header(impl_tag, tag::object_identifier, &length, depth)) return nullptr;
 
   // Every number ends in an octet below 0x80, and the first number makes two arcs.
   const Reader content = in.content(length);
@@ -482,35 +481,4 @@ ObjId *asn1_ObjId_parse(const char **text) {
   }
   *text = cursor;
   return oid;
-}
-
-// ---------------------------------------------------------------------------------------------
-// AlgorithmIdentifier
-// ---------------------------------------------------------------------------------------------
-
-namespace {
-
-// A table has a line for each field.
-// clang-format off
-
-// AlgorithmIdentifier ::= SEQUENCE {
-//   algorithm   OBJECT IDENTIFIER,
-//   parameters  ANY DEFINED BY algorithm OPTIONAL }
-using AlgIdSyntax = Sequence<AlgId,
-    Required<&AlgId::algorithm, ObjIdCodec>,
-    Optional<&AlgId::parameters, AnyCodec, Presence::anything_left>>;
-
-// clang-format on
-
-}  // namespace
-
-AlgId *asn1_AlgId_new() { return AlgIdSyntax::create(); }
-void asn1_AlgId_free(AlgId *pElement) { AlgIdSyntax::free(pElement); }
-AlgId *asn1_AlgId_clone(const AlgId *pElement) { return AlgIdSyntax::clone(pElement); }
-uint32_t asn1_AlgId_e(uint8_t **pp, const AlgId *pElement) {
-  return AlgIdSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_AlgId_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
-                            AlgId **ppElement, uint32_t depth) {
-  return AlgIdSyntax::decode(z, end, impl_tag, ppElement, depth);
 }

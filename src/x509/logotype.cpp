@@ -1,103 +1,13 @@
 // The logotype extension of certificates (RFC 3709), write only.
-#include "x509/codecs.h"
+#include "core/export.h"
+#include "core/list.h"
+#include "x509/x509.h"
 
 using namespace asn1;
 
 namespace {
 
-template <uint8_t Identifier, auto Encode, auto Free>
-using WriteOnly = Family<Identifier, Encode, nullptr, nullptr, Free>;
-
-using URIsCodec = SequenceOf<IA5StringCodec>;
-
-// A table has a line for each field.
-// clang-format off
-
-// HashAlgAndValue ::= SEQUENCE {
-//   hashAlg    AlgorithmIdentifier,
-//   hashValue  OCTET STRING }
-using HashAlgAndValueSyntax = Sequence<HashAlgAndValue,
-    Required<&HashAlgAndValue::hashAlg, AlgIdCodec>,
-    Required<&HashAlgAndValue::hashValue, OctetStringCodec>>;
-using HashesCodec = SequenceOf<WriteOnly<0x30, asn1_HashAlgAndValue_e, asn1_HashAlgAndValue_free>>;
-
-// LogotypeDetails ::= SEQUENCE {
-//   mediaType     IA5String,
-//   logotypeHash  SEQUENCE OF HashAlgAndValue,
-//   logotypeURI   SEQUENCE OF IA5String }
-using LogotypeDetailsSyntax = Sequence<LogotypeDetails,
-    Required<&LogotypeDetails::mediaType, IA5StringCodec>,
-    Required<&LogotypeDetails::logotypeHash, HashesCodec>,
-    Required<&LogotypeDetails::logotypeURI, URIsCodec>>;
-using LogotypeDetailsCodec = WriteOnly<0x30, asn1_LogotypeDetails_e, asn1_LogotypeDetails_free>;
-
-// LogotypeReference ::= SEQUENCE {
-//   refStructHash  SEQUENCE OF HashAlgAndValue,
-//   refStructURI   SEQUENCE OF IA5String }
-using LogotypeReferenceSyntax = Sequence<LogotypeReference,
-    Required<&LogotypeReference::refStructHash, HashesCodec>,
-    Required<&LogotypeReference::refStructURI, URIsCodec>>;
-using LogotypeReferenceCodec =
-    WriteOnly<0x30, asn1_LogotypeReference_e, asn1_LogotypeReference_free>;
-
-// LogotypeImageResolution ::= CHOICE {
-//   numBits    INTEGER,
-//   tableSize  INTEGER }
-//
-// Neither alternative has a tag of its own.
-using LogotypeImageResolutionSyntax = Choice<LogotypeImageResolution, UnknownKind::fails,
-    Alternative<1, IntegerCodec>,
-    Alternative<2, IntegerCodec>>;
-using LogotypeImageResolutionCodec =
-    WriteOnly<0, asn1_LogotypeImageResolution_e, asn1_LogotypeImageResolution_free>;
-
-// LogotypeImageInfo ::= SEQUENCE {
-//   type        [0] IMPLICIT INTEGER OPTIONAL,
-//   fileSize        INTEGER,
-//   xSize           INTEGER,
-//   ySize           INTEGER,
-//   resolution      LogotypeImageResolution OPTIONAL,
-//   language        IA5String OPTIONAL }
-using LogotypeImageInfoSyntax = Sequence<LogotypeImageInfo,
-    Optional<&LogotypeImageInfo::type, Implicit<0, IntegerCodec>>,
-    Required<&LogotypeImageInfo::fileSize, IntegerCodec>,
-    Required<&LogotypeImageInfo::xSize, IntegerCodec>,
-    Required<&LogotypeImageInfo::ySize, IntegerCodec>,
-    Optional<&LogotypeImageInfo::resolution, LogotypeImageResolutionCodec>,
-    Optional<&LogotypeImageInfo::language, IA5StringCodec>>;
-
-// LogotypeImage ::= SEQUENCE {
-//   imageDetails  LogotypeDetails,
-//   imageInfo     LogotypeImageInfo OPTIONAL }
-using LogotypeImageSyntax = Sequence<LogotypeImage,
-    Required<&LogotypeImage::imageDetails, LogotypeDetailsCodec>,
-    Optional<&LogotypeImage::imageInfo, WriteOnly<0x30, asn1_LogotypeImageInfo_e, asn1_LogotypeImageInfo_free>>>;
-using LogotypeImageCodec = WriteOnly<0x30, asn1_LogotypeImage_e, asn1_LogotypeImage_free>;
-
-// LogotypeAudioInfo ::= SEQUENCE {
-//   fileSize        INTEGER,
-//   playTime        INTEGER,
-//   channels        INTEGER,
-//   sampleRate  [3] IMPLICIT INTEGER OPTIONAL,
-//   language    [4] IMPLICIT IA5String OPTIONAL }
-using LogotypeAudioInfoSyntax = Sequence<LogotypeAudioInfo,
-    Required<&LogotypeAudioInfo::fileSize, IntegerCodec>,
-    Required<&LogotypeAudioInfo::playTime, IntegerCodec>,
-    Required<&LogotypeAudioInfo::channels, IntegerCodec>,
-    Optional<&LogotypeAudioInfo::sampleRate, Implicit<3, IntegerCodec>>,
-    Optional<&LogotypeAudioInfo::language, Implicit<4, IA5StringCodec>>>;
-
-// LogotypeAudio ::= SEQUENCE {
-//   audioDetails  LogotypeDetails,
-//   audioInfo     LogotypeAudioInfo OPTIONAL }
-using LogotypeAudioSyntax = Sequence<LogotypeAudio,
-    Required<&LogotypeAudio::audioDetails, LogotypeDetailsCodec>,
-    Optional<&LogotypeAudio::audioInfo, WriteOnly<0x30, asn1_LogotypeAudioInfo_e, asn1_LogotypeAudioInfo_free>>>;
-using LogotypeAudioCodec = WriteOnly<0x30, asn1_LogotypeAudio_e, asn1_LogotypeAudio_free>;
-
-// clang-format on
-
-// An image written as an audio record, field by field in the order of both.
+/// An image written as an audio record, field by field in the order of both.
 uint32_t encode_image_as_audio(uint8_t **pp, const void *element) {
   const auto *const image = static_cast<const LogotypeImage *>(element);
   const LogotypeImageInfo *const source = image->imageInfo;
@@ -121,220 +31,171 @@ uint32_t encode_image_as_audio(uint8_t **pp, const void *element) {
   return asn1_LogotypeAudio_e(pp, &audio);
 }
 
-// The second element of LogotypeData: written where there is a list of audio records, but from the
-// images.
-struct AudioOfImages {
-  static bool encode(uint8_t **pp, const LogotypeData *data, Measure &size) {
-    return data->audio == nullptr ||
-           size.add(encode_list(pp, 0x81, data->image, encode_image_as_audio));
-  }
-  static void free(LogotypeData *data) { SequenceOf<LogotypeAudioCodec>::free(data->audio); }
-};
+uint32_t encode_images_as_audio(uint8_t **pp, const List *images) {
+  return encode_list(pp, tag::context | 1, images, encode_image_as_audio);
+}
 
-// A table has a line for each field.
-// clang-format off
+const LogotypeData &logotype_data(const void *record) {
+  return *static_cast<const LogotypeData *>(record);
+}
+
+/// The second element of LogotypeData: written where there is a list of audio records, but from the
+/// images.
+constexpr FieldFunctions audio_functions{
+    .measure =
+        [](const Field &, const void *record, Measure &size) {
+          const LogotypeData &data = logotype_data(record);
+          return data.audio == nullptr || size.add(encode_images_as_audio(nullptr, data.image));
+        },
+    .write =
+        [](const Field &, BackWriter &out, const void *record) {
+          const LogotypeData &data = logotype_data(record);
+          if (data.audio == nullptr) return;
+          out.element([&](uint8_t **pp) { return encode_images_as_audio(pp, data.image); });
+        }};
+
+const LogotypeExtn &logotype_extn(const void *record) {
+  return *static_cast<const LogotypeExtn *>(record);
+}
+
+/// The last element of LogotypeExtn, which comes with the community logos and only with them:
+/// without a list of its own it fails then.
+constexpr FieldFunctions other_logos_functions{
+    .measure =
+        [](const Field &field, const void *record, Measure &size) {
+          const LogotypeExtn &extn = logotype_extn(record);
+          if (extn.communityLogos == nullptr) return true;
+          return extn.otherLogos != nullptr && size.add(measure_tagged(field, extn.otherLogos));
+        },
+    .write =
+        [](const Field &field, BackWriter &out, const void *record) {
+          const LogotypeExtn &extn = logotype_extn(record);
+          if (extn.communityLogos != nullptr) write_tagged(field, out, extn.otherLogos);
+        }};
+
+}  // namespace
+
+// clang-format off: a table has a line for each field.
+
+using URIsCodec = SequenceOf<IA5StringCodec>;
+
+// HashAlgAndValue ::= SEQUENCE {
+//   hashAlg    AlgorithmIdentifier,
+//   hashValue  OCTET STRING }
+using HashAlgAndValueTable = Sequence<HashAlgAndValue,
+    Required<&HashAlgAndValue::hashAlg, AlgIdCodec>,
+    Required<&HashAlgAndValue::hashValue, OctetStringCodec>>;
+EXPORT(HashAlgAndValue, HashAlgAndValueTable, NEW, NO_DECODER, ENCODER, NO_CLONE, FREE)
+using HashesCodec = SequenceOf<HashAlgAndValueCodec>;
+
+// LogotypeDetails ::= SEQUENCE {
+//   mediaType     IA5String,
+//   logotypeHash  SEQUENCE OF HashAlgAndValue,
+//   logotypeURI   SEQUENCE OF IA5String }
+using LogotypeDetailsTable = Sequence<LogotypeDetails,
+    Required<&LogotypeDetails::mediaType, IA5StringCodec>,
+    Required<&LogotypeDetails::logotypeHash, HashesCodec>,
+    Required<&LogotypeDetails::logotypeURI, URIsCodec>>;
+EXPORT(LogotypeDetails, LogotypeDetailsTable, NEW, NO_DECODER, ENCODER, NO_CLONE, FREE)
+
+// LogotypeReference ::= SEQUENCE {
+//   refStructHash  SEQUENCE OF HashAlgAndValue,
+//   refStructURI   SEQUENCE OF IA5String }
+using LogotypeReferenceTable = Sequence<LogotypeReference,
+    Required<&LogotypeReference::refStructHash, HashesCodec>,
+    Required<&LogotypeReference::refStructURI, URIsCodec>>;
+EXPORT(LogotypeReference, LogotypeReferenceTable, NEW, NO_DECODER, ENCODER, NO_CLONE, FREE)
+
+// LogotypeImageResolution ::= CHOICE {
+//   numBits    INTEGER,
+//   tableSize  INTEGER }
+//
+// Neither alternative has a tag of its own.
+using LogotypeImageResolutionTable = Choice<LogotypeImageResolution, UnknownKind::fails,
+    Alternative<1, "numBits", IntegerCodec>,
+    Alternative<2, "tableSize", IntegerCodec>>;
+EXPORT(LogotypeImageResolution, LogotypeImageResolutionTable, NEW, NO_DECODER, ENCODER, NO_CLONE, FREE)
+
+// LogotypeImageInfo ::= SEQUENCE {
+//   type        [0] IMPLICIT INTEGER OPTIONAL,
+//   fileSize        INTEGER,
+//   xSize           INTEGER,
+//   ySize           INTEGER,
+//   resolution      LogotypeImageResolution OPTIONAL,
+//   language        IA5String OPTIONAL }
+using LogotypeImageInfoTable = Sequence<LogotypeImageInfo,
+    Optional<&LogotypeImageInfo::type, Implicit<0, IntegerCodec>>,
+    Required<&LogotypeImageInfo::fileSize, IntegerCodec>,
+    Required<&LogotypeImageInfo::xSize, IntegerCodec>,
+    Required<&LogotypeImageInfo::ySize, IntegerCodec>,
+    Optional<&LogotypeImageInfo::resolution, LogotypeImageResolutionCodec>,
+    Optional<&LogotypeImageInfo::language, IA5StringCodec>>;
+EXPORT(LogotypeImageInfo, LogotypeImageInfoTable, NEW, NO_DECODER, ENCODER, NO_CLONE, FREE)
+
+// LogotypeImage ::= SEQUENCE {
+//   imageDetails  LogotypeDetails,
+//   imageInfo     LogotypeImageInfo OPTIONAL }
+using LogotypeImageTable = Sequence<LogotypeImage,
+    Required<&LogotypeImage::imageDetails, LogotypeDetailsCodec>,
+    Optional<&LogotypeImage::imageInfo, LogotypeImageInfoCodec>>;
+EXPORT(LogotypeImage, LogotypeImageTable, NEW, NO_DECODER, ENCODER, NO_CLONE, FREE)
+
+// LogotypeAudioInfo ::= SEQUENCE {
+//   fileSize        INTEGER,
+//   playTime        INTEGER,
+//   channels        INTEGER,
+//   sampleRate  [3] IMPLICIT INTEGER OPTIONAL,
+//   language    [4] IMPLICIT IA5String OPTIONAL }
+using LogotypeAudioInfoTable = Sequence<LogotypeAudioInfo,
+    Required<&LogotypeAudioInfo::fileSize, IntegerCodec>,
+    Required<&LogotypeAudioInfo::playTime, IntegerCodec>,
+    Required<&LogotypeAudioInfo::channels, IntegerCodec>,
+    Optional<&LogotypeAudioInfo::sampleRate, Implicit<3, IntegerCodec>>,
+    Optional<&LogotypeAudioInfo::language, Implicit<4, IA5StringCodec>>>;
+EXPORT(LogotypeAudioInfo, LogotypeAudioInfoTable, NEW, NO_DECODER, ENCODER, NO_CLONE, FREE)
+
+// LogotypeAudio ::= SEQUENCE {
+//   audioDetails  LogotypeDetails,
+//   audioInfo     LogotypeAudioInfo OPTIONAL }
+using LogotypeAudioTable = Sequence<LogotypeAudio,
+    Required<&LogotypeAudio::audioDetails, LogotypeDetailsCodec>,
+    Optional<&LogotypeAudio::audioInfo, LogotypeAudioInfoCodec>>;
+EXPORT(LogotypeAudio, LogotypeAudioTable, NEW, NO_DECODER, ENCODER, NO_CLONE, FREE)
 
 // LogotypeData ::= SEQUENCE {
 //   image      SEQUENCE OF LogotypeImage OPTIONAL,
 //   audio  [1] IMPLICIT SEQUENCE OF LogotypeAudio OPTIONAL }
-using LogotypeDataSyntax = Sequence<LogotypeData,
+using LogotypeDataTable = Sequence<LogotypeData,
     Optional<&LogotypeData::image, SequenceOf<LogotypeImageCodec>>,
-    AudioOfImages>;
-using LogotypeDataCodec = WriteOnly<0x30, asn1_LogotypeData_e, asn1_LogotypeData_free>;
+    ByHand<Optional<&LogotypeData::audio, Implicit<1, SequenceOf<LogotypeAudioCodec>>>, audio_functions>>;
+EXPORT(LogotypeData, LogotypeDataTable, NEW, NO_DECODER, ENCODER, NO_CLONE, FREE)
 
 // LogotypeInfo ::= CHOICE {
 //   direct    [0] IMPLICIT LogotypeData,
 //   indirect  [1] IMPLICIT LogotypeReference }
-using LogotypeInfoSyntax = Choice<LogotypeInfo, UnknownKind::fails,
-    Alternative<0, Implicit<0, LogotypeDataCodec>>,
-    Alternative<1, Implicit<1, LogotypeReferenceCodec>>>;
-using LogotypeInfoCodec = WriteOnly<0, asn1_LogotypeInfo_e, asn1_LogotypeInfo_free>;
+using LogotypeInfoTable = Choice<LogotypeInfo, UnknownKind::fails,
+    Alternative<0, "direct", Implicit<0, LogotypeDataCodec>>,
+    Alternative<1, "indirect", Implicit<1, LogotypeReferenceCodec>>>;
+EXPORT(LogotypeInfo, LogotypeInfoTable, NEW, NO_DECODER, ENCODER, NO_CLONE, FREE)
 
 // OtherLogotypeInfo ::= SEQUENCE {
 //   logotypeType  OBJECT IDENTIFIER,
 //   info          LogotypeInfo }
 //
 // Nothing refers to it: the other logotypes of an extension are LogotypeInfo records.
-using OtherLogotypeInfoSyntax = Sequence<OtherLogotypeInfo,
+using OtherLogotypeInfoTable = Sequence<OtherLogotypeInfo,
     Required<&OtherLogotypeInfo::logotypeType, ObjIdCodec>,
     Required<&OtherLogotypeInfo::info, LogotypeInfoCodec>>;
-
-// clang-format on
-
-// The last element of LogotypeExtn, which comes with the community logos and only with them:
-// without a list of its own it fails then.
-struct OtherLogos {
-  using List = SequenceOf<LogotypeInfoCodec>;
-
-  static bool encode(uint8_t **pp, const LogotypeExtn *extn, Measure &size) {
-    if (extn->communityLogos == nullptr) return true;
-    return extn->otherLogos != nullptr && size.add(Explicit<3, List>::encode(pp, extn->otherLogos));
-  }
-  static void free(LogotypeExtn *extn) { List::free(extn->otherLogos); }
-};
-
-// A table has a line for each field.
-// clang-format off
+EXPORT(OtherLogotypeInfo, OtherLogotypeInfoTable, NEW, NO_DECODER, ENCODER, NO_CLONE, FREE)
 
 // LogotypeExtn ::= SEQUENCE {
 //   communityLogos  [0] EXPLICIT SEQUENCE OF LogotypeInfo OPTIONAL,
 //   issuerLogo      [1] EXPLICIT LogotypeInfo OPTIONAL,
 //   subjectLogo     [2] EXPLICIT LogotypeInfo OPTIONAL,
 //   otherLogos      [3] EXPLICIT SEQUENCE OF LogotypeInfo OPTIONAL }
-using LogotypeExtnSyntax = Sequence<LogotypeExtn,
+using LogotypeExtnTable = Sequence<LogotypeExtn,
     Optional<&LogotypeExtn::communityLogos, Explicit<0, SequenceOf<LogotypeInfoCodec>>>,
     Optional<&LogotypeExtn::issuerLogo, Explicit<1, LogotypeInfoCodec>>,
     Optional<&LogotypeExtn::subjectLogo, Explicit<2, LogotypeInfoCodec>>,
-    OtherLogos>;
-
-// clang-format on
-
-}  // namespace
-
-// Decoders and copies exist by name only.
-
-HashAlgAndValue *asn1_HashAlgAndValue_new() { return HashAlgAndValueSyntax::create(); }
-void asn1_HashAlgAndValue_free(HashAlgAndValue *pElement) { HashAlgAndValueSyntax::free(pElement); }
-uint32_t asn1_HashAlgAndValue_e(uint8_t **pp, const HashAlgAndValue *pElement) {
-  return HashAlgAndValueSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_HashAlgAndValue_d(const uint8_t *, const uint8_t *, uint32_t,
-                                      HashAlgAndValue **, uint32_t) {
-  return nullptr;
-}
-HashAlgAndValue *asn1_HashAlgAndValue_clone(const HashAlgAndValue *) { return nullptr; }
-
-LogotypeDetails *asn1_LogotypeDetails_new() { return LogotypeDetailsSyntax::create(); }
-void asn1_LogotypeDetails_free(LogotypeDetails *pElement) { LogotypeDetailsSyntax::free(pElement); }
-uint32_t asn1_LogotypeDetails_e(uint8_t **pp, const LogotypeDetails *pElement) {
-  return LogotypeDetailsSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_LogotypeDetails_d(const uint8_t *, const uint8_t *, uint32_t,
-                                      LogotypeDetails **, uint32_t) {
-  return nullptr;
-}
-LogotypeDetails *asn1_LogotypeDetails_clone(const LogotypeDetails *) { return nullptr; }
-
-LogotypeReference *asn1_LogotypeReference_new() { return LogotypeReferenceSyntax::create(); }
-void asn1_LogotypeReference_free(LogotypeReference *pElement) {
-  LogotypeReferenceSyntax::free(pElement);
-}
-uint32_t asn1_LogotypeReference_e(uint8_t **pp, const LogotypeReference *pElement) {
-  return LogotypeReferenceSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_LogotypeReference_d(const uint8_t *, const uint8_t *, uint32_t,
-                                        LogotypeReference **, uint32_t) {
-  return nullptr;
-}
-LogotypeReference *asn1_LogotypeReference_clone(const LogotypeReference *) { return nullptr; }
-
-LogotypeImageResolution *asn1_LogotypeImageResolution_new() {
-  return LogotypeImageResolutionSyntax::create();
-}
-void asn1_LogotypeImageResolution_free(LogotypeImageResolution *pElement) {
-  LogotypeImageResolutionSyntax::free(pElement);
-}
-uint32_t asn1_LogotypeImageResolution_e(uint8_t **pp, const LogotypeImageResolution *pElement) {
-  return LogotypeImageResolutionSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_LogotypeImageResolution_d(const uint8_t *, const uint8_t *, uint32_t,
-                                              LogotypeImageResolution **, uint32_t) {
-  return nullptr;
-}
-LogotypeImageResolution *asn1_LogotypeImageResolution_clone(const LogotypeImageResolution *) {
-  return nullptr;
-}
-
-LogotypeImageInfo *asn1_LogotypeImageInfo_new() { return LogotypeImageInfoSyntax::create(); }
-void asn1_LogotypeImageInfo_free(LogotypeImageInfo *pElement) {
-  LogotypeImageInfoSyntax::free(pElement);
-}
-uint32_t asn1_LogotypeImageInfo_e(uint8_t **pp, const LogotypeImageInfo *pElement) {
-  return LogotypeImageInfoSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_LogotypeImageInfo_d(const uint8_t *, const uint8_t *, uint32_t,
-                                        LogotypeImageInfo **, uint32_t) {
-  return nullptr;
-}
-LogotypeImageInfo *asn1_LogotypeImageInfo_clone(const LogotypeImageInfo *) { return nullptr; }
-
-LogotypeImage *asn1_LogotypeImage_new() { return LogotypeImageSyntax::create(); }
-void asn1_LogotypeImage_free(LogotypeImage *pElement) { LogotypeImageSyntax::free(pElement); }
-uint32_t asn1_LogotypeImage_e(uint8_t **pp, const LogotypeImage *pElement) {
-  return LogotypeImageSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_LogotypeImage_d(const uint8_t *, const uint8_t *, uint32_t, LogotypeImage **,
-                                    uint32_t) {
-  return nullptr;
-}
-LogotypeImage *asn1_LogotypeImage_clone(const LogotypeImage *) { return nullptr; }
-
-LogotypeAudioInfo *asn1_LogotypeAudioInfo_new() { return LogotypeAudioInfoSyntax::create(); }
-void asn1_LogotypeAudioInfo_free(LogotypeAudioInfo *pElement) {
-  LogotypeAudioInfoSyntax::free(pElement);
-}
-uint32_t asn1_LogotypeAudioInfo_e(uint8_t **pp, const LogotypeAudioInfo *pElement) {
-  return LogotypeAudioInfoSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_LogotypeAudioInfo_d(const uint8_t *, const uint8_t *, uint32_t,
-                                        LogotypeAudioInfo **, uint32_t) {
-  return nullptr;
-}
-LogotypeAudioInfo *asn1_LogotypeAudioInfo_clone(const LogotypeAudioInfo *) { return nullptr; }
-
-LogotypeAudio *asn1_LogotypeAudio_new() { return LogotypeAudioSyntax::create(); }
-void asn1_LogotypeAudio_free(LogotypeAudio *pElement) { LogotypeAudioSyntax::free(pElement); }
-uint32_t asn1_LogotypeAudio_e(uint8_t **pp, const LogotypeAudio *pElement) {
-  return LogotypeAudioSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_LogotypeAudio_d(const uint8_t *, const uint8_t *, uint32_t, LogotypeAudio **,
-                                    uint32_t) {
-  return nullptr;
-}
-LogotypeAudio *asn1_LogotypeAudio_clone(const LogotypeAudio *) { return nullptr; }
-
-LogotypeData *asn1_LogotypeData_new() { return LogotypeDataSyntax::create(); }
-void asn1_LogotypeData_free(LogotypeData *pElement) { LogotypeDataSyntax::free(pElement); }
-uint32_t asn1_LogotypeData_e(uint8_t **pp, const LogotypeData *pElement) {
-  return LogotypeDataSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_LogotypeData_d(const uint8_t *, const uint8_t *, uint32_t, LogotypeData **,
-                                   uint32_t) {
-  return nullptr;
-}
-LogotypeData *asn1_LogotypeData_clone(const LogotypeData *) { return nullptr; }
-
-LogotypeInfo *asn1_LogotypeInfo_new() { return LogotypeInfoSyntax::create(); }
-void asn1_LogotypeInfo_free(LogotypeInfo *pElement) { LogotypeInfoSyntax::free(pElement); }
-uint32_t asn1_LogotypeInfo_e(uint8_t **pp, const LogotypeInfo *pElement) {
-  return LogotypeInfoSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_LogotypeInfo_d(const uint8_t *, const uint8_t *, uint32_t, LogotypeInfo **,
-                                   uint32_t) {
-  return nullptr;
-}
-LogotypeInfo *asn1_LogotypeInfo_clone(const LogotypeInfo *) { return nullptr; }
-
-OtherLogotypeInfo *asn1_OtherLogotypeInfo_new() { return OtherLogotypeInfoSyntax::create(); }
-void asn1_OtherLogotypeInfo_free(OtherLogotypeInfo *pElement) {
-  OtherLogotypeInfoSyntax::free(pElement);
-}
-uint32_t asn1_OtherLogotypeInfo_e(uint8_t **pp, const OtherLogotypeInfo *pElement) {
-  return OtherLogotypeInfoSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_OtherLogotypeInfo_d(const uint8_t *, const uint8_t *, uint32_t,
-                                        OtherLogotypeInfo **, uint32_t) {
-  return nullptr;
-}
-OtherLogotypeInfo *asn1_OtherLogotypeInfo_clone(const OtherLogotypeInfo *) { return nullptr; }
-
-LogotypeExtn *asn1_LogotypeExtn_new() { return LogotypeExtnSyntax::create(); }
-void asn1_LogotypeExtn_free(LogotypeExtn *pElement) { LogotypeExtnSyntax::free(pElement); }
-uint32_t asn1_LogotypeExtn_e(uint8_t **pp, const LogotypeExtn *pElement) {
-  return LogotypeExtnSyntax::encode(pp, pElement);
-}
-const uint8_t *asn1_LogotypeExtn_d(const uint8_t *, const uint8_t *, uint32_t, LogotypeExtn **,
-                                   uint32_t) {
-  return nullptr;
-}
-LogotypeExtn *asn1_LogotypeExtn_clone(const LogotypeExtn *) { return nullptr; }
+    ByHand<Optional<&LogotypeExtn::otherLogos, Explicit<3, SequenceOf<LogotypeInfoCodec>>>, other_logos_functions>>;
+EXPORT(LogotypeExtn, LogotypeExtnTable, NEW, NO_DECODER, ENCODER, NO_CLONE, FREE)

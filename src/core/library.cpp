@@ -1,0 +1,13 @@
+#include "core/library.h"
+
+#include <cstdio>
+
+void asn1::fatal(const char *unit, const char *function, const char *finding) {
+  std::fprintf(stderr, "%s: %s: %s\n", unit, function, finding);
+  std::abort();
+}
+
+void asn1::assertion_failed(const char *unit, const char *function, const char *test) {
+  std::fprintf(stderr, "%s: %s: assertion \"%s\" failed\n", unit, function, test);
+  std::abort();
+}

@@ -1,0 +1,128 @@
+// The trace: what the decoders read, as lines on a stream.
+#include <pthread.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdarg>
+#include <cstdio>
+#include <ctime>
+
+#include "core/cursor.h"
+
+using namespace asn1;
+
+namespace {
+
+FILE *asn1log = nullptr;
+
+constexpr const char *tag_table[] = {"END OF CONTENTS",
+                                     "BOOLEAN ",
+                                     "INTEGER",
+                                     "BITSTRING",
+                                     "OCTETSTRING",
+                                     "NULL",
+                                     "OBJECT IDENTIFIER ",
+                                     "",
+                                     "",
+                                     "REAL ",
+                                     "ENUMERATED ",
+                                     "",
+                                     "UTF8STRING",
+                                     "",
+                                     "",
+                                     "",
+                                     "SEQUENCE",
+                                     "SET",
+                                     "NUMERICSTRING ",
+                                     "PRINTABLESTRING ",
+                                     "TELETEXSTRING ",
+                                     "VIDEOTEXTSTRING ",
+                                     "IA5STRING ",
+                                     "UTCTIME ",
+                                     "GENERALIZEDTIME ",
+                                     "GRAPHICSTRING ",
+                                     "VISIBLESTRING ",
+                                     "GENERALSTRING ",
+                                     "UNIVERSALSTRING ",
+                                     "",
+                                     "BMPSTRING ",
+                                     ""};
+
+constexpr const char *class_table[] = {"", "APPLICATION", "CONTEXT-SPECIFIC", "PRIVATE"};
+
+// The trace counts levels in 16 bits, the decoders in 32.
+uint32_t level(uint32_t depth) { return depth & 0xFFFF; }
+
+bool silent(uint32_t depth) { return asn1log == nullptr || level(depth) == 0; }
+
+constexpr int32_t octets_a_line = 16;
+
+void log_line(uint32_t depth, uint32_t index, const uint8_t *bytes, int32_t count) {
+  asn1_LogMessage(depth, "  0x%08X ", index << 4);
+  for (int32_t i = 0; i < count; ++i) std::fprintf(asn1log, "%02X ", bytes[i]);
+  for (int32_t i = count; i < octets_a_line; ++i) std::fputs("   ", asn1log);
+  for (int32_t i = 0; i < count; ++i) {
+    std::fputc(std::isprint(bytes[i]) != 0 ? bytes[i] : '.', asn1log);
+  }
+  std::fputc('\n', asn1log);
+}
+
+}  // namespace
+
+void asn1_LogStart(FILE *stream) { asn1log = stream; }
+
+void asn1_LogMessage(uint32_t depth, const char *format, ...) {
+  if (silent(depth)) return;
+  const time_t now = std::time(nullptr);
+  struct tm local = {};
+  tzset();  // a zone that was set since the last line counts, as for localtime()
+  localtime_r(&now, &local);
+  std::fprintf(asn1log, "%04d:%04d %02i:%02i:%02i ", static_cast<int>(getpid()),
+               static_cast<int>(pthread_self()), local.tm_hour, local.tm_min, local.tm_sec);
+  std::fputs("ASN.1: ", asn1log);
+  for (uint32_t i = 1; i < level(depth); ++i) std::fputs(". ", asn1log);
+  va_list arguments;
+  va_start(arguments, format);
+  std::vfprintf(asn1log, format, arguments);
+  va_end(arguments);
+  std::fflush(asn1log);
+}
+
+void asn1_LogObjId(uint32_t depth, const ObjId *oid) {
+  if (silent(depth)) return;
+  for (uint32_t i = 0; i < oid->count; ++i) {
+    if (i == 0) {
+      asn1_LogMessage(depth, "  ");
+    } else {
+      std::fputc('.', asn1log);
+    }
+    std::fprintf(asn1log, "%i", static_cast<int>(oid->arcs[i]));
+  }
+  std::fputc('\n', asn1log);
+}
+
+void asn1_LogByteArray(uint32_t depth, const uint8_t *bytes, int32_t length) {
+  if (silent(depth) || bytes == nullptr) return;
+  for (uint32_t line = 0; length > 0; ++line) {
+    const int32_t count = std::min(length, octets_a_line);
+    log_line(depth, line, bytes, count);
+    bytes += count;
+    length -= count;
+  }
+}
+
+void asn1::trace_tag(uint32_t depth, uint8_t octet, uint8_t effective, uint8_t own_tag) {
+  const bool constructed = (octet & tag::constructed) != 0;
+  const auto shown = static_cast<uint8_t>(effective & ~tag::constructed);
+  if (shown == 0) return;
+  if (shown <= 30) {
+    asn1_LogMessage(depth, constructed ? "%s {\n" : "%s\n", tag_table[shown]);
+    return;
+  }
+  const int tag_class = shown >> 6;
+  const bool type_is_known = tag_class != 3 && own_tag <= tag::number;
+  asn1_LogMessage(depth, "%s %s [%i] %s\n", class_table[tag_class],
+                  constructed ? "CONSTRUCTED" : "PRIMITIVE", shown & 0x1F,
+                  type_is_known ? tag_table[own_tag] : "{");
+}
