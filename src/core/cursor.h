@@ -292,8 +292,8 @@ class BackWriter {
   /// Writes what `encode(pp)` does, which writes forward and measures without `pp`.
   template <class Encode>
   void element(Encode encode) {
-    const uint32_t count = encode(nullptr);
-    uint8_t *to = room(count);
+    const uint32_t count = encode(nullptr);  // 0 where memory has run out since the measuring
+    uint8_t *to = count == 0 ? nullptr : room(count);
     if (to == nullptr || encode(&to) != count) failed_ = true;
   }
 
