@@ -44,7 +44,9 @@ bool read_id(Reader *in, GDOObject *object, uint32_t depth) {
   if (in->at_end()) return true;
   uint32_t length = 0;
   uint8_t id;
-  if (!in->read_header(0, tag::object_identifier, &length, depth) || length != 1 || !in->read_octet(&id)) return false;
+  if (!in->read_header(0, tag::object_identifier, &length, depth) || length != 1 ||
+      !in->read_octet(&id))
+    return false;
   object->id = id;
   return true;
 }
@@ -71,7 +73,8 @@ const uint8_t *asn1_GDOObject_d(const uint8_t *z, const uint8_t *end, uint32_t, 
   while (in.peek() != tag::object_identifier) {
     const int octet = in.peek();
     if (octet != tag::sequence && octet != tag::set) return nullptr;
-    if (!in.read_header(static_cast<uint32_t>(octet), tag::sequence, &length, depth)) return nullptr;
+    if (!in.read_header(static_cast<uint32_t>(octet), tag::sequence, &length, depth))
+      return nullptr;
     if (depth != 0) ++depth;
   }
   if (in.position() == z) return nullptr;  // no header, and so no length
@@ -138,39 +141,24 @@ uint32_t asn1_SetOfSetOf_e(uint8_t **pp, const List *list, asn1_encoder element_
   });
 }
 
-namespace {
-
-struct Callbacks {
-  asn1_decoder decode;
-  asn1_destructor free;
-};
-const Callbacks &callbacks(const void *context) { return *static_cast<const Callbacks *>(context); }
-
-}  // namespace
-
 const uint8_t *asn1_SetOfSetOf_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  asn1_decoder element_d, asn1_destructor element_free,
                                  List **ppList, uint32_t depth) {
   if (z == nullptr || ppList == nullptr) return nullptr;
-  const Callbacks element = {element_d, element_free};
-  const Elements sets = {
-      &element,
-      [](const void *context, const uint8_t *from, const uint8_t *limit, void **place,
-         uint32_t inner_depth) {
+  return decode_list(
+      z, end, impl_tag, tag::set, ppList, depth,
+      [&](const uint8_t *from, const uint8_t *limit, void **place, uint32_t inner_depth) {
         List *set = nullptr;
-        const uint8_t *const next = asn1_SetOf_d(from, limit, 0, callbacks(context).decode,
-                                                 callbacks(context).free, &set, inner_depth);
+        const uint8_t *const next =
+            asn1_SetOf_d(from, limit, 0, element_d, element_free, &set, inner_depth);
         *place = set;
         return next;
       },
-      [](const void *context, void *set) {
-        List_free(static_cast<List *>(set), callbacks(context).free);
-      },
-      [](const void *context, List *list) {
+      [&](void *set) { List_free(static_cast<List *>(set), element_free); },
+      [&](List *list) {
         for (int32_t i = 0; i < List_len(list); ++i) {
-          List_free(static_cast<List *>(List_get(list, i)), callbacks(context).free);
+          List_free(static_cast<List *>(List_get(list, i)), element_free);
         }
         List_free(list, nullptr);
-      }};
-  return decode_list(z, end, impl_tag, tag::set, ppList, depth, sets);
+      });
 }

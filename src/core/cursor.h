@@ -135,7 +135,8 @@ class Reader {
   [[gnu::always_inline]] bool read_header(uint32_t impl_tag, uint8_t own_tag, Forms forms,
                                           Header *header, uint32_t depth) {
     Reader in = *this;
-    if (!in.read_tag(impl_tag, own_tag, forms == Forms::any ? &header->constructed : nullptr, depth) ||
+    if (!in.read_tag(impl_tag, own_tag, forms == Forms::any ? &header->constructed : nullptr,
+                     depth) ||
         !in.read_length(&header->length, forms == Forms::one ? nullptr : &header->indefinite,
                         depth)) {
       return false;

@@ -28,17 +28,24 @@
 #define EXPORT(T, Table, ...) EXPORT_NAMED(T, #T, Table, __VA_ARGS__)
 
 /// The same for a type whose record has another name than the ASN.1.
-#define EXPORT_NAMED(T, name, Table, ...)                                               \
-  namespace asn1 {                                                                      \
-  extern const Type T##Type;                                                            \
-  using T##Codec = Codec<T##Type, T, Table::identifier>;                                \
-  constinit const Type T##Type =                                                        \
-      defined(Table::type, name, {ORVELASN1_EACH(ORVELASN1_TYPE_, T, __VA_ARGS__)},     \
-              {ORVELASN1_DESCRIPTION(T, __VA_ARGS__)});                     \
-  }                                                                                     \
+#define EXPORT_NAMED(T, name, Table, ...)                                                        \
+  namespace asn1 {                                                                               \
+  extern const Type T##Type;                                                                     \
+  using T##Codec = Codec<T##Type, T, Table::identifier>;                                         \
+  constinit const Type T##Type = defined(                                                        \
+      Table::type, name, functions_of<Table>({ORVELASN1_EACH(ORVELASN1_TYPE_, T, __VA_ARGS__)}), \
+      {ORVELASN1_DESCRIPTION(T, __VA_ARGS__)});                                                  \
+  }                                                                                              \
   ORVELASN1_FUNCTIONS(T, __VA_ARGS__)
 
 namespace asn1 {
+
+/// The functions of a table that brings some, or those that an EXPORT line names.
+template <class Table>
+consteval TypeFunctions functions_of(const TypeFunctions &named) {
+  if constexpr (requires { Table::functions; }) return Table::functions;
+  return named;
+}
 
 /// A type of this form, with the functions that replace the engine's. Only a description has a name
 /// and the public functions.
@@ -75,7 +82,8 @@ constexpr Type defined(const Type *form, const char *name, const TypeFunctions &
   prefix##word(T) __VA_OPT__(ORVELASN1_EACH_AGAIN ORVELASN1_PARENTHESES(prefix, T, __VA_ARGS__))
 #define ORVELASN1_EACH_AGAIN() ORVELASN1_EACH_STEP
 #define ORVELASN1_PARENTHESES ()
-#define ORVELASN1_EXPAND(...) ORVELASN1_EXPAND_2(ORVELASN1_EXPAND_2(ORVELASN1_EXPAND_2(__VA_ARGS__)))
+#define ORVELASN1_EXPAND(...) \
+  ORVELASN1_EXPAND_2(ORVELASN1_EXPAND_2(ORVELASN1_EXPAND_2(__VA_ARGS__)))
 #define ORVELASN1_EXPAND_2(...) \
   ORVELASN1_EXPAND_1(ORVELASN1_EXPAND_1(ORVELASN1_EXPAND_1(__VA_ARGS__)))
 #define ORVELASN1_EXPAND_1(...) __VA_ARGS__
@@ -86,17 +94,19 @@ constexpr Type defined(const Type *form, const char *name, const TypeFunctions &
 #define ORVELASN1_TYPE_DECODER(T)
 #define ORVELASN1_TYPE_TAGLESS_DECODER(T)
 #define ORVELASN1_TYPE_NO_DECODER(T)
-#define ORVELASN1_TYPE_OWN_DECODER(T)                                                            \
-  .decode = [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place,             \
-               uint32_t depth) {                                                                 \
-    return asn1_##T##_d(z, end, impl_tag, static_cast<T **>(place), depth);                      \
+#define ORVELASN1_TYPE_OWN_DECODER(T)                                                \
+  .decode = [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place, \
+               uint32_t depth) {                                                     \
+    return asn1_##T##_d(z, end, impl_tag, static_cast<T **>(place), depth);          \
   },
 #define ORVELASN1_TYPE_ENCODER(T)
 #define ORVELASN1_TYPE_OWN_ENCODER(T)
 #define ORVELASN1_TYPE_CLONE(T)
 #define ORVELASN1_TYPE_NO_CLONE(T) .clone = [](const void *) -> void * { return nullptr; },
-#define ORVELASN1_TYPE_OWN_CLONE(T) \
-  .clone = [](const void *value) -> void * { return asn1_##T##_clone(static_cast<const T *>(value)); },
+#define ORVELASN1_TYPE_OWN_CLONE(T)                         \
+  .clone = [](const void *value) -> void * {                \
+    return asn1_##T##_clone(static_cast<const T *>(value)); \
+  },
 #define ORVELASN1_TYPE_FREE(T)
 #define ORVELASN1_TYPE_OWN_FREE(T) \
   .free = [](void *value) { asn1_##T##_free(static_cast<T *>(value)); },
@@ -106,30 +116,30 @@ constexpr Type defined(const Type *form, const char *name, const TypeFunctions &
 #define ORVELASN1_FUNCTION_NEW(T) \
   T *asn1_##T##_new() { return static_cast<T *>(asn1::create(asn1::T##Type)); }
 #define ORVELASN1_FUNCTION_OWN_NEW(T)
-#define ORVELASN1_FUNCTION_DECODER(T)                                                          \
-  const uint8_t *asn1_##T##_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,         \
-                              T **ppElement, uint32_t depth) {                                 \
-    return asn1::decode(z, end, impl_tag, ppElement, depth, asn1::T##Type);                    \
+#define ORVELASN1_FUNCTION_DECODER(T)                                                  \
+  const uint8_t *asn1_##T##_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, \
+                              T **ppElement, uint32_t depth) {                         \
+    return asn1::decode(z, end, impl_tag, ppElement, depth, asn1::T##Type);            \
   }
-#define ORVELASN1_FUNCTION_TAGLESS_DECODER(T)                                                  \
-  const uint8_t *asn1_##T##_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,         \
-                              T **ppElement, uint32_t depth) {                                 \
-    asn1::require((impl_tag & 0xFF) == 0, unit, __func__, "impl_tag == 0");                    \
-    return asn1::decode(z, end, 0, ppElement, depth, asn1::T##Type);                           \
+#define ORVELASN1_FUNCTION_TAGLESS_DECODER(T)                                          \
+  const uint8_t *asn1_##T##_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, \
+                              T **ppElement, uint32_t depth) {                         \
+    asn1::require((impl_tag & 0xFF) == 0, unit, __func__, "impl_tag == 0");            \
+    return asn1::decode(z, end, 0, ppElement, depth, asn1::T##Type);                   \
   }
-#define ORVELASN1_FUNCTION_NO_DECODER(T)                                                        \
-  const uint8_t *asn1_##T##_d(const uint8_t *, const uint8_t *, uint32_t, T **, uint32_t) {     \
-    return nullptr;                                                                             \
+#define ORVELASN1_FUNCTION_NO_DECODER(T)                                                    \
+  const uint8_t *asn1_##T##_d(const uint8_t *, const uint8_t *, uint32_t, T **, uint32_t) { \
+    return nullptr;                                                                         \
   }
 #define ORVELASN1_FUNCTION_OWN_DECODER(T)
-#define ORVELASN1_FUNCTION_ENCODER(T)                          \
-  uint32_t asn1_##T##_e(uint8_t **pp, const T *pElement) {     \
-    return asn1::encode(pp, pElement, asn1::T##Type);          \
+#define ORVELASN1_FUNCTION_ENCODER(T)                      \
+  uint32_t asn1_##T##_e(uint8_t **pp, const T *pElement) { \
+    return asn1::encode(pp, pElement, asn1::T##Type);      \
   }
 #define ORVELASN1_FUNCTION_OWN_ENCODER(T)
-#define ORVELASN1_FUNCTION_CLONE(T)                                        \
-  T *asn1_##T##_clone(const T *pElement) {                                 \
-    return static_cast<T *>(asn1::clone(pElement, asn1::T##Type));         \
+#define ORVELASN1_FUNCTION_CLONE(T)                                \
+  T *asn1_##T##_clone(const T *pElement) {                         \
+    return static_cast<T *>(asn1::clone(pElement, asn1::T##Type)); \
   }
 #define ORVELASN1_FUNCTION_NO_CLONE(T) \
   T *asn1_##T##_clone(const T *) { return nullptr; }
@@ -143,28 +153,30 @@ constexpr Type defined(const Type *form, const char *name, const TypeFunctions &
 #define ORVELASN1_PUBLIC_NEW(T) .create = []() -> void * { return asn1_##T##_new(); },
 #define ORVELASN1_PUBLIC_OWN_NEW(T) ORVELASN1_PUBLIC_NEW(T)
 // A decoder that fails may leave the place as it was.
-#define ORVELASN1_PUBLIC_DECODER(T)                                                              \
-  .decode = [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void **place,            \
-               uint32_t depth) {                                                                 \
-    T *made = static_cast<T *>(*place);                                                          \
-    const uint8_t *const next = asn1_##T##_d(z, end, impl_tag, &made, depth);                    \
-    *place = made;                                                                               \
-    return next;                                                                                 \
+#define ORVELASN1_PUBLIC_DECODER(T)                                                   \
+  .decode = [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void **place, \
+               uint32_t depth) {                                                      \
+    T *made = static_cast<T *>(*place);                                               \
+    const uint8_t *const next = asn1_##T##_d(z, end, impl_tag, &made, depth);         \
+    *place = made;                                                                    \
+    return next;                                                                      \
   },
 #define ORVELASN1_PUBLIC_TAGLESS_DECODER(T) ORVELASN1_PUBLIC_DECODER(T)
 #define ORVELASN1_PUBLIC_NO_DECODER(T)
 #define ORVELASN1_PUBLIC_OWN_DECODER(T) ORVELASN1_PUBLIC_DECODER(T)
-#define ORVELASN1_PUBLIC_ENCODER(T) \
-  .encode = [](uint8_t **pp, const void *record) { return asn1_##T##_e(pp, static_cast<const T *>(record)); },
+#define ORVELASN1_PUBLIC_ENCODER(T)                          \
+  .encode = [](uint8_t **pp, const void *record) {           \
+    return asn1_##T##_e(pp, static_cast<const T *>(record)); \
+  },
 #define ORVELASN1_PUBLIC_OWN_ENCODER(T) ORVELASN1_PUBLIC_ENCODER(T)
 #define ORVELASN1_PUBLIC_CLONE(T) ORVELASN1_TYPE_OWN_CLONE(T)
 #define ORVELASN1_PUBLIC_NO_CLONE(T)
 #define ORVELASN1_PUBLIC_OWN_CLONE(T) ORVELASN1_TYPE_OWN_CLONE(T)
 #define ORVELASN1_PUBLIC_FREE(T) ORVELASN1_TYPE_OWN_FREE(T)
 #define ORVELASN1_PUBLIC_OWN_FREE(T) ORVELASN1_TYPE_OWN_FREE(T)
-#define ORVELASN1_PUBLIC_OWN_COMPARE(T)                                                          \
-  .compare = [](const void *a, const void *b) {                                                  \
-    return asn1_##T##_cmp(static_cast<const T *>(a), static_cast<const T *>(b));                 \
+#define ORVELASN1_PUBLIC_OWN_COMPARE(T)                                          \
+  .compare = [](const void *a, const void *b) {                                  \
+    return asn1_##T##_cmp(static_cast<const T *>(a), static_cast<const T *>(b)); \
   },
 
 // NOLINTEND(bugprone-macro-parentheses)

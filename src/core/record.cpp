@@ -1,6 +1,6 @@
 #include "core/record.h"
 
-#include "core/list.h"
+#include "core/engine.h"
 #include "core/stack.h"
 
 namespace asn1 {
@@ -8,6 +8,19 @@ namespace asn1 {
 namespace {
 
 constexpr const char *unit = "asn1_x680";
+
+/// A type that is known at run time: its fields are walked in a loop.
+struct Walked {
+  const Type &type;
+
+  template <class F>
+  bool all(F f) const {
+    for (uint16_t i = 0; i < type.count; ++i) {
+      if (!f(type.fields[i])) return false;
+    }
+    return true;
+  }
+};
 
 // ---------------------------------------------------------------------------------------------
 // The values of fields
@@ -25,38 +38,11 @@ bool is_set(const void *member, const Type &type) {
   return number != 0;
 }
 
-OctetString *kept_octets(const Field &field, const void *record) {
-  return static_cast<OctetString *>(load(member_of(record, field.kept)));
-}
-
 // ---------------------------------------------------------------------------------------------
 // Release
 // ---------------------------------------------------------------------------------------------
 
-void release_field(const Field &field, void *record, bool abandoned) {
-  if (field.by_hand != nullptr && field.by_hand->free != nullptr) {
-    field.by_hand->free(field, record);
-  } else if (!field.type->is_number) {
-    void *const value = load(member_of(record, field.member));
-    if (value != nullptr) {
-      if (field.wiped) {
-        const auto *const bits = static_cast<const BitString *>(value);
-        if (bits->data != nullptr) explicit_bzero(bits->data, octets_of_bits(bits->length));
-      }
-      release(value, *field.type);
-    }
-  }
-  if (field.kept != no_member && (abandoned || field.keeper == Kept::by_the_record)) {
-    asn1_OctetString_free(kept_octets(field, record));
-  }
-}
-
-void release_list(List *list, const Type &element) {
-  for (int32_t i = 0; i < List_len(list); ++i) release(List_get(list, i), element);
-  List_free(list, nullptr);
-}
-
-/// The place of the alternative that a CHOICE has, or a null pointer. All CHOICE records are alike.
+/// The alternative that a CHOICE has, or a null pointer.
 const Field *alternative(uint8_t kind, const Type &type) {
   for (uint16_t i = 0; i < type.count; ++i) {
     if (type.fields[i].kind == kind) return &type.fields[i];
@@ -64,6 +50,7 @@ const Field *alternative(uint8_t kind, const Type &type) {
   return nullptr;
 }
 
+/// All CHOICE records are alike.
 struct ChoiceRecord {
   uint8_t kind;
   void *value;
@@ -76,25 +63,13 @@ void release_choice(void *record, const Type &type) {
   std::free(record);
 }
 
-void release_record(void *record, const Type &type) {
-  for (uint16_t i = 0; i < type.count; ++i) release_field(type.fields[i], record, false);
-  std::free(record);
-}
-
 }  // namespace
 
-void *create(const Type &type) {
-  void *const record = std::malloc(type.size);
-  if (record != nullptr) std::memset(record, 0, type.size);
-  return record;
-}
-
-void release(void *value, const Type &type) {
-  if (type.by_hand.free != nullptr) return type.by_hand.free(value);
+void release_walked(void *value, const Type &type) {
   if (value == nullptr) return;
-  if (type.kind == Kind::sequence) return release_record(value, type);
+  if (type.kind == Kind::sequence) return release_fields(value, Walked{type});
   if (type.kind == Kind::choice) return release_choice(value, type);
-  return release_list(static_cast<List *>(value), *type.element);
+  release_elements(value, *type.element);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -159,13 +134,16 @@ void *clone_choice(const void *source, const Type &type) {
 }
 
 List *clone_list(const List *source, const Type &element) {
+  if (element.by_hand.clone != nullptr && element.by_hand.free != nullptr) {
+    return List_clone(source, element.by_hand.clone, element.by_hand.free);
+  }
   List *const copy = List_new(0);
   if (copy == nullptr) return nullptr;
   for (int32_t i = 0; i < List_len(source); ++i) {
     void *const made = clone(List_get(source, i), element);
     if (made == nullptr || List_append(copy, made, 0) == 0) {
       if (made != nullptr) release(made, element);
-      release_list(copy, element);
+      release_elements(copy, element);
       return nullptr;
     }
   }
@@ -174,8 +152,7 @@ List *clone_list(const List *source, const Type &element) {
 
 }  // namespace
 
-void *clone(const void *value, const Type &type) {
-  if (type.by_hand.clone != nullptr) return type.by_hand.clone(value);
+void *clone_walked(const void *value, const Type &type) {
   if (value == nullptr) return nullptr;
   if (type.kind == Kind::sequence) return clone_record(value, type);
   if (type.kind == Kind::choice) return clone_choice(value, type);
@@ -300,71 +277,8 @@ uint32_t encode(uint8_t **pp, const void *value, const Type &type) {
 // Decode
 // ---------------------------------------------------------------------------------------------
 
-const uint8_t *decode_list(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, uint32_t tag,
-                           List **place, uint32_t depth, const Elements &elements) {
-  require(place != nullptr, unit, "asn1_List_d", "ppList != NULL");
-  if (z == nullptr) return nullptr;
-  void *element = nullptr;
-  auto fail = [&]() -> const uint8_t * {
-    elements.release(elements.context, element);
-    elements.release_list(elements.context, *place);
-    *place = nullptr;
-    return nullptr;
-  };
-
-  *place = List_new(0);
-  if (*place == nullptr) return fail();
-  Reader in(z, end);
-  Header header;
-  if (!in.read_header(impl_tag, static_cast<uint8_t>(tag | tag::constructed), Forms::indefinite,
-                      &header, depth)) {
-    return nullptr;
-  }
-  const uint32_t inner_depth = child_depth(depth);
-  ContentReader content = in.content(header);
-  while (!content.at_end()) {
-    element = nullptr;
-    const uint8_t *next =
-        elements.decode(elements.context, content.position(), content.end(), &element, inner_depth);
-    if (next == nullptr) return fail();
-    content.move_to(next);
-    if (List_append(*place, element, 0) == 0) return fail();
-    element = nullptr;  // the list's from here on, also on the way out
-  }
-  if (header.indefinite && !content.read_outer_eoc()) return fail();
-  if (inner_depth != 0) trace_close(depth);
-  return content.position();
-}
-
-namespace {
-
-const Type &type_in(const void *context) { return *static_cast<const Type *>(context); }
-
-/// The elements of a type, for decode_list().
-Elements elements_of(const Type &type) {
-  return {&type,
-          [](const void *context, const uint8_t *z, const uint8_t *end, void **place,
-             uint32_t depth) { return decode(z, end, 0, place, depth, type_in(context)); },
-          [](const void *context, void *element) { release(element, type_in(context)); },
-          [](const void *context, List *list) { release_list(list, type_in(context)); }};
-}
-
-bool is_there(const Field &field, const ContentReader &in) {
-  if (field.presence == Presence::always) return true;
-  if (field.presence == Presence::anything_left) return !in.at_end();
-  if (field.presence == Presence::octet_of_input) return in.peek_outer() == field.found_by;
-  const int octet = in.peek();
-  if (octet < 0) return false;
-  if (octet == field.found_by) return true;
-  if (field.presence == Presence::either_form) return octet == (field.found_by | tag::constructed);
-  return field.type->other_identifier != 0 && octet == field.type->other_identifier;
-}
-
-const uint8_t *decode_tagged(const Field &field, const uint8_t *z, const uint8_t *end, void *place,
-                             uint32_t depth) {
-  if (field.tagging != Tagging::explicit_tag) {
-    return decode(z, end, field.tag, place, depth, *field.type);
-  }
+const uint8_t *decode_explicit(const Field &field, const uint8_t *z, const uint8_t *end,
+                               void *place, uint32_t depth) {
   Reader in(z, end);
   uint32_t length;
   const auto expected = static_cast<uint8_t>(field.tag | tag::constructed);
@@ -373,32 +287,7 @@ const uint8_t *decode_tagged(const Field &field, const uint8_t *z, const uint8_t
   return decode(content.position(), content.end(), 0, place, depth, *field.type);
 }
 
-bool decode_field(const Field &field, ContentReader &in, void *record, uint32_t depth) {
-  if (!is_there(field, in)) return true;
-  if (field.allowed != nullptr && !field.allowed(record)) return false;
-  const uint8_t *const from = in.position();
-  if (field.by_hand != nullptr && field.by_hand->decode != nullptr) {
-    if (!field.by_hand->decode(field, in, record, depth)) return false;
-  } else {
-    const uint8_t *const next =
-        decode_tagged(field, from, in.end(), member_of(record, field.member), depth);
-    if (next == nullptr) return false;
-    in.move_to(next);
-  }
-  if (field.kept == no_member) return true;
-  const auto count = static_cast<size_t>(in.position() - from);
-  if (count == 0 || count > UINT32_MAX) return false;
-  OctetString *const kept = asn1_ASN1String_new(static_cast<uint32_t>(count), from);
-  store(member_of(record, field.kept), kept);
-  return kept != nullptr;
-}
-
-/// Releases a record that was not read to its end. A field may own more then than it does in a
-/// record that a caller holds.
-void abandon(void *record, const Type &type) {
-  for (uint16_t i = 0; i < type.count; ++i) release_field(type.fields[i], record, true);
-  std::free(record);
-}
+namespace {
 
 const uint8_t *decode_choice(const uint8_t *z, const uint8_t *end, void *place, uint32_t depth,
                              const Type &type) {
@@ -429,57 +318,15 @@ const uint8_t *decode_choice(const uint8_t *z, const uint8_t *end, void *place, 
   return next;
 }
 
-// What is left in the content past the last field that was recognised is neither refused nor
-// skipped: the cursor that is returned stands in front of it. A refused header leaves the place
-// alone, but for a type that may have an indefinite length, whose end-of-contents stands right past
-// the last field, and past which more may follow.
-const uint8_t *decode_record(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place,
-                             uint32_t depth, const Type &type) {
-  if (type.any_length) {
-    if (place == nullptr) return nullptr;
-    store(place, nullptr);
-  }
-  Reader in(z, end);
-  Header header;
-  if (!in.read_header(impl_tag, tag::sequence, type.any_length ? Forms::indefinite : Forms::one,
-                      &header, depth) ||
-      place == nullptr) {
-    return nullptr;
-  }
-  void *const record = create(type);
-  store(place, record);
-  if (record == nullptr) return nullptr;
-  const uint32_t inner_depth = child_depth(depth);
-  ContentReader content = in.content(header);
-  bool complete = true;
-  for (uint16_t i = 0; complete && i < type.count; ++i) {
-    complete = decode_field(type.fields[i], content, record, inner_depth);
-  }
-  if (complete && (!header.indefinite || content.read_outer_eoc())) {
-    trace_close(depth);
-    return content.position();
-  }
-  abandon(record, type);
-  store(place, nullptr);
-  return nullptr;
-}
-
 }  // namespace
 
-const uint8_t *decode(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place,
-                      uint32_t depth, const Type &type) {
-  if (type.by_hand.decode != nullptr) return type.by_hand.decode(z, end, impl_tag, place, depth);
-  if (type.kind == Kind::sequence) return decode_record(z, end, impl_tag, place, depth, type);
+const uint8_t *decode_walked(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place,
+                             uint32_t depth, const Type &type) {
+  if (type.kind == Kind::sequence) {
+    return decode_fields(z, end, impl_tag, place, depth, Walked{type});
+  }
   if (type.kind == Kind::choice) return decode_choice(z, end, place, depth, type);
-  return decode_list(z, end, impl_tag, type.identifier, static_cast<List **>(place), depth,
-                         elements_of(*type.element));
-}
-
-bool read(ContentReader &in, void *place, uint32_t depth, const Type &type, uint32_t impl_tag) {
-  const uint8_t *const next = decode(in.position(), in.end(), impl_tag, place, depth, type);
-  if (next == nullptr) return false;
-  in.move_to(next);
-  return true;
+  return decode_elements(z, end, impl_tag, place, depth, type);
 }
 
 }  // namespace asn1

@@ -8,15 +8,44 @@
 
 namespace asn1 {
 
-/// Makes a record, all fields zero. Returns a null pointer when memory is exhausted.
-void *create(const Type &type);
+/// Makes a record, all fields zero. Returns a null pointer when memory is exhausted. Not calloc:
+/// the runtime's passes by the cache of free blocks of the thread.
+inline void *create(const Type &type) {
+  void *const record = std::malloc(type.size);
+  if (record != nullptr) std::memset(record, 0, type.size);
+  return record;
+}
+
+void release_walked(void *value, const Type &type);
+void *clone_walked(const void *value, const Type &type);
+const uint8_t *decode_walked(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place,
+                             uint32_t depth, const Type &type);
 
 /// Releases a value and all that it owns; takes a null pointer.
-void release(void *value, const Type &type);
+inline void release(void *value, const Type &type) {
+  type.by_hand.free != nullptr ? type.by_hand.free(value) : release_walked(value, type);
+}
 
 /// Copies a value and all that it owns. Returns a null pointer for a null pointer, where the type
 /// has no copy of the value, and when memory is exhausted.
-void *clone(const void *value, const Type &type);
+inline void *clone(const void *value, const Type &type) {
+  return type.by_hand.clone != nullptr ? type.by_hand.clone(value) : clone_walked(value, type);
+}
+
+/// Decodes a value into the place at `place`. Returns the cursor past it, or a null pointer.
+inline const uint8_t *decode(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place,
+                             uint32_t depth, const Type &type) {
+  return type.by_hand.decode != nullptr ? type.by_hand.decode(z, end, impl_tag, place, depth)
+                                        : decode_walked(z, end, impl_tag, place, depth, type);
+}
+
+/// Decodes a value at the position of `in`, and moves past it.
+inline bool read(ContentReader &in, void *place, uint32_t depth, const Type &type) {
+  const uint8_t *const next = decode(in.position(), in.end(), 0, place, depth, type);
+  if (next == nullptr) return false;
+  in.move_to(next);
+  return true;
+}
 
 /// Copies one member of a record; a null pointer stays one. Returns whether that was possible.
 bool clone_member(void *copy, const void *source, const Type &type);
@@ -37,14 +66,6 @@ void write_tagged(const Field &field, BackWriter &out, const void *value);
 /// writes them at `*pp`, which moves past them, where it is not. Returns their number; 0, with
 /// nothing moved, where the value cannot be encoded.
 uint32_t encode(uint8_t **pp, const void *value, const Type &type);
-
-/// Decodes a value into the place at `place`. Returns the cursor past it, or a null pointer.
-const uint8_t *decode(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place,
-                      uint32_t depth, const Type &type);
-
-/// Decodes a value at the position of `in`, and moves past it.
-bool read(ContentReader &in, void *place, uint32_t depth, const Type &type,
-          uint32_t impl_tag = 0);
 
 /// The pointer in a member of a record, and the place of a member.
 inline void *load(const void *member) {

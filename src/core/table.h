@@ -23,9 +23,11 @@
 
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
+#include <utility>
 
-#include "core/type.h"
+#include "core/engine.h"
 
 namespace asn1 {
 
@@ -111,8 +113,7 @@ struct Explicit : C {
 /// [Number] IMPLICIT: the class and number of the tag take the place of the type's own.
 template <uint8_t Number, class C>
 struct Implicit : C {
-  static constexpr uint8_t identifier =
-      tag::context | Number | (C::identifier & tag::constructed);
+  static constexpr uint8_t identifier = tag::context | Number | (C::identifier & tag::constructed);
   static constexpr Tagging tagging = Tagging::implicit;
   static constexpr uint8_t octet = identifier;
   static constexpr uint8_t found_by = identifier;
@@ -302,6 +303,43 @@ struct Choice {
                              .fields = fields};
 };
 
+/// A SEQUENCE whose walk the compiler unrolls. For the few types in which most of the time of
+/// decoding a certificate goes; each costs about a kilobyte.
+template <class Table>
+struct Unrolled : Table {
+  struct Walk {
+    static constexpr const Type &type = Table::type;
+
+    template <class F>
+    [[gnu::always_inline]] bool all(F f) const {
+      return [&]<size_t... Index>(std::index_sequence<Index...>) __attribute__((always_inline)) {
+        return (f(Table::fields[Index]) && ...);
+      }
+      (std::make_index_sequence<std::size(Table::fields)>());
+    }
+  };
+  static constexpr TypeFunctions functions{
+      .decode =
+          [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place, uint32_t depth) {
+            return decode_fields(z, end, impl_tag, place, depth, Walk());
+          },
+      .free =
+          [](void *record) {
+            if (record != nullptr) release_fields(record, Walk());
+          }};
+};
+
+/// A SEQUENCE OF or SET OF, for the same reason.
+template <class List>
+struct UnrolledList : List {
+  static constexpr TypeFunctions functions{
+      .decode =
+          [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place, uint32_t depth) {
+            return decode_elements(z, end, impl_tag, place, depth, *List::type);
+          },
+      .free = [](void *list) { release_elements(list, *List::type->element); }};
+};
+
 // ---------------------------------------------------------------------------------------------
 // Types by hand
 // ---------------------------------------------------------------------------------------------
@@ -309,10 +347,10 @@ struct Choice {
 /// The functions of a type that is not walked, by those that are public.
 template <class T, auto Decode, auto Encode, auto Clone, auto Free>
 inline constexpr TypeFunctions adapted{
-    .decode = [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place,
-                 uint32_t depth) {
-      return Decode(z, end, impl_tag, static_cast<T **>(place), depth);
-    },
+    .decode =
+        [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place, uint32_t depth) {
+          return Decode(z, end, impl_tag, static_cast<T **>(place), depth);
+        },
     .measure = [](const void *value) { return Encode(nullptr, static_cast<const T *>(value)); },
     .write =
         [](BackWriter &out, const void *value) {

@@ -36,8 +36,8 @@ ContentInfo *asn1_ContentInfo_clone(const ContentInfo *pElement) {
   ContentInfo *const copy = asn1_ContentInfo_new();
   if (copy == nullptr) return nullptr;
   if (clone_member(&copy->contentType, &pElement->contentType, ObjIdType) &&
-      (pElement->content == nullptr || clone_member(&copy->content->value, &pElement->content->value,
-                                                    content_type(*pElement)))) {
+      (pElement->content == nullptr ||
+       clone_member(&copy->content->value, &pElement->content->value, content_type(*pElement)))) {
     return copy;
   }
   asn1_ContentInfo_free(copy);
@@ -92,4 +92,3 @@ const uint8_t *asn1_ContentInfo_d(const uint8_t *z, const uint8_t *end, uint32_t
   if (inner_depth != 0) trace_close(inner_depth - 1);
   return content.position();
 }
-

@@ -99,13 +99,6 @@ const uint8_t *decode_explicit(const uint8_t *z, const uint8_t *end, uint32_t ta
   return element(content.position(), content.end());
 }
 
-/// The element functions that a caller handed in.
-struct Callbacks {
-  asn1_decoder decode;
-  asn1_destructor free;
-};
-const Callbacks &callbacks(const void *context) { return *static_cast<const Callbacks *>(context); }
-
 }  // namespace
 
 uint32_t asn1_implicit_e(uint8_t **pp, uint32_t tag, const void *pElement, asn1_encoder element_e) {
@@ -145,16 +138,13 @@ uint32_t asn1_List_e(uint8_t **pp, uint32_t tag, const List *list, asn1_encoder 
 const uint8_t *asn1_List_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, uint32_t tag,
                            asn1_decoder element_d, asn1_destructor element_free, List **ppList,
                            uint32_t depth) {
-  const Callbacks context = {element_d, element_free};
-  const Elements elements = {
-      &context,
-      [](const void *from_caller, const uint8_t *from, const uint8_t *limit, void **element,
-         uint32_t inner_depth) {
-        return call(callbacks(from_caller).decode, from, limit, element, inner_depth);
+  return decode_list(
+      z, end, impl_tag, tag, ppList, depth,
+      [&](const uint8_t *from, const uint8_t *limit, void **element, uint32_t inner_depth) {
+        return call(element_d, from, limit, element, inner_depth);
       },
-      [](const void *from_caller, void *element) { call(callbacks(from_caller).free, element); },
-      [](const void *from_caller, List *list) { List_free(list, callbacks(from_caller).free); }};
-  return decode_list(z, end, impl_tag, tag, ppList, depth, elements);
+      [&](void *element) { call(element_free, element); },
+      [&](List *list) { List_free(list, element_free); });
 }
 
 uint32_t asn1_expl_List_e(uint8_t **pp, uint32_t explicit_tag, uint32_t list_tag, const List *list,
@@ -213,5 +203,6 @@ const uint8_t *asn1_expl_SetOf_d(const uint8_t *z, const uint8_t *end, uint32_t 
 const uint8_t *asn1_expl_SeqOf_d(const uint8_t *z, const uint8_t *end, uint32_t explicit_tag,
                                  asn1_decoder element_d, asn1_destructor element_free,
                                  List **ppList, uint32_t depth) {
-  return asn1_expl_List_d(z, end, explicit_tag, tag::sequence, element_d, element_free, ppList, depth);
+  return asn1_expl_List_d(z, end, explicit_tag, tag::sequence, element_d, element_free, ppList,
+                          depth);
 }

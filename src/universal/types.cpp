@@ -108,7 +108,8 @@ const uint8_t *asn1_Integer_d(const uint8_t *z, const uint8_t *end, uint32_t imp
   Reader in(z, end);
   uint32_t length;
   const uint8_t *octets;
-  if (!in.read_header(impl_tag, tag::integer, &length, depth) || length == 0 || !in.take(length, &octets)) {
+  if (!in.read_header(impl_tag, tag::integer, &length, depth) || length == 0 ||
+      !in.take(length, &octets)) {
     return nullptr;
   }
   const uint8_t first = *octets;
@@ -191,14 +192,15 @@ uint32_t encode_octet(uint8_t **pp, uint8_t identifier, uint32_t value) {
 // Reads one content octet. At the end of the range nothing is read and nothing is wrong: the caller
 // keeps the number that it had.
 template <class Trace>
-const uint8_t *decode_octet(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, uint8_t own_tag,
-                            uint32_t *value, uint32_t depth, Trace trace) {
+const uint8_t *decode_octet(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                            uint8_t own_tag, uint32_t *value, uint32_t depth, Trace trace) {
   if (value == nullptr) return nullptr;
   Reader in(z, end);
   if (z != nullptr && end != nullptr && !in.at_end()) {
     uint32_t length;
     uint8_t octet;
-    if (!in.read_header(impl_tag, own_tag, &length, depth) || length != 1 || !in.read_octet(&octet)) {
+    if (!in.read_header(impl_tag, own_tag, &length, depth) || length != 1 ||
+        !in.read_octet(&octet)) {
       return nullptr;
     }
     *value = octet;
@@ -211,7 +213,9 @@ const uint8_t *decode_octet(const uint8_t *z, const uint8_t *end, uint32_t impl_
 
 }  // namespace
 
-uint32_t asn1_Boolean_e(uint8_t **pp, uint32_t value) { return encode_octet(pp, tag::boolean, value); }
+uint32_t asn1_Boolean_e(uint8_t **pp, uint32_t value) {
+  return encode_octet(pp, tag::boolean, value);
+}
 
 const uint8_t *asn1_Boolean_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                               uint32_t *value, uint32_t depth) {
@@ -220,7 +224,9 @@ const uint8_t *asn1_Boolean_d(const uint8_t *z, const uint8_t *end, uint32_t imp
   });
 }
 
-uint32_t asn1_Enumerated_e(uint8_t **pp, uint32_t value) { return encode_octet(pp, tag::enumerated, value); }
+uint32_t asn1_Enumerated_e(uint8_t **pp, uint32_t value) {
+  return encode_octet(pp, tag::enumerated, value);
+}
 
 const uint8_t *asn1_Enumerated_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  uint32_t *value, uint32_t depth) {

@@ -17,10 +17,10 @@ uint32_t number_at(const void *place) {
 /// The same for a number inside the record, which is copied with it.
 template <auto Decode, auto Encode>
 constexpr TypeFunctions number_functions{
-    .decode = [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place,
-                 uint32_t depth) {
-      return Decode(z, end, impl_tag, static_cast<uint32_t *>(place), depth);
-    },
+    .decode =
+        [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place, uint32_t depth) {
+          return Decode(z, end, impl_tag, static_cast<uint32_t *>(place), depth);
+        },
     .measure = [](const void *place) { return Encode(nullptr, number_at(place)); },
     .write =
         [](BackWriter &out, const void *place) {
@@ -38,17 +38,18 @@ constexpr TypeFunctions null_functions{
 
 }  // namespace
 
-#define UNIVERSAL_TYPE(T, asn1_name, type_kind, type_identifier, ...)                          \
-  namespace asn1 {                                                                             \
-  extern const Type T##Type;                                                                   \
-  constinit const Type T##Type =                                                               \
-      defined({.kind = type_kind, .identifier = type_identifier}, asn1_name,                   \
-              adapted<T, asn1_##T##_d, asn1_##T##_e, asn1_##T##_clone, asn1_##T##_free>,     \
-              {ORVELASN1_DESCRIPTION(T, __VA_ARGS__)});                                        \
+#define UNIVERSAL_TYPE(T, asn1_name, type_kind, type_identifier, ...)                    \
+  namespace asn1 {                                                                       \
+  extern const Type T##Type;                                                             \
+  constinit const Type T##Type =                                                         \
+      defined({.kind = type_kind, .identifier = type_identifier}, asn1_name,             \
+              adapted<T, asn1_##T##_d, asn1_##T##_e, asn1_##T##_clone, asn1_##T##_free>, \
+              {ORVELASN1_DESCRIPTION(T, __VA_ARGS__)});                                  \
   }
 
-#define CHARACTER_STRING(T, identifier) \
-  UNIVERSAL_TYPE(T, #T, Kind::character_string, identifier, DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)
+#define CHARACTER_STRING(T, identifier)                                                    \
+  UNIVERSAL_TYPE(T, #T, Kind::character_string, identifier, DECODER, ENCODER, CLONE, FREE, \
+                 OWN_COMPARE)
 
 UNIVERSAL_TYPE(Integer, "INTEGER", Kind::integer, tag::integer, DECODER, ENCODER, CLONE, FREE,
                OWN_COMPARE)
@@ -99,9 +100,12 @@ constinit const Type TimeType =
             "Time", adapted<Time, asn1_Time_d, asn1_Time_e, asn1_Time_clone, asn1_Time_free>,
             {ORVELASN1_DESCRIPTION(Time, NEW, DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)});
 
-constinit const Type BooleanType = defined(
-    {.kind = Kind::boolean, .identifier = tag::boolean, .is_number = true, .size = sizeof(uint32_t)},
-    "BOOLEAN", number_functions<asn1_Boolean_d, asn1_Boolean_e>, {});
+constinit const Type BooleanType =
+    defined({.kind = Kind::boolean,
+             .identifier = tag::boolean,
+             .is_number = true,
+             .size = sizeof(uint32_t)},
+            "BOOLEAN", number_functions<asn1_Boolean_d, asn1_Boolean_e>, {});
 constinit const Type EnumeratedType =
     defined({.kind = Kind::enumerated,
              .identifier = tag::enumerated,
@@ -114,7 +118,7 @@ constinit const Type NullType =
 constinit const Type BitStringAsStoredType =
     defined({.kind = Kind::bit_string, .identifier = tag::bit_string}, "BIT STRING",
             adapted<BitString, asn1_BitString_d, asn1_BitString_BER_e, asn1_BitString_clone,
-                      asn1_BitString_free>,
+                    asn1_BitString_free>,
             {});
 
 }  // namespace asn1
@@ -124,7 +128,7 @@ constinit const Type BitStringAsStoredType =
 // AlgorithmIdentifier ::= SEQUENCE {
 //   algorithm   OBJECT IDENTIFIER,
 //   parameters  ANY DEFINED BY algorithm OPTIONAL }
-using AlgIdTable = Sequence<AlgId,
-    Required<&AlgId::algorithm, ObjIdCodec>,
-    Optional<&AlgId::parameters, AnyCodec, Presence::anything_left>>;
+using AlgIdTable =
+    Unrolled<Sequence<AlgId, Required<&AlgId::algorithm, ObjIdCodec>,
+                      Optional<&AlgId::parameters, AnyCodec, Presence::anything_left>>>;
 EXPORT_RECORD_AS(AlgId, "AlgorithmIdentifier", AlgIdTable)

@@ -20,9 +20,9 @@ bool has_later_version(const void *tbs) {
 // Validity ::= SEQUENCE {
 //   notBefore  Time,
 //   notAfter   Time }
-using ValidityTable = Sequence<Validity,
+using ValidityTable = Unrolled<Sequence<Validity,
     Required<&Validity::notBefore, TimeCodec>,
-    Required<&Validity::notAfter, TimeCodec>>;
+    Required<&Validity::notAfter, TimeCodec>>>;
 EXPORT_RECORD(Validity, ValidityTable)
 
 // SubjectPublicKeyInfo ::= SEQUENCE {
@@ -31,19 +31,19 @@ EXPORT_RECORD(Validity, ValidityTable)
 //
 // The key is written without the zero bits at its end: a key that ends in a zero octet comes out
 // shorter than it came in. Public as it is, it is wiped like a secret.
-using SubjectPKITable = Sequence<SubjectPKI,
+using SubjectPKITable = Unrolled<Sequence<SubjectPKI,
     Required<&SubjectPKI::algorithm, AlgIdCodec>,
-    Wiped<Required<&SubjectPKI::subjectPublicKey, BitStringCodec>>>;
+    Wiped<Required<&SubjectPKI::subjectPublicKey, BitStringCodec>>>>;
 EXPORT_RECORD_AS(SubjectPKI, "SubjectPublicKeyInfo", SubjectPKITable)
 
 // Extension ::= SEQUENCE {
 //   extnID     OBJECT IDENTIFIER,
 //   critical   BOOLEAN DEFAULT FALSE,
 //   extnValue  OCTET STRING }
-using ExtensionTable = Sequence<Extension,
+using ExtensionTable = Unrolled<Sequence<Extension,
     Required<&Extension::extnID, ObjIdCodec>,
     Optional<&Extension::critical, BooleanCodec, Presence::octet_of_input>,
-    Required<&Extension::extnValue, OctetStringCodec>>;
+    Required<&Extension::extnValue, OctetStringCodec>>>;
 EXPORT_RECORD(Extension, ExtensionTable)
 
 // Extensions ::= SEQUENCE OF Extension
@@ -62,7 +62,7 @@ EXPORT_LIST(Extensions, ExtensionsTable)
 //   subjectUniqueID       [2] IMPLICIT BIT STRING OPTIONAL,
 //   extensions            [3] EXPLICIT Extensions OPTIONAL }
 using TBS = Certificate_TBS;
-using Certificate_TBSTable = Sequence<TBS,
+using Certificate_TBSTable = Unrolled<Sequence<TBS,
     Optional<&TBS::version, Explicit<0, IntegerCodec>, Presence::octet_of_input>,
     Required<&TBS::serialNumber, IntegerCodec>,
     Required<&TBS::signature, AlgIdCodec>,
@@ -72,15 +72,15 @@ using Certificate_TBSTable = Sequence<TBS,
     Required<&TBS::subjectPublicKeyInfo, SubjectPKICodec>,
     OnlyIf<has_later_version, Optional<&TBS::issuerUniqueID, Implicit<1, BitStringCodec>>>,
     OnlyIf<has_later_version, Optional<&TBS::subjectUniqueID, Implicit<2, BitStringCodec>>>,
-    OnlyIf<has_later_version, Optional<&TBS::extensions, Explicit<3, ExtensionsCodec>>>>;
+    OnlyIf<has_later_version, Optional<&TBS::extensions, Explicit<3, ExtensionsCodec>>>>>;
 EXPORT_RECORD_AS(Certificate_TBS, "TBSCertificate", Certificate_TBSTable)
 
 // Certificate ::= SEQUENCE {
 //   tbsCertificate      TBSCertificate,
 //   signatureAlgorithm  AlgorithmIdentifier,
 //   signatureValue      BIT STRING }
-using CertificateTable = Sequence<Certificate,
+using CertificateTable = Unrolled<Sequence<Certificate,
     Stored<&Certificate::tbsEncoded, Required<&Certificate::tbsCertificate, Certificate_TBSCodec>>,
     Required<&Certificate::signatureAlgorithm, AlgIdCodec>,
-    Required<&Certificate::signatureValue, BitStringAsStoredCodec>>;
+    Required<&Certificate::signatureValue, BitStringAsStoredCodec>>>;
 EXPORT_RECORD(Certificate, CertificateTable)

@@ -57,14 +57,14 @@ using AttributeValueCodec = Codec<attribute_value, ASN1String, tag::any>;
 // AttributeTypeAndValue ::= SEQUENCE {
 //   type   OBJECT IDENTIFIER,
 //   value  ANY DEFINED BY type }
-using AttributeValueAssertionTable = Sequence<AttributeValueAssertion,
+using AttributeValueAssertionTable = Unrolled<Sequence<AttributeValueAssertion,
     Required<&AttributeValueAssertion::type, ObjIdCodec>,
-    ByHand<Required<&AttributeValueAssertion::value, AttributeValueCodec>, value_functions>>;
+    ByHand<Required<&AttributeValueAssertion::value, AttributeValueCodec>, value_functions>>>;
 EXPORT_NAMED(AttributeValueAssertion, "AttributeTypeAndValue", AttributeValueAssertionTable,
              NEW, DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)
 
 // RelativeDistinguishedName ::= SET OF AttributeTypeAndValue
-using RelativeDistinguishedNameTable = SetOf<AttributeValueAssertionCodec>;
+using RelativeDistinguishedNameTable = UnrolledList<SetOf<AttributeValueAssertionCodec>>;
 EXPORT(RelativeDistinguishedName, RelativeDistinguishedNameTable,
        DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)
 

@@ -1,0 +1,154 @@
+// The engine's walk over the fields of a record, for types that are walked in a loop and for the few
+// whose walk is unrolled at compile time because most of the time goes there (Unrolled, table.h).
+#ifndef ORVELASN1_CORE_ENGINE_H
+#define ORVELASN1_CORE_ENGINE_H
+
+#include "core/list.h"
+#include "core/record.h"
+
+namespace asn1 {
+
+inline OctetString *kept_octets(const Field &field, const void *record) {
+  return static_cast<OctetString *>(load(member_of(record, field.kept)));
+}
+
+// ---------------------------------------------------------------------------------------------
+// Release
+// ---------------------------------------------------------------------------------------------
+
+/// `abandoned` says that the record was not read to its end. A field may own more then than it does
+/// in a record that a caller holds.
+[[gnu::always_inline]] inline void release_field(const Field &field, void *record, bool abandoned) {
+  if (field.by_hand != nullptr && field.by_hand->free != nullptr) {
+    field.by_hand->free(field, record);
+  } else if (!field.type->is_number) {
+    void *const value = load(member_of(record, field.member));
+    if (value != nullptr) {
+      if (field.wiped) {
+        const auto *const bits = static_cast<const BitString *>(value);
+        if (bits->data != nullptr) explicit_bzero(bits->data, octets_of_bits(bits->length));
+      }
+      release(value, *field.type);
+    }
+  }
+  if (field.kept != no_member && (abandoned || field.keeper == Kept::by_the_record)) {
+    asn1_OctetString_free(kept_octets(field, record));
+  }
+}
+
+/// `Walk` is a type with `all(f)`, which calls `f` with each field until one gives false.
+template <class Walk>
+void release_fields(void *record, const Walk &walk, bool abandoned = false) {
+  walk.all([&](const Field &field) __attribute__((always_inline)) {
+    release_field(field, record, abandoned);
+    return true;
+  });
+  std::free(record);
+}
+
+/// Releases a list and its elements; takes a null pointer.
+inline void release_elements(void *list, const Type &element) {
+  auto *const elements = static_cast<List *>(list);
+  if (element.by_hand.free != nullptr) return List_free(elements, element.by_hand.free);
+  for (int32_t i = 0; i < List_len(elements); ++i) release(List_get(elements, i), element);
+  List_free(elements, nullptr);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Decode
+// ---------------------------------------------------------------------------------------------
+
+[[gnu::always_inline]] inline bool is_there(const Field &field, const ContentReader &in) {
+  if (field.presence == Presence::always) return true;
+  if (field.presence == Presence::anything_left) return !in.at_end();
+  if (field.presence == Presence::octet_of_input) return in.peek_outer() == field.found_by;
+  const int octet = in.peek();
+  if (octet < 0) return false;
+  if (octet == field.found_by) return true;
+  if (field.presence == Presence::either_form) return octet == (field.found_by | tag::constructed);
+  return field.type->other_identifier != 0 && octet == field.type->other_identifier;
+}
+
+/// Decodes what is inside an explicit tag.
+const uint8_t *decode_explicit(const Field &field, const uint8_t *z, const uint8_t *end,
+                               void *place, uint32_t depth);
+
+[[gnu::always_inline]] inline const uint8_t *decode_tagged(const Field &field, const uint8_t *z,
+                                                           const uint8_t *end, void *place,
+                                                           uint32_t depth) {
+  if (field.tagging == Tagging::explicit_tag) return decode_explicit(field, z, end, place, depth);
+  return decode(z, end, field.tag, place, depth, *field.type);
+}
+
+[[gnu::always_inline]] inline bool decode_field(const Field &field, ContentReader &in, void *record,
+                                                uint32_t depth) {
+  if (!is_there(field, in)) return true;
+  if (field.allowed != nullptr && !field.allowed(record)) return false;
+  const uint8_t *const from = in.position();
+  if (field.by_hand != nullptr && field.by_hand->decode != nullptr) {
+    if (!field.by_hand->decode(field, in, record, depth)) return false;
+  } else {
+    const uint8_t *const next =
+        decode_tagged(field, from, in.end(), member_of(record, field.member), depth);
+    if (next == nullptr) return false;
+    in.move_to(next);
+  }
+  if (field.kept == no_member) return true;
+  const auto count = static_cast<size_t>(in.position() - from);
+  if (count == 0 || count > UINT32_MAX) return false;
+  OctetString *const kept = asn1_ASN1String_new(static_cast<uint32_t>(count), from);
+  store(member_of(record, field.kept), kept);
+  return kept != nullptr;
+}
+
+// What is left in the content past the last field that was recognised is neither refused nor
+// skipped: the cursor that is returned stands in front of it. A refused header leaves the place
+// alone, but for a type that may have an indefinite length, whose end-of-contents stands right past
+// the last field, and past which more may follow.
+template <class Walk>
+const uint8_t *decode_fields(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place,
+                             uint32_t depth, const Walk &walk) {
+  const Type &type = walk.type;
+  if (type.any_length) {
+    if (place == nullptr) return nullptr;
+    store(place, nullptr);
+  }
+  Reader in(z, end);
+  Header header;
+  if (!in.read_header(impl_tag, tag::sequence, type.any_length ? Forms::indefinite : Forms::one,
+                      &header, depth) ||
+      place == nullptr) {
+    return nullptr;
+  }
+  void *const record = create(type);
+  store(place, record);
+  if (record == nullptr) return nullptr;
+  const uint32_t inner_depth = child_depth(depth);
+  ContentReader content = in.content(header);
+  if (walk.all([&](const Field &field) __attribute__((always_inline)) {
+        return decode_field(field, content, record, inner_depth);
+      }) &&
+      (!header.indefinite || content.read_outer_eoc())) {
+    trace_close(depth);
+    return content.position();
+  }
+  release_fields(record, walk, true);
+  store(place, nullptr);
+  return nullptr;
+}
+
+inline const uint8_t *decode_elements(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                      void *place, uint32_t depth, const Type &type) {
+  const Type &element = *type.element;
+  return decode_list(
+      z, end, impl_tag, type.identifier, static_cast<List **>(place), depth,
+      [&](const uint8_t *from, const uint8_t *limit, void **to, uint32_t inner_depth) {
+        return decode(from, limit, 0, to, inner_depth, element);
+      },
+      [&](void *value) { release(value, element); },
+      [&](List *list) { release_elements(list, element); });
+}
+
+}  // namespace asn1
+
+#endif
