@@ -5,8 +5,8 @@
  * Each getter gives the same constant record on every call. It belongs to the library: it is never
  * released, nor stored in a record that will be.
  */
-#ifndef ALGORITHMS_H
-#define ALGORITHMS_H
+#ifndef ORVELASN1_ALGORITHMS_H
+#define ORVELASN1_ALGORITHMS_H
 
 #include "asn1_x680.h"
 

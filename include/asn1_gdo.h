@@ -8,8 +8,8 @@
  * nested-set place a container holds a SET of SETs of objects. An attribute's identifier is
  * little-endian, as wide as an unsigned long where it is written, and four octets where it is read.
  */
-#ifndef ASN1_GDO_H
-#define ASN1_GDO_H
+#ifndef ORVELASN1_ASN1_GDO_H
+#define ORVELASN1_ASN1_GDO_H
 
 #include "asn1_x680.h"
 
@@ -93,6 +93,12 @@ const uint8_t *asn1_SetOfSetOf_d(const uint8_t *z, const uint8_t *end, uint32_t 
 
 #ifdef __cplusplus
 }
+#else
+/* The macros that convert element functions, as orvelutils.h explains them. */
+#define asn1_SetOfSetOf_e(pp, list, element_e) asn1_SetOfSetOf_e(pp, list, asn1_encoder(element_e))
+#define asn1_SetOfSetOf_d(z, end, impl_tag, element_d, element_free, ppList, depth)           \
+  asn1_SetOfSetOf_d(z, end, impl_tag, asn1_decoder(element_d), List_destructor(element_free), \
+                    ppList, depth)
 #endif
 
 #endif

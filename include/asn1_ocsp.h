@@ -6,8 +6,8 @@
  * The caller compares `responseType` with asn1_Get_id_pkix_ocsp_basic() and hands the octets of
  * `response` to asn1_BasicOCSPResponse_d().
  */
-#ifndef ASN1_OCSP_H
-#define ASN1_OCSP_H
+#ifndef ORVELASN1_ASN1_OCSP_H
+#define ORVELASN1_ASN1_OCSP_H
 
 #include "asn1_x509v3.h"
 #include "certificate.h"

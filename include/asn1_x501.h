@@ -16,8 +16,8 @@
  * g, i, l, m, n, o, s, t, sn. "sn" (serial number) can be written but not read back, since "s"
  * comes first.
  */
-#ifndef ASN1_X501_H
-#define ASN1_X501_H
+#ifndef ORVELASN1_ASN1_X501_H
+#define ORVELASN1_ASN1_X501_H
 
 #include "asn1_x680.h"
 

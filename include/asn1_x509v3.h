@@ -10,8 +10,8 @@
  * Whatever holds a GeneralName may end the process where that is a directory name, as asn1_Name_d()
  * says, and has no copy where it is an other name.
  */
-#ifndef ASN1_X509V3_H
-#define ASN1_X509V3_H
+#ifndef ORVELASN1_ASN1_X509V3_H
+#define ORVELASN1_ASN1_X509V3_H
 
 #include "certificate.h"
 

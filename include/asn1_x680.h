@@ -29,8 +29,8 @@
  * stand in it: a name with a value under an identifier octet of 100 or more, see asn1_Name_d(), and
  * a ContentInfo without a well-formed identifier, see asn1_ContentInfo_d().
  */
-#ifndef ASN1_X680_H
-#define ASN1_X680_H
+#ifndef ORVELASN1_ASN1_X680_H
+#define ORVELASN1_ASN1_X680_H
 
 #include <stdint.h>
 #include <stdio.h>
@@ -39,19 +39,16 @@
 #include "orvelutils.h"
 
 #ifdef __cplusplus
-/*
- * The element functions that lists and wrappers are given: any pointer to a function of the right
- * shape converts, whatever its record type, so no cast is needed at the call. Each type is one
- * function pointer and nothing else, and is passed as one.
- */
+/* More element functions, as orvelutils.h has them: classes that hold one function pointer. */
 
 /** An encoder `uint32_t f(uint8_t **pp, const Element *)`. */
 struct asn1_encoder {
   uint32_t (*function)(uint8_t **, const void *);
   asn1_encoder(decltype(nullptr)) noexcept : function(nullptr) {}
   template <class Element>
-  asn1_encoder(uint32_t (*f)(uint8_t **, const Element *)) noexcept
-      : function(reinterpret_cast<uint32_t (*)(uint8_t **, const void *)>(f)) {}
+  asn1_encoder(uint32_t (*f)(uint8_t **, const Element *)) noexcept : function(nullptr) {
+    memcpy(&function, &f, sizeof function);
+  }
 };
 
 /**
@@ -64,34 +61,22 @@ struct asn1_decoder {
   template <class Place>
   asn1_decoder(const uint8_t *(*f)(const uint8_t *, const uint8_t *, uint32_t, Place *,
                                    uint32_t)) noexcept
-      : function(reinterpret_cast<const uint8_t *(*)(const uint8_t *, const uint8_t *, uint32_t,
-                                                     void *, uint32_t)>(f)) {}
+      : function(nullptr) {
+    memcpy(&function, &f, sizeof function);
+  }
 };
 
 extern "C" {
 #else
-#ifdef __clang__
-#pragma clang diagnostic push
-#pragma clang diagnostic ignored "-Wstrict-prototypes"
-#endif
-
-/*
- * The element functions that lists and wrappers are given. The types leave the parameters open, so
- * that a function of any record type can be handed over without a cast.
- */
-
 /** An encoder `uint32_t f(uint8_t **pp, const Element *)`. */
-typedef uint32_t (*asn1_encoder)();
+typedef uint32_t (*asn1_encoder)(uint8_t **, const void *);
 
 /**
  * A decoder `const uint8_t *f(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
  * Element **ppElement, uint32_t depth)`.
  */
-typedef const uint8_t *(*asn1_decoder)();
-
-#ifdef __clang__
-#pragma clang diagnostic pop
-#endif
+typedef const uint8_t *(*asn1_decoder)(const uint8_t *, const uint8_t *, uint32_t, void *,
+                                       uint32_t);
 #endif
 
 /** A destructor `void f(Element *)`, which must accept NULL. */
@@ -897,6 +882,50 @@ AlgId *asn1_AlgId_clone(const AlgId *pElement);
 
 #ifdef __cplusplus
 }
+#else
+/* The macros that convert element functions, as orvelutils.h explains them. */
+#define asn1_encoder(f) \
+  _Generic(_Generic(1 ? (f) : (void *)0, void *: (asn1_encoder)0, default: (f))( \
+               List_get(0, 0), List_get(0, 0)), \
+           uint32_t: (asn1_encoder)(uintptr_t)(1 ? (f) : (void *)0))
+#define asn1_decoder(f) \
+  _Generic(_Generic(1 ? (f) : (void *)0, void *: (asn1_decoder)0, default: (f))( \
+               List_get(0, 0), List_get(0, 0), 0, List_get(0, 0), 0), \
+           const uint8_t *: (asn1_decoder)(uintptr_t)(1 ? (f) : (void *)0))
+
+#define asn1_implicit_e(pp, tag, pElement, element_e) \
+  asn1_implicit_e(pp, tag, pElement, asn1_encoder(element_e))
+#define asn1_explicit_e(pp, tag, pElement, element_e) \
+  asn1_explicit_e(pp, tag, pElement, asn1_encoder(element_e))
+#define asn1_explicit_d(z, end, tag, element_d, ppElement, depth) \
+  asn1_explicit_d(z, end, tag, asn1_decoder(element_d), ppElement, depth)
+#define asn1_List_e(pp, tag, list, element_e) asn1_List_e(pp, tag, list, asn1_encoder(element_e))
+#define asn1_List_d(z, end, impl_tag, tag, element_d, element_free, ppList, depth)           \
+  asn1_List_d(z, end, impl_tag, tag, asn1_decoder(element_d), List_destructor(element_free), \
+              ppList, depth)
+#define asn1_expl_List_e(pp, explicit_tag, list_tag, list, element_e) \
+  asn1_expl_List_e(pp, explicit_tag, list_tag, list, asn1_encoder(element_e))
+#define asn1_expl_List_d(z, end, explicit_tag, list_tag, element_d, element_free, ppList, depth) \
+  asn1_expl_List_d(z, end, explicit_tag, list_tag, asn1_decoder(element_d),                      \
+                   List_destructor(element_free), ppList, depth)
+#define asn1_SetOf_e(pp, list, element_e) asn1_SetOf_e(pp, list, asn1_encoder(element_e))
+#define asn1_SeqOf_e(pp, list, element_e) asn1_SeqOf_e(pp, list, asn1_encoder(element_e))
+#define asn1_SetOf_d(z, end, impl_tag, element_d, element_free, ppList, depth)                   \
+  asn1_SetOf_d(z, end, impl_tag, asn1_decoder(element_d), List_destructor(element_free), ppList, \
+               depth)
+#define asn1_SeqOf_d(z, end, impl_tag, element_d, element_free, ppList, depth)                   \
+  asn1_SeqOf_d(z, end, impl_tag, asn1_decoder(element_d), List_destructor(element_free), ppList, \
+               depth)
+#define asn1_expl_SetOf_e(pp, explicit_tag, list, element_e) \
+  asn1_expl_SetOf_e(pp, explicit_tag, list, asn1_encoder(element_e))
+#define asn1_expl_SeqOf_e(pp, explicit_tag, list, element_e) \
+  asn1_expl_SeqOf_e(pp, explicit_tag, list, asn1_encoder(element_e))
+#define asn1_expl_SetOf_d(z, end, explicit_tag, element_d, element_free, ppList, depth)           \
+  asn1_expl_SetOf_d(z, end, explicit_tag, asn1_decoder(element_d), List_destructor(element_free), \
+                    ppList, depth)
+#define asn1_expl_SeqOf_d(z, end, explicit_tag, element_d, element_free, ppList, depth)           \
+  asn1_expl_SeqOf_d(z, end, explicit_tag, asn1_decoder(element_d), List_destructor(element_free), \
+                    ppList, depth)
 #endif
 
 #endif

@@ -2,8 +2,8 @@
  * @file card.h
  * Two flat records of a smart card.
  */
-#ifndef CARD_H
-#define CARD_H
+#ifndef ORVELASN1_CARD_H
+#define ORVELASN1_CARD_H
 
 #include "asn1_x680.h"
 

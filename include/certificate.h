@@ -10,8 +10,8 @@
  *
  * Nothing is verified. An extension stays as it came: its value is for the caller to decode.
  */
-#ifndef CERTIFICATE_H
-#define CERTIFICATE_H
+#ifndef ORVELASN1_CERTIFICATE_H
+#define ORVELASN1_CERTIFICATE_H
 
 #include "asn1_x501.h"
 #include "asn1_x680.h"

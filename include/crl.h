@@ -6,8 +6,8 @@
  * (`issuerEncoded`); the encoders write these where they are set. Release them and set them to NULL
  * before you change the decoded form.
  */
-#ifndef CRL_H
-#define CRL_H
+#ifndef ORVELASN1_CRL_H
+#define ORVELASN1_CRL_H
 
 #include "certificate.h"
 

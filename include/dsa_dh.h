@@ -2,8 +2,8 @@
  * @file dsa_dh.h
  * DSA (FIPS 186) and X9.42 Diffie-Hellman parameters, and their identifiers.
  */
-#ifndef DSA_DH_H
-#define DSA_DH_H
+#ifndef ORVELASN1_DSA_DH_H
+#define ORVELASN1_DSA_DH_H
 
 #include "asn1_x680.h"
 

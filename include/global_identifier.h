@@ -5,8 +5,8 @@
  * Each getter gives the same constant record on every call. It belongs to the library: it is never
  * released, nor stored in a record that will be.
  */
-#ifndef GLOBAL_IDENTIFIER_H
-#define GLOBAL_IDENTIFIER_H
+#ifndef ORVELASN1_GLOBAL_IDENTIFIER_H
+#define ORVELASN1_GLOBAL_IDENTIFIER_H
 
 #include "asn1_x680.h"
 

@@ -7,8 +7,8 @@
  * hangs on `communityLogos`; the audio element is written from the images; a resolution has no
  * context tag; the language of an image has none either.
  */
-#ifndef LOGOTYPE_H
-#define LOGOTYPE_H
+#ifndef ORVELASN1_LOGOTYPE_H
+#define ORVELASN1_LOGOTYPE_H
 
 #include "certificate.h"
 

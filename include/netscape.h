@@ -5,8 +5,8 @@
  * Each getter gives the same constant record on every call. It belongs to the library: it is never
  * released, nor stored in a record that will be.
  */
-#ifndef NETSCAPE_H
-#define NETSCAPE_H
+#ifndef ORVELASN1_NETSCAPE_H
+#define ORVELASN1_NETSCAPE_H
 
 #include "asn1_x680.h"
 

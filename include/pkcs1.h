@@ -2,8 +2,8 @@
  * @file pkcs1.h
  * RSA keys and digests (PKCS #1, RFC 8017).
  */
-#ifndef PKCS1_H
-#define PKCS1_H
+#ifndef ORVELASN1_PKCS1_H
+#define ORVELASN1_PKCS1_H
 
 #include "asn1_x680.h"
 

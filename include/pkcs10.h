@@ -5,8 +5,8 @@
  * A decoded request keeps as octets what its signature covers (`tbsEncoded`) and the subject as it
  * came (`subjectEncoded`); the encoders write these where they are set.
  */
-#ifndef PKCS10_H
-#define PKCS10_H
+#ifndef ORVELASN1_PKCS10_H
+#define ORVELASN1_PKCS10_H
 
 #include "certificate.h"
 #include "pkcs9.h"

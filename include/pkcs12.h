@@ -6,8 +6,8 @@
  * There is no record for the AuthenticatedSafe or SafeContents; they are lists of ContentInfo and
  * SafeBag.
  */
-#ifndef PKCS12_H
-#define PKCS12_H
+#ifndef ORVELASN1_PKCS12_H
+#define ORVELASN1_PKCS12_H
 
 #include "pkcs1.h"
 #include "pkcs7.h"

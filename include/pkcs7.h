@@ -4,8 +4,8 @@
  *
  * Nothing is signed, verified or decrypted. Certificates and CRLs in a message stay whole elements.
  */
-#ifndef PKCS7_H
-#define PKCS7_H
+#ifndef ORVELASN1_PKCS7_H
+#define ORVELASN1_PKCS7_H
 
 #include "asn1_x501.h"
 #include "pkcs9.h"

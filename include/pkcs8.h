@@ -2,8 +2,8 @@
  * @file pkcs8.h
  * Private keys (PKCS #8, RFC 5208).
  */
-#ifndef PKCS8_H
-#define PKCS8_H
+#ifndef ORVELASN1_PKCS8_H
+#define ORVELASN1_PKCS8_H
 
 #include "pkcs9.h"
 

@@ -3,8 +3,8 @@
  * Attributes (X.501, PKCS #9, RFC 2985), and the identifiers of PKCS #9 and personal data (RFC
  * 3739).
  */
-#ifndef PKCS9_H
-#define PKCS9_H
+#ifndef ORVELASN1_PKCS9_H
+#define ORVELASN1_PKCS9_H
 
 #include "asn1_x680.h"
 

@@ -2,8 +2,8 @@
  * @file spkac.h
  * The signed public key and challenge of browser key enrolment.
  */
-#ifndef SPKAC_H
-#define SPKAC_H
+#ifndef ORVELASN1_SPKAC_H
+#define ORVELASN1_SPKAC_H
 
 #include "certificate.h"
 

@@ -5,8 +5,8 @@
  * Each getter gives the same constant record on every call. It belongs to the library: it is never
  * released, nor stored in a record that will be.
  */
-#ifndef X520_H
-#define X520_H
+#ifndef ORVELASN1_X520_H
+#define ORVELASN1_X520_H
 
 #include "asn1_x680.h"
 
