@@ -25,9 +25,9 @@ typedef struct List List;
 
 /*
  * The element functions. A pointer to a function of the right shape converts to these classes,
- * whatever the record type, so a call needs no cast. Each class holds one function pointer and is
- * passed as one. The pointer is copied, because compilers can warn about a cast between function
- * types.
+ * whatever the record type, so that a call needs no cast. Each class holds one function pointer and
+ * is passed as one. The constructors copy the pointer, because compilers can warn about a cast
+ * between function types.
  */
 
 /** A destructor `void f(Element *)`, which must accept NULL; or NULL. */
@@ -125,17 +125,18 @@ void List_free(List *list, List_destructor destructor);
 }
 #else
 /*
- * C has no type that takes a pointer to a function of any record: `void (*)()` did until C17, but
- * means `void (*)(void)` since C23, and never fitted a function that returns a pointer to a record.
- * A transparent union takes the types that it names and no caller's own. So a function that takes
- * element functions is a macro as well, as C's own library does it (C17, 7.1.4): the macro converts
- * them and calls the function. No other name is defined, and C++ has no macro.
+ * C has no type that takes a pointer to a function of any record. `void (*)()` did until C17, but
+ * means `void (*)(void)` since C23, and never took a function that returns a pointer to a record. A
+ * transparent union takes the types that it names, and no record type of a caller's own. An
+ * ellipsis takes everything and checks nothing. So a function that takes element functions is a
+ * macro too, as C17, 7.1.4 allows it to C's own library: the macro converts them and calls the
+ * function. No macro has a name of another kind, and C++ has none.
  *
- * The conversions bear the names of the types. `_Generic` has the compiler check a call of `f`,
- * which is never made: it must take as many arguments of the same kinds, and return the
- * named type. List_get() stands for a pointer to any record in it, and a NULL `f` is checked as if
- * it had the type itself. The conversion goes through an integer, because compilers can warn about
- * a cast between function types.
+ * A conversion has the name of its type. `_Generic` makes the compiler check a call of `f` that
+ * never happens: `f` must take as many arguments, pointers and numbers in the same order, and
+ * return the type that is named. In that call List_get() is a pointer to any record, and a NULL `f`
+ * is replaced by one of the type itself. The conversion goes through an integer, because compilers
+ * can warn about a cast between function types.
  */
 #define List_destructor(f) \
   _Generic((1 ? (void)0 \
