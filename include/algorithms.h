@@ -2,11 +2,12 @@
  * @file algorithms.h
  * Object identifiers: digest, signature and key algorithms.
  *
- * Each getter gives the same constant record on every call. It belongs to the library: it is never
- * released, nor stored in a record that will be.
+ * Each getter returns the same constant record on every call. The library owns it: never release
+ * it,
+ * nor store it in a record that will be released.
  */
-#ifndef ALGORITHMS_H
-#define ALGORITHMS_H
+#ifndef ORVELASN1_ALGORITHMS_H
+#define ORVELASN1_ALGORITHMS_H
 
 #include "asn1_x680.h"
 
@@ -14,33 +15,33 @@
 extern "C" {
 #endif
 
-/** Gives rsaSignatureWithripemd160, 1.3.36.3.3.1.2. */
+/** Returns rsaSignatureWithripemd160, 1.3.36.3.3.1.2. */
 const ObjId *asn1_Get_rsaSignatureWithripemd160(void);
-/** Gives ansi_X9_62, 1.2.840.10045. */
+/** Returns ansi_X9_62, 1.2.840.10045. */
 const ObjId *asn1_Get_ansi_X9_62(void);
-/** Gives id_ecPublicKey, 1.2.840.10045.2.1. */
+/** Returns id_ecPublicKey, 1.2.840.10045.2.1. */
 const ObjId *asn1_Get_id_ecPublicKey(void);
-/** Gives RIPEMD_160, 1.3.36.3.2.1. */
+/** Returns RIPEMD_160, 1.3.36.3.2.1. */
 const ObjId *asn1_Get_RIPEMD_160(void);
-/** Gives rsaEncryption, 1.2.840.113549.1.1.1. */
+/** Returns rsaEncryption, 1.2.840.113549.1.1.1. */
 const ObjId *asn1_Get_rsaEncryption(void);
-/** Gives md2WithRSAEncryption, 1.2.840.113549.1.1.2. */
+/** Returns md2WithRSAEncryption, 1.2.840.113549.1.1.2. */
 const ObjId *asn1_Get_md2WithRSAEncryption(void);
-/** Gives md5WithRSAEncryption, 1.2.840.113549.1.1.4. */
+/** Returns md5WithRSAEncryption, 1.2.840.113549.1.1.4. */
 const ObjId *asn1_Get_md5WithRSAEncryption(void);
-/** Gives sha_1WithRSAEncryption, 1.2.840.113549.1.1.5. */
+/** Returns sha_1WithRSAEncryption, 1.2.840.113549.1.1.5. */
 const ObjId *asn1_Get_sha_1WithRSAEncryption(void);
-/** Gives sha256WithRSAEncryption, 1.2.840.113549.1.1.11. */
+/** Returns sha256WithRSAEncryption, 1.2.840.113549.1.1.11. */
 const ObjId *asn1_Get_sha256WithRSAEncryption(void);
-/** Gives sha384WithRSAEncryption, 1.2.840.113549.1.1.12. */
+/** Returns sha384WithRSAEncryption, 1.2.840.113549.1.1.12. */
 const ObjId *asn1_Get_sha384WithRSAEncryption(void);
-/** Gives sha512WithRSAEncryption, 1.2.840.113549.1.1.13. */
+/** Returns sha512WithRSAEncryption, 1.2.840.113549.1.1.13. */
 const ObjId *asn1_Get_sha512WithRSAEncryption(void);
-/** Gives id_SHA1, 1.3.14.3.2.26. */
+/** Returns id_SHA1, 1.3.14.3.2.26. */
 const ObjId *asn1_Get_id_SHA1(void);
-/** Gives md2, 1.2.840.113549.2.2. */
+/** Returns md2, 1.2.840.113549.2.2. */
 const ObjId *asn1_Get_md2(void);
-/** Gives md5, 1.2.840.113549.2.5. */
+/** Returns md5, 1.2.840.113549.2.5. */
 const ObjId *asn1_Get_md5(void);
 
 #ifdef __cplusplus

@@ -1,9 +1,9 @@
 /**
  * @file card.h
- * Two flat records of a smart card.
+ * Two records of a smart card, whose fields are octets without structure.
  */
-#ifndef CARD_H
-#define CARD_H
+#ifndef ORVELASN1_CARD_H
+#define ORVELASN1_CARD_H
 
 #include "asn1_x680.h"
 
@@ -11,7 +11,7 @@
 extern "C" {
 #endif
 
-/** CardInfo ::= SEQUENCE of six OCTET STRINGs, whose meaning is the caller's. */
+/** CardInfo ::= SEQUENCE of six OCTET STRINGs. The caller decides what they mean. */
 typedef struct CardInfo {
   OctetString *octets1; /**< owned */
   OctetString *octets2; /**< owned */
@@ -21,32 +21,34 @@ typedef struct CardInfo {
   OctetString *octets6; /**< owned */
 } CardInfo;
 
-/** PublicKeyMAC ::= SEQUENCE of two OCTET STRINGs, whose meaning is the caller's. */
+/** PublicKeyMAC ::= SEQUENCE of two OCTET STRINGs. The caller decides what they mean. */
 typedef struct PublicKeyMAC {
   OctetString *octets1; /**< owned */
   OctetString *octets2; /**< owned */
 } PublicKeyMAC;
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 CardInfo *asn1_CardInfo_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_CardInfo_free(CardInfo *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_CardInfo_e(uint8_t **pp, const CardInfo *pElement);
-/** Gives the cursor behind the last field of the CardInfo that was recognised, or NULL. */
+/** Decodes a CardInfo. Returns the cursor past the last field that it recognises, or NULL. */
 const uint8_t *asn1_CardInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                CardInfo **ppElement, uint32_t depth);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 PublicKeyMAC *asn1_PublicKeyMAC_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_PublicKeyMAC_free(PublicKeyMAC *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_PublicKeyMAC_e(uint8_t **pp, const PublicKeyMAC *pElement);
-/** Gives the cursor behind the last field of the PublicKeyMAC that was recognised, or NULL. */
+/** Decodes a PublicKeyMAC. Returns the cursor past the last field that it recognises, or NULL. */
 const uint8_t *asn1_PublicKeyMAC_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                    PublicKeyMAC **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 PublicKeyMAC *asn1_PublicKeyMAC_clone(const PublicKeyMAC *pElement);
 
 #ifdef __cplusplus

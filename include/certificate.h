@@ -2,16 +2,16 @@
  * @file certificate.h
  * X.509 certificates (RFC 5280, 4.1).
  *
- * A decoded certificate keeps as octets what a signature covers (`tbsEncoded`) and the names as
- * they came (`issuerEncoded`, `subjectEncoded`), beside the decoded forms. The encoders write these
- * octets where they are set and do not look at the decoded form. To change a decoded certificate,
- * first release `tbsEncoded`, and for a name also `issuerEncoded` or `subjectEncoded`, and set them
- * to NULL.
+ * A decoded certificate keeps, beside the decoded fields, the octets that its signature covers
+ * (`tbsEncoded`) and those of its names (`issuerEncoded`, `subjectEncoded`). Where these octets are
+ * set, the encoders write them and ignore the decoded form. To change a decoded certificate, first
+ * release `tbsEncoded`, and for a name also `issuerEncoded` or `subjectEncoded`, and set them to
+ * NULL.
  *
- * Nothing is verified. An extension stays as it came: its value is for the caller to decode.
+ * Nothing is verified. The value of an extension is not decoded.
  */
-#ifndef CERTIFICATE_H
-#define CERTIFICATE_H
+#ifndef ORVELASN1_CERTIFICATE_H
+#define ORVELASN1_CERTIFICATE_H
 
 #include "asn1_x501.h"
 #include "asn1_x680.h"
@@ -47,7 +47,7 @@ typedef List Extensions;
 
 /** TBSCertificate: what the signature of a certificate covers. */
 typedef struct Certificate_TBS {
-  Integer *version;                 /**< owned; NULL where the field is not there */
+  Integer *version;                 /**< owned; NULL where absent */
   Integer *serialNumber;            /**< owned */
   AlgId *signature;                 /**< the inner algorithm, owned */
   RDNSequence *issuerSequence;      /**< owned, or NULL */
@@ -60,7 +60,7 @@ typedef struct Certificate_TBS {
   SubjectPKI *subjectPublicKeyInfo; /**< owned */
   BitString *issuerUniqueID;        /**< owned, or NULL */
   BitString *subjectUniqueID;       /**< owned, or NULL */
-  Extensions *extensions;           /**< owned; NULL where the field is not there */
+  Extensions *extensions;           /**< owned; NULL where absent */
 } Certificate_TBS;
 
 /** Certificate ::= SEQUENCE { tbsCertificate, signatureAlgorithm, signatureValue BIT STRING }. */
@@ -71,117 +71,129 @@ typedef struct Certificate {
   BitString *signatureValue;       /**< owned */
 } Certificate;
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 Validity *asn1_Validity_new(void);
 
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_Validity_free(Validity *pElement);
 
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_Validity_e(uint8_t **pp, const Validity *pElement);
 
-/** Gives the cursor behind the last field of the Validity, or NULL. */
+/** Decodes a Validity. Returns the cursor past the last field that it recognises, or NULL. */
 const uint8_t *asn1_Validity_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                Validity **ppElement, uint32_t depth);
 
 /**
- * Gives a deep copy, which the caller owns; NULL for NULL, a time of unknown kind in it, or when
- * memory is exhausted.
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, for a time of unknown kind in
+ * the record, or when memory is exhausted.
  */
 Validity *asn1_Validity_clone(const Validity *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 SubjectPKI *asn1_SubjectPKI_new(void);
 
-/** Gives nothing; zeroes the key's octets and releases the record and what it owns. NULL is
- * ignored. */
+/** Zeroes the key's octets, then releases the record and what it owns. NULL is ignored. */
 void asn1_SubjectPKI_free(SubjectPKI *pElement);
 
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. The key
- * goes through asn1_BitString_e(), which shortens one that ends in zero bits. */
+/**
+ * Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. The key
+ * goes through asn1_BitString_e(), which shortens one that ends in zero bits.
+ */
 uint32_t asn1_SubjectPKI_e(uint8_t **pp, const SubjectPKI *pElement);
 
-/** Gives the cursor behind the last field of the SubjectPKI, or NULL. */
+/** Decodes a SubjectPKI. Returns the cursor past the last field that it recognises, or NULL. */
 const uint8_t *asn1_SubjectPKI_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  SubjectPKI **ppElement, uint32_t depth);
 
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 SubjectPKI *asn1_SubjectPKI_clone(const SubjectPKI *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 Extension *asn1_Extension_new(void);
 
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_Extension_free(Extension *pElement);
 
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails.
- * `critical` is written, as its low octet, where it is not 0. */
+/**
+ * Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure.
+ * `critical` is written, as its low octet, where it is not 0.
+ */
 uint32_t asn1_Extension_e(uint8_t **pp, const Extension *pElement);
 
-/** Gives the cursor behind the last field of the Extension, or NULL. */
+/** Decodes an Extension. Returns the cursor past the last field that it recognises, or NULL. */
 const uint8_t *asn1_Extension_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                 Extension **ppElement, uint32_t depth);
 
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 Extension *asn1_Extension_clone(const Extension *pElement);
 
-/** Gives nothing; releases the list and its records. NULL is ignored. */
+/** Releases the list and its records. NULL is ignored. */
 void asn1_Extensions_free(Extensions *pElement);
 
-/** Gives the number of octets of the SEQUENCE; 0 when an extension fails. */
+/** Encodes the SEQUENCE. Returns the number of octets, or 0 when an extension fails. */
 uint32_t asn1_Extensions_e(uint8_t **pp, const Extensions *pElement);
 
-/** Gives the cursor behind the SEQUENCE, or NULL; as asn1_SeqOf_d(). */
+/** Decodes the SEQUENCE, as asn1_SeqOf_d(). Returns the cursor past it, or NULL. */
 const uint8_t *asn1_Extensions_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  Extensions **ppElement, uint32_t depth);
 
-/** Gives a deep copy, which the caller owns; NULL when memory is exhausted. */
+/** Makes a deep copy, which the caller owns. Returns NULL when memory is exhausted. */
 Extensions *asn1_Extensions_clone(const Extensions *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 Certificate_TBS *asn1_Certificate_TBS_new(void);
 
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_Certificate_TBS_free(Certificate_TBS *pElement);
 
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. A name
- * is written from its encoded form, else from its sequence, else from its text. */
+/**
+ * Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. A name
+ * is written from its encoded form; without that, from its sequence; without both, from its text.
+ */
 uint32_t asn1_Certificate_TBS_e(uint8_t **pp, const Certificate_TBS *pElement);
 
 /**
- * Gives the cursor behind the last field that was recognised, or NULL. An empty issuer or subject
- * fails; so do unique identifiers or extensions without a version, or with version 0. A value in a
- * name under an identifier octet of 100 or more ends the process, as asn1_Name_d() says.
+ * Decodes a TBSCertificate. Returns the cursor past the last field that it recognises, or NULL. An
+ * empty issuer or subject fails. So do unique identifiers or extensions without a version, or with
+ * version 0. A value in a name under an identifier octet of 100 or more ends the process, as
+ * asn1_Name_d() says.
  */
 const uint8_t *asn1_Certificate_TBS_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                       Certificate_TBS **ppElement, uint32_t depth);
 
 /**
- * Gives a deep copy, which the caller owns; NULL for NULL, a time of unknown kind in it, or when
- * memory is exhausted.
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, for a time of unknown kind in
+ * the record, or when memory is exhausted.
  */
 Certificate_TBS *asn1_Certificate_TBS_clone(const Certificate_TBS *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 Certificate *asn1_Certificate_new(void);
 
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_Certificate_free(Certificate *pElement);
 
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. The
- * signed part is written from `tbsEncoded`, else from `tbsCertificate`. */
+/**
+ * Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. The
+ * signed part is written from `tbsEncoded` or, without that, from `tbsCertificate`.
+ */
 uint32_t asn1_Certificate_e(uint8_t **pp, const Certificate *pElement);
 
 /**
- * Gives the cursor behind the signature, or NULL. A value in a name under an identifier octet of
- * 100 or more ends the process, as asn1_Name_d() says.
+ * Decodes a Certificate. Returns the cursor past the signature, or NULL. A value in a name under an
+ * identifier octet of 100 or more ends the process, as asn1_Name_d() says.
  */
 const uint8_t *asn1_Certificate_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                   Certificate **ppElement, uint32_t depth);
 
 /**
- * Gives a deep copy, which the caller owns; NULL for NULL, a time of unknown kind in it, or when
- * memory is exhausted.
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, for a time of unknown kind in
+ * the record, or when memory is exhausted.
  */
 Certificate *asn1_Certificate_clone(const Certificate *pElement);
 

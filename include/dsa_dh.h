@@ -2,8 +2,8 @@
  * @file dsa_dh.h
  * DSA (FIPS 186) and X9.42 Diffie-Hellman parameters, and their identifiers.
  */
-#ifndef DSA_DH_H
-#define DSA_DH_H
+#ifndef ORVELASN1_DSA_DH_H
+#define ORVELASN1_DSA_DH_H
 
 #include "asn1_x680.h"
 
@@ -39,71 +39,82 @@ typedef struct DomainParameters {
   ValidationParms *validationParms; /**< owned, or NULL */
 } DomainParameters;
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 DssParms *asn1_DssParms_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_DssParms_free(DssParms *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_DssParms_e(uint8_t **pp, const DssParms *pElement);
-/** Gives the cursor behind the last field of the DssParms that was recognised, or NULL. */
+/** Decodes a DssParms. Returns the cursor past the last field that it recognises, or NULL. */
 const uint8_t *asn1_DssParms_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                DssParms **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 DssParms *asn1_DssParms_clone(const DssParms *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 DssSigValue *asn1_DssSigValue_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_DssSigValue_free(DssSigValue *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_DssSigValue_e(uint8_t **pp, const DssSigValue *pElement);
-/** Gives the cursor behind the last field of the DssSigValue that was recognised, or NULL. */
+/** Decodes a DssSigValue. Returns the cursor past the last field that it recognises, or NULL. */
 const uint8_t *asn1_DssSigValue_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                   DssSigValue **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 DssSigValue *asn1_DssSigValue_clone(const DssSigValue *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 ValidationParms *asn1_ValidationParms_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_ValidationParms_free(ValidationParms *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_ValidationParms_e(uint8_t **pp, const ValidationParms *pElement);
-/** Gives the cursor behind the last field of the ValidationParms that was recognised, or NULL. */
+/**
+ * Decodes a ValidationParms. Returns the cursor past the last field that it recognises, or NULL.
+ */
 const uint8_t *asn1_ValidationParms_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                       ValidationParms **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 ValidationParms *asn1_ValidationParms_clone(const ValidationParms *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 DomainParameters *asn1_DomainParameters_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_DomainParameters_free(DomainParameters *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_DomainParameters_e(uint8_t **pp, const DomainParameters *pElement);
 /**
- * Gives the cursor behind the last field, or NULL. What follows `q` must be `j`, and only then
- * `validationParms`: the encoder writes forms that are not read back.
+ * Decodes a DomainParameters. Returns the cursor past the last field that it recognises, or NULL.
+ * After `q` there must be `j`, and only after that `validationParms`: the encoder also writes forms
+ * that this decoder refuses.
  */
 const uint8_t *asn1_DomainParameters_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                        DomainParameters **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 DomainParameters *asn1_DomainParameters_clone(const DomainParameters *pElement);
 
-/* Object identifiers. Each getter gives the same constant record on every call. It belongs to the
- * library: it is never released, nor stored in a record that will be. */
+/* Object identifiers. Each getter returns the same constant record on every call. The library owns
+ * it: never release it, nor store it in a record that will be released. */
 
-/** Gives dhpublicnumber, 1.2.840.10046.2.1. */
+/** Returns dhpublicnumber, 1.2.840.10046.2.1. */
 const ObjId *asn1_Get_dhpublicnumber(void);
-/** Gives id_dsa_with_sha1, 1.2.840.10040.4.3. */
+/** Returns id_dsa_with_sha1, 1.2.840.10040.4.3. */
 const ObjId *asn1_Get_id_dsa_with_sha1(void);
-/** Gives id_dsa, 1.2.840.10040.4.1. */
+/** Returns id_dsa, 1.2.840.10040.4.1. */
 const ObjId *asn1_Get_id_dsa(void);
-/** Gives dsaWithSha, 1.3.14.3.2.13. */
+/** Returns dsaWithSha, 1.3.14.3.2.13. */
 const ObjId *asn1_Get_dsaWithSha(void);
-/** Gives dsaWithSha1, 1.3.14.3.2.27. */
+/** Returns dsaWithSha1, 1.3.14.3.2.27. */
 const ObjId *asn1_Get_dsaWithSha1(void);
-/** Gives dsa, 1.3.14.3.2.12. */
+/** Returns dsa, 1.3.14.3.2.12. */
 const ObjId *asn1_Get_dsa(void);
 
 #ifdef __cplusplus

@@ -2,11 +2,12 @@
  * @file global_identifier.h
  * Object identifiers: the global identifier, a name attribute.
  *
- * Each getter gives the same constant record on every call. It belongs to the library: it is never
- * released, nor stored in a record that will be.
+ * Each getter returns the same constant record on every call. The library owns it: never release
+ * it,
+ * nor store it in a record that will be released.
  */
-#ifndef GLOBAL_IDENTIFIER_H
-#define GLOBAL_IDENTIFIER_H
+#ifndef ORVELASN1_GLOBAL_IDENTIFIER_H
+#define ORVELASN1_GLOBAL_IDENTIFIER_H
 
 #include "asn1_x680.h"
 
@@ -14,7 +15,7 @@
 extern "C" {
 #endif
 
-/** Gives korvaneGlobalIdentifier, 1.3.6.1.4.1.53917.1.1.2.2.75. */
+/** Returns korvaneGlobalIdentifier, 1.3.6.1.4.1.53917.1.1.2.2.75. */
 const ObjId *asn1_Get_korvaneGlobalIdentifier(void);
 
 #ifdef __cplusplus

@@ -2,11 +2,12 @@
  * @file ms_enrolment.h
  * Object identifiers: Microsoft certificate enrolment.
  *
- * Each getter gives the same constant record on every call. It belongs to the library: it is never
- * released, nor stored in a record that will be.
+ * Each getter returns the same constant record on every call. The library owns it: never release
+ * it,
+ * nor store it in a record that will be released.
  */
-#ifndef MS_ENROLMENT_H
-#define MS_ENROLMENT_H
+#ifndef ORVELASN1_MS_ENROLMENT_H
+#define ORVELASN1_MS_ENROLMENT_H
 
 #include "asn1_x680.h"
 
@@ -14,17 +15,17 @@
 extern "C" {
 #endif
 
-/** Gives ms_certificate_request_extensions, 1.3.6.1.4.1.311.2.1.14. */
+/** Returns ms_certificate_request_extensions, 1.3.6.1.4.1.311.2.1.14. */
 const ObjId *asn1_Get_ms_certificate_request_extensions(void);
-/** Gives ms_enrolment_csp, 1.3.6.1.4.1.311.13.2.2. */
+/** Returns ms_enrolment_csp, 1.3.6.1.4.1.311.13.2.2. */
 const ObjId *asn1_Get_ms_enrolment_csp(void);
-/** Gives ms_os_version, 1.3.6.1.4.1.311.13.2.3. */
+/** Returns ms_os_version, 1.3.6.1.4.1.311.13.2.3. */
 const ObjId *asn1_Get_ms_os_version(void);
-/** Gives ms_certificate_template_name, 1.3.6.1.4.1.311.20.2. */
+/** Returns ms_certificate_template_name, 1.3.6.1.4.1.311.20.2. */
 const ObjId *asn1_Get_ms_certificate_template_name(void);
-/** Gives ms_certificate_template_name_3, 1.3.6.1.4.1.311.20.2.3. */
+/** Returns ms_certificate_template_name_3, 1.3.6.1.4.1.311.20.2.3. */
 const ObjId *asn1_Get_ms_certificate_template_name_3(void);
-/** Gives ms_ca_key_cert_index_pair, 1.3.6.1.4.1.311.21.1. */
+/** Returns ms_ca_key_cert_index_pair, 1.3.6.1.4.1.311.21.1. */
 const ObjId *asn1_Get_ms_ca_key_cert_index_pair(void);
 
 #ifdef __cplusplus

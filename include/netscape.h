@@ -2,11 +2,12 @@
  * @file netscape.h
  * Object identifiers: Netscape certificate extensions.
  *
- * Each getter gives the same constant record on every call. It belongs to the library: it is never
- * released, nor stored in a record that will be.
+ * Each getter returns the same constant record on every call. The library owns it: never release
+ * it,
+ * nor store it in a record that will be released.
  */
-#ifndef NETSCAPE_H
-#define NETSCAPE_H
+#ifndef ORVELASN1_NETSCAPE_H
+#define ORVELASN1_NETSCAPE_H
 
 #include "asn1_x680.h"
 
@@ -14,29 +15,29 @@
 extern "C" {
 #endif
 
-/** Gives netscape, 2.16.840.1.113730. */
+/** Returns netscape, 2.16.840.1.113730. */
 const ObjId *asn1_Get_netscape(void);
-/** Gives netscape_cert_extension, 2.16.840.1.113730.1. */
+/** Returns netscape_cert_extension, 2.16.840.1.113730.1. */
 const ObjId *asn1_Get_netscape_cert_extension(void);
-/** Gives netscape_cert_type, 2.16.840.1.113730.1.1. */
+/** Returns netscape_cert_type, 2.16.840.1.113730.1.1. */
 const ObjId *asn1_Get_netscape_cert_type(void);
-/** Gives netscape_base_url, 2.16.840.1.113730.1.2. */
+/** Returns netscape_base_url, 2.16.840.1.113730.1.2. */
 const ObjId *asn1_Get_netscape_base_url(void);
-/** Gives netscape_revocation_url, 2.16.840.1.113730.1.3. */
+/** Returns netscape_revocation_url, 2.16.840.1.113730.1.3. */
 const ObjId *asn1_Get_netscape_revocation_url(void);
-/** Gives netscape_ca_revocation_url, 2.16.840.1.113730.1.4. */
+/** Returns netscape_ca_revocation_url, 2.16.840.1.113730.1.4. */
 const ObjId *asn1_Get_netscape_ca_revocation_url(void);
-/** Gives netscape_cert_renewal_url, 2.16.840.1.113730.1.7. */
+/** Returns netscape_cert_renewal_url, 2.16.840.1.113730.1.7. */
 const ObjId *asn1_Get_netscape_cert_renewal_url(void);
-/** Gives netscape_ca_policy_url, 2.16.840.1.113730.1.8. */
+/** Returns netscape_ca_policy_url, 2.16.840.1.113730.1.8. */
 const ObjId *asn1_Get_netscape_ca_policy_url(void);
-/** Gives netscape_ssl_server_name, 2.16.840.1.113730.1.12. */
+/** Returns netscape_ssl_server_name, 2.16.840.1.113730.1.12. */
 const ObjId *asn1_Get_netscape_ssl_server_name(void);
-/** Gives netscape_comment, 2.16.840.1.113730.1.13. */
+/** Returns netscape_comment, 2.16.840.1.113730.1.13. */
 const ObjId *asn1_Get_netscape_comment(void);
-/** Gives netscape_data_type, 2.16.840.1.113730.2. */
+/** Returns netscape_data_type, 2.16.840.1.113730.2. */
 const ObjId *asn1_Get_netscape_data_type(void);
-/** Gives netscape_cert_sequence, 2.16.840.1.113730.2.5. */
+/** Returns netscape_cert_sequence, 2.16.840.1.113730.2.5. */
 const ObjId *asn1_Get_netscape_cert_sequence(void);
 
 #ifdef __cplusplus

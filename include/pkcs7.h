@@ -2,10 +2,11 @@
  * @file pkcs7.h
  * Cryptographic message syntax (PKCS #7, RFC 2315).
  *
- * Nothing is signed, verified or decrypted. Certificates and CRLs in a message stay whole elements.
+ * Nothing is signed, verified or decrypted. Certificates and CRLs in a message are whole elements,
+ * not decoded.
  */
-#ifndef PKCS7_H
-#define PKCS7_H
+#ifndef ORVELASN1_PKCS7_H
+#define ORVELASN1_PKCS7_H
 
 #include "asn1_x501.h"
 #include "pkcs9.h"
@@ -14,7 +15,7 @@
 extern "C" {
 #endif
 
-/** The value of a ContentInfo, whose `contentType` says what it points at. */
+/** The value of a ContentInfo, whose `contentType` decides the type of `value`. */
 typedef struct Content {
   void *value; /**< an OctetString for data, a SignedData, an EncryptedData, for any other type an
                   Any; owned by the ContentInfo; or NULL */
@@ -74,133 +75,148 @@ typedef struct EncryptedData {
 } EncryptedData;
 
 /**
- * Gives a new record with an empty `content`, or NULL when there is no memory for the record. Where
- * there is none for `content` the process ends. The record cannot be released before `contentType`
- * is set.
+ * Makes a record with an empty `content`. Returns NULL when there is no memory for the record. When
+ * there is no memory for `content` the process ends. The record cannot be released before
+ * `contentType` is set.
  */
 ContentInfo *asn1_ContentInfo_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. A record without a
- * `contentType` ends the process, and so does one without a `content`. */
+/**
+ * Releases the record and what it owns. NULL is ignored. A record without a `contentType` or
+ * without a `content` ends the process.
+ */
 void asn1_ContentInfo_free(ContentInfo *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails, or the
- * nesting is deeper than the stack of the thread allows. */
+/**
+ * Encodes the record, which must not be NULL. Returns its size in octets, or 0 when a field fails
+ * or the nesting is deeper than the stack of the thread allows.
+ */
 uint32_t asn1_ContentInfo_e(uint8_t **pp, const ContentInfo *pElement);
 /**
- * Gives the cursor behind the last field of the ContentInfo that was recognised, and behind the
- * end-of-contents where the length is indefinite; or NULL, also where the nesting is deeper than
- * the stack of the thread allows. An input that opens as a ContentInfo but has no well-formed
- * identifier in it ends the process, and so does exhausted memory where that identifier is read. A
- * value in the name of a signer's issuer may end it, as asn1_Name_d() says.
+ * Decodes a ContentInfo. Returns the cursor past the last field that it recognises, and past the
+ * end-of-contents where the length is indefinite. Returns NULL on failure, also where the nesting
+ * is deeper than the stack of the thread allows. An input that opens as a ContentInfo but has no
+ * well-formed identifier in it ends the process. So does exhausted memory where that identifier is
+ * read. A value in the name of a signer's issuer may end the process, as asn1_Name_d() says.
  */
 const uint8_t *asn1_ContentInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                   ContentInfo **ppElement, uint32_t depth);
 /**
- * Gives a deep copy, which the caller owns; NULL for NULL, when memory is exhausted, or where the
- * nesting is deeper than the stack of the thread allows. A record with a `content` and without a
- * `contentType` ends the process, and so does exhausted memory before the type is copied.
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, when memory is exhausted, or
+ * where the nesting is deeper than the stack of the thread allows. A record with a `content` and
+ * without a `contentType` ends the process. So does exhausted memory before the type is copied.
  */
 ContentInfo *asn1_ContentInfo_clone(const ContentInfo *pElement);
 
-/** Gives a new slot without a value, or NULL when memory is exhausted. */
+/** Makes a slot without a value. Returns NULL when memory is exhausted. */
 Content *asn1_Content_new(void);
-/** Gives nothing; releases the slot, but not its value. NULL is ignored. */
+/** Releases the slot, but not its value. NULL is ignored. */
 void asn1_Content_free(Content *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 SignedData *asn1_SignedData_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_SignedData_free(SignedData *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_SignedData_e(uint8_t **pp, const SignedData *pElement);
 /**
- * Gives the cursor behind the last field of the SignedData that was recognised, or NULL. What
+ * Decodes a SignedData. Returns the cursor past the last field that it recognises, or NULL. What
  * contentInfo and signerInfos hold may end the process, as asn1_ContentInfo_d() says.
  */
 const uint8_t *asn1_SignedData_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  SignedData **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns, or NULL; as asn1_ContentInfo_clone(). */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL, or ends the process, where
+ * asn1_ContentInfo_clone() does.
+ */
 SignedData *asn1_SignedData_clone(const SignedData *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 SignerInfo *asn1_SignerInfo_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_SignerInfo_free(SignerInfo *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_SignerInfo_e(uint8_t **pp, const SignerInfo *pElement);
 /**
- * Gives the cursor behind the last field of the SignerInfo that was recognised, or NULL. A value in
- * the name of the issuer may end the process, as asn1_Name_d() says.
+ * Decodes a SignerInfo. Returns the cursor past the last field that it recognises, or NULL. A value
+ * in the name of the issuer may end the process, as asn1_Name_d() says.
  */
 const uint8_t *asn1_SignerInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  SignerInfo **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 SignerInfo *asn1_SignerInfo_clone(const SignerInfo *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 IssuerAndSerialNumber *asn1_IssuerAndSerialNumber_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_IssuerAndSerialNumber_free(IssuerAndSerialNumber *pElement);
 /**
- * Gives the number of octets of the record, which must not be NULL; 0 when a field fails. The
- * issuer is written from its encoded form, else from its text.
+ * Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. The
+ * issuer is written from its encoded form or, without that, from its text.
  */
 uint32_t asn1_IssuerAndSerialNumber_e(uint8_t **pp, const IssuerAndSerialNumber *pElement);
 /**
- * Gives the cursor behind the last field of the IssuerAndSerialNumber that was recognised, or NULL.
- * A value in the name may end the process, as asn1_Name_d() says.
+ * Decodes an IssuerAndSerialNumber. Returns the cursor past the last field that it recognises, or
+ * NULL. A value in the name may end the process, as asn1_Name_d() says.
  */
 const uint8_t *asn1_IssuerAndSerialNumber_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                             IssuerAndSerialNumber **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 IssuerAndSerialNumber *asn1_IssuerAndSerialNumber_clone(const IssuerAndSerialNumber *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 EncryptedData *asn1_EncryptedData_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_EncryptedData_free(EncryptedData *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_EncryptedData_e(uint8_t **pp, const EncryptedData *pElement);
 /**
- * Gives the cursor behind the last field of the EncryptedData that was recognised, and behind the
- * end-of-contents where the length is indefinite; or NULL.
+ * Decodes an EncryptedData. Returns the cursor past the last field that it recognises, and past the
+ * end-of-contents where the length is indefinite. Returns NULL on failure.
  */
 const uint8_t *asn1_EncryptedData_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                     EncryptedData **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 EncryptedData *asn1_EncryptedData_clone(const EncryptedData *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 EncryptedContentInfo *asn1_EncryptedContentInfo_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_EncryptedContentInfo_free(EncryptedContentInfo *pElement);
 /**
- * Gives the number of octets of the record, which must not be NULL; 0 when a field fails. A NULL
+ * Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. A NULL
  * `encryptedContent` ends the process.
  */
 uint32_t asn1_EncryptedContentInfo_e(uint8_t **pp, const EncryptedContentInfo *pElement);
 /**
- * Gives the cursor behind the last field of the EncryptedContentInfo that was recognised, and
- * behind the end-of-contents where the length is indefinite; or NULL.
+ * Decodes an EncryptedContentInfo. Returns the cursor past the last field that it recognises, and
+ * past the end-of-contents where the length is indefinite. Returns NULL on failure.
  */
 const uint8_t *asn1_EncryptedContentInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                            EncryptedContentInfo **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 EncryptedContentInfo *asn1_EncryptedContentInfo_clone(const EncryptedContentInfo *pElement);
 
-/* Object identifiers. Each getter gives the same constant record on every call. It belongs to the
- * library: it is never released, nor stored in a record that will be. */
+/* Object identifiers. Each getter returns the same constant record on every call. The library owns
+ * it: never release it, nor store it in a record that will be released. */
 
-/** Gives data, 1.2.840.113549.1.7.1. */
+/** Returns data, 1.2.840.113549.1.7.1. */
 const ObjId *asn1_Get_data(void);
-/** Gives signedData, 1.2.840.113549.1.7.2. */
+/** Returns signedData, 1.2.840.113549.1.7.2. */
 const ObjId *asn1_Get_signedData(void);
-/** Gives envelopedData, 1.2.840.113549.1.7.3. */
+/** Returns envelopedData, 1.2.840.113549.1.7.3. */
 const ObjId *asn1_Get_envelopedData(void);
-/** Gives signedAndEnvelopedData, 1.2.840.113549.1.7.4. */
+/** Returns signedAndEnvelopedData, 1.2.840.113549.1.7.4. */
 const ObjId *asn1_Get_signedAndEnvelopedData(void);
-/** Gives digestedData, 1.2.840.113549.1.7.5. */
+/** Returns digestedData, 1.2.840.113549.1.7.5. */
 const ObjId *asn1_Get_digestedData(void);
-/** Gives encryptedData, 1.2.840.113549.1.7.6. */
+/** Returns encryptedData, 1.2.840.113549.1.7.6. */
 const ObjId *asn1_Get_encryptedData(void);
 
 #ifdef __cplusplus

@@ -2,8 +2,8 @@
  * @file pkcs8.h
  * Private keys (PKCS #8, RFC 5208).
  */
-#ifndef PKCS8_H
-#define PKCS8_H
+#ifndef ORVELASN1_PKCS8_H
+#define ORVELASN1_PKCS8_H
 
 #include "pkcs9.h"
 
@@ -19,7 +19,7 @@ typedef struct PrivateKeyInfo {
   Integer *version;           /**< owned */
   AlgId *privateKeyAlgorithm; /**< owned */
   OctetString *privateKey;    /**< the key in the encoding of its algorithm, not decoded; owned */
-  List *attributes;           /**< Attribute records, owned; NULL where the field is not there */
+  List *attributes;           /**< Attribute records, owned; NULL where absent */
 } PrivateKeyInfo;
 
 /** EncryptedPrivateKeyInfo ::= SEQUENCE { encryptionAlgorithm, encryptedData OCTET STRING }. */
@@ -28,32 +28,38 @@ typedef struct EncryptedPrivateKeyInfo {
   OctetString *encryptedData; /**< owned */
 } EncryptedPrivateKeyInfo;
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 PrivateKeyInfo *asn1_PrivateKeyInfo_new(void);
-/** Gives nothing; releases the record and what it owns, without wiping it. NULL is ignored. */
+/** Releases the record and what it owns, without wiping it. NULL is ignored. */
 void asn1_PrivateKeyInfo_free(PrivateKeyInfo *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_PrivateKeyInfo_e(uint8_t **pp, const PrivateKeyInfo *pElement);
-/** Gives the cursor behind the last field of the PrivateKeyInfo that was recognised, or NULL. */
+/**
+ * Decodes a PrivateKeyInfo. Returns the cursor past the last field that it recognises, or NULL.
+ */
 const uint8_t *asn1_PrivateKeyInfo_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                      PrivateKeyInfo **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 PrivateKeyInfo *asn1_PrivateKeyInfo_clone(const PrivateKeyInfo *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 EncryptedPrivateKeyInfo *asn1_EncryptedPrivateKeyInfo_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_EncryptedPrivateKeyInfo_free(EncryptedPrivateKeyInfo *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_EncryptedPrivateKeyInfo_e(uint8_t **pp, const EncryptedPrivateKeyInfo *pElement);
 /**
- * Gives the cursor behind the last field of the EncryptedPrivateKeyInfo that was recognised, or
+ * Decodes an EncryptedPrivateKeyInfo. Returns the cursor past the last field that it recognises, or
  * NULL.
  */
 const uint8_t *asn1_EncryptedPrivateKeyInfo_d(const uint8_t *z, const uint8_t *end,
                                               uint32_t impl_tag,
                                               EncryptedPrivateKeyInfo **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 EncryptedPrivateKeyInfo *asn1_EncryptedPrivateKeyInfo_clone(
     const EncryptedPrivateKeyInfo *pElement);
 

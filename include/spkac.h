@@ -2,8 +2,8 @@
  * @file spkac.h
  * The signed public key and challenge of browser key enrolment.
  */
-#ifndef SPKAC_H
-#define SPKAC_H
+#ifndef ORVELASN1_SPKAC_H
+#define ORVELASN1_SPKAC_H
 
 #include "certificate.h"
 
@@ -28,40 +28,45 @@ typedef struct SignedPublicKeyAndChallenge {
   BitString *signature;      /**< owned */
 } SignedPublicKeyAndChallenge;
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 PublicKeyAndChallenge *asn1_PublicKeyAndChallenge_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_PublicKeyAndChallenge_free(PublicKeyAndChallenge *pElement);
-/** Gives the number of octets of the record, which must not be NULL; 0 when a field fails. */
+/** Encodes the record, which must not be NULL. Returns its size in octets, or 0 on failure. */
 uint32_t asn1_PublicKeyAndChallenge_e(uint8_t **pp, const PublicKeyAndChallenge *pElement);
 /**
- * Gives the cursor behind the last field of the PublicKeyAndChallenge that was recognised, or NULL.
+ * Decodes a PublicKeyAndChallenge. Returns the cursor past the last field that it recognises, or
+ * NULL.
  */
 const uint8_t *asn1_PublicKeyAndChallenge_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                             PublicKeyAndChallenge **ppElement, uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 PublicKeyAndChallenge *asn1_PublicKeyAndChallenge_clone(const PublicKeyAndChallenge *pElement);
 
-/** Gives a new record, all fields zero, or NULL when memory is exhausted. */
+/** Makes a record with all fields zero. Returns NULL when memory is exhausted. */
 SignedPublicKeyAndChallenge *asn1_SignedPublicKeyAndChallenge_new(void);
-/** Gives nothing; releases the record and what it owns. NULL is ignored. */
+/** Releases the record and what it owns. NULL is ignored. */
 void asn1_SignedPublicKeyAndChallenge_free(SignedPublicKeyAndChallenge *pElement);
 /**
- * Gives the number of octets of the record, which must not be NULL; 0 when a field fails. Where
- * `tbsEncoded` is set it only measures: with `pp` it gives 0 and writes nothing. Release that field
- * and set it to NULL to write.
+ * Encodes the record, which must not be NULL. Returns its size in octets, or 0 when a field fails.
+ * Where `tbsEncoded` is set the function only measures: with `pp` it writes nothing and returns 0.
+ * To write, first release that field and set it to NULL.
  */
 uint32_t asn1_SignedPublicKeyAndChallenge_e(uint8_t **pp,
                                             const SignedPublicKeyAndChallenge *pElement);
 /**
- * Gives the cursor behind the last field of the SignedPublicKeyAndChallenge that was recognised, or
- * NULL.
+ * Decodes a SignedPublicKeyAndChallenge. Returns the cursor past the last field that it recognises,
+ * or NULL.
  */
 const uint8_t *asn1_SignedPublicKeyAndChallenge_d(const uint8_t *z, const uint8_t *end,
                                                   uint32_t impl_tag,
                                                   SignedPublicKeyAndChallenge **ppElement,
                                                   uint32_t depth);
-/** Gives a deep copy, which the caller owns; NULL for NULL, or when memory is exhausted. */
+/**
+ * Makes a deep copy, which the caller owns. Returns NULL for NULL, or when memory is exhausted.
+ */
 SignedPublicKeyAndChallenge *asn1_SignedPublicKeyAndChallenge_clone(
     const SignedPublicKeyAndChallenge *pElement);
 

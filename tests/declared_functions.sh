@@ -3,7 +3,8 @@
 #
 #   declared_functions.sh COMPILER INCLUDE_DIRECTORY
 #
-# The headers are read as C: preprocessed, a name of the library in front of a "(" is a function.
+# The headers are read as C: once they are preprocessed, a name of the library before a "(" is that of
+# a function.
 set -eu
 compiler=$1 include=$2
 for header in "$include"/*.h; do

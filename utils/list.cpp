@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <type_traits>
 
 // A short list is one block: the first elements stand in the list itself, and only a longer list
 // has a block of its own for them.
@@ -19,6 +20,15 @@ struct List {
 };
 
 namespace {
+
+// A class around an element function stands where C has the bare pointer, and is passed as that is.
+template <class Function>
+constexpr bool is_one_pointer =
+    std::conjunction_v<std::bool_constant<sizeof(Function) == sizeof(void (*)())>,
+                       std::is_trivially_copyable<Function>, std::is_standard_layout<Function>>;
+static_assert(is_one_pointer<List_destructor>);
+static_assert(is_one_pointer<List_cloner>);
+static_assert(is_one_pointer<List_comparison>);
 
 // The element functions take pointers to records, and are called here with pointers to void: the
 // list does not know the type. All pointers are passed alike on the platforms of this library, which

@@ -2,9 +2,19 @@
 #ifndef ORVELASN1_ELEMENT_FUNCTIONS_H
 #define ORVELASN1_ELEMENT_FUNCTIONS_H
 
+#include <type_traits>
+
 #include "core/library.h"
 
 namespace asn1 {
+
+// A class around an element function stands where C has the bare pointer, and is passed as that is.
+template <class Function>
+inline constexpr bool is_one_pointer =
+    std::conjunction_v<std::bool_constant<sizeof(Function) == sizeof(void (*)())>,
+                       std::is_trivially_copyable<Function>, std::is_standard_layout<Function>>;
+static_assert(is_one_pointer<asn1_encoder>);
+static_assert(is_one_pointer<asn1_decoder>);
 
 // The wrappers and lists take functions of any record type, and call them with pointers to void.
 // All pointers are passed alike on the platforms of this library, which is more than the language

@@ -1,9 +1,10 @@
 /*
- * Uses every function of the public headers, as a program in C11 does; every_function.cpp compiles
- * the same text as C++17. compile.sh looks after that none is missing.
+ * Uses every function of the public headers, as a program in C does; every_function.cpp compiles
+ * the same text as C++. compile.sh makes sure that none is missing.
  */
 #include <orvelasn1.h>
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
 
 static int failures = 0;
@@ -284,6 +285,70 @@ static void use_wrappers_and_lists(void) {
       asn1_expl_SeqOf_e(&p, 0xA3, list, asn1_Extension_e),
       asn1_expl_SeqOf_d(octets, p, 0xA3, asn1_Extension_d, asn1_Extension_free, &back, 0));
   List_free(list, asn1_Extension_free);
+}
+
+/* The functions of a caller's own record type go there as they stand, too. */
+typedef struct Own {
+  uint32_t number;
+} Own;
+
+static Own *new_own(uint32_t number) {
+  Own *own = (Own *)malloc(sizeof *own);
+  if (own != NULL) own->number = number;
+  return own;
+}
+
+static uint32_t released = 0;
+
+static void free_own(Own *own) {
+  if (own != NULL) released++;
+  free(own);
+}
+
+static Own *clone_own(const Own *own) { return new_own(own->number); }
+
+static int32_t compare_own(const Own *a, const Own *b) { return a->number != b->number; }
+
+static uint32_t encode_own(uint8_t **pp, const Own *own) {
+  return asn1_Enumerated_e(pp, own->number);
+}
+
+static const uint8_t *decode_own(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                 Own **place, uint32_t depth) {
+  *place = new_own(0);
+  return *place == NULL ? NULL : asn1_Enumerated_d(z, end, impl_tag, &(*place)->number, depth);
+}
+
+static void use_lists_of_an_own_type(void) {
+  static const uint8_t five[] = {0x30, 0x03, 0x0A, 0x01, 0x05};
+  const Own same = {5}, other = {6};
+  uint8_t octets[sizeof five], *p = octets;
+  void (*destructor)(Own *) = free_own;
+  List *list = NULL, *copy;
+  EXPECT(asn1_SeqOf_d(five, five + sizeof five, 0, decode_own, destructor, &list, 0) ==
+         five + sizeof five);
+  copy = List_clone(list, clone_own, &free_own);
+  List_free(list, destructor);
+  EXPECT(released == 1 && List_len(copy) == 1);
+  EXPECT(List_contains(copy, &same, compare_own) == 0);
+  EXPECT(List_contains(copy, &other, compare_own) == -1);
+  EXPECT(asn1_SeqOf_e(&p, copy, encode_own) == sizeof five);
+  EXPECT(memcmp(octets, five, sizeof five) == 0);
+  List_free(copy, free);
+  EXPECT(released == 1);
+}
+
+/* Where an element function may be NULL it is written as any null pointer is. */
+static void use_lists_without_functions(void) {
+  List *empty = List_new(0), *copy = List_clone(empty, NULL, NULL);
+  EXPECT(copy != NULL && List_contains(copy, empty, NULL) == -1);
+  EXPECT(asn1_SeqOf_e(NULL, empty, NULL) == 2);
+  List_free(empty, 0);
+#if defined __cplusplus || __STDC_VERSION__ >= 202311L
+  List_free(copy, nullptr);
+#else
+  List_free(copy, NULL);
+#endif
 }
 
 /*
@@ -664,6 +729,8 @@ int main(void) {
   use_names();
   use_certificates();
   use_wrappers_and_lists();
+  use_lists_of_an_own_type();
+  use_lists_without_functions();
   use_revocation_lists();
   use_extension_values();
   use_logotypes();

@@ -1,2 +1,2 @@
-// The same uses of every function, compiled as C++17: one text for both languages.
+// The same uses of every function, compiled as C++: one text for both languages.
 #include "every_function.c"  // NOLINT(bugprone-suspicious-include)
