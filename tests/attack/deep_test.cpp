@@ -143,6 +143,9 @@ Bytes textual_value(size_t size) { return text("/cn(12)=") + Bytes(size, 'a'); }
 Bytes textual_escapes(size_t size) { return text("/cn(12)=") + repeated(size, text("//")); }
 Bytes identifier(size_t size) { return element(6, repeated(size, hex("81 01"))); }
 Bytes dotted_identifier(size_t size) { return text("1.2") + repeated(size, text(".3")); }
+Bytes dots_and_blanks(size_t size) {
+  return text("1") + Bytes(size / 2, '.') + Bytes(size / 2, ' ');
+}
 Bytes number(size_t size) { return element(2, Bytes(size, 0x5A)); }
 
 struct Shape {
@@ -185,6 +188,7 @@ const Shape shapes[] = {
     {"AHundredThousandBitSegments", "BIT STRING", 400'000, bit_segments},
     {"AnIdentifierOfManyArcs", "OBJECT IDENTIFIER", mebi, identifier},
     {"ADottedIdentifierOfManyArcs", "dotted identifier", mebi, dotted_identifier},
+    {"ADottedIdentifierOfDotsAndBlanks", "dotted identifier", mebi, dots_and_blanks},
     {"ALongInteger", "INTEGER", 64 * mebi / less, number},
 };
 
