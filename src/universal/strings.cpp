@@ -157,30 +157,34 @@ void trace_octets(uint32_t depth, const Octets &octets) {
   }
 }
 
-/// Reads the content of a primitive string into a new record.
+/// Reads the content of a primitive string into a new record. Returns the position after it, or
+/// NULL.
 template <class Content, class Record>
-bool read_primitive(Reader *in, const Header &header, uint32_t depth, Record *record) {
+const uint8_t *read_primitive(Reader in, const Header &header, uint32_t depth, Record *record) {
   Content content;
   Octets octets;
-  if (!content.take(in, header, depth, &octets)) return false;
+  if (!content.take(&in, header, depth, &octets)) return nullptr;
   if (octets.count != 0) {
     record->data = new_array<uint8_t>(octets.count);
-    if (record->data == nullptr) return false;
+    if (record->data == nullptr) return nullptr;
     std::memcpy(record->data, octets.data, octets.count);
   }
   record->length = octets.count * Content::units - content.unused;
   trace_octets(depth, octets);
-  return true;
+  return in.position();
 }
 
-/// Joins the segments of a constructed string into a new record. The segments carry `tag`
-/// themselves and may be constructed in turn, to any depth. The value has whole octets: the unused
-/// bits of a segment are bits of the value.
+/// Joins the segments of a constructed string into a new record. Returns the position after them,
+/// or NULL. The segments carry `tag` themselves and may be constructed in turn, to any depth. The
+/// value has whole octets: the unused bits of a segment are bits of the value.
 ///
 /// In the trace, the segments and the opening line of a constructed value stand at `depth`, and its
 /// closing line one level above.
+///
+/// Not inlined, so that the decoder of a primitive string does not set up what this one needs.
 template <class Content, class Record>
-bool join_segments(Reader *in, const Header &header, uint8_t tag, uint32_t depth, Record *record) {
+[[gnu::noinline]] const uint8_t *join_segments(Reader in, Header header, uint8_t tag,
+                                               uint32_t depth, Record *record) {
   Content content;
   Buffer joined;
   OpenValues open;
@@ -189,34 +193,35 @@ bool join_segments(Reader *in, const Header &header, uint8_t tag, uint32_t depth
     if (opened.indefinite && from.left() < 2) return false;
     return open.push({from.content(opened), opened.indefinite});
   };
-  if (!enter(*in, header)) return false;
-  while (!open.empty()) {
+  if (!enter(in, header)) return nullptr;
+  for (;;) {
     OpenValues::Value &value = open.top();
     if (value.indefinite ? value.rest.read_outer_eoc() : value.rest.at_end()) {
       const uint8_t *const next = value.rest.position();
       if (depth != 0) trace_close(depth - 1);
       open.pop();
-      Reader &around = open.empty() ? *in : open.top().rest;
-      around.move_to(next);
+      if (open.empty()) {
+        record->length = joined.size() * Content::units;
+        record->data = joined.release();
+        return next;
+      }
+      open.top().rest.move_to(next);
       continue;
     }
     Header segment;
-    if (!value.rest.read_header(0, tag, Forms::any, &segment, depth)) return false;
+    if (!value.rest.read_header(0, tag, Forms::any, &segment, depth)) return nullptr;
     if (segment.constructed) {
-      if (!enter(value.rest, segment)) return false;
+      if (!enter(value.rest, segment)) return nullptr;
       continue;
     }
     Octets octets;
-    if (!content.take(&value.rest, segment, depth, &octets)) return false;
+    if (!content.take(&value.rest, segment, depth, &octets)) return nullptr;
     // A segment that is complete is traced, even where the value becomes too long with it.
     const bool fits = octets.count <= Content::limit - joined.size();
-    if (fits && !joined.append(octets.data, octets.count)) return false;
+    if (fits && !joined.append(octets.data, octets.count)) return nullptr;
     trace_octets(depth, octets);
-    if (!fits) return false;
+    if (!fits) return nullptr;
   }
-  record->length = joined.size() * Content::units;
-  record->data = joined.release();
-  return true;
 }
 
 /// Decodes a string in any form. Makes the record before it reads the content: where there is no
@@ -233,13 +238,15 @@ const uint8_t *decode_string(const char *function, const uint8_t *z, const uint8
   if (!in.read_header(impl_tag, tag, Forms::any, &header, depth)) return nullptr;
   auto *const record = new_record<Record>();
   if (record == nullptr) return nullptr;
-  if (header.constructed ? join_segments<Content>(&in, header, tag, depth, record)
-                         : read_primitive<Content>(&in, header, depth, record)) {
-    *place = record;
-    return in.position();
+  const uint8_t *const next = header.constructed
+                                  ? join_segments<Content>(in, header, tag, depth, record)
+                                  : read_primitive<Content>(in, header, depth, record);
+  if (next == nullptr) {
+    std::free(record);
+    return nullptr;
   }
-  std::free(record);
-  return nullptr;
+  *place = record;
+  return next;
 }
 
 // A named bit list: zero octets at the end are left out, and the zero bits below the last set bit

@@ -895,6 +895,21 @@ TEST(TextualNameMemory, EachFailingAllocationFailsTheWriter) {
   });
 }
 
+// Shorter and longer than what the writer puts on the stack.
+TEST(TextualNameMemory, TheTextIsTheOneAllocationOfTheWriter) {
+  for (const size_t length : {1U, 600U}) {
+    const std::string name = "/2.5.4.9(20)=" + std::string(length, 'a') + ",1.2.3(19)=b/cn(12)=c";
+    const Sequence sequence(asn1_Name_to_RDNSequence(name.c_str()));
+    EXPECT_EQ(1, support::expect_failure_at_each_allocation([&] {
+                const Text text(asn1_RDNSequence_to_Name(sequence.get()));
+                if (text != nullptr) {
+                  EXPECT_EQ(name, text.get());
+                }
+                return text != nullptr;
+              }));
+  }
+}
+
 TEST(TextualNameMemory, EachFailingAllocationFailsTheReader) {
   support::expect_failure_at_each_allocation([] {
     RDNSequence *sequence =
