@@ -4,7 +4,7 @@ namespace {
 
 constexpr bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-/// The value of a digit in any base up to 16, or 16 where `c` is none.
+/// Returns the value of a digit of any base up to 16, or 16 where `c` is no digit.
 constexpr uint32_t digit_value(char c) {
   if (asn1::is_digit(c)) return static_cast<uint32_t>(c - '0');
   if (c >= 'a' && c <= 'f') return static_cast<uint32_t>(c - 'a') + 10;

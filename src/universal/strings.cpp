@@ -95,7 +95,7 @@ class OpenValues {
   size_t capacity_ = 0;
 };
 
-/// Counts the octets ahead of the first pair of zero octets: the value of a primitive of indefinite
+/// Counts the octets before the first pair of zero octets: the value of a primitive of indefinite
 /// length. Fails without such a pair.
 bool find_zero_pair(const Reader &in, uint32_t *count) {
   const uint8_t *const octets = in.position();
