@@ -1,4 +1,4 @@
-// Reading numbers out of texts.
+// Reads numbers out of texts.
 #ifndef ORVELASN1_SCAN_H
 #define ORVELASN1_SCAN_H
 
@@ -10,19 +10,21 @@ namespace asn1 {
 /// Whether `c` is a decimal digit; never for a character with its top bit set.
 constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
-/// A number that no int32_t holds is a failure, and so is exhausted memory.
+/// What a text begins with. A number that no int32_t holds is a failure.
 enum class Scan { number, no_number, failure };
 
-/// Reads numbers as the conversion %i of sscanf does: white space in front, a sign, decimal, octal
-/// with a leading 0, hexadecimal with a leading 0x. The cost of all calls together does not grow
-/// faster than the text, as long as they go forward in it.
+/// Reads numbers as the conversion %i of sscanf does in the C locale (C17, 7.21.6.2 and 7.22.1.4):
+/// white space, a sign, decimal, octal after a leading 0, hexadecimal after a leading 0x. A 0x
+/// without digits is read whole, as 0. No other prefix is known.
 class IntegerScanner {
  public:
-  /// `*value`, and `*width`, the characters read, are set where there is a number.
+  /// Sets `*value`, and `*width`, the characters read, where there is a number.
+  ///
+  /// As long as they go forward in the text, the cost of all calls together is linear in it.
   Scan scan(const char *text, int32_t *value, size_t *width);
 
  private:
-  // White space up to here is known to have no number behind it.
+  // White space up to here is known to have no number after it.
   const char *barren_ = nullptr;
 };
 

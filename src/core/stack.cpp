@@ -25,23 +25,30 @@ struct Bounds {
   bool hold(uintptr_t position) const { return low <= position && position < high; }
 };
 
+struct Reading {
+  uintptr_t start = 0;  ///< where the outermost value was entered; 0 where none is read
+  uintptr_t limit = 0;  ///< the lowest position for a value in it
+};
+
 // In the block that every thread has from its start: looking them up calls and allocates nothing.
 [[gnu::tls_model("initial-exec")]] thread_local Bounds bounds;
-[[gnu::tls_model("initial-exec")]] thread_local uintptr_t reading_limit = 0;
+[[gnu::tls_model("initial-exec")]] thread_local Reading reading;
 
 uintptr_t here() { return reinterpret_cast<uintptr_t>(__builtin_frame_address(0)); }
 
-// The stack of the main thread ends behind the name of the program, which the kernel puts there, and
+// The stack of the main thread ends after the name of the program, which the kernel puts there, and
 // may grow as far as the process's limit allows. The thread library would read a file to find out.
 Bounds bounds_of_main_thread() {
-  constexpr rlim_t most = 0x4000000;
+  // The limit may be none, or raised since the program began, when the kernel left a gap of at least
+  // about 128 MiB below the stack: half of that is there, whatever the limit says.
+  constexpr rlim_t most = 64 << 20;
   rlimit limit = {};
   if (getrlimit(RLIMIT_STACK, &limit) != 0) return {};
   const auto high = (static_cast<uintptr_t>(getauxval(AT_EXECFN)) | 0xFFF) + 1;
   return {high - static_cast<uintptr_t>(std::min(limit.rlim_cur, most)), high};
 }
 
-// Asks once for each thread. False when memory is exhausted.
+// Asks once for each thread. Fails where memory is exhausted.
 bool find_bounds() {
   if (bounds.high != 0) return true;
   if (getpid() == gettid()) {
@@ -68,18 +75,18 @@ uintptr_t lowest(uintptr_t position) {
 
 }  // namespace
 
-asn1::ReadingNested::ReadingNested() : outermost_(reading_limit == 0), fits_(true) {
+asn1::ReadingNested::ReadingNested() : outermost_(here() >= reading.start), fits_(true) {
   const uintptr_t position = here();
   if (outermost_) {
     fits_ = find_bounds();
     const uintptr_t low = lowest(position);
-    reading_limit = position > low ? position - (position - low) / 3 : position;
+    reading = {position, position > low ? position - (position - low) / 3 : position};
   }
-  fits_ = fits_ && position >= reading_limit;
+  fits_ = fits_ && position >= reading.limit;
 }
 
 asn1::ReadingNested::~ReadingNested() {
-  if (outermost_) reading_limit = 0;
+  if (outermost_) reading = {};
 }
 
 bool asn1::stack_for_nested() {

@@ -7,6 +7,10 @@ namespace asn1 {
 /// Stands on the stack while a value is read that may hold further values of its kind. Together
 /// they may use a third of what was left of the stack when the outermost was entered, so that
 /// whatever is read can also be written, copied and released on the same thread.
+///
+/// A program may jump out of a reading, from the handler of the signal that ends the process or
+/// from its own allocator. What was left in the middle is forgotten as soon as a value is read that
+/// stands as far up on the stack or further: inside the other it would stand further down.
 class ReadingNested {
  public:
   ReadingNested();

@@ -1,5 +1,6 @@
 // BIT STRING, OCTET STRING and the character strings.
 #include "core/cursor.h"
+#include "core/tags.h"
 
 using namespace asn1;
 
@@ -7,7 +8,7 @@ namespace {
 
 constexpr const char *unit = "asn1_x680";
 
-/// Octets that are appended to, in one block that the caller takes over in the end.
+/// Octets in one block that grows and that the caller takes over in the end.
 class Buffer {
  public:
   Buffer() = default;
@@ -15,13 +16,13 @@ class Buffer {
   Buffer &operator=(const Buffer &) = delete;
   ~Buffer() { std::free(data_); }
 
-  /// The first octets get a block of their own size; only a value that goes on in further segments
-  /// gets room in advance.
+  /// Appends octets, which together with those before must be no more than 32 bits count. The first
+  /// octets get a block of their own size. Only a value that goes on in further segments gets room
+  /// in advance.
   bool append(const uint8_t *octets, uint32_t count) {
     if (count == 0) return true;
-    uint32_t sum;
-    if (__builtin_add_overflow(size_, count, &sum)) return false;
-    if ((data_ == nullptr || sum > capacity_) && !reserve(sum)) return false;
+    const uint32_t sum = size_ + count;
+    if (sum > capacity_ && !reserve(sum)) return false;
     std::memcpy(data_ + size_, octets, count);
     size_ = sum;
     return true;
@@ -57,7 +58,7 @@ class Buffer {
 };
 
 /// The constructed values that are open while a string is read, innermost last. They are kept on
-/// the heap: the input decides how many there are.
+/// the heap, because the input decides how many there are.
 class OpenValues {
  public:
   struct Value {
@@ -94,8 +95,8 @@ class OpenValues {
   size_t capacity_ = 0;
 };
 
-/// The octets in front of the first pair of zero octets: the value of a primitive of indefinite
-/// length. False where there is no such pair.
+/// Counts the octets before the first pair of zero octets: the value of a primitive of indefinite
+/// length. Fails without such a pair.
 bool find_zero_pair(const Reader &in, uint32_t *count) {
   const uint8_t *const octets = in.position();
   for (size_t i = 0; i + 1 < in.left() && i <= UINT32_MAX; ++i) {
@@ -115,24 +116,23 @@ struct Octets {
 
 /// The content of an OCTET STRING or character string.
 struct OctetContent {
+  static constexpr uint32_t units = 1;  ///< of the record's length in an octet
   static constexpr uint32_t limit = UINT32_MAX;
+  static constexpr uint32_t unused = 0;
 
-  /// Takes one primitive value behind its header.
-  static bool take(Reader *in, const Header &header, uint32_t depth, Octets *octets) {
+  /// Takes the content of one primitive value.
+  static bool take(Reader *in, const Header &header, uint32_t, Octets *octets) {
     octets->count = header.length;
     if (header.indefinite && !find_zero_pair(*in, &octets->count)) return false;
     if (!in->take(octets->count, &octets->data)) return false;
-    if (header.indefinite && !in->read_eoc()) return false;
-    if (depth != 0 && octets->count != 0) [[unlikely]] {
-      asn1_LogByteArray(depth, octets->data, static_cast<int32_t>(octets->count));
-    }
-    return true;
+    return !header.indefinite || in->read_eoc();
   }
 };
 
 /// The content of a BIT STRING.
 struct BitContent {
-  static constexpr uint32_t limit = UINT32_MAX / 8;  // the bits are counted in 32 bits
+  static constexpr uint32_t units = 8;
+  static constexpr uint32_t limit = UINT32_MAX / units;  // the bits are counted in 32 bits
 
   bool take(Reader *in, const Header &header, uint32_t depth, Octets *octets) {
     uint8_t octet;
@@ -145,31 +145,55 @@ struct BitContent {
     if (!in->take(octets->count, &octets->data) || octets->count > limit) return false;
     if (octet > 7 || (octets->count == 0 && octet != 0)) return false;
     unused = octet;
-    if (header.indefinite && !in->read_eoc()) return false;
-    if (depth != 0 && octets->count != 0) [[unlikely]] {
-      asn1_LogByteArray(depth, octets->data, static_cast<int32_t>(octets->count));
-    }
-    return true;
+    return !header.indefinite || in->read_eoc();
   }
 
-  uint32_t unused = 0;  ///< of the last value taken
+  uint32_t unused = 0;  ///< bits of the value that was taken
 };
 
-/// Joins the segments of a constructed string, which carry `tag` themselves and may be constructed
-/// in turn, to any depth. `in` stands behind the header of the string.
+void trace_octets(uint32_t depth, const Octets &octets) {
+  if (depth != 0) [[unlikely]] {
+    asn1_LogByteArray(depth, octets.data, static_cast<int32_t>(octets.count));
+  }
+}
+
+/// Reads the content of a primitive string into a new record. Returns the position after it, or
+/// NULL.
+template <class Content, class Record>
+const uint8_t *read_primitive(Reader in, const Header &header, uint32_t depth, Record *record) {
+  Content content;
+  Octets octets;
+  if (!content.take(&in, header, depth, &octets)) return nullptr;
+  if (octets.count != 0) {
+    record->data = new_array<uint8_t>(octets.count);
+    if (record->data == nullptr) return nullptr;
+    std::memcpy(record->data, octets.data, octets.count);
+  }
+  record->length = octets.count * Content::units - content.unused;
+  trace_octets(depth, octets);
+  return in.position();
+}
+
+/// Joins the segments of a constructed string into a new record. Returns the position after them,
+/// or NULL. The segments carry `tag` themselves and may be constructed in turn, to any depth. The
+/// value has whole octets: the unused bits of a segment are bits of the value.
 ///
 /// In the trace, the segments and the opening line of a constructed value stand at `depth`, and its
 /// closing line one level above.
-template <class Segment>
-bool join_segments(Reader *in, const Header &header, uint8_t tag, uint32_t depth, Buffer *joined) {
-  Segment content;
+///
+/// Not inlined, so that the decoder of a primitive string does not set up what this one needs.
+template <class Content, class Record>
+[[gnu::noinline]] const uint8_t *join_segments(Reader in, Header header, uint8_t tag,
+                                               uint32_t depth, Record *record) {
+  Content content;
+  Buffer joined;
   OpenValues open;
   // An indefinite value needs room for its end-of-contents from the start.
   auto enter = [&open](const Reader &from, const Header &opened) {
     if (opened.indefinite && from.left() < 2) return false;
     return open.push({from.content(opened), opened.indefinite});
   };
-  if (!enter(*in, header)) return false;
+  if (!enter(in, header)) return nullptr;
   for (;;) {
     OpenValues::Value &value = open.top();
     if (value.indefinite ? value.rest.read_outer_eoc() : value.rest.at_end()) {
@@ -177,32 +201,34 @@ bool join_segments(Reader *in, const Header &header, uint8_t tag, uint32_t depth
       if (depth != 0) trace_close(depth - 1);
       open.pop();
       if (open.empty()) {
-        in->move_to(next);
-        return true;
+        record->length = joined.size() * Content::units;
+        record->data = joined.release();
+        return next;
       }
       open.top().rest.move_to(next);
       continue;
     }
     Header segment;
-    if (!value.rest.read_header(0, tag, Forms::any, &segment, depth)) return false;
+    if (!value.rest.read_header(0, tag, Forms::any, &segment, depth)) return nullptr;
     if (segment.constructed) {
-      if (!enter(value.rest, segment)) return false;
+      if (!enter(value.rest, segment)) return nullptr;
       continue;
     }
     Octets octets;
-    if (!content.take(&value.rest, segment, depth, &octets) ||
-        !joined->append(octets.data, octets.count) || joined->size() > Segment::limit) {
-      return false;
-    }
+    if (!content.take(&value.rest, segment, depth, &octets)) return nullptr;
+    // A segment that is complete is traced, even where the value becomes too long with it.
+    const bool fits = octets.count <= Content::limit - joined.size();
+    if (fits && !joined.append(octets.data, octets.count)) return nullptr;
+    trace_octets(depth, octets);
+    if (!fits) return nullptr;
   }
 }
 
-/// Decodes a string in any form. `length(octets, content)` gives the length of the record: a value
-/// that was joined has whole octets, whatever its segments said, and comes with no content.
-template <class Segment, class Record, class Length>
+/// Decodes a string in any form. Makes the record before it reads the content: where there is no
+/// memory for it, the trace ends with the header.
+template <class Content, class Record>
 const uint8_t *decode_string(const char *function, const uint8_t *z, const uint8_t *end,
-                             uint32_t impl_tag, uint8_t tag, Record **place, uint32_t depth,
-                             Length length) {
+                             uint32_t impl_tag, uint8_t tag, Record **place, uint32_t depth) {
   require(z != nullptr, unit, function, "z != NULL");
   require(end != nullptr, unit, function, "end != NULL");
   require(place != nullptr, unit, function, "s != NULL");
@@ -210,34 +236,17 @@ const uint8_t *decode_string(const char *function, const uint8_t *z, const uint8
   Reader in(z, end);
   Header header;
   if (!in.read_header(impl_tag, tag, Forms::any, &header, depth)) return nullptr;
-
-  Segment content;
-  uint32_t count = 0;
-  uint8_t *data = nullptr;
-  if (header.constructed) {
-    Buffer joined;
-    if (!join_segments<Segment>(&in, header, tag, depth, &joined)) return nullptr;
-    count = joined.size();
-    data = joined.release();
-  } else {
-    Octets octets;
-    if (!content.take(&in, header, depth, &octets)) return nullptr;
-    count = octets.count;
-    if (count != 0) {
-      data = new_array<uint8_t>(count);
-      if (data == nullptr) return nullptr;
-      std::memcpy(data, octets.data, count);
-    }
-  }
   auto *const record = new_record<Record>();
-  if (record == nullptr) {
-    std::free(data);
+  if (record == nullptr) return nullptr;
+  const uint8_t *const next = header.constructed
+                                  ? join_segments<Content>(in, header, tag, depth, record)
+                                  : read_primitive<Content>(in, header, depth, record);
+  if (next == nullptr) {
+    std::free(record);
     return nullptr;
   }
-  record->length = length(count, content);
-  record->data = data;
   *place = record;
-  return in.position();
+  return next;
 }
 
 // A named bit list: zero octets at the end are left out, and the zero bits below the last set bit
@@ -248,13 +257,14 @@ uint32_t encode_named_bits(uint8_t **pp, uint32_t bits, const uint8_t *data) {
   const uint32_t whole = header_octets(count + 1) + count + 1;
   if (pp == nullptr) return whole;
   Writer out(pp);
-  out.header(3, count + 1);
+  out.header(tag::bit_string, count + 1);
   out.octet(count == 0 ? 0 : static_cast<uint8_t>(__builtin_ctz(data[count - 1])));
   out.octets(data, count);
   return whole;
 }
 
-/// Appends `count` octets to a block of `size`; NULL, and the block as before, when that fails.
+/// Appends `count` octets to a block of `size`. Returns the block, or NULL, which leaves it as it
+/// was.
 uint8_t *grown(uint8_t *data, uint32_t size, uint32_t count, const void *octets) {
   uint32_t sum;
   if (__builtin_add_overflow(size, count, &sum)) return nullptr;
@@ -298,7 +308,7 @@ uint32_t asn1_BitString_BER_e(uint8_t **pp, const BitString *pElement) {
   const uint32_t whole = header_octets(count + 1) + count + 1;
   if (pp == nullptr) return whole;
   Writer out(pp);
-  out.header(3, count + 1);
+  out.header(tag::bit_string, count + 1);
   out.octet(static_cast<uint8_t>(count * 8 - pElement->length));
   out.octets(pElement->data, count);
   return whole;
@@ -306,9 +316,7 @@ uint32_t asn1_BitString_BER_e(uint8_t **pp, const BitString *pElement) {
 
 const uint8_t *asn1_BitString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                 BitString **s, uint32_t depth) {
-  return decode_string<BitContent>(
-      __func__, z, end, impl_tag, 3, s, depth,
-      [](uint32_t octets, const BitContent &content) { return octets * 8 - content.unused; });
+  return decode_string<BitContent>(__func__, z, end, impl_tag, tag::bit_string, s, depth);
 }
 
 BitString *asn1_BitString_clone(const BitString *pElement) {
@@ -398,7 +406,8 @@ void asn1_ASN1String_free(ASN1String *pElement) {
 
 uint32_t asn1_ASN1String_e(uint8_t **pp, uint32_t tag, const ASN1String *pElement) {
   if (pElement == nullptr) return 0;
-  if ((tag & 0xFF) == 3) return encode_named_bits(pp, pElement->length, pElement->data);
+  if ((tag & 0xFF) == tag::bit_string)
+    return encode_named_bits(pp, pElement->length, pElement->data);
   const uint32_t whole = element_octets(pElement->length);
   if (pp == nullptr || whole == 0) return whole;
   Writer out(pp);
@@ -410,8 +419,7 @@ uint32_t asn1_ASN1String_e(uint8_t **pp, uint32_t tag, const ASN1String *pElemen
 const uint8_t *asn1_ASN1String_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  uint32_t tag, ASN1String **s, uint32_t depth) {
   return decode_string<OctetContent>(__func__, z, end, impl_tag, static_cast<uint8_t>(tag), s,
-                                     depth,
-                                     [](uint32_t octets, const OctetContent &) { return octets; });
+                                     depth);
 }
 
 ASN1String *asn1_ASN1String_clone(const ASN1String *pElement) {
@@ -440,11 +448,11 @@ ASN1String *asn1_ASN1String_append(ASN1String *s, uint32_t count, const void *by
 OctetString *asn1_OctetString_new(uint32_t length) { return asn1_ASN1String_new(length, nullptr); }
 void asn1_OctetString_free(OctetString *pElement) { asn1_ASN1String_free(pElement); }
 uint32_t asn1_OctetString_e(uint8_t **pp, const OctetString *pElement) {
-  return asn1_ASN1String_e(pp, 4, pElement);
+  return asn1_ASN1String_e(pp, tag::octet_string, pElement);
 }
 const uint8_t *asn1_OctetString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                   OctetString **ppElement, uint32_t depth) {
-  return asn1_ASN1String_d(z, end, impl_tag, 4, ppElement, depth);
+  return asn1_ASN1String_d(z, end, impl_tag, tag::octet_string, ppElement, depth);
 }
 OctetString *asn1_OctetString_clone(const OctetString *pElement) {
   return asn1_ASN1String_clone(pElement);
@@ -456,11 +464,11 @@ int32_t asn1_OctetString_cmp(const OctetString *a, const OctetString *b) {
 UTF8String *asn1_UTF8String_new(uint32_t length) { return asn1_ASN1String_new(length, nullptr); }
 void asn1_UTF8String_free(UTF8String *pElement) { asn1_ASN1String_free(pElement); }
 uint32_t asn1_UTF8String_e(uint8_t **pp, const UTF8String *pElement) {
-  return asn1_ASN1String_e(pp, 12, pElement);
+  return asn1_ASN1String_e(pp, tag::utf8_string, pElement);
 }
 const uint8_t *asn1_UTF8String_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                  UTF8String **ppElement, uint32_t depth) {
-  return asn1_ASN1String_d(z, end, impl_tag, 12, ppElement, depth);
+  return asn1_ASN1String_d(z, end, impl_tag, tag::utf8_string, ppElement, depth);
 }
 UTF8String *asn1_UTF8String_clone(const UTF8String *pElement) {
   return asn1_ASN1String_clone(pElement);
@@ -474,11 +482,11 @@ NumericString *asn1_NumericString_new(uint32_t length) {
 }
 void asn1_NumericString_free(NumericString *pElement) { asn1_ASN1String_free(pElement); }
 uint32_t asn1_NumericString_e(uint8_t **pp, const NumericString *pElement) {
-  return asn1_ASN1String_e(pp, 18, pElement);
+  return asn1_ASN1String_e(pp, tag::numeric_string, pElement);
 }
 const uint8_t *asn1_NumericString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                     NumericString **ppElement, uint32_t depth) {
-  return asn1_ASN1String_d(z, end, impl_tag, 18, ppElement, depth);
+  return asn1_ASN1String_d(z, end, impl_tag, tag::numeric_string, ppElement, depth);
 }
 NumericString *asn1_NumericString_clone(const NumericString *pElement) {
   return asn1_ASN1String_clone(pElement);
@@ -492,11 +500,11 @@ PrintableString *asn1_PrintableString_new(uint32_t length) {
 }
 void asn1_PrintableString_free(PrintableString *pElement) { asn1_ASN1String_free(pElement); }
 uint32_t asn1_PrintableString_e(uint8_t **pp, const PrintableString *pElement) {
-  return asn1_ASN1String_e(pp, 19, pElement);
+  return asn1_ASN1String_e(pp, tag::printable_string, pElement);
 }
 const uint8_t *asn1_PrintableString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                       PrintableString **ppElement, uint32_t depth) {
-  return asn1_ASN1String_d(z, end, impl_tag, 19, ppElement, depth);
+  return asn1_ASN1String_d(z, end, impl_tag, tag::printable_string, ppElement, depth);
 }
 PrintableString *asn1_PrintableString_clone(const PrintableString *pElement) {
   return asn1_ASN1String_clone(pElement);
@@ -510,11 +518,11 @@ TeletexString *asn1_TeletexString_new(uint32_t length) {
 }
 void asn1_TeletexString_free(TeletexString *pElement) { asn1_ASN1String_free(pElement); }
 uint32_t asn1_TeletexString_e(uint8_t **pp, const TeletexString *pElement) {
-  return asn1_ASN1String_e(pp, 20, pElement);
+  return asn1_ASN1String_e(pp, tag::teletex_string, pElement);
 }
 const uint8_t *asn1_TeletexString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                     TeletexString **ppElement, uint32_t depth) {
-  return asn1_ASN1String_d(z, end, impl_tag, 20, ppElement, depth);
+  return asn1_ASN1String_d(z, end, impl_tag, tag::teletex_string, ppElement, depth);
 }
 TeletexString *asn1_TeletexString_clone(const TeletexString *pElement) {
   return asn1_ASN1String_clone(pElement);
@@ -528,11 +536,11 @@ VideotextString *asn1_VideotextString_new(uint32_t length) {
 }
 void asn1_VideotextString_free(VideotextString *pElement) { asn1_ASN1String_free(pElement); }
 uint32_t asn1_VideotextString_e(uint8_t **pp, const VideotextString *pElement) {
-  return asn1_ASN1String_e(pp, 21, pElement);
+  return asn1_ASN1String_e(pp, tag::videotex_string, pElement);
 }
 const uint8_t *asn1_VideotextString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                       VideotextString **ppElement, uint32_t depth) {
-  return asn1_ASN1String_d(z, end, impl_tag, 21, ppElement, depth);
+  return asn1_ASN1String_d(z, end, impl_tag, tag::videotex_string, ppElement, depth);
 }
 VideotextString *asn1_VideotextString_clone(const VideotextString *pElement) {
   return asn1_ASN1String_clone(pElement);
@@ -544,11 +552,11 @@ int32_t asn1_VideotextString_cmp(const VideotextString *a, const VideotextString
 IA5String *asn1_IA5String_new(uint32_t length) { return asn1_ASN1String_new(length, nullptr); }
 void asn1_IA5String_free(IA5String *pElement) { asn1_ASN1String_free(pElement); }
 uint32_t asn1_IA5String_e(uint8_t **pp, const IA5String *pElement) {
-  return asn1_ASN1String_e(pp, 22, pElement);
+  return asn1_ASN1String_e(pp, tag::ia5_string, pElement);
 }
 const uint8_t *asn1_IA5String_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                 IA5String **ppElement, uint32_t depth) {
-  return asn1_ASN1String_d(z, end, impl_tag, 22, ppElement, depth);
+  return asn1_ASN1String_d(z, end, impl_tag, tag::ia5_string, ppElement, depth);
 }
 IA5String *asn1_IA5String_clone(const IA5String *pElement) {
   return asn1_ASN1String_clone(pElement);
@@ -562,11 +570,11 @@ GraphicString *asn1_GraphicString_new(uint32_t length) {
 }
 void asn1_GraphicString_free(GraphicString *pElement) { asn1_ASN1String_free(pElement); }
 uint32_t asn1_GraphicString_e(uint8_t **pp, const GraphicString *pElement) {
-  return asn1_ASN1String_e(pp, 25, pElement);
+  return asn1_ASN1String_e(pp, tag::graphic_string, pElement);
 }
 const uint8_t *asn1_GraphicString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                     GraphicString **ppElement, uint32_t depth) {
-  return asn1_ASN1String_d(z, end, impl_tag, 25, ppElement, depth);
+  return asn1_ASN1String_d(z, end, impl_tag, tag::graphic_string, ppElement, depth);
 }
 GraphicString *asn1_GraphicString_clone(const GraphicString *pElement) {
   return asn1_ASN1String_clone(pElement);
@@ -580,11 +588,11 @@ VisibleString *asn1_VisibleString_new(uint32_t length) {
 }
 void asn1_VisibleString_free(VisibleString *pElement) { asn1_ASN1String_free(pElement); }
 uint32_t asn1_VisibleString_e(uint8_t **pp, const VisibleString *pElement) {
-  return asn1_ASN1String_e(pp, 26, pElement);
+  return asn1_ASN1String_e(pp, tag::visible_string, pElement);
 }
 const uint8_t *asn1_VisibleString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                     VisibleString **ppElement, uint32_t depth) {
-  return asn1_ASN1String_d(z, end, impl_tag, 26, ppElement, depth);
+  return asn1_ASN1String_d(z, end, impl_tag, tag::visible_string, ppElement, depth);
 }
 VisibleString *asn1_VisibleString_clone(const VisibleString *pElement) {
   return asn1_ASN1String_clone(pElement);
@@ -598,11 +606,11 @@ GeneralString *asn1_GeneralString_new(uint32_t length) {
 }
 void asn1_GeneralString_free(GeneralString *pElement) { asn1_ASN1String_free(pElement); }
 uint32_t asn1_GeneralString_e(uint8_t **pp, const GeneralString *pElement) {
-  return asn1_ASN1String_e(pp, 27, pElement);
+  return asn1_ASN1String_e(pp, tag::general_string, pElement);
 }
 const uint8_t *asn1_GeneralString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                     GeneralString **ppElement, uint32_t depth) {
-  return asn1_ASN1String_d(z, end, impl_tag, 27, ppElement, depth);
+  return asn1_ASN1String_d(z, end, impl_tag, tag::general_string, ppElement, depth);
 }
 GeneralString *asn1_GeneralString_clone(const GeneralString *pElement) {
   return asn1_ASN1String_clone(pElement);
@@ -616,11 +624,11 @@ UniversalString *asn1_UniversalString_new(uint32_t length) {
 }
 void asn1_UniversalString_free(UniversalString *pElement) { asn1_ASN1String_free(pElement); }
 uint32_t asn1_UniversalString_e(uint8_t **pp, const UniversalString *pElement) {
-  return asn1_ASN1String_e(pp, 28, pElement);
+  return asn1_ASN1String_e(pp, tag::universal_string, pElement);
 }
 const uint8_t *asn1_UniversalString_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                       UniversalString **ppElement, uint32_t depth) {
-  return asn1_ASN1String_d(z, end, impl_tag, 28, ppElement, depth);
+  return asn1_ASN1String_d(z, end, impl_tag, tag::universal_string, ppElement, depth);
 }
 UniversalString *asn1_UniversalString_clone(const UniversalString *pElement) {
   return asn1_ASN1String_clone(pElement);

@@ -4,6 +4,7 @@
 
 #include "core/cursor.h"
 #include "core/scan.h"
+#include "core/tags.h"
 
 using namespace asn1;
 
@@ -12,13 +13,13 @@ namespace {
 /// What the two types differ in.
 struct TimeType {
   uint8_t tag;
-  uint32_t buffer;      ///< octets of a new buffer: any text that the library makes fits
+  uint32_t buffer;      ///< octets of a new buffer, enough for any text that the library makes
   int year_digits;      ///< of the text
   bool seconds_needed;  ///< of the text
 };
 
-constexpr TimeType utc = {23, 18, 2, false};
-constexpr TimeType generalized = {24, 27, 4, true};
+constexpr TimeType utc = {tag::utc_time, 18, 2, false};
+constexpr TimeType generalized = {tag::generalized_time, 27, 4, true};
 
 const TimeType *type_of(const Time &time) {
   if (time.kind == utc.tag) return &utc;
@@ -28,8 +29,8 @@ const TimeType *type_of(const Time &time) {
 
 char *new_text(const TimeType &type) { return static_cast<char *>(std::calloc(type.buffer, 1)); }
 
-/// A copy of a text in a buffer that also has room for any text that the library makes: a record is
-/// set to another time in place. What is behind the text is zero.
+/// Copies a text to a buffer that also has room for any text that the library makes, because a
+/// record is set to another time in place. The octets after the text are zero.
 char *copy_text(const TimeType &type, const char *octets, size_t length) {
   const size_t size = length < type.buffer ? type.buffer : length + 1;
   char *text = new_array<char>(size);
@@ -73,7 +74,8 @@ const uint8_t *decode_text(const uint8_t *z, const uint8_t *end, uint32_t impl_t
   return in.position();
 }
 
-/// The text of `seconds` in UTC, in `buffer` or, where that is NULL, in a new one.
+/// Writes `seconds` in UTC to `buffer` or, where that is NULL, to a new one. Returns the buffer, or
+/// NULL where memory is exhausted or the seconds have no broken-down time.
 char *print_seconds(const TimeType &type, char *buffer, time_t seconds) {
   struct tm date = {};
   if (gmtime_r(&seconds, &date) == nullptr) return nullptr;
@@ -180,6 +182,8 @@ const uint8_t *asn1_Time_d(const uint8_t *z, const uint8_t *end, uint32_t impl_t
   *ppElement = asn1_Time_new();
   if (*ppElement == nullptr) return nullptr;
   Time *const time = *ppElement;
+  // The reader of the header asserts this only where a time begins.
+  require(z == nullptr || end != nullptr, "asn1_x680", "asn1_Tag_d", "end != NULL");
   Reader in(z, end);
   if (z != nullptr && in.read_octet(&time->kind)) {
     const TimeType *const type = type_of(*time);
@@ -212,7 +216,7 @@ int32_t asn1_Time_cmp(const Time *a, const Time *b) {
 
 namespace {
 
-/// A text as a record, to be read only.
+/// Makes a record of a text, to be read only.
 Time as_time(const TimeType &type, const char *text) {
   return {type.tag, const_cast<char *>(text)};
 }

@@ -468,8 +468,8 @@ ObjId *asn1_ObjId_parse(const char **text) {
   ObjId *oid = asn1_ObjId_new(count);
   if (oid == nullptr) return nullptr;
 
-  // An arc without a number, as behind a double dot, keeps the number and the width of the arc
-  // before it; the cursor never moves behind the closing NUL.
+  // An arc without a number, as after a double dot, keeps the number and the width of the arc before
+  // it. The cursor never moves past the closing NUL.
   auto advance = [&cursor](size_t characters) {
     for (; characters != 0 && *cursor != '\0'; --characters) ++cursor;
   };

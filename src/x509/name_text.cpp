@@ -1,17 +1,16 @@
-// The text of distinguished names.
+// Distinguished names as a text.
 #include <strings.h>
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 
+#include "core/library.h"
 #include "core/scan.h"
+#include "core/tags.h"
 #include "registry/name_attributes.h"
 
 using namespace asn1;
-
-namespace {
-constexpr const char *unit = "asn1_x501";
-}
 
 // ---------------------------------------------------------------------------------------------
 // From structure to text
@@ -22,7 +21,8 @@ namespace {
 constexpr bool needs_escape(char c) { return c == '/' || c == ','; }
 
 /// Whether a value goes into the text as it stands, without a NUL and without anything to escape.
-/// Eight octets at a time: x - 1 borrows into the top bit of an octet where that octet is 0.
+/// Looks at eight octets at a time: x - 1 borrows into the top bit of an octet where that octet is
+/// 0.
 bool is_plain(const ASN1String &value) {
   constexpr uint64_t ones = 0x0101010101010101;
   auto holds = [](uint64_t octets, char c) {
@@ -43,6 +43,7 @@ bool is_plain(const ASN1String &value) {
 }
 
 /// Writes the text of a name into a buffer as far as it has room, and counts what the whole takes.
+/// It takes no memory.
 ///
 /// The buffer is of char8_t, which, unlike char, is not allowed to alias the members of this class:
 /// they stay in registers while characters are written.
@@ -51,15 +52,15 @@ class NameText {
   NameText(char8_t *buffer, size_t size) : buffer_(buffer), size_(size) {}
 
   /// The characters of the whole text, also where the buffer is shorter.
-  size_t length() const { return length_; }
+  uint64_t length() const { return length_; }
 
-  /// False when memory is exhausted, or an assertion has no value.
+  /// Fails where an assertion has no value.
   bool write(const RDNSequence *sequence) {
     for (int32_t i = 0; i < List_len(sequence); ++i) {
-      octet('/');
+      character('/');
       const auto *const rdn = static_cast<const RelativeDistinguishedName *>(List_get(sequence, i));
       for (int32_t j = 0; j < List_len(rdn); ++j) {
-        if (j != 0) octet(',');
+        if (j != 0) character(',');
         if (!write(*static_cast<const AttributeValueAssertion *>(List_get(rdn, j)))) return false;
       }
     }
@@ -71,9 +72,9 @@ class NameText {
     require(assertion.type != nullptr, "asn1_x680", "asn1_ObjId_cmp", "oid1 != NULL");
     const char *const name = short_names.find(*assertion.type);
     if (name != nullptr) {
-      for (const char *c = name; *c != '\0'; ++c) octet(*c);
-    } else if (!write_dotted(assertion.type)) {
-      return false;
+      for (const char *c = name; *c != '\0'; ++c) character(*c);
+    } else {
+      write_dotted(*assertion.type);
     }
     write_tag(assertion.valueTag);
     if (assertion.value == nullptr) return false;
@@ -81,53 +82,59 @@ class NameText {
     return true;
   }
 
-  bool write_dotted(const ObjId *oid) {
-    uint32_t size;
-    if (asn1_ObjId_sprint(oid, nullptr, &size) != 0) return false;
-    if (size <= size_ - std::min(length_, size_) &&
-        asn1_ObjId_sprint(oid, reinterpret_cast<char *>(buffer_ + length_), &size) != 0) {
-      return false;
+  /// Writes the same characters as asn1_ObjId_sprint(): arcs are signed.
+  void write_dotted(const ObjId &oid) {
+    for (uint32_t i = 0; i < oid.count; ++i) {
+      if (i != 0) character('.');
+      char number[sizeof "-2147483648"];
+      const auto made = std::to_chars(number, std::end(number), static_cast<int32_t>(oid.arcs[i]));
+      for (const char *c = number; c != made.ptr; ++c) character(*c);
     }
-    length_ += size - 1;
-    return true;
   }
 
-  /// A number in parentheses, and "=". There is room for two characters of the number. One that
-  /// takes more ends the process.
+  /// Writes a number in parentheses, and "=". There is room for two characters of the number. One
+  /// that takes more ends the process.
   void write_tag(int32_t tag) {
-    char number[2];
-    const auto made = std::to_chars(number, number + sizeof number, tag);
-    if (made.ec != std::errc()) {
-      fatal(unit, "asn1_RDNSequence_to_Name", "valueTag does not fit \"(%i)=\" in six octets");
+    if (tag < -9 || tag > 99) {
+      fatal("asn1_x501", "asn1_RDNSequence_to_Name",
+            "valueTag does not fit \"(%i)=\" in six octets");
     }
-    octet('(');
-    for (const char *c = number; c != made.ptr; ++c) octet(*c);
-    octet(')');
-    octet('=');
+    character('(');
+    if (tag < 0) character('-');
+    if (tag > 9) character(static_cast<char>('0' + tag / 10));
+    character(static_cast<char>('0' + (tag < 0 ? -tag : tag % 10)));
+    character(')');
+    character('=');
   }
 
-  /// The octets in front of the first NUL, where the text of the value ends for every reader.
+  /// Writes the octets before the first NUL, where the text of the value ends for every reader.
   void write_value(const ASN1String &value) {
-    if (is_plain(value) && value.length <= size_ - std::min(length_, size_)) {
-      if (value.length != 0) std::memcpy(buffer_ + length_, value.data, value.length);
-      length_ += value.length;
+    if (is_plain(value)) {
+      const uint64_t end = length_ + value.length;
+      size_t count = value.length;
+      if (end > size_) [[unlikely]] {
+        count = length_ < size_ ? static_cast<size_t>(size_ - length_) : 0;
+      }
+      if (count != 0) std::memcpy(buffer_ + length_, value.data, count);
+      length_ = end;
       return;
     }
     for (uint32_t i = 0; i < value.length && value.data[i] != 0; ++i) {
       const auto c = static_cast<char>(value.data[i]);
-      if (needs_escape(c)) octet('/');
-      octet(c);
+      if (needs_escape(c)) character('/');
+      character(c);
     }
   }
 
-  void octet(char c) {
+  void character(char c) {
     if (length_ < size_) buffer_[length_] = static_cast<char8_t>(c);
     ++length_;
   }
 
   char8_t *buffer_;
   size_t size_;
-  size_t length_ = 0;
+  uint64_t length_ =
+      0;  ///< may be more than an address counts: records may stand in several places
 };
 
 }  // namespace
@@ -137,15 +144,15 @@ Name *asn1_RDNSequence_to_Name(const RDNSequence *sequence) {
   if (List_len(sequence) == 0) return nullptr;
   char8_t scratch[512];
   NameText first(scratch, sizeof scratch);
-  if (!first.write(sequence)) return nullptr;
-  const size_t length = first.length();
+  if (!first.write(sequence) || first.length() >= SIZE_MAX) return nullptr;
+  const auto length = static_cast<size_t>(first.length());
   char *const text = new_array<char>(length + 1);
   if (text == nullptr) return nullptr;
   if (length <= sizeof scratch) {
     std::memcpy(text, scratch, length);
   } else {
-    // The same once more, which succeeds as it did before.
-    NameText(reinterpret_cast<char8_t *>(text), length + 1).write(sequence);
+    // Every assertion has its value, so that this cannot fail.
+    NameText(reinterpret_cast<char8_t *>(text), length).write(sequence);
   }
   text[length] = '\0';
   return text;
@@ -157,9 +164,8 @@ Name *asn1_RDNSequence_to_Name(const RDNSequence *sequence) {
 
 namespace {
 
-/// Reads the octets of a value, from a text or, to count them, from the same text before. "//" and
-/// "/," stand for their second character; any other "/", a "," and the end of the text end the
-/// value.
+/// Reads the octets of a value out of a text. "//" and "/," stand for their second character. Any
+/// other "/", a "," and the end of the text end the value.
 class ValueText {
  public:
   explicit ValueText(const char *text) : cursor_(text) {}
@@ -196,11 +202,11 @@ ObjId *parse_attribute(const char **cursor) {
   return nullptr;
 }
 
-/// Reads "(" number ")", if it is there, and "=".
+/// Reads "(" number ")", if it is there, and "=". Without a number the tag is that of a
+/// PrintableString.
 bool parse_tag(const char **cursor, int32_t *tag) {
-  constexpr int32_t printable_string = 19;
   const char *c = *cursor;
-  *tag = printable_string;
+  *tag = tag::printable_string;
   if (*c == '(') {
     size_t width;
     if (IntegerScanner().scan(++c, tag, &width) != Scan::number) return false;
@@ -246,7 +252,7 @@ AttributeValueAssertion *asn1_AttributeValueAssertion_parse(const char **text) {
 
 namespace {
 
-/// Reads "/" or "," and the assertion behind it into the sequence: a "/" opens an RDN.
+/// Reads "/" or "," and the assertion after it into the sequence. A "/" opens an RDN.
 bool parse_assertion(const char **cursor, RDNSequence *sequence) {
   const bool opens_rdn = *(*cursor)++ == '/';
   AttributeValueAssertion *const assertion = asn1_AttributeValueAssertion_parse(cursor);

@@ -11,6 +11,8 @@
 #include <functional>
 
 #include "family.h"
+#include "guard.h"
+#include "laws.h"
 #include "parameters.h"
 
 namespace {
@@ -143,6 +145,9 @@ Bytes textual_value(size_t size) { return text("/cn(12)=") + Bytes(size, 'a'); }
 Bytes textual_escapes(size_t size) { return text("/cn(12)=") + repeated(size, text("//")); }
 Bytes identifier(size_t size) { return element(6, repeated(size, hex("81 01"))); }
 Bytes dotted_identifier(size_t size) { return text("1.2") + repeated(size, text(".3")); }
+Bytes dots_and_blanks(size_t size) {
+  return text("1") + Bytes(size / 2, '.') + Bytes(size / 2, ' ');
+}
 Bytes number(size_t size) { return element(2, Bytes(size, 0x5A)); }
 
 struct Shape {
@@ -185,6 +190,7 @@ const Shape shapes[] = {
     {"AHundredThousandBitSegments", "BIT STRING", 400'000, bit_segments},
     {"AnIdentifierOfManyArcs", "OBJECT IDENTIFIER", mebi, identifier},
     {"ADottedIdentifierOfManyArcs", "dotted identifier", mebi, dotted_identifier},
+    {"ADottedIdentifierOfDotsAndBlanks", "dotted identifier", mebi, dots_and_blanks},
     {"ALongInteger", "INTEGER", 64 * mebi / less, number},
 };
 
@@ -274,6 +280,40 @@ TEST(Deep, WhatIsTakenOnASmallStackIsWrittenCopiedAndReleasedThere) {
     EXPECT_LT(0U, on_small);
     EXPECT_NE(-1, use(family, make(on_small)));
   }
+}
+
+/// Calls `f` with so much of the stack in use. Reads its room in the end, so that it is there.
+template <class F>
+char further_down(size_t kibibytes, F f) {
+  volatile char room[kibi];
+  room[0] = 0;
+  if (kibibytes == 0)
+    f();
+  else
+    further_down(kibibytes - 1, f);
+  return room[0];
+}
+
+// A message without a type ends the process while it is read. A program that jumps out of that goes
+// on with the stack that it has then.
+TEST(Deep, AReadingThatAJumpLeftInTheMiddleDoesNotCount) {
+  const Family &family = family_named("ContentInfo");
+  const auto deepest_message = [&] {
+    return deepest(family, [](size_t n) { return messages(n, false); });
+  };
+  const auto jump_out_of_a_reading = [&] {
+    Guard guard;
+    EXPECT_FALSE(guard.run([&] { use(family, hex("30 00")); }));
+    EXPECT_PRED1(is_promised_ending, guard.last_words());
+  };
+  size_t expected = 0, after_a_jump = 0;
+  on_small_stack([&] { expected = deepest_message(); });
+  on_small_stack([&] {
+    further_down(128, jump_out_of_a_reading);
+    after_a_jump = deepest_message();
+  });
+  EXPECT_LT(0U, expected);
+  EXPECT_EQ(expected, after_a_jump);
 }
 
 // An encoder measures what is inside before it writes, at each level anew. That is required, and this

@@ -63,7 +63,7 @@ bool BlockSet::erase(void *block) {
     if (slots_[at] == nullptr) return false;
     at = (at + 1) & mask;
   }
-  // What stands behind moves up, unless that would put it in front of its home.
+  // What stands after the gap moves up, unless that would put it before its home.
   for (size_t next = (at + 1) & mask; slots_[next] != nullptr; next = (next + 1) & mask) {
     if (((next - home(slots_[next])) & mask) < ((next - at) & mask)) continue;
     slots_[at] = slots_[next];

@@ -41,8 +41,8 @@ class Guard {
   /// Releases what is left, such as what a call had made that ended the process.
   ~Guard() { blocks_.release_all(); }
 
-  /// Calls `f`, and gives whether it returned. Where it ended the process, it is left in the
-  /// middle, and what it had said is in last_words().
+  /// Calls `f`. Returns whether it returned. Where it ended the process, it is left in the middle,
+  /// and what it had said is in last_words().
   template <class F>
   bool run(F f) {
     return call([](void *function) { (*static_cast<F *>(function))(); }, &f);
@@ -56,7 +56,7 @@ class Guard {
   /// Whether a call released what was no block of its own: released before, or never made.
   bool released_a_stranger() const { return released_a_stranger_; }
 
-  /// Lets the allocation behind the next `successes` fail, once.
+  /// Lets the allocation after the next `successes` fail, once.
   void fail_after(long successes) { until_failure_ = successes; }
   void fail_no_more() { until_failure_ = -1; }
   bool has_failed() const { return until_failure_ < 0; }

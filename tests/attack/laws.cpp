@@ -11,8 +11,17 @@ namespace attack {
 
 namespace {
 
-/// Whether the decoder of OBJECT IDENTIFIER takes this content to its end: it stops behind five
-/// octets of a number, and in front of octets that end none.
+// Identifier octets (X.690, 8.1.2). SEQUENCE and SET are those of the primitive form, which the
+// library takes too.
+constexpr uint8_t constructed_bit = 0x20;
+constexpr uint8_t class_bits = 0xC0;
+constexpr uint8_t context = 0x80;
+constexpr uint8_t object_identifier = 6;
+constexpr uint8_t sequence = 0x10;
+constexpr uint8_t set = 0x11;
+
+/// Whether the decoder of OBJECT IDENTIFIER takes this content to its end: it stops after five
+/// octets of a number, and before octets that end none.
 bool is_taken_whole(Octets identifier) {
   size_t octets = 0;
   for (const uint8_t octet : identifier) {
@@ -22,11 +31,11 @@ bool is_taken_whole(Octets identifier) {
   return octets == 0;
 }
 
-/// Gives each header in turn to `f(tag, length, hidden)`; false where the octets are not whole
-/// elements of definite length, one in the other, or the library would go on in the middle of one.
-/// SEQUENCE and SET are looked into in their primitive form too, as the library does. It does the
-/// same with a context-specific tag in its primitive form where its type is a constructed one,
-/// which is not known here: `hidden` is the content of these.
+/// Calls `f(tag, length, hidden)` for each header in turn. Returns false where the octets are not
+/// whole elements of definite length, one in the other, or the library would go on in the middle of
+/// one. Looks into SEQUENCE and SET in their primitive form too, as the library does. The library
+/// does the same with a context-specific tag in its primitive form where its type is a constructed
+/// one, which is not known here: `hidden` is the content of these.
 template <class F>
 bool for_each_header(Octets input, F f) {
   std::vector<size_t> ends{input.size()};
@@ -43,11 +52,12 @@ bool for_each_header(Octets input, F f) {
       length = {length.offset, 1 + octets, 0};
       for (size_t i = 0; i < octets; ++i) length.value = length.value << 8 | input[at++];
     }
-    const bool constructed = (tag & 0x20) != 0 || tag == 0x10 || tag == 0x11;
+    const bool constructed = (tag & constructed_bit) != 0 || tag == sequence || tag == set;
     const Octets content = input.subspan(at, std::min<size_t>(length.value, ends.back() - at));
-    const bool hides = !constructed && (tag & 0xC0) == 0x80;
+    const bool hides = !constructed && (tag & class_bits) == context;
     f(tag, length, hides ? content : Octets());
-    if (length.value > content.size() || (tag == 6 && !is_taken_whole(content))) return false;
+    if (length.value > content.size() || (tag == object_identifier && !is_taken_whole(content)))
+      return false;
     if (constructed)
       ends.push_back(at + length.value);
     else
@@ -58,7 +68,7 @@ bool for_each_header(Octets input, F f) {
 
 std::string text_of(const Bytes &octets) { return {octets.begin(), octets.end()}; }
 
-/// How many octets went to the trace. It goes nowhere else while this program runs.
+/// Counts the octets that went to the trace, which goes nowhere else while this program runs.
 size_t traced_octets() {
   static size_t octets = 0;
   static FILE *const stream = [] {
@@ -74,13 +84,13 @@ size_t traced_octets() {
   return octets;
 }
 
-/// A copy of the octets in a block of exactly their number, or with more behind them.
+/// A copy of the octets in a block of exactly their number, or with more after them.
 class Copy {
  public:
-  explicit Copy(Octets octets, size_t behind = 0, uint8_t filling = 0)
-      : size_(octets.size()), block_(new uint8_t[octets.size() + behind]) {
+  explicit Copy(Octets octets, size_t after = 0, uint8_t filling = 0)
+      : size_(octets.size()), block_(new uint8_t[octets.size() + after]) {
     std::ranges::copy(octets, block_.get());
-    std::fill_n(block_.get() + size_, behind, filling);
+    std::fill_n(block_.get() + size_, after, filling);
   }
   Octets octets() const { return {block_.get(), size_}; }
 
@@ -226,9 +236,9 @@ void Trial::run(Octets input) {
   const Bytes octets = plain.consumed < 0 ? Bytes() : encode(plain.record);
   expect_same(plain, octets, Copy(input).octets(), 1, "the trace changes nothing");
   expect_same(plain, octets, Copy(input, 8, 0x00).octets(), 0,
-              "what stands behind the end changes nothing");
+              "what stands after the end changes nothing");
   expect_same(plain, octets, Copy(input, 8, 0xFF).octets(), 0,
-              "what stands behind the end changes nothing");
+              "what stands after the end changes nothing");
   if (plain.consumed >= 0) {
     read_again(input, octets);
     void *copied = nullptr;
@@ -271,7 +281,7 @@ bool has_shortest_lengths(Octets input) {
 
 bool has_tag(Octets input, uint8_t number) {
   bool found = false;
-  const auto is_tag = [&](uint8_t octet) { return (octet & ~0x20) == number; };
+  const auto is_tag = [&](uint8_t octet) { return (octet & ~constructed_bit) == number; };
   const auto check = [&](uint8_t tag, const LengthPlace &, Octets hidden) {
     found = found || is_tag(tag) || std::ranges::any_of(hidden, is_tag);
   };
@@ -281,11 +291,12 @@ bool has_tag(Octets input, uint8_t number) {
 bool has_constructed_value(Octets input) {
   bool found = false;
   std::array<uint8_t, 2> before{};
-  const auto is_identifier = [](uint8_t octet) { return octet == 6; };
+  const auto is_identifier = [](uint8_t octet) { return octet == object_identifier; };
   const auto check = [&](uint8_t tag, const LengthPlace &, Octets hidden) {
-    const bool in_assertion = (before[0] & ~0x20) == 0x10 && is_identifier(before[1]);
-    found =
-        found || (in_assertion && (tag & 0x20) != 0) || std::ranges::any_of(hidden, is_identifier);
+    const bool in_assertion =
+        (before[0] & ~constructed_bit) == sequence && is_identifier(before[1]);
+    found = found || (in_assertion && (tag & constructed_bit) != 0) ||
+            std::ranges::any_of(hidden, is_identifier);
     before = {before[1], tag};
   };
   return !for_each_header(input, check) || found;

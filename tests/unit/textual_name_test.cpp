@@ -359,6 +359,32 @@ TEST(NameWriter, WritesNothingForATypeWithoutArcs) {
   EXPECT_STREQ("/(19)=x", written.get());
 }
 
+TEST(NameWriter, WritesArcsAsSignedNumbers) {
+  const Sequence sequence(asn1_Name_to_RDNSequence("/1.2.3.4=x"));
+  auto *rdn = static_cast<List *>(List_get(sequence.get(), 0));
+  auto *assertion = static_cast<AttributeValueAssertion *>(List_get(rdn, 0));
+  const uint32_t arcs[] = {0x7FFFFFFF, 0x80000000, 0xFFFFFFFF, 0};
+  std::copy(std::begin(arcs), std::end(arcs), assertion->type->arcs);
+  const Text written(asn1_RDNSequence_to_Name(sequence.get()));
+  EXPECT_STREQ("/2147483647.-2147483648.-1.0(19)=x", written.get());
+}
+
+#if SIZE_MAX == UINT32_MAX
+// One assertion in 256 places, and a text of a little more than 4 GiB.
+TEST(NameWriter, RefusesATextThatIsLongerThanMemory) {
+  const Sequence sequence(asn1_Name_to_RDNSequence("/cn=x"));
+  auto *rdn = static_cast<List *>(List_get(sequence.get(), 0));
+  auto *assertion = static_cast<AttributeValueAssertion *>(List_get(rdn, 0));
+  const Bytes octets(size_t{1} << 24, 'x');
+  asn1_ASN1String_free(assertion->value);
+  assertion->value = asn1_ASN1String_new(static_cast<uint32_t>(octets.size()), octets.data());
+  const std::unique_ptr<List, void (*)(List *)> many(List_new(0),
+                                                     [](List *l) { List_free(l, nullptr); });
+  for (int i = 0; i < 256; ++i) ASSERT_NE(0, List_append(many.get(), rdn, 0));
+  EXPECT_EQ(nullptr, Text(asn1_RDNSequence_to_Name(many.get())));
+}
+#endif
+
 TEST(NameWriter, WritesTagsThatTakeTwoCharacters) {
   const Sequence sequence(asn1_Name_to_RDNSequence("/cn=x"));
   auto *rdn = static_cast<List *>(List_get(sequence.get(), 0));
@@ -893,6 +919,21 @@ TEST(TextualNameMemory, EachFailingAllocationFailsTheWriter) {
     asn1_Name_free(text);
     return succeeded;
   });
+}
+
+// Shorter and longer than what the writer puts on the stack.
+TEST(TextualNameMemory, TheTextIsTheOneAllocationOfTheWriter) {
+  for (const size_t length : {1U, 600U}) {
+    const std::string name = "/2.5.4.9(20)=" + std::string(length, 'a') + ",1.2.3(19)=b/cn(12)=c";
+    const Sequence sequence(asn1_Name_to_RDNSequence(name.c_str()));
+    EXPECT_EQ(1, support::expect_failure_at_each_allocation([&] {
+                const Text text(asn1_RDNSequence_to_Name(sequence.get()));
+                if (text != nullptr) {
+                  EXPECT_EQ(name, text.get());
+                }
+                return text != nullptr;
+              }));
+  }
 }
 
 TEST(TextualNameMemory, EachFailingAllocationFailsTheReader) {
