@@ -75,7 +75,7 @@ namespace {
 
 // An attribute is the same record as an object of a plain place, and released as one.
 constexpr Type attribute_type = defined(
-    GDOObjectAttributeTable::type, "GDOObjectAttribute",
+    GDOObjectAttributeTable::type, "GDOObjectAttribute", "GDOObjectAttribute",
     {.measure =
          [](const void *attribute) {
            require(attribute != nullptr, unit, "asn1_GDOObjectAttribute_e", "attribute != NULL");
@@ -175,11 +175,11 @@ constexpr PublicFunctions object_description{};
 #endif
 
 constinit const Type GDOObjectSetOfType = defined(
-    object_form, "GDOObjectSetOf",
+    object_form, "GDOObject", "GDOObjectSetOf",
     object_functions<GDOObjectSetOfType, asn1_GDOObjectSetOf_d, asn1_GDOObjectSetOf_free>,
     object_description<asn1_GDOObjectSetOf_d, asn1_GDOObjectSetOf_e, asn1_GDOObjectSetOf_free>);
 constinit const Type GDOObjectSetOfSetOfType = defined(
-    object_form, "GDOObjectSetOfSetOf",
+    object_form, "GDOObject", "GDOObjectSetOfSetOf",
     object_functions<GDOObjectSetOfSetOfType, asn1_GDOObjectSetOfSetOf_d,
                      asn1_GDOObjectSetOfSetOf_free>,
     object_description<asn1_GDOObjectSetOfSetOf_d, asn1_GDOObjectSetOfSetOf_e,

@@ -83,7 +83,7 @@ const uint8_t *decode_explicit(const Field &field, const uint8_t *z, const uint8
 [[gnu::always_inline]] inline bool decode_field(const Field &field, ContentReader &in, void *record,
                                                 uint32_t depth) {
   if (!is_there(field, in)) return true;
-  if (field.allowed != nullptr && !field.allowed(record)) return false;
+  if (field.condition != nullptr && !field.condition->holds(record)) return false;
   const uint8_t *const from = in.position();
   if (field.by_hand != nullptr && field.by_hand->decode != nullptr) {
     if (!field.by_hand->decode(field, in, record, depth)) return false;

@@ -28,14 +28,15 @@
 #define EXPORT(T, Table, ...) EXPORT_NAMED(T, #T, Table, __VA_ARGS__)
 
 /// The same for a type whose record has another name than the ASN.1.
-#define EXPORT_NAMED(T, name, Table, ...)                                                        \
-  namespace asn1 {                                                                               \
-  extern const Type T##Type;                                                                     \
-  using T##Codec = Codec<T##Type, T, Table::identifier>;                                         \
-  constinit const Type T##Type = defined(                                                        \
-      Table::type, name, functions_of<Table>({ORVELASN1_EACH(ORVELASN1_TYPE_, T, __VA_ARGS__)}), \
-      {ORVELASN1_DESCRIPTION(T, __VA_ARGS__)});                                                  \
-  }                                                                                              \
+#define EXPORT_NAMED(T, name, Table, ...)                                             \
+  namespace asn1 {                                                                    \
+  extern const Type T##Type;                                                          \
+  using T##Codec = Codec<T##Type, T, Table::identifier>;                              \
+  constinit const Type T##Type =                                                      \
+      defined(Table::type, name, #T,                                                  \
+              functions_of<Table>({ORVELASN1_EACH(ORVELASN1_TYPE_, T, __VA_ARGS__)}), \
+              {ORVELASN1_DESCRIPTION(T, __VA_ARGS__)});                               \
+  }                                                                                   \
   ORVELASN1_FUNCTIONS(T, __VA_ARGS__)
 
 namespace asn1 {
@@ -50,19 +51,21 @@ consteval TypeFunctions functions_of(const TypeFunctions &named) {
 /// A type of this form, with the functions that replace the engine's. Only a description has a name
 /// and the public functions.
 constexpr Type defined(const Type &form, [[maybe_unused]] const char *name,
-                       const TypeFunctions &by_hand,
+                       [[maybe_unused]] const char *record, const TypeFunctions &by_hand,
                        [[maybe_unused]] const PublicFunctions &functions) {
   Type type = form;
   type.by_hand = by_hand;
 #ifdef ORVELASN1_DESCRIBES
   type.name = name;
-  type.functions = functions;
+  type.record = record;
+  type.functions = {functions.create, functions.decode, functions.encode,
+                    functions.clone,  functions.free,   functions.compare};
 #endif
   return type;
 }
-constexpr Type defined(const Type *form, const char *name, const TypeFunctions &by_hand,
-                       const PublicFunctions &functions) {
-  return defined(*form, name, by_hand, functions);
+constexpr Type defined(const Type *form, const char *name, const char *record,
+                       const TypeFunctions &by_hand, const PublicFunctions &functions) {
+  return defined(*form, name, record, by_hand, functions);
 }
 
 }  // namespace asn1

@@ -120,8 +120,7 @@ struct Implicit : C {
 };
 
 template <class C, uint8_t Identifier>
-inline constexpr Type list_type{.name = describes ? C::type->name : nullptr,
-                                .kind = Identifier == tag::set ? Kind::set_of : Kind::sequence_of,
+inline constexpr Type list_type{.kind = Identifier == tag::set ? Kind::set_of : Kind::sequence_of,
                                 .identifier = Identifier,
                                 .element = C::type};
 
@@ -170,15 +169,15 @@ struct EitherForm {
   static constexpr Field field = in_either_form(Required<Member, C>::field);
 };
 
-constexpr Field with_test(Field field, bool (*allowed)(const void *)) {
-  field.allowed = allowed;
+constexpr Field under(Field field, const Condition *condition) {
+  field.condition = condition;
   return field;
 }
 
-/// An optional field that must not be there unless `Allowed(record)` holds.
-template <auto Allowed, class F>
+/// An optional field that must not be there unless the condition holds.
+template <const Condition &Holds, class F>
 struct OnlyIf {
-  static constexpr Field field = with_test(F::field, Allowed);
+  static constexpr Field field = under(F::field, &Holds);
 };
 
 constexpr Field wiped(Field field) {

@@ -7,12 +7,16 @@
 #include "core/cursor.h"
 #include "core/tags.h"
 
+#pragma GCC visibility push(default)
+#include "pki_type.h"
+#pragma GCC visibility pop
+
 namespace asn1 {
 
 struct Type;
 struct Field;
 
-/// What a type is, to whoever walks it.
+/// What a type is, to whoever walks it; in the order of pki_Kind.
 enum class Kind : uint8_t {
   any,
   boolean,
@@ -36,10 +40,10 @@ enum class Kind : uint8_t {
   card_identifier   ///< the identifier of such an object's attribute
 };
 
-/// How a field is tagged.
+/// How a field is tagged; in the order of pki_Tagging.
 enum class Tagging : uint8_t { none, implicit, explicit_tag };
 
-/// How the decoder finds out that a field is there.
+/// How the decoder finds out that a field is there; in the order of pki_Presence.
 enum class Presence : uint8_t {
   always,          ///< it is read without a look
   next_octet,      ///< the next octet of the content begins it
@@ -61,6 +65,12 @@ struct FieldFunctions {
   void (*free)(const Field &field, void *record) = nullptr;
 };
 
+/// What must hold for a field to be there at all, and what to say where it does not.
+struct Condition {
+  bool (*holds)(const void *record);
+  const char *otherwise;
+};
+
 /// No member of a record.
 constexpr uint16_t no_member = UINT16_MAX;
 
@@ -69,7 +79,7 @@ struct Field {
   const char *name = nullptr;  ///< of the component; null in a library without descriptors
   const Type *type = nullptr;
   const FieldFunctions *by_hand = nullptr;
-  bool (*allowed)(const void *record) = nullptr;  ///< whether it may be there at all
+  const Condition *condition = nullptr;
   uint16_t member = no_member;  ///< the octets of the record in front of the value
   uint16_t text = no_member;    ///< those in front of its text, where a name is kept as one too
   uint16_t kept = no_member;    ///< those in front of its encoding, where that is kept
@@ -95,7 +105,7 @@ struct TypeFunctions {
   void (*free)(void *value) = nullptr;
 };
 
-/// The public functions of a type, for whoever knows it as data only; a null one that there is not.
+/// pki_Functions, of which an initialiser may leave some out.
 struct PublicFunctions {
   void *(*create)() = nullptr;
   const uint8_t *(*decode)(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void **place,
@@ -121,7 +131,8 @@ struct Type {
   const Type *element = nullptr;     ///< of a SEQUENCE OF or SET OF
   TypeFunctions by_hand{};
 #ifdef ORVELASN1_DESCRIBES
-  PublicFunctions functions{};
+  const char *record = nullptr;  ///< the name of the record and its functions
+  pki_Functions functions{};
 #endif
 };
 

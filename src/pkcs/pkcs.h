@@ -9,6 +9,8 @@ namespace asn1 {
 DECLARE_TYPE(Attribute, tag::sequence)
 DECLARE_TYPE(ContentInfo, tag::sequence)
 DECLARE_TYPE(DigestInfo, tag::sequence)
+extern const Type EncryptedDataType;
+extern const Type SignedDataType;
 
 /// The type of a message's content.
 const Type &content_type(const ContentInfo &info);

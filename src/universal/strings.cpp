@@ -1,6 +1,5 @@
 // BIT STRING, OCTET STRING and the character strings.
-#include "core/cursor.h"
-#include "core/tags.h"
+#include "universal/content.h"
 
 using namespace asn1;
 
@@ -93,62 +92,6 @@ class OpenValues {
   Value *values_ = nullptr;
   size_t count_ = 0;
   size_t capacity_ = 0;
-};
-
-/// Counts the octets before the first pair of zero octets: the value of a primitive of indefinite
-/// length. Fails without such a pair.
-bool find_zero_pair(const Reader &in, uint32_t *count) {
-  const uint8_t *const octets = in.position();
-  for (size_t i = 0; i + 1 < in.left() && i <= UINT32_MAX; ++i) {
-    if (octets[i] == 0 && octets[i + 1] == 0) {
-      *count = static_cast<uint32_t>(i);
-      return true;
-    }
-  }
-  return false;
-}
-
-/// Octets of the input.
-struct Octets {
-  const uint8_t *data = nullptr;
-  uint32_t count = 0;
-};
-
-/// The content of an OCTET STRING or character string.
-struct OctetContent {
-  static constexpr uint32_t units = 1;  ///< of the record's length in an octet
-  static constexpr uint32_t limit = UINT32_MAX;
-  static constexpr uint32_t unused = 0;
-
-  /// Takes the content of one primitive value.
-  static bool take(Reader *in, const Header &header, uint32_t, Octets *octets) {
-    octets->count = header.length;
-    if (header.indefinite && !find_zero_pair(*in, &octets->count)) return false;
-    if (!in->take(octets->count, &octets->data)) return false;
-    return !header.indefinite || in->read_eoc();
-  }
-};
-
-/// The content of a BIT STRING.
-struct BitContent {
-  static constexpr uint32_t units = 8;
-  static constexpr uint32_t limit = UINT32_MAX / units;  // the bits are counted in 32 bits
-
-  bool take(Reader *in, const Header &header, uint32_t depth, Octets *octets) {
-    uint8_t octet;
-    if ((!header.indefinite && header.length == 0) || !in->read_octet(&octet)) return false;
-    if (depth != 0) [[unlikely]] {
-      asn1_LogMessage(depth, "  (%d unused bits)\n", octet);
-    }
-    octets->count = header.length - 1;
-    if (header.indefinite && !find_zero_pair(*in, &octets->count)) return false;
-    if (!in->take(octets->count, &octets->data) || octets->count > limit) return false;
-    if (octet > 7 || (octets->count == 0 && octet != 0)) return false;
-    unused = octet;
-    return !header.indefinite || in->read_eoc();
-  }
-
-  uint32_t unused = 0;  ///< bits of the value that was taken
 };
 
 void trace_octets(uint32_t depth, const Octets &octets) {

@@ -16,41 +16,6 @@ namespace {
 
 FILE *asn1log = nullptr;
 
-constexpr const char *tag_table[] = {"END OF CONTENTS",
-                                     "BOOLEAN ",
-                                     "INTEGER",
-                                     "BITSTRING",
-                                     "OCTETSTRING",
-                                     "NULL",
-                                     "OBJECT IDENTIFIER ",
-                                     "",
-                                     "",
-                                     "REAL ",
-                                     "ENUMERATED ",
-                                     "",
-                                     "UTF8STRING",
-                                     "",
-                                     "",
-                                     "",
-                                     "SEQUENCE",
-                                     "SET",
-                                     "NUMERICSTRING ",
-                                     "PRINTABLESTRING ",
-                                     "TELETEXSTRING ",
-                                     "VIDEOTEXTSTRING ",
-                                     "IA5STRING ",
-                                     "UTCTIME ",
-                                     "GENERALIZEDTIME ",
-                                     "GRAPHICSTRING ",
-                                     "VISIBLESTRING ",
-                                     "GENERALSTRING ",
-                                     "UNIVERSALSTRING ",
-                                     "",
-                                     "BMPSTRING ",
-                                     ""};
-
-constexpr const char *class_table[] = {"", "APPLICATION", "CONTEXT-SPECIFIC", "PRIVATE"};
-
 // The trace counts levels in 16 bits, the decoders in 32.
 uint32_t level(uint32_t depth) { return depth & 0xFFFF; }
 
@@ -110,19 +75,4 @@ void asn1_LogByteArray(uint32_t depth, const uint8_t *bytes, int32_t length) {
     bytes += count;
     length -= count;
   }
-}
-
-void asn1::trace_tag(uint32_t depth, uint8_t octet, uint8_t effective, uint8_t own_tag) {
-  const bool constructed = (octet & tag::constructed) != 0;
-  const auto shown = static_cast<uint8_t>(effective & ~tag::constructed);
-  if (shown == 0) return;
-  if (shown <= 30) {
-    asn1_LogMessage(depth, constructed ? "%s {\n" : "%s\n", tag_table[shown]);
-    return;
-  }
-  const int tag_class = shown >> 6;
-  const bool type_is_known = tag_class != 3 && own_tag <= tag::number;
-  asn1_LogMessage(depth, "%s %s [%i] %s\n", class_table[tag_class],
-                  constructed ? "CONSTRUCTED" : "PRIMITIVE", shown & 0x1F,
-                  type_is_known ? tag_table[own_tag] : "{");
 }

@@ -6,6 +6,7 @@
 
 #include "core/cursor.h"
 #include "core/scan.h"
+#include "universal/content.h"
 
 using namespace asn1;
 
@@ -316,23 +317,6 @@ uint32_t encode_base128(uint8_t **pp, uint32_t value) {
   return octets;
 }
 
-// Reads one number of an OBJECT IDENTIFIER's content, of at most five octets. Octets that go on
-// behind the fifth are left for the next number. False where the number needs more than 32 bits.
-[[gnu::always_inline]] inline bool read_subidentifier(Reader *in, uint32_t *value) {
-  uint8_t octet = 0;
-  if (!in->read_octet(&octet)) return false;
-  *value = octet & 0x7F;
-  if (octet < 0x80) [[likely]] {
-    return true;
-  }
-  const uint32_t head = *value;
-  for (int position = 2; position <= 5 && octet >= 0x80 && in->read_octet(&octet); ++position) {
-    *value = *value << 7 | (octet & 0x7F);
-    if (position == 5 && (head & 0xF0) != 0) return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 ObjId *asn1_ObjId_new(uint32_t count) {
@@ -394,12 +378,7 @@ const uint8_t *asn1_ObjId_d(const uint8_t *z, const uint8_t *end, uint32_t impl_
   uint32_t length;
   if (!in.read_header(impl_tag, tag::object_identifier, &length, depth)) return nullptr;
 
-  // Every number ends in an octet below 0x80, and the first number makes two arcs.
-  const Reader content = in.content(length);
-  const uint32_t count =
-      1 + static_cast<uint32_t>(std::count_if(content.position(), content.end(),
-                                              [](uint8_t octet) { return octet < 0x80; }));
-
+  const uint32_t count = arcs_of(in.content(length));
   auto *oid = new_record<ObjId>();
   if (oid == nullptr) return nullptr;
   oid->arcs = new_array<uint32_t>(count);

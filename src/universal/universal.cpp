@@ -42,7 +42,7 @@ constexpr TypeFunctions null_functions{
   namespace asn1 {                                                                       \
   extern const Type T##Type;                                                             \
   constinit const Type T##Type =                                                         \
-      defined({.kind = type_kind, .identifier = type_identifier}, asn1_name,             \
+      defined({.kind = type_kind, .identifier = type_identifier}, asn1_name, #T,         \
               adapted<T, asn1_##T##_d, asn1_##T##_e, asn1_##T##_clone, asn1_##T##_free>, \
               {ORVELASN1_DESCRIPTION(T, __VA_ARGS__)});                                  \
   }
@@ -90,33 +90,33 @@ constexpr Field time_fields[] = {
 
 namespace asn1 {
 
-constinit const Type TimeType =
-    defined({.kind = Kind::choice,
-             .identifier = tag::utc_time,
-             .other_identifier = tag::generalized_time,
-             .size = sizeof(Time),
-             .count = 2,
-             .fields = time_fields},
-            "Time", adapted<Time, asn1_Time_d, asn1_Time_e, asn1_Time_clone, asn1_Time_free>,
-            {ORVELASN1_DESCRIPTION(Time, NEW, DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)});
+constinit const Type TimeType = defined(
+    {.kind = Kind::choice,
+     .identifier = tag::utc_time,
+     .other_identifier = tag::generalized_time,
+     .size = sizeof(Time),
+     .count = 2,
+     .fields = time_fields},
+    "Time", "Time", adapted<Time, asn1_Time_d, asn1_Time_e, asn1_Time_clone, asn1_Time_free>,
+    {ORVELASN1_DESCRIPTION(Time, NEW, DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)});
 
 constinit const Type BooleanType =
     defined({.kind = Kind::boolean,
              .identifier = tag::boolean,
              .is_number = true,
              .size = sizeof(uint32_t)},
-            "BOOLEAN", number_functions<asn1_Boolean_d, asn1_Boolean_e>, {});
+            "BOOLEAN", "Boolean", number_functions<asn1_Boolean_d, asn1_Boolean_e>, {});
 constinit const Type EnumeratedType =
     defined({.kind = Kind::enumerated,
              .identifier = tag::enumerated,
              .is_number = true,
              .size = sizeof(uint32_t)},
-            "ENUMERATED", number_functions<asn1_Enumerated_d, asn1_Enumerated_e>, {});
+            "ENUMERATED", "Enumerated", number_functions<asn1_Enumerated_d, asn1_Enumerated_e>, {});
 constinit const Type NullType =
-    defined({.kind = Kind::null, .identifier = tag::null}, "NULL", null_functions, {});
+    defined({.kind = Kind::null, .identifier = tag::null}, "NULL", "Null", null_functions, {});
 
 constinit const Type BitStringAsStoredType =
-    defined({.kind = Kind::bit_string, .identifier = tag::bit_string}, "BIT STRING",
+    defined({.kind = Kind::bit_string, .identifier = tag::bit_string}, "BIT STRING", "BitString",
             adapted<BitString, asn1_BitString_d, asn1_BitString_BER_e, asn1_BitString_clone,
                     asn1_BitString_free>,
             {});

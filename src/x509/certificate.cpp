@@ -8,10 +8,12 @@ namespace {
 
 // Unique identifiers and extensions need a version that is not 0. No other version is refused: a
 // version 2 certificate may have extensions.
-bool has_later_version(const void *tbs) {
-  const Integer *const version = static_cast<const Certificate_TBS *>(tbs)->version;
-  return version != nullptr && version->length != 0 && version->data[0] != 0;
-}
+constexpr Condition later_version{
+    [](const void *tbs) {
+      const Integer *const version = static_cast<const Certificate_TBS *>(tbs)->version;
+      return version != nullptr && version->length != 0 && version->data[0] != 0;
+    },
+    "which needs a version above 1"};
 
 }  // namespace
 
@@ -70,9 +72,9 @@ using Certificate_TBSTable = Unrolled<Sequence<TBS,
     Required<&TBS::validity, ValidityCodec>,
     Stored<&TBS::subjectEncoded, NameForms<&TBS::subjectSequence, &TBS::subject>>,
     Required<&TBS::subjectPublicKeyInfo, SubjectPKICodec>,
-    OnlyIf<has_later_version, Optional<&TBS::issuerUniqueID, Implicit<1, BitStringCodec>>>,
-    OnlyIf<has_later_version, Optional<&TBS::subjectUniqueID, Implicit<2, BitStringCodec>>>,
-    OnlyIf<has_later_version, Optional<&TBS::extensions, Explicit<3, ExtensionsCodec>>>>>;
+    OnlyIf<later_version, Optional<&TBS::issuerUniqueID, Implicit<1, BitStringCodec>>>,
+    OnlyIf<later_version, Optional<&TBS::subjectUniqueID, Implicit<2, BitStringCodec>>>,
+    OnlyIf<later_version, Optional<&TBS::extensions, Explicit<3, ExtensionsCodec>>>>>;
 EXPORT_RECORD_AS(Certificate_TBS, "TBSCertificate", Certificate_TBSTable)
 
 // Certificate ::= SEQUENCE {

@@ -79,7 +79,7 @@ namespace asn1 {
 // Name ::= CHOICE { rdnSequence  RDNSequence }, as a text. Its functions are spelled out.
 constinit const Type NameType = defined(
     {.kind = Kind::name, .identifier = tag::sequence, .element = &RelativeDistinguishedNameType},
-    "Name", adapted<Name, asn1_Name_d, asn1_Name_e, asn1_Name_clone, asn1_Name_free>,
+    "Name", "Name", adapted<Name, asn1_Name_d, asn1_Name_e, asn1_Name_clone, asn1_Name_free>,
     {ORVELASN1_DESCRIPTION(Name, DECODER, ENCODER, CLONE, FREE)});
 
 namespace {
