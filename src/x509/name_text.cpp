@@ -133,8 +133,7 @@ class NameText {
 
   char8_t *buffer_;
   size_t size_;
-  uint64_t length_ =
-      0;  ///< may be more than an address counts: records may stand in several places
+  uint64_t length_ = 0;  ///< may be too long for memory, of records that stand in several places
 };
 
 }  // namespace
