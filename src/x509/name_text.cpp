@@ -86,7 +86,7 @@ class NameText {
   void write_dotted(const ObjId &oid) {
     for (uint32_t i = 0; i < oid.count; ++i) {
       if (i != 0) character('.');
-      char number[sizeof "-2147483648"];
+      char number[sizeof "-2147483648"] = {};
       const auto made = std::to_chars(number, std::end(number), static_cast<int32_t>(oid.arcs[i]));
       for (const char *c = number; c != made.ptr; ++c) character(*c);
     }
