@@ -86,7 +86,7 @@ class NameText {
   void write_dotted(const ObjId &oid) {
     for (uint32_t i = 0; i < oid.count; ++i) {
       if (i != 0) character('.');
-      char number[sizeof "-2147483648"];
+      char number[sizeof "-2147483648"] = {};
       const auto made = std::to_chars(number, std::end(number), static_cast<int32_t>(oid.arcs[i]));
       for (const char *c = number; c != made.ptr; ++c) character(*c);
     }
@@ -133,8 +133,7 @@ class NameText {
 
   char8_t *buffer_;
   size_t size_;
-  uint64_t length_ =
-      0;  ///< may be more than an address counts: records may stand in several places
+  uint64_t length_ = 0;  ///< may be too long for memory, of records that stand in several places
 };
 
 }  // namespace

@@ -301,9 +301,10 @@ TEST(Deep, AReadingThatAJumpLeftInTheMiddleDoesNotCount) {
   const auto deepest_message = [&] {
     return deepest(family, [](size_t n) { return messages(n, false); });
   };
+  const Bytes without_a_type = hex("30 00");
   const auto jump_out_of_a_reading = [&] {
     Guard guard;
-    EXPECT_FALSE(guard.run([&] { use(family, hex("30 00")); }));
+    EXPECT_FALSE(guard.run([&] { use(family, without_a_type); }));
     EXPECT_PRED1(is_promised_ending, guard.last_words());
   };
   size_t expected = 0, after_a_jump = 0;

@@ -3,9 +3,6 @@
 #include <octets.h>
 #include <support.h>
 
-#include <algorithm>
-#include <ranges>
-
 #include "guard.h"
 
 namespace {
@@ -53,6 +50,10 @@ struct Value {
   }
   void allocation() { allocations.push_back(lines.size()); }
 };
+
+Lines first_lines(const Value &value, size_t count) {
+  return Lines(value.lines.begin(), value.lines.begin() + static_cast<ptrdiff_t>(count));
+}
 
 Bytes in_form(bool indefinite, uint8_t identifier, const Bytes &content) {
   return indefinite ? Bytes{identifier, 0x80} + content + Bytes{0, 0}
@@ -140,8 +141,7 @@ void expect_the_order_of_the_steps(const Type &type, const Value &value) {
     ASSERT_LT(step, value.allocations.size()) << testing::PrintToString(outcome.lines);
     ASSERT_EQ(value.allocations[step], outcome.lines.size())
         << testing::PrintToString(outcome.lines);
-    EXPECT_TRUE(
-        std::ranges::equal(outcome.lines, value.lines | std::views::take(outcome.lines.size())));
+    EXPECT_EQ(first_lines(value, outcome.lines.size()), outcome.lines);
     if (successes == 0) {
       EXPECT_EQ(0U, step) << "the record comes first";
     }
@@ -178,9 +178,7 @@ TEST_P(StringTrace, OfAPrimitiveValueStopsAtTheAllocationThatFails) {
       for (size_t i = 0; i < value.allocations.size(); ++i) {
         const Outcome outcome = decode_with(static_cast<long>(i), type, value);
         EXPECT_FALSE(outcome.decoded);
-        EXPECT_EQ(Lines(value.lines.begin(),
-                        value.lines.begin() + static_cast<ptrdiff_t>(value.allocations[i])),
-                  outcome.lines);
+        EXPECT_EQ(first_lines(value, value.allocations[i]), outcome.lines);
       }
       const Outcome outcome = decode_with(static_cast<long>(value.allocations.size()), type, value);
       EXPECT_TRUE(outcome.decoded);
