@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <exception>
 
-#include "commands.h"
-#include "output.h"
-#include "text.h"
+#include "commands/commands.h"
+#include "system/output.h"
+#include "text/characters.h"
 
 namespace {
 
