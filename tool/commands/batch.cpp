@@ -12,11 +12,11 @@ namespace tool {
 
 namespace {
 
-/// As many as one child takes on, unless one of them ends it.
+/// How many one child decodes, unless one of them ends it.
 constexpr size_t elements_a_child = 1024;
 
-/// Says which element ended its process, in one line with the first of its last words. Further
-/// lines, which only a sanitizer or a runtime leaves, follow as they are.
+/// Reports the element that ended its process, in one line with the first of its last words.
+/// Further lines, which only a sanitizer or a runtime leaves, follow.
 void report_end(const Input &input, const Element &element, const std::string &last_words) {
   const size_t line_end = last_words.find('\n');
   complain(input.where(element) + ": the library ended its process: " +
@@ -31,6 +31,10 @@ void report_end(const Input &input, const Element &element, const std::string &l
 }
 
 }  // namespace
+
+void report(const Input &input, const Element &element, const Fault &fault) {
+  complain(input.where(element, fault) + ": " + fault.text);
+}
 
 bool for_each_element(const std::vector<std::string> &files,
                       const std::function<bool(const Input &, const Element &)> &job) {
@@ -59,8 +63,7 @@ bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
   return for_each_element(files, [&](const Input &input, const Element &element) {
     Decoding decoding = decode(element, wanted);
     const bool done = decoding.record && job(input, element, *decoding.record);
-    if (decoding.fault)
-      complain(input.where(element, *decoding.fault) + ": " + decoding.fault->text);
+    if (decoding.fault) report(input, element, *decoding.fault);
     return done && !decoding.fault;
   });
 }

@@ -1,4 +1,4 @@
-// The subcommands. Each gives whether all went well.
+// The subcommands. Each returns whether all went well.
 #ifndef ORVELASN1_TOOL_COMMANDS_COMMANDS_H
 #define ORVELASN1_TOOL_COMMANDS_COMMANDS_H
 
@@ -18,32 +18,27 @@ struct ShowRequest {
 /// Shows each element.
 bool show(const ShowRequest &request);
 
-struct TraceRequest {
-  std::vector<std::string> files;
-  const Type *type = nullptr;
-};
-
 /// Prints what the library traces while it decodes each element.
-bool trace(const TraceRequest &request);
+bool trace(const std::vector<std::string> &files, const Type *type);
 
 struct RecodeRequest {
   std::string file = "-";
   const Type *type = nullptr;
-  std::string output;  ///< where the encodings go; empty for nowhere
+  std::string output;  ///< the file for the encodings; may be empty
   bool fresh = false;
 };
 
 /// Decodes and encodes each element and says whether the octets came back.
 bool recode(const RecodeRequest &request);
 
-/// Prints the octets of a textual name, or writes them to the file `output` where that is given.
+/// Prints the octets of a textual name, or writes them to the file `output` if that is not empty.
 bool encode_name(const std::string &text, const std::string &output);
 
 /// Prints the text of each name in a file.
 bool decode_names(const std::string &file);
 
-/// Prints the dotted form, the encoded form and the names of each identifier, given as any of the
-/// three.
+/// Prints the dotted form, the encoded form and the names of each identifier. Each is given in any
+/// of the three forms.
 bool translate_oids(const std::vector<std::string> &oids);
 
 /// Prints the registry, a line for each name.

@@ -1,9 +1,4 @@
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 
 #include "commands/batch.h"
 #include "commands/commands.h"
@@ -15,7 +10,7 @@ namespace tool {
 
 namespace {
 
-/// Why a text is no name, found by reading it assertion by assertion.
+/// Finds why a text is not a name, assertion by assertion.
 std::string name_fault(const char *text) {
   if (*text != '/') return "a name begins with \"/\"";
   const char *at = text;
@@ -33,17 +28,6 @@ std::string name_fault(const char *text) {
   return "";
 }
 
-bool write_file(const std::string &name, const Bytes &octets) {
-  const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-  if (file < 0) {
-    complain(printable(name) + ": " + std::strerror(errno));
-    return false;
-  }
-  emit_to(file, printable(name), text_of(octets));
-  close(file);
-  return true;
-}
-
 }  // namespace
 
 bool encode_name(const std::string &text, const std::string &output) {
@@ -56,15 +40,17 @@ bool encode_name(const std::string &text, const std::string &output) {
     complain(in_quotes(text) + ": " + (fault.empty() ? "the encoder refuses it" : fault));
     return false;
   }
-  if (!output.empty()) return write_file(output, octets);
-  emit(hex(octets) + "\n");
-  return true;
+  const OutputFile file(output);
+  file.write(text_of(octets));
+  file.cut();
+  if (output.empty()) emit(hex(octets) + "\n");
+  return file.good();
 }
 
 bool decode_names(const std::string &file) {
   return for_each_element({file}, [](const Input &input, const Element &element) {
     const auto refuse = [&](const Fault &fault) {
-      complain(input.where(element, fault) + ": " + fault.text);
+      report(input, element, fault);
       return false;
     };
     if (element.fault) return refuse(*element.fault);

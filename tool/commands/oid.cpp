@@ -23,8 +23,8 @@ std::string description(const ObjId *oid) {
          names_text(oid) + "\n";
 }
 
-/// What a text stands for: a dotted form has a dot, an encoded form begins with a digit, and what
-/// is left is a name.
+/// What a text means: a dotted form has a dot, an encoded form begins with a digit, and all else is
+/// a name.
 struct Reading {
   std::vector<Owned<ObjId>> oids;
   std::string fault;
@@ -43,9 +43,8 @@ Reading read(const std::string &text) {
     if (octets) add(decoded(asn1_ObjId_d, asn1_ObjId_free, *octets));
     const auto fault = octets ? syntax_fault(*octets, oid_syntax) : std::nullopt;
     reading.fault = !octets ? "not hexadecimal octets"
-                    : fault
-                        ? "offset " + std::to_string(fault->offset.value_or(0)) + ": " + fault->text
-                        : "octets behind the identifier";
+                    : fault ? text_with_offset(*fault)
+                            : "octets behind the identifier";
   } else {
     reading.oids = named(text);
     reading.fault = "no identifier of this name";

@@ -8,24 +8,24 @@ namespace tool {
 
 namespace {
 
-/// A text from the command line or a PEM label as valid UTF-8.
+/// Returns a text from the command line as valid UTF-8.
 std::string valid_utf8(std::string_view text) { return to_utf8(from_utf8(octets_of(text))); }
 
-/// What every object begins with, and the fields of the record. A type that has no PEM label gets
-/// its octets as they are.
+/// Returns one JSON object: the members that all types have, and the fields of the record. A type
+/// without a PEM label has its octets in hexadecimal.
 std::string json_line(const Input &input, const Element &element, const Record &record,
                       const View &view) {
   const Type &type = record.type();
-  Json object;
-  object["type"] = type.name;
-  object["file"] = valid_utf8(input.name());
-  object["element"] = element.number;
+  Json object = Json::object();
+  object.put("type", type.name)
+      .put("file", valid_utf8(input.name()))
+      .put("element", element.number);
   if (type.labels.empty())
-    object["octets"] = hex(element.octets);
+    object.put("octets", hex(element.octets));
   else
-    object["pem"] = pem(type.labels.front(), element.octets);
+    object.put("pem", pem(type.labels.front(), element.octets));
   put_members(object, type.describe(record.get(), view));
-  return object.dump() + "\n";
+  return object.text() + "\n";
 }
 
 }  // namespace

@@ -14,8 +14,8 @@ namespace tool {
 
 namespace {
 
-/// Takes what is written to the trace and prints it with each unsafe character escaped: the trace
-/// quotes the input as it is.
+/// Prints what is written to the trace with each unsafe character escaped: the trace quotes the
+/// input as it is.
 ssize_t print_safely(void *, const char *text, size_t size) {
   std::string_view rest(text, size);
   std::string safe;
@@ -30,8 +30,8 @@ ssize_t print_safely(void *, const char *text, size_t size) {
   return static_cast<ssize_t>(size);
 }
 
-/// Where the trace goes: standard output, guarded where that is a terminal. It is written line by
-/// line, so that a trace is there up to the line at which the library ends the process.
+/// Standard output for the trace, guarded if it is a terminal. It is written line by line, so that
+/// the trace is complete up to the line at which the library ends the process.
 class TraceStream {
  public:
   TraceStream() {
@@ -63,8 +63,8 @@ void print_trace(const Type &type, Octets octets) {
   type.release(record);
 }
 
-/// The type to trace an element as: the one that takes it, or else the first that might. What is
-/// not recognised is traced as the first of all types.
+/// Returns the type to trace an element as: the one that decodes it, or else the first candidate.
+/// An element that is not recognised is traced as the first of all types.
 const Type &traced_type(const Element &element, const Type *wanted) {
   const auto tried = candidates(element, wanted);
   if (tried.empty()) return *types().front();
@@ -75,14 +75,13 @@ const Type &traced_type(const Element &element, const Type *wanted) {
 
 }  // namespace
 
-bool trace(const TraceRequest &request) {
+bool trace(const std::vector<std::string> &files, const Type *type) {
   std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
-  return for_each_element(request.files, [&request](const Input &input, const Element &element) {
-    if (!element.octets.empty()) print_trace(traced_type(element, request.type), element.octets);
-    emit("");  // ends the process where the trace could not be written
-    const Decoding decoding = decode(element, request.type);
-    if (decoding.fault)
-      complain(input.where(element, *decoding.fault) + ": " + decoding.fault->text);
+  return for_each_element(files, [type](const Input &input, const Element &element) {
+    if (!element.octets.empty()) print_trace(traced_type(element, type), element.octets);
+    emit("");  // ends the process if the trace could not be written
+    const Decoding decoding = decode(element, type);
+    if (decoding.fault) report(input, element, *decoding.fault);
     return !decoding.fault;
   });
 }

@@ -10,6 +10,10 @@ constexpr uint8_t constructed_bit = 0x20;
 
 }  // namespace
 
+std::string text_with_offset(const Fault &fault) {
+  return "offset " + std::to_string(fault.offset.value_or(0)) + ": " + fault.text;
+}
+
 Header read_header(Octets rest) {
   Header header;
   if (rest.empty()) {
@@ -116,6 +120,32 @@ std::string tag_name(uint8_t tag) {
     name += number < universal.size() ? universal[number] : "long tag";
   }
   return name + " (" + hex(Octets(&tag, 1)) + ")";
+}
+
+std::vector<Octets> components(Octets element, size_t most) {
+  std::vector<Octets> found;
+  const Header outer = read_header(element);
+  if (element.empty() || !outer.fault.empty()) return found;
+  Octets rest = element.subspan(outer.size);
+  if (!outer.indefinite) rest = rest.first(outer.length);
+  while (!rest.empty() && found.size() < most) {
+    const Header header = read_header(rest);
+    const auto size = header.fault.empty() ? element_size(rest, header) : std::nullopt;
+    if (!size) break;
+    found.push_back(rest.first(*size));
+    rest = rest.subspan(*size);
+  }
+  return found;
+}
+
+Octets component(Octets element, size_t number) {
+  const auto found = components(element, number + 1);
+  return number < found.size() ? found[number] : Octets();
+}
+
+std::optional<Fault> fault_of_part(std::optional<Fault> fault, Octets part, Octets whole) {
+  if (fault && fault->offset) *fault->offset += static_cast<size_t>(part.data() - whole.data());
+  return fault;
 }
 
 }  // namespace tool

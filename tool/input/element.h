@@ -1,4 +1,4 @@
-// One element of an input.
+// An element of an input.
 #ifndef ORVELASN1_TOOL_INPUT_ELEMENT_H
 #define ORVELASN1_TOOL_INPUT_ELEMENT_H
 
@@ -6,7 +6,7 @@
 
 namespace tool {
 
-/// One element of an input, or what stands in its place.
+/// An element of an input, or a fault in place of one.
 struct Element {
   size_t number = 0;           ///< counted from 1
   size_t line = 0;             ///< of its BEGIN, counted from 1; 0 where the input is DER

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 #include "input/pem.h"
 #include "text/characters.h"
@@ -44,9 +45,9 @@ Bytes read_all(int fd, const std::string &name) {
   return data;
 }
 
-/// Takes one DER element behind the other. Behind a broken header there is no way to find the next
-/// one, and what no element of the file would begin with is rubbish: what is left then becomes one
-/// element with a fault.
+/// Takes one DER element after the other. After a broken header the next element cannot be found,
+/// and an identifier octet that no element of the file would have is rubbish. All that is left then
+/// becomes one element with a fault.
 class DerReader {
  public:
   explicit DerReader(Octets data) : data_(data) {}
@@ -75,8 +76,8 @@ class DerReader {
   }
 
  private:
-  /// Whether an element behind the first may have this identifier octet: that of the first, any
-  /// constructed one, or, behind a tagged one, another of the same class. Padding, line ends and
+  /// Whether an element after the first may have this identifier octet: that of the first, any
+  /// constructed one, or, after a tagged one, another of the same class. Padding, line ends and
   /// the like are primitive and universal.
   bool may_follow(uint8_t tag) const {
     constexpr uint8_t constructed_bit = 0x20;
@@ -98,24 +99,16 @@ bool is_text(Octets data) {
   return true;
 }
 
-/// Gives one element that says why an input holds none.
-class NoElement {
- public:
-  explicit NoElement(std::string why) : why_(std::move(why)) {}
-
-  std::optional<Element> operator()() {
-    if (given_) return std::nullopt;
-    given_ = true;
-    Element element;
-    element.number = 1;
-    element.fault = Fault{std::nullopt, why_};
+/// Returns a reader of one element, which tells why the input holds no element.
+std::function<std::optional<Element>()> no_element(std::string why) {
+  return [why = std::move(why), taken = false]() mutable {
+    std::optional<Element> element;
+    if (std::exchange(taken, true)) return element;
+    element.emplace().number = 1;
+    element->fault = Fault{std::nullopt, why};
     return element;
-  }
-
- private:
-  std::string why_;
-  bool given_ = false;
-};
+  };
+}
 
 SharedMemory load(const std::string &file) {
   const Descriptor descriptor(file == "-" ? STDIN_FILENO
@@ -133,11 +126,11 @@ Input::Input(const std::string &file)
     : name_(file == "-" ? "standard input" : file), data_(load(file)) {
   const std::span<uint8_t> data = data_.octets();
   if (data.empty())
-    next_ = NoElement("the input is empty");
+    next_ = no_element("the input is empty");
   else if (is_pem(data))
     next_ = PemReader(data);
   else if (!read_header(data).fault.empty() && is_text(data))
-    next_ = NoElement("the input is neither PEM, for it has no BEGIN line, nor DER");
+    next_ = no_element("the input is neither PEM, for it has no BEGIN line, nor DER");
   else
     next_ = DerReader(data);
 }

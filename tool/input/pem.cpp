@@ -19,7 +19,8 @@ std::string_view trimmed(std::string_view line) {
   return line.substr(first, line.find_last_not_of(blanks) - first + 1);
 }
 
-/// The label of a line that is `mark`, a label and the closing dashes.
+/// Returns the label of a line that is `mark`, a label and the closing dashes. Fails on other
+/// lines.
 std::optional<std::string> label_of(std::string_view line, std::string_view mark) {
   line = trimmed(line);
   if (!line.starts_with(mark) || !line.ends_with(closing_mark)) return std::nullopt;
@@ -44,7 +45,7 @@ class Base64 {
  public:
   explicit Base64(uint8_t *out) : start_(out), out_(out) {}
 
-  /// Takes the characters of a line; gives what is wrong with one of them, or an empty text.
+  /// Takes the characters of a line. Returns what is wrong with one of them, or an empty text.
   std::string take(std::string_view line) {
     for (const char c : line) {
       if (c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v') continue;
@@ -65,7 +66,7 @@ class Base64 {
     return {};
   }
 
-  /// Takes the end; gives what is wrong with it, or an empty text.
+  /// Takes the end. Returns what is wrong with it, or an empty text.
   std::string finish() {
     if ((count_ + padding_) % 4 != 0 || padding_ > 2 || count_ == 1)
       return "the base64 text ends inside a group of four";
@@ -133,8 +134,8 @@ bool PemReader::next_line() {
   return true;
 }
 
-/// Takes the lines of a block up to its END line. A block that has none ends in front of the next
-/// BEGIN line.
+/// Takes the lines of a block up to its END line. A block without an END line ends in front of the
+/// next BEGIN line.
 Element PemReader::take_block(std::string label) {
   Element element;
   element.number = ++count_;
@@ -157,7 +158,7 @@ Element PemReader::take_block(std::string label) {
       --line_number_;
       break;
     }
-    // Headers of the older form stand in front of the base64 text, with an empty line behind them.
+    // Headers of the older form precede the base64 text, with an empty line after them.
     if (in_headers || (!base64.started() && line().find(':') != std::string_view::npos)) {
       in_headers = !trimmed(line()).empty();
     } else if (wrong.empty()) {

@@ -6,12 +6,12 @@
 
 namespace tool {
 
-/// Whether a line begins with "-----BEGIN " and nothing but text stands in front of it. The header
-/// of a DER element is no text, so that a DER input with such a line inside a string is still DER.
+/// Whether a line begins with "-----BEGIN " and all in front of it is text. The header of a DER
+/// element is not text, so a DER input with such a line inside a string is still DER.
 bool is_pem(Octets data);
 
-/// Takes the blocks of a PEM text one by one. The octets of each take the place of its base64 text,
-/// so that no second buffer is needed.
+/// Takes the blocks of a PEM text one by one. Writes the octets of each over its base64 text, so
+/// that no second buffer is needed.
 class PemReader {
  public:
   explicit PemReader(std::span<uint8_t> data) : data_(data) {}
@@ -31,7 +31,7 @@ class PemReader {
   size_t count_ = 0;
 };
 
-/// The PEM block of an element, with its newline.
+/// Returns the PEM block of an element, with its newline.
 std::string pem(std::string_view label, Octets octets);
 
 }  // namespace tool

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "text/characters.h"
+#include "text/integers.h"
 #include "text/object_identifiers.h"
 
 namespace tool {
@@ -18,7 +18,7 @@ std::string count_text(size_t count) {
   return std::to_string(count) + (count == 1 ? " element" : " elements");
 }
 
-/// A list is cut where that saves more than the line that says so takes.
+/// Returns how many elements a page shows. It leaves out at least two, since it tells so in a line.
 size_t shown_items(size_t count, const View &view) {
   return view.full || count <= items_at_a_glance + 1 ? count : items_at_a_glance;
 }
@@ -27,7 +27,7 @@ std::string more_text(size_t count) { return "and " + std::to_string(count) + " 
 
 using Lines = std::vector<std::string>;
 
-/// The lines of a list whose elements are all such values; they need no numbers.
+/// Returns the lines of a list whose elements all have lines. They need no numbers.
 std::optional<Lines> lines_of(const Node::Items &items, const View &view) {
   const size_t shown = shown_items(items.count, view);
   Lines lines;
@@ -68,7 +68,7 @@ struct BriefLine {
   Tone tone;
 };
 
-/// The one line that a field has in the short form; nothing for a record.
+/// Returns the one line of a field in the short form; nothing for a record.
 std::optional<BriefLine> brief_line(const Node &field, const View &view) {
   const Node &node = on_page(field);
   if (const auto *const items = std::get_if<Node::Items>(&node.value))
@@ -79,7 +79,7 @@ std::optional<BriefLine> brief_line(const Node &field, const View &view) {
                    tone_of(node)};
 }
 
-/// The lines of all fields that pass the test, also inside records but not inside lists.
+/// Collects the lines of all fields that pass the test, also inside records but not inside lists.
 void collect_brief(std::vector<BriefLine> &lines, const Node &node, const View &view,
                    bool (*wanted)(const Node &)) {
   const auto *const fields = std::get_if<Node::Fields>(&node.value);
@@ -105,13 +105,13 @@ struct JsonOf {
       if (const auto *const oid = std::get_if<const ObjId *>(&field.value))
         put_oid(object, field.name, *oid);
       else if (!field.empty())
-        object[field.name] = json_of(field);
+        object.put(field.name, json_of(field));
     return object;
   }
   Json operator()(const Node::Items &items) const {
-    Json array = Json::array();
-    for (size_t i = 0; i < items.count; ++i) array.push_back(json_of(items.at(i)));
-    return array;
+    std::vector<Json> elements;
+    for (size_t i = 0; i < items.count; ++i) elements.push_back(json_of(items.at(i)));
+    return Json::array(elements);
   }
 };
 
@@ -208,13 +208,8 @@ Json json_of(const Node &node) { return std::visit(JsonOf{}, node.value); }
 void put_members(Json &object, const Node &node) {
   if (const auto *const oid = std::get_if<const ObjId *>(&node.value))
     return put_oid(object, "value", *oid);
-  Json json = json_of(node);
-  const auto taken = [&](const auto &member) { return object.contains(member.key()); };
-  const auto members = json.items();
-  if (json.is_object() && std::none_of(members.begin(), members.end(), taken))
-    object.update(json);
-  else
-    object["value"] = std::move(json);
+  const Json json = json_of(node);
+  if (!object.join(json)) object.put("value", json);
 }
 
 }  // namespace tool

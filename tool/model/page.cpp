@@ -1,6 +1,7 @@
 #include "model/page.h"
 
 #include <algorithm>
+#include <array>
 
 namespace tool {
 
@@ -19,23 +20,9 @@ size_t width(std::string_view utf8) {
 }  // namespace
 
 std::string toned(std::string_view text, Tone tone, bool colour) {
-  const char *start = "";
-  switch (tone) {
-    case Tone::plain:
-      break;
-    case Tone::heading:
-      start = "\x1B[1m";
-      break;
-    case Tone::quiet:
-      start = "\x1B[2m";
-      break;
-    case Tone::warning:
-      start = "\x1B[33m";
-      break;
-    case Tone::alarm:
-      start = "\x1B[1;31m";
-      break;
-  }
+  static constexpr std::array<const char *, 5> starts{"", "\x1B[1m", "\x1B[2m", "\x1B[33m",
+                                                      "\x1B[1;31m"};
+  const char *const start = starts[static_cast<size_t>(tone)];
   if (!colour || *start == '\0') return std::string(text);
   return start + std::string(text) + "\x1B[0m";
 }

@@ -13,21 +13,21 @@ namespace tool {
 /// How a piece of text is meant; a terminal shows it in a colour.
 enum class Tone : uint8_t { plain, heading, quiet, warning, alarm };
 
-/// The text between the escape sequences of its tone; as it is where `colour` is false.
+/// Returns the text between the escape sequences of its tone, or as it is if `colour` is false.
 std::string toned(std::string_view text, Tone tone, bool colour);
 
 class Page {
  public:
   explicit Page(bool colour) : colour_(colour) {}
 
-  /// Opens a section. What `note` says follows the heading in a quiet tone.
+  /// Opens a section. The note follows the heading in a quiet tone.
   void section(std::string heading, std::string note = {});
 
-  /// Adds a row to the section: a key, and one or more lines beside it.
+  /// Adds a row to the section: a key and one or more lines.
   void row(std::string key, std::vector<std::string> lines, Tone tone = Tone::plain);
   void row(std::string key, std::string line, Tone tone = Tone::plain);
 
-  /// The whole page.
+  /// Returns the whole page.
   std::string text() const;
 
  private:
@@ -45,8 +45,8 @@ class Page {
   std::vector<Section> sections_;
 };
 
-/// A hexadecimal dump in lines of sixteen octets. Unless `full`, a long one is cut, and its last
-/// line says by how much.
+/// Returns a hexadecimal dump in lines of sixteen octets. Cuts a long one unless `full`; its last
+/// line then tells how much is left out.
 std::vector<std::string> dump(Octets octets, bool full);
 
 }  // namespace tool

@@ -6,18 +6,18 @@
 
 namespace tool {
 
-/// How far messages, bags and objects that hold their like are followed. Inputs have as many levels
-/// as they like, and the stack has not.
+/// How deep messages, bags and objects that hold their like are followed. An input may have any
+/// number of levels; the stack is limited.
 constexpr uint32_t deepest = 32;
 
 struct View {
-  bool oids = false;    ///< the dotted form beside each name
+  bool oids = false;    ///< the dotted form after each name
   bool full = false;    ///< long values to their end, and keys and signatures
   bool colour = false;  ///< escape sequences for a terminal
-  Seconds moment = 0;   ///< what validity is judged at
+  Seconds moment = 0;   ///< the moment for which validity is judged
   uint32_t depth = 0;   ///< how many messages, bags and objects are around what is described
 
-  /// The view of what is inside one more of them.
+  /// Returns the view of what is inside one more of them.
   View inside() const {
     View deeper = *this;
     ++deeper.depth;
@@ -26,7 +26,8 @@ struct View {
   bool too_deep() const { return depth > deepest; }
 };
 
-/// The name of an identifier, its dotted form where it has none, or both where the view says so.
+/// Returns the name of an identifier, or its dotted form if it has no name, or both if the view
+/// asks for it.
 std::string label(const ObjId *oid, const View &view);
 
 }  // namespace tool

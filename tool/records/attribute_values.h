@@ -6,8 +6,8 @@
 
 namespace tool {
 
-/// The values of an attribute whose syntax is known and followed; nothing otherwise. A single
-/// value stands for itself, others are a list.
+/// Reads the values of an attribute: a single value as itself, several as a list. Returns an empty
+/// node if the syntax of the attribute is not known or not followed.
 Node read_attribute(const Attribute *attribute, const View &view);
 
 }  // namespace tool

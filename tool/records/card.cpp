@@ -9,7 +9,7 @@ namespace {
 
 enum class Role : uint8_t { leaf, container, attribute_holder };
 
-/// How the identifier of an object says what it holds.
+/// Returns what the identifier of an object says that it holds.
 Role role_of(const GDOObject *object) {
   if (object->id == 0x20) return Role::attribute_holder;
   return (object->id >= 0x10 && object->id <= 0x14) || object->id == 0x21 ? Role::container
@@ -21,7 +21,7 @@ const char *name_of(Role role) {
   return names[static_cast<size_t>(role)];
 }
 
-/// An identifier of so many octets, the most significant one first.
+/// Returns an identifier of so many octets, the most significant one first.
 template <size_t size>
 std::string identifier(const GDOObject *object) {
   std::array<uint8_t, size> octets{};
@@ -33,7 +33,7 @@ std::string identifier(const GDOObject *object) {
 std::string object_identifier(const GDOObject *object) { return identifier<1>(object); }
 std::string attribute_identifier(const GDOObject *attribute) { return identifier<4>(attribute); }
 
-/// What a container or an attribute holder holds: "2 objects".
+/// Returns what a container or an attribute holder holds: "2 objects".
 std::string count_text(const List *children, const char *kind) {
   const int32_t count = List_len(children);
   return std::to_string(count) + " " + kind + (count == 1 ? "" : "s");
@@ -44,7 +44,7 @@ const char *kind_of_children(const GDOObject *object, bool sets) {
   return sets ? "set" : "object";
 }
 
-/// The number of objects and attributes below an object of a plain place.
+/// Returns the number of objects and attributes below an object of a plain place.
 size_t count_below(const GDOObject *object) {
   size_t count = 0;
   std::vector<const GDOObject *> open{object};
@@ -59,7 +59,7 @@ size_t count_below(const GDOObject *object) {
 
 // ---- The tree -----------------------------------------------------------------------------------
 
-/// An object, an attribute or a set: what stands beside it, and what hangs below it.
+/// An object, an attribute or a set, with the lines after it and the branches below it.
 struct Branch {
   std::string key;
   std::vector<std::string> lines;
@@ -113,7 +113,7 @@ Branch branch_of(const GDOObject *object, bool sets, const View &view) {
   return branch;
 }
 
-/// Draws a branch: its first row has `corner` in front, and everything below has `line`.
+/// Draws a branch, with `corner` in front of its first row and `line` in front of all others.
 void draw(Page &page, const Branch &branch, const std::string &corner, const std::string &line) {
   page.row(corner + branch.key, branch.lines.front());
   const std::string beside = branch.below.empty() ? line : line + "│";
@@ -132,7 +132,7 @@ void draw_root(Page &page, const std::string &name, const GDOObject *object, boo
   draw(page, branch, "", "");
 }
 
-/// The objects of a card, and whether each stands at a nested-set place.
+/// An object of a card, and whether its place is one for nested sets.
 struct Place {
   const char *name;
   const GDOObject *object;

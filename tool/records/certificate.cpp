@@ -21,7 +21,7 @@ Node describe(const Validity *validity, const View &view) {
 
 // SubjectPublicKeyInfo ::= SEQUENCE { algorithm, subjectPublicKey }
 //
-// What can be told of the key stands behind its fields.
+// What the key tells without arithmetic follows its fields.
 Node describe(const SubjectPKI *info, const View &view) {
   const Key key = read_key(info);
   Description fields(view);
@@ -121,33 +121,25 @@ constexpr Field certificate_fields[] = {{"tbsCertificate", &tbs_syntax},
                                         {"signatureValue", &bit_string_syntax}};
 constexpr Syntax certificate_syntax{.tag = 0x30, .fields = certificate_fields};
 
-/// Whether the content of the version field is an INTEGER that the decoder takes for above 0.
-bool allows_extensions(Octets content) {
-  const auto version = decoded(asn1_Integer_d, asn1_Integer_free, content);
+/// Whether the version is an INTEGER that the decoder takes to be above 0.
+bool allows_extensions(Octets integer) {
+  const auto version = decoded(asn1_Integer_d, asn1_Integer_free, integer);
   return version && version->length != 0 && version->data[0] != 0;
 }
 
-/// What is wrong with a certificate of sound syntax: unique identifiers and extensions need a
+/// Finds what is wrong with a certificate of sound syntax: unique identifiers and extensions need a
 /// version above 1.
 std::optional<Fault> version_fault(Octets octets) {
   constexpr uint8_t first_tag_that_needs_one = 0x81;
-  const Header outer = read_header(octets);
-  if (!outer.fault.empty() || outer.indefinite) return std::nullopt;
-  const Header tbs = read_header(octets.subspan(outer.size));
-  if (!tbs.fault.empty() || tbs.indefinite) return std::nullopt;
-  size_t at = outer.size + tbs.size;
-  const size_t stop = at + tbs.length;
   bool allowed = false;
-  while (at < stop) {
-    const Octets rest = octets.subspan(at, stop - at);
-    const Header field = read_header(rest);
-    if (!field.fault.empty() || field.indefinite) return std::nullopt;
-    if (field.tag == wrapped_integer_syntax.tag)
-      allowed = allows_extensions(rest.subspan(field.size, field.length));
-    else if (field.tag >= first_tag_that_needs_one && !allowed)
+  for (const Octets field : components(component(octets, 0))) {
+    if (read_header(field).indefinite) break;
+    if (field[0] == wrapped_integer_syntax.tag)
+      allowed = allows_extensions(component(field, 0));
+    else if (field[0] >= first_tag_that_needs_one && !allowed)
       return Fault{
-          at, "tbsCertificate: found " + tag_name(field.tag) + ", which needs a version above 1"};
-    at += field.size + field.length;
+          static_cast<size_t>(field.data() - octets.data()),
+          "tbsCertificate: found " + tag_name(field[0]) + ", which needs a version above 1"};
   }
   return std::nullopt;
 }

@@ -1,21 +1,14 @@
 #include "records/certificate_page.h"
 
-#include "model/page.h"
 #include "records/describe.h"
 #include "records/distinguished_names.h"
 #include "records/extension_values.h"
 #include "records/public_key.h"
-#include "text/characters.h"
+#include "text/integers.h"
 
 namespace tool {
 
 namespace {
-
-std::string time_text(const Time *time) {
-  if (time == nullptr || time->value == nullptr) return "none";
-  const auto seconds = seconds_of(time);
-  return seconds ? calendar(*seconds) : in_quotes(time->value);
-}
 
 std::string version_text(const Integer *version) {
   const uint32_t number = version == nullptr ? 0 : asn1_Integer_get(version);
@@ -23,7 +16,7 @@ std::string version_text(const Integer *version) {
   return usual ? std::to_string(number + 1) : "unknown, encoded as " + integer_text(version);
 }
 
-/// The signature's algorithm; both, where the signed part names another one.
+/// Returns the signature's algorithm, or both if the signed part names another one.
 std::vector<std::string> signature_text(const Certificate *certificate, const View &view) {
   const AlgId *const outer = certificate->signatureAlgorithm;
   const AlgId *const inner = certificate->tbsCertificate->signature;
@@ -33,7 +26,7 @@ std::vector<std::string> signature_text(const Certificate *certificate, const Vi
   return lines;
 }
 
-/// The first and the last octets of a long serial number.
+/// Returns the first and the last octets of a long serial number.
 std::string short_serial(const Integer *serial) {
   constexpr size_t most = 16;
   std::string digits = integer_text(serial);

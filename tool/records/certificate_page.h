@@ -1,4 +1,4 @@
-// Certificates as people want to read them: a page and four lines of their own.
+// Certificates as people want to read them: a page and a short form of their own.
 #ifndef ORVELASN1_TOOL_RECORDS_CERTIFICATE_PAGE_H
 #define ORVELASN1_TOOL_RECORDS_CERTIFICATE_PAGE_H
 

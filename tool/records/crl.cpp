@@ -1,6 +1,7 @@
 // Certificate revocation lists (RFC 5280, 5.1).
 #include "records/extension_values.h"
 #include "records/type.h"
+#include "text/integers.h"
 
 namespace tool {
 

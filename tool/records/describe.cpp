@@ -9,19 +9,13 @@ namespace {
 
 constexpr int64_t soon = 30;  ///< days
 
-std::string time_text(const Time *time) {
-  if (time->value == nullptr) return "none";
-  const auto seconds = seconds_of(time);
-  return seconds ? calendar(*seconds) + " UTC" : in_quotes(time->value);
-}
-
 }  // namespace
 
 Node time_of(uint8_t kind, const char *value) {
   if (value == nullptr) return {};
   std::string copy(value);
   const Time time{kind, copy.data()};
-  return text(time_text(&time), json_of(&time));
+  return text(time_text(&time, " UTC"), json_of(&time));
 }
 
 Node rdn_sequence(const RDNSequence *name, const View &view) {
@@ -101,7 +95,7 @@ Description &Description::period(std::string from_name, Time *from, std::string 
   const Standing state = standing(&validity, view_.moment);
   field(std::move(until_name),
         shown_as(describe(until, view_),
-                 text(time_text(until) + ", " + state.text, nullptr, tone_of(state))));
+                 text(time_text(until, " UTC") + ", " + state.text, nullptr, tone_of(state))));
   hidden("state", text("", name_of(state.state)));
   if (state.state == Standing::State::unknown) return *this;
   return hidden("daysLeft", text("", state.days_left));

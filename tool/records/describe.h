@@ -1,6 +1,6 @@
 // The descriptions of the library's records. Each overload of describe() is defined in the file of
-// its syntax, describe_*.cpp, where the fields stand as the ASN.1 has them. A null pointer is not
-// described: Description leaves a field out that is not there.
+// its syntax, with the fields of the ASN.1. A null pointer is not described: Description leaves out
+// a field that is not there.
 #ifndef ORVELASN1_TOOL_RECORDS_DESCRIBE_H
 #define ORVELASN1_TOOL_RECORDS_DESCRIBE_H
 
@@ -9,7 +9,7 @@
 
 namespace tool {
 
-// Universal types. A string is shown as octets: where it is a text, take characters().
+// Universal types. A string is shown as octets; characters() shows it as a text.
 Node describe(const Integer *integer, const View &view);
 Node describe(const ObjId *oid, const View &view);
 Node describe(const BitString *bits, const View &view);
@@ -100,24 +100,23 @@ Node describe(const GDO *gdo, const View &view);
 Node describe(const CardInfo *info, const View &view);
 Node describe(const PublicKeyMAC *mac, const View &view);
 
-/// A message whose content, where it is of the type data, is an element of the type of this name;
-/// an empty name for data of any kind.
+/// Describes a message. A content of the type data is an element of the type of this name; the name
+/// is empty for data of any kind.
 Node message(const ContentInfo *info, std::string_view data_type, const View &view);
 
-/// The text that octets are; nothing where they are none, or one that cannot be printed as it is.
+/// Returns the octets as a text. Fails if they are not a text that can be printed as it is.
 std::optional<std::string> text_in(Octets octets);
 
-/// Octets, which a page shows with their text where all of it is printable.
+/// Describes octets. A page shows them with their text if all of it is printable.
 Node octets_with_text(const OctetString *octets, const View &view);
 
-/// Octets that are encrypted, of which a page shows the number.
+/// Describes encrypted octets. A page shows their number.
 Node encrypted(const OctetString *octets, const View &view);
 
-/// An algorithm of password-based encryption, whose parameters are decoded; any other one as
-/// describe() has it.
+/// Describes an algorithm of encryption. Decodes the parameters of password-based encryption.
 Node encryption_algorithm(const AlgId *algorithm, const View &view);
 
-/// The T records of one of the library's lists, each as `describe_element(record, view)` has it.
+/// Describes one of the library's lists of T records, each with `describe_element(record, view)`.
 template <class T, class F>
 Node list_of(const List *list, F describe_element, const View &view) {
   Node node;
@@ -129,7 +128,7 @@ Node list_of(const List *list, F describe_element, const View &view) {
   return node;
 }
 
-/// The T records of one of the library's lists.
+/// Describes one of the library's lists of T records.
 template <class T>
 Node list_of(const List *list, const View &view) {
   const auto describe_element = [](const T *record, const View &at) {
@@ -138,73 +137,73 @@ Node list_of(const List *list, const View &view) {
   return list_of<T>(list, describe_element, view);
 }
 
-/// A character string whose universal tag is `tag`.
+/// Describes a character string whose universal tag is `tag`.
 Node characters(uint8_t tag, const ASN1String *string);
 
-/// The text of a UTCTime (23) or GeneralizedTime (24).
+/// Describes the text of a UTCTime or GeneralizedTime.
 Node time_of(uint8_t kind, const char *value);
 
-/// The reason of a revocation: "keyCompromise".
+/// Describes the reason of a revocation: "keyCompromise".
 Node revocation_reason(uint32_t code);
 
-/// A PrivateKeyUsagePeriod whose times are of this kind.
+/// Describes a PrivateKeyUsagePeriod whose times are of this kind.
 Node usage_period(uint8_t kind, const char *from, const char *until, const View &view);
 
-/// A distinguished name as a structure, which a page shows in one line.
+/// Describes a distinguished name as a structure. A page shows it in one line.
 Node rdn_sequence(const RDNSequence *name, const View &view);
 
-/// A distinguished name in the library's textual form, which a page shows as that of a structure.
+/// Describes a distinguished name in the library's textual form. A page shows it like a structure.
 Node name_text(const Name *name, const View &view);
 
-/// The tone in which the standing of a period of validity is shown.
+/// Returns the tone for the standing of a period of validity.
 Tone tone_of(const Standing &standing);
 
-/// The fields of a record, put together one behind the other.
+/// The description of a record, put together field by field.
 class Description {
  public:
   explicit Description(const View &view) : view_(view) {}
 
-  /// A field of any kind; nothing where the node is empty.
+  /// Adds a field of any kind. Leaves out an empty node.
   Description &field(std::string name, Node node);
 
-  /// A field whose record has a description of its own; nothing for a null pointer.
+  /// Adds a record that has a description of its own. Leaves out a null pointer.
   template <class T>
   Description &field(std::string name, const T *record) {
     return field(std::move(name), record == nullptr ? Node() : describe(record, view_));
   }
 
-  /// A list of T records; nothing for a null pointer.
+  /// Adds a list of T records. Leaves out a null pointer.
   template <class T>
   Description &list(std::string name, const List *records) {
     return field(std::move(name), records == nullptr ? Node() : list_of<T>(records, view_));
   }
 
-  /// A small INTEGER, such as a version.
+  /// Adds a small INTEGER, such as a version.
   Description &small(std::string name, const Integer *integer) {
     return field(std::move(name), number(integer));
   }
 
-  /// The encoding that a record keeps beside its fields; only JSON has it.
+  /// Adds the encoding that a record keeps besides its fields. Only JSON has it.
   Description &encoding(std::string name, const OctetString *octets);
 
-  /// A version that counts from 0, which a page shows as "1 (v2)".
+  /// Adds a version that counts from 0. A page shows it as "1 (v2)".
   Description &version(std::string name, const Integer *integer);
 
-  /// The three forms that a record keeps a name in, NAMESequence, NAME and NAMEEncoded. A page
-  /// shows one.
+  /// Adds the three forms of a name in a record, NAMESequence, NAME and NAMEEncoded. A page shows
+  /// one.
   Description &name(const std::string &name, const RDNSequence *sequence, const Name *text,
                     const OctetString *encoded);
 
-  /// Two times, and how the moment of the view stands to them.
+  /// Adds two times, and whether the moment of the view is between them.
   Description &period(std::string from_name, Time *from, std::string until_name, Time *until);
 
-  /// A field that only JSON has.
+  /// Adds a field that only JSON has.
   Description &hidden(std::string name, Node node);
 
-  /// Marks the last field, hidden ones aside, as one of the short form.
+  /// Marks the last field that is not hidden as one of the short form.
   Description &brief();
 
-  /// The record of all these fields.
+  /// Returns the record of all these fields.
   Node node();
 
  private:
@@ -212,7 +211,7 @@ class Description {
 
   const View &view_;
   Node::Fields fields_;
-  std::optional<size_t> last_;  ///< the field that brief() marks, where it is there
+  std::optional<size_t> last_;  ///< the field that brief() marks, if it was not left out
 };
 
 }  // namespace tool

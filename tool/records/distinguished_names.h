@@ -5,6 +5,7 @@
 
 #include "model/page.h"
 #include "model/view.h"
+#include "text/json.h"
 
 namespace tool {
 
@@ -12,16 +13,19 @@ namespace tool {
 /// name with the one above have a plus in front.
 void add_name(Page &page, const RDNSequence *name, const View &view);
 
-/// The name in one line: "countryName=DE, organizationName=Example". A comma or plus inside a value
-/// has a backslash in front; a plus with blanks joins the attributes of one relative name.
+/// Returns the name in one line: "countryName=DE, organizationName=Example". A comma or plus inside
+/// a value has a backslash in front; a plus with blanks joins the attributes of one relative name.
 std::string one_line(const RDNSequence *name, const View &view);
 
-/// The same of a name that the library holds as text; the text as it stands where it cannot be
-/// read back.
+/// Returns the same of a name that the library holds as text, or the text itself where the library
+/// cannot read it back.
 std::string directory_text(const Name *text, const View &view);
 
-/// An attribute: "countryName=DE".
+/// Returns an attribute: "countryName=DE".
 std::string attribute_text(const AttributeValueAssertion *attribute, const View &view);
+
+Json json_of(const AttributeValueAssertion *attribute);
+Json json_of_name(const RDNSequence *name);
 
 }  // namespace tool
 

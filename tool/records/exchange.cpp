@@ -21,7 +21,8 @@ constexpr BagValue bag_values[] = {
     {"certBag", "cert-bag"},        {"crlBag", "crl-bag"},
     {"secretBag", "secret-bag"},    {"safeContentBag", "safe-contents"}};
 
-/// A bag whose value is of a type that only the caller knows; an empty name for a value of any.
+/// Describes a bag whose value is of a type that only the caller knows. The name of the type is
+/// empty for a value of any type.
 Node bag(const char *id_name, const ObjId *id, const char *value_name, const Any *value,
          std::string_view type, Octets element, const View &view) {
   Description fields(view);
@@ -31,7 +32,7 @@ Node bag(const char *id_name, const ObjId *id, const char *value_name, const Any
       .node();
 }
 
-/// The octets of an OCTET STRING that an element is.
+/// Returns the octets of an element that is an OCTET STRING.
 Bytes unwrapped(const Any *element) {
   const auto string = decoded(asn1_OctetString_d, asn1_OctetString_free, octets(element));
   const Octets content = octets(string.get());
@@ -40,7 +41,7 @@ Bytes unwrapped(const Any *element) {
 
 // ---- Password-based encryption (PKCS #5, RFC 8018) ----------------------------------------------
 
-/// An algorithm with the values of its parameters, where they are read.
+/// Describes an algorithm with the values of its parameters, if they are read.
 Node with_parameters(const AlgId *algorithm, std::optional<Node> values, const View &view) {
   if (!values) return describe(algorithm, view);
   Node shown = Description(view)
@@ -120,14 +121,14 @@ Node describe(const MacData *mac, const View &view) {
 
 // CertBag ::= SEQUENCE { certId, certValue [0] }
 Node describe(const CertBag *record, const View &view) {
-  const bool known = asn1_ObjId_cmp(record->certId, asn1_Get_x509Certificate()) == 0;
+  const bool known = is(record->certId, asn1_Get_x509Certificate);
   return bag("certId", record->certId, "certValue", record->certValue, known ? "certificate" : "",
              unwrapped(record->certValue), view);
 }
 
 // CRLBag ::= SEQUENCE { crlId, crlValue [0] }
 Node describe(const CRLBag *record, const View &view) {
-  const bool known = asn1_ObjId_cmp(record->crlId, asn1_Get_x509Crl()) == 0;
+  const bool known = is(record->crlId, asn1_Get_x509Crl);
   return bag("crlId", record->crlId, "crlValue", record->crlValue, known ? "crl" : "",
              unwrapped(record->crlValue), view);
 }
@@ -166,21 +167,8 @@ namespace {
 
 // ---- AuthenticatedSafe and SafeContents, for which the library has no functions ------------------
 
-/// The functions of a SEQUENCE OF.
-template <auto decode_element, auto encode_element, auto free_element>
-struct ListOf {
-  static const uint8_t *decode(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, List **made,
-                               uint32_t depth) {
-    return asn1_SeqOf_d(z, end, impl_tag, decode_element, free_element, made, depth);
-  }
-  static uint32_t encode(uint8_t **pp, const List *list) {
-    return asn1_SeqOf_e(pp, list, encode_element);
-  }
-  static void free(List *list) { List_free(list, free_element); }
-};
-
-using Messages = ListOf<asn1_ContentInfo_d, asn1_ContentInfo_e, asn1_ContentInfo_free>;
-using Bags = ListOf<asn1_SafeBag_d, asn1_SafeBag_e, asn1_SafeBag_free>;
+using Messages = ListOf<asn1_ContentInfo_d, asn1_ContentInfo_free, asn1_ContentInfo_e>;
+using Bags = ListOf<asn1_SafeBag_d, asn1_SafeBag_free, asn1_SafeBag_e>;
 
 Node describe_safe(const List *messages, const View &view) {
   const auto describe_message = [](const ContentInfo *info, const View &at) {

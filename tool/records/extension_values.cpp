@@ -2,15 +2,12 @@
 
 #include <algorithm>
 
-#include "records/general_names.h"
 #include "records/values.h"
 #include "text/object_identifiers.h"
 
 namespace tool {
 
 namespace {
-
-constexpr uint8_t generalized_time = 24;
 
 std::string joined(const std::vector<std::string> &words) {
   std::string out;
@@ -24,14 +21,12 @@ std::optional<Node> extended_key_usage(Octets value, const View &view) {
   const auto list = decoded_list<asn1_ObjId_d, asn1_ObjId_free>(value);
   if (!list) return std::nullopt;
   std::vector<std::string> words;
-  Json json = Json::array();
+  std::vector<Json> objects;
   for (const auto *purpose : elements<ObjId>(list.get())) {
     words.push_back(label(purpose, view));
-    Json object;
-    put_oid(object, "keyPurposeId", purpose);
-    json.push_back(std::move(object));
+    put_oid(objects.emplace_back(Json::object()), "keyPurposeId", purpose);
   }
-  return text(view.oids ? words : std::vector<std::string>{joined(words)}, std::move(json));
+  return text(view.oids ? words : std::vector<std::string>{joined(words)}, Json::array(objects));
 }
 
 std::optional<Node> reason(Octets value, const View &) {
@@ -47,7 +42,7 @@ std::optional<Node> presence(Octets value, const View &) {
   return text("present", true);
 }
 
-/// The names of the bits that are set in a BIT STRING.
+/// Returns the names of the bits that are set in a BIT STRING.
 std::optional<Node> named_bits(Octets value, std::span<const char *const> names) {
   const auto bits = decoded(asn1_BitString_d, asn1_BitString_free, value);
   if (!bits) return std::nullopt;
@@ -55,7 +50,8 @@ std::optional<Node> named_bits(Octets value, std::span<const char *const> names)
   for (uint32_t i = 0; i < bits->length; ++i)
     if (asn1_BitString_test(bits.get(), i) != 0)
       words.push_back(i < names.size() ? names[i] : "bit " + std::to_string(i));
-  return text(words.empty() ? "none" : joined(words), words);
+  return text(words.empty() ? "none" : joined(words),
+              Json::array(std::vector<Json>(words.begin(), words.end())));
 }
 
 std::optional<Node> key_usage(Octets value, const View &) {
@@ -71,7 +67,7 @@ std::optional<Node> netscape_cert_type(Octets value, const View &) {
   return named_bits(value, names);
 }
 
-/// A nonce is an OCTET STRING; older programs send its octets bare.
+/// Reads a nonce: an OCTET STRING, or its bare octets, as older programs send them.
 std::optional<Node> nonce(Octets value, const View &view) {
   if (auto node = record_value<asn1_OctetString_d, asn1_OctetString_free>(value, view)) return node;
   return text(hex(value) + " (bare octets)", hex(value));
@@ -79,10 +75,10 @@ std::optional<Node> nonce(Octets value, const View &view) {
 
 // ---- Values in a public form that no family reads -----------------------------------------------
 
-/// The components of a SEQUENCE, taken one by one.
-class Components {
+/// Decodes the components of a SEQUENCE one by one.
+class ComponentReader {
  public:
-  explicit Components(Octets value) : z_(value.data()), end_(value.data() + value.size()) {
+  explicit ComponentReader(Octets value) : z_(value.data()), end_(value.data() + value.size()) {
     uint32_t length = 0;
     z_ =
         value.empty() ? nullptr : asn1_TagLength_d(z_, end_, 0, 0x30, nullptr, &length, nullptr, 0);
@@ -91,18 +87,17 @@ class Components {
 
   bool next_is(uint8_t tag) const { return z_ != nullptr && z_ != end_ && *z_ == tag; }
 
-  /// Takes the next component, where it has this identifier octet; null otherwise.
+  /// Decodes the next component if it has this identifier octet, and moves past it. Returns null
+  /// otherwise, and where the decoder refuses it.
   template <class T>
-  Owned<T> take(uint8_t tag,
-                const uint8_t *(*decode)(const uint8_t *, const uint8_t *, uint32_t, T **,
-                                         uint32_t),
-                void (*release)(T *)) {
+  Owned<T> take(uint8_t tag, Decoder<T> decode, void (*release)(T *)) {
+    if (!next_is(tag)) return Owned<T>(nullptr, release);
     T *made = nullptr;
-    if (next_is(tag)) z_ = decode(z_, end_, tag, &made, 0);
+    z_ = decode(z_, end_, tag, &made, 0);
     return Owned<T>(z_ == nullptr ? nullptr : made, release);
   }
 
-  /// Whether every component was taken and none was refused.
+  /// Whether every component was decoded.
   bool done() const { return z_ != nullptr && z_ == end_; }
 
  private:
@@ -110,11 +105,13 @@ class Components {
   const uint8_t *end_;
 };
 
-/// AuthorityKeyIdentifier with implicit tags.
+using GeneralNames = ListOf<asn1_GeneralName_d, asn1_GeneralName_free>;
+
+/// Reads an AuthorityKeyIdentifier with implicit tags.
 std::optional<Node> public_authority_key_identifier(Octets value, const View &view) {
-  Components components(value);
+  ComponentReader components(value);
   auto key = components.take(0x80, asn1_OctetString_d, asn1_OctetString_free);
-  auto issuer = components.take(0xA1, decode_general_names, free_general_names);
+  auto issuer = components.take(0xA1, GeneralNames::decode, GeneralNames::free);
   auto serial = components.take(0x82, asn1_Integer_d, asn1_Integer_free);
   Owned<AuthorityKeyIdentifier> made(asn1_AuthorityKeyIdentifier_new(),
                                      asn1_AuthorityKeyIdentifier_free);
@@ -125,9 +122,9 @@ std::optional<Node> public_authority_key_identifier(Octets value, const View &vi
   return described(std::move(made), view);
 }
 
-/// PolicyConstraints with implicit tags.
+/// Reads PolicyConstraints with implicit tags.
 std::optional<Node> public_policy_constraints(Octets value, const View &view) {
-  Components components(value);
+  ComponentReader components(value);
   auto require = components.take(0x80, asn1_Integer_d, asn1_Integer_free);
   auto inhibit = components.take(0x81, asn1_Integer_d, asn1_Integer_free);
   Owned<PolicyConstraints> made(asn1_PolicyConstraints_new(), asn1_PolicyConstraints_free);
@@ -137,9 +134,9 @@ std::optional<Node> public_policy_constraints(Octets value, const View &view) {
   return described(std::move(made), view);
 }
 
-/// PrivateKeyUsagePeriod with implicit tags and GeneralizedTime.
+/// Reads a PrivateKeyUsagePeriod with implicit tags and GeneralizedTime.
 std::optional<Node> public_private_key_usage_period(Octets value, const View &view) {
-  Components components(value);
+  ComponentReader components(value);
   const auto from = components.take(0x80, asn1_GeneralizedTime_d, asn1_GeneralizedTime_free);
   const auto until = components.take(0x81, asn1_GeneralizedTime_d, asn1_GeneralizedTime_free);
   if (!components.done()) return std::nullopt;
@@ -150,18 +147,16 @@ std::optional<Node> policies(Octets value, const View &view) {
   const auto list = decoded_list<asn1_Any_d, asn1_Any_free>(value);
   if (!list) return std::nullopt;
   std::vector<std::string> lines;
-  Json json = Json::array();
+  std::vector<Json> objects;
   for (const auto *policy : elements<Any>(list.get())) {
-    Components components(octets(policy));
+    ComponentReader components(octets(policy));
     const auto identifier = components.take(0x06, asn1_ObjId_d, asn1_ObjId_free);
     if (!identifier) return std::nullopt;
     const bool qualified = components.next_is(0x30);
     lines.push_back(label(identifier.get(), view) + (qualified ? ", qualified" : ""));
-    Json object;
-    put_oid(object, "policyIdentifier", identifier.get());
-    json.push_back(std::move(object));
+    put_oid(objects.emplace_back(Json::object()), "policyIdentifier", identifier.get());
   }
-  return text(std::move(lines), std::move(json));
+  return text(std::move(lines), Json::array(objects));
 }
 
 std::optional<Node> written_only(Octets, const View &) { return std::nullopt; }
@@ -187,7 +182,7 @@ constexpr ValueReader access_descriptions =
     list_value<AccessDescription, asn1_AccessDescription_d, asn1_AccessDescription_free>;
 
 /// The syntaxes, each under the display name of its extension. A new one is a row here, and a
-/// function above where no family reads it.
+/// function above if no family reads it.
 struct Row {
   std::string_view name;
   ValueReader read;
@@ -247,7 +242,7 @@ constexpr Row rows[] = {
     {"ms-ca-key-cert-index-pair", number_value, &integer_syntax},
 };
 
-/// The value with a line below it that says whose form it has.
+/// Returns the value with a line below it that names its form.
 Node in_public_form(Node node, const View &view) {
   auto lines = lines_of(node, view).value_or(std::vector<std::string>());
   lines.emplace_back("(in the public form, which the library's own decoder does not read)");

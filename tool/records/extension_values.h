@@ -1,5 +1,5 @@
-// The values of extensions. Certificates, CRLs and messages carry them undecoded; here is the one
-// list of the syntaxes that are read.
+// The values of extensions, which certificates, CRLs and messages carry undecoded: the one list of
+// the syntaxes that are read.
 #ifndef ORVELASN1_TOOL_RECORDS_EXTENSION_VALUES_H
 #define ORVELASN1_TOOL_RECORDS_EXTENSION_VALUES_H
 
@@ -16,7 +16,7 @@ struct ExtensionValue {
 
 ExtensionValue read_extension(const Extension *extension, const View &view);
 
-/// Adds a section with a row for each extension; nothing where there is none.
+/// Adds a section with a row for each extension. Adds nothing for an empty list.
 void add_extensions(Page &page, const Extensions *extensions, const View &view);
 
 // The syntaxes of include/asn1_x509v3.h.

@@ -2,19 +2,18 @@
 #include "records/extension_values.h"
 #include "records/general_names.h"
 #include "records/type.h"
+#include "text/integers.h"
 
 namespace tool {
 
 namespace {
-
-constexpr uint8_t utc_time = 23;
 
 std::vector<std::string> or_empty(std::vector<std::string> lines) {
   if (lines.empty()) lines.emplace_back("(empty)");
   return lines;
 }
 
-/// The record, of which a page shows these lines where it is part of another one.
+/// Returns the record. A page shows these lines in its place inside another one.
 Node with_lines(Node record, std::vector<std::string> lines) {
   return shown_as(std::move(record), text(or_empty(std::move(lines)), nullptr));
 }
@@ -134,7 +133,7 @@ Node revocation_reason(uint32_t code) {
 
 namespace {
 
-/// The two alternatives of a point's own name, which JSON has among the fields of the point.
+/// Adds the alternative of a point's own name, which JSON has among the fields of the point.
 Description &add_point_name(Description &fields, const DistributionPointName *name) {
   constexpr uint8_t full_name = 0;
   if (name == nullptr) return fields;

@@ -19,24 +19,9 @@ constexpr uint8_t ip_address = 7;
 constexpr uint8_t registered = 8;
 
 const char *word_for(uint8_t kind) {
-  switch (kind) {
-    case other_name:
-      return "other name";
-    case mail:
-      return "mail";
-    case dns:
-      return "DNS";
-    case directory:
-      return "directory";
-    case uri:
-      return "URI";
-    case ip_address:
-      return "IP";
-    case registered:
-      return "identifier";
-    default:
-      return "unknown";
-  }
+  static constexpr const char *words[] = {"other name", "mail", "DNS", "unknown",   "directory",
+                                          "unknown",    "URI",  "IP",  "identifier"};
+  return kind < std::size(words) ? words[kind] : "unknown";
 }
 
 template <class T>
@@ -85,45 +70,28 @@ std::vector<std::string> general_name_lines(const List *names, const View &view)
 }
 
 Json json_of(const GeneralName *name) {
-  Json object{{"kind", name->kind}, {"kindName", word_for(name->kind)}};
+  Json object = Json::object();
+  object.put("kind", name->kind).put("kindName", word_for(name->kind));
   switch (name->kind) {
     case other_name: {
       const auto *const other = value_of<OtherName>(name);
       put_oid(object, "type", other->type);
-      object["value"] = hex(octets(other->value));
-      break;
+      return object.put("value", hex(octets(other->value)));
     }
     case mail:
     case dns:
     case uri:
-      object["value"] = to_utf8(from_utf8(octets(value_of<IA5String>(name))));
-      break;
+      return object.put("value", to_utf8(from_utf8(octets(value_of<IA5String>(name)))));
     case directory:
-      object["value"] = to_utf8(from_utf8(octets_of(value_of<Name>(name))));
-      break;
+      return object.put("value", to_utf8(from_utf8(octets_of(value_of<Name>(name)))));
     case ip_address:
-      object["value"] = address_text(octets(value_of<OctetString>(name)));
-      break;
+      return object.put("value", address_text(octets(value_of<OctetString>(name))));
     case registered:
       put_oid(object, "value", value_of<ObjId>(name));
-      break;
+      return object;
     default:
-      break;
+      return object;
   }
-  return object;
-}
-
-Json json_of_general_names(const List *names) {
-  Json array = Json::array();
-  for (const auto *name : elements<GeneralName>(names)) array.push_back(json_of(name));
-  return array;
-}
-
-void free_general_names(List *names) { List_free(names, asn1_GeneralName_free); }
-
-const uint8_t *decode_general_names(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
-                                    List **names, uint32_t depth) {
-  return asn1_SeqOf_d(z, end, impl_tag, asn1_GeneralName_d, asn1_GeneralName_free, names, depth);
 }
 
 }  // namespace tool

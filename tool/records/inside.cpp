@@ -12,8 +12,7 @@ Inside read_inside(Octets octets, std::string_view name, const View &view) {
   const View deeper = view.inside();
   if (deeper.too_deep()) return unread("it is nested more deeply than is shown");
   const Type &type = *type_named(name);
-  if (const auto fault = refusal(type, octets))
-    return unread("offset " + std::to_string(fault->offset.value_or(0)) + ": " + fault->text);
+  if (const auto fault = refusal(type, octets)) return unread(text_with_offset(*fault));
   void *made = nullptr;
   const uint8_t *const end = octets.data() + octets.size();
   const uint8_t *const next = type.decode(octets.data(), end, &made, 0);

@@ -2,12 +2,14 @@
 // Diffie-Hellman parameters (RFC 3279), and the key challenges of browsers.
 #include "records/inside.h"
 #include "records/public_key.h"
+#include "text/integers.h"
+#include "text/object_identifiers.h"
 
 namespace tool {
 
 namespace {
 
-/// The number that a key is known by, behind its fields.
+/// Adds the size that a key is known by.
 Description &add_bits(Description &fields, const Integer *modulus) {
   const uint64_t bits = bit_length(modulus);
   return fields.field("keyBits", text(std::to_string(bits), bits)).brief();
@@ -56,7 +58,7 @@ Node describe(const PrivateKeyInfo *info, const View &view) {
   fields.version("version", info->version)
       .field("privateKeyAlgorithm", info->privateKeyAlgorithm)
       .brief();
-  if (asn1_ObjId_cmp(info->privateKeyAlgorithm->algorithm, asn1_Get_rsaEncryption()) == 0)
+  if (is(info->privateKeyAlgorithm->algorithm, asn1_Get_rsaEncryption))
     add_inside(fields, "privateKey", describe(info->privateKey, view),
                read_inside(octets(info->privateKey), "rsa-private-key", view));
   else

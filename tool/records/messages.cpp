@@ -2,14 +2,9 @@
 #include "records/messages.h"
 
 #include "records/inside.h"
+#include "text/object_identifiers.h"
 
 namespace tool {
-
-namespace {
-
-bool is(const ObjId *oid, const ObjId *(*get)()) { return asn1_ObjId_cmp(oid, get()) == 0; }
-
-}  // namespace
 
 Node encrypted(const OctetString *string, const View &view) {
   if (string == nullptr) return {};
@@ -73,7 +68,7 @@ Node describe(const SignerInfo *signer, const View &view) {
 // SignedData ::= SEQUENCE { version, digestAlgorithms, contentInfo, certificates [0], crls [1],
 //   signerInfos }
 //
-// The record has certificates and CRLs as they stand.
+// The record has certificates and CRLs undecoded.
 Node describe(const SignedData *data, const View &view) {
   return Description(view)
       .small("version", data->version)
@@ -151,7 +146,7 @@ constexpr Field encrypted_data_fields[] = {{"version", &integer_syntax},
 constexpr Syntax encrypted_data_syntax{
     .tag = 0x30, .indefinite = true, .fields = encrypted_data_fields};
 
-/// The syntax of the content of a message.
+/// Returns the syntax of the content of a message.
 const Syntax &syntax_of_content(Octets content_type) {
   const auto oid = decoded(asn1_ObjId_d, asn1_ObjId_free, content_type);
   if (oid && is(oid.get(), asn1_Get_data)) return octet_string_syntax;
@@ -160,7 +155,7 @@ const Syntax &syntax_of_content(Octets content_type) {
   return any_syntax;
 }
 
-/// The message that signed data holds.
+/// Returns the message that signed data holds.
 Octets signed_message(Octets signed_data) { return component(signed_data, 2); }
 
 std::optional<Fault> signed_data_fault(Octets octets) {
@@ -168,7 +163,8 @@ std::optional<Fault> signed_data_fault(Octets octets) {
   return inner.empty() ? std::nullopt : fault_of_part(message_fault(inner), inner, octets);
 }
 
-/// Many a SEQUENCE begins with an identifier; a message in a file of its own has a content.
+/// Whether there is a content. Many a SEQUENCE begins with an identifier; a message in a file of
+/// its own also has a content.
 bool has_content(Octets octets) {
   const Octets content = component(octets, 1);
   return !content.empty() && content[0] == content_syntax.tag;
@@ -190,32 +186,6 @@ SignedData *signed_data_of(ContentInfo *message) {
 
 constexpr Syntax content_info_syntax{
     .tag = 0x30, .indefinite = true, .fields = content_info_fields};
-
-std::vector<Octets> components(Octets element, size_t most) {
-  std::vector<Octets> found;
-  const Header outer = read_header(element);
-  if (element.empty() || !outer.fault.empty()) return found;
-  Octets rest = element.subspan(outer.size);
-  if (!outer.indefinite) rest = rest.first(outer.length);
-  while (!rest.empty() && found.size() < most) {
-    const Header header = read_header(rest);
-    const auto size = header.fault.empty() ? element_size(rest, header) : std::nullopt;
-    if (!size) break;
-    found.push_back(rest.first(*size));
-    rest = rest.subspan(*size);
-  }
-  return found;
-}
-
-Octets component(Octets element, size_t number) {
-  const auto found = components(element, number + 1);
-  return number < found.size() ? found[number] : Octets();
-}
-
-std::optional<Fault> fault_of_part(std::optional<Fault> fault, Octets part, Octets whole) {
-  if (fault && fault->offset) *fault->offset += static_cast<size_t>(part.data() - whole.data());
-  return fault;
-}
 
 std::optional<Fault> message_fault(Octets octets) {
   for (Octets message = octets; !message.empty();) {

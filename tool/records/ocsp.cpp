@@ -1,12 +1,11 @@
 // The Online Certificate Status Protocol (RFC 6960).
 #include "records/type.h"
 #include "records/values.h"
+#include "text/object_identifiers.h"
 
 namespace tool {
 
 namespace {
-
-constexpr uint8_t generalized_time = 24;
 
 Node general_time(const GeneralizedTime *value) { return time_of(generalized_time, value); }
 
@@ -76,7 +75,7 @@ Node describe(const ResponderID *responder, const View &view) {
 
 // RevokedInfo ::= SEQUENCE { revocationTime, revocationReason [0] }
 //
-// The record has the reason 0, unspecified, where there is none.
+// The record has the reason 0, unspecified, if the input has no reason.
 Node describe(const RevokedInfo *info, const View &view) {
   return Description(view)
       .field("revocationTime", general_time(info->revocationTime))
@@ -249,7 +248,7 @@ void free_basic_response(BasicOCSPResponse *response) {
 Node describe(const ResponseBytes *bytes, const View &view) {
   Description fields(view);
   fields.field("responseType", bytes->responseType).brief();
-  if (asn1_ObjId_cmp(bytes->responseType, asn1_Get_id_pkix_ocsp_basic()) != 0)
+  if (!is(bytes->responseType, asn1_Get_id_pkix_ocsp_basic))
     return fields.field("response", bytes->response).node();
   const Octets content = octets(bytes->response);
   if (auto basic = record_value<asn1_BasicOCSPResponse_d, free_basic_response>(content, view))

@@ -1,22 +1,14 @@
 #include "records/public_key.h"
 
-#include <bit>
-
-#include "text/json.h"
+#include "text/integers.h"
 #include "text/object_identifiers.h"
 
 namespace tool {
 
-uint64_t bit_length(const Integer *integer) {
-  Octets content = octets(integer);
-  while (!content.empty() && content[0] == 0) content = content.subspan(1);
-  if (content.empty()) return 0;
-  return uint64_t{8} * (content.size() - 1) + static_cast<uint64_t>(std::bit_width(content[0]));
-}
-
 namespace {
 
-/// The INTEGERs at the start of a SEQUENCE, at most `count`; none where the octets are no SEQUENCE.
+/// Decodes the INTEGERs at the start of a SEQUENCE, at most `count`. Returns an empty list where
+/// the octets are not a SEQUENCE.
 std::vector<Owned<Integer>> integers(Octets encoding, size_t count) {
   std::vector<Owned<Integer>> found;
   if (encoding.empty()) return found;
@@ -24,10 +16,8 @@ std::vector<Owned<Integer>> integers(Octets encoding, size_t count) {
   uint32_t length = 0;
   const uint8_t *z = asn1_TagLength_d(encoding.data(), end, 0, 0x30, nullptr, &length, nullptr, 0);
   while (z != nullptr && z < end && found.size() < count) {
-    Integer *integer = nullptr;
-    z = asn1_Integer_d(z, end, 0, &integer, 0);
-    Owned<Integer> owned(z == nullptr ? nullptr : integer, asn1_Integer_free);
-    if (owned) found.push_back(std::move(owned));
+    auto integer = take(asn1_Integer_d, asn1_Integer_free, z, end);
+    if (integer) found.push_back(std::move(integer));
   }
   return found;
 }
@@ -57,8 +47,6 @@ void read_prime(Key &key, const char *kind, Octets parameters) {
   const auto numbers = integers(parameters, 1);
   if (!numbers.empty()) key.bits = bit_length(numbers[0].get());
 }
-
-bool is(const ObjId *oid, const ObjId *(*get)()) { return asn1_ObjId_cmp(oid, get()) == 0; }
 
 }  // namespace
 

@@ -6,23 +6,20 @@
 
 namespace tool {
 
-/// The number of bits of the amount of a positive INTEGER.
-uint64_t bit_length(const Integer *integer);
-
-/// What can be told of a public key without any arithmetic.
+/// What a public key tells without any arithmetic.
 struct Key {
   std::string kind;              ///< "RSA", "EC", "Ed25519", or the name of its algorithm
   std::optional<uint64_t> bits;  ///< of the modulus, the prime or the curve
   std::string curve;             ///< the name of its curve, or its dotted identifier
-  std::string exponent;          ///< of RSA, in decimal, or in hexadecimal where it is long
+  std::string exponent;          ///< of RSA, in decimal, or in hexadecimal if it is long
 };
 
 Key read_key(const SubjectPKI *info);
 
-/// "RSA, 2048 bits, exponent 65537"
+/// Returns "RSA, 2048 bits, exponent 65537".
 std::string key_text(const SubjectPKI *info, const View &view);
 
-/// "RSA 2048 bits"
+/// Returns "RSA 2048 bits".
 std::string short_key_text(const SubjectPKI *info, const View &view);
 
 }  // namespace tool

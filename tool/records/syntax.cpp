@@ -267,8 +267,7 @@ std::optional<Fault> syntax_fault(Octets octets, const Syntax &syntax) {
 
 std::string why_unread(Octets value, const Syntax &syntax) {
   const auto fault = syntax_fault(value, syntax);
-  if (!fault) return "its decoder does not take all of it";
-  return "offset " + std::to_string(fault->offset.value_or(0)) + ": " + fault->text;
+  return fault ? text_with_offset(*fault) : "its decoder does not take all of it";
 }
 
 }  // namespace tool

@@ -1,17 +1,16 @@
-// The types that an input may hold. Each family of syntaxes has a table of them beside their
-// descriptions, in describe_*.cpp; types.cpp lists the families. Whatever reads, shows, traces or
-// writes an element asks here how.
+// The types that an input may hold. Each family of syntaxes has a table of them after their
+// descriptions; type.cpp lists the families. What reads, shows, traces or writes an element asks
+// here how.
 #ifndef ORVELASN1_TOOL_RECORDS_TYPE_H
 #define ORVELASN1_TOOL_RECORDS_TYPE_H
 
-#include "input/input.h"
 #include "records/describe.h"
 #include "records/syntax.h"
 
 namespace tool {
 
-/// What the tool needs to know of one type. The record is the one that `decode` makes. A row names
-/// what the first block has; type() adds the second.
+/// What the tool knows of one type. The record is the one that `decode` makes. A row has the
+/// members of the first block; type() adds those of the second.
 struct Type {
   std::string_view name;                       ///< "certificate"
   std::string_view heading;                    ///< of its pages: "Certificate"
@@ -19,19 +18,21 @@ struct Type {
   std::span<const std::string_view> labels{};  ///< of PEM blocks; the first is the one written
   const Syntax *syntax = nullptr;  ///< why octets are refused, and what is recognised by structure
   bool stands_alone = false;       ///< whether inputs without a label are recognised as this type
-  /// What such inputs must have beyond the start of the syntax, where that start is a common one.
+  /// Whether such an input has what it must have past the start of the syntax. Needed if many
+  /// elements start like that.
   bool (*resembles)(Octets octets) = nullptr;
-  /// Why octets that follow the syntax are refused; nothing where that is not known.
+  /// Says why octets that follow the syntax are refused; nothing where that is not known.
   std::optional<Fault> (*explain)(Octets octets) = nullptr;
   /// Releases the encodings that the record keeps, so that the encoder runs over its fields.
   void (*forget_encodings)(void *record) = nullptr;
-  /// A page and a short form of its own, where the ones made from the description will not do.
+  /// Make a page and a short form in place of the ones made from the description.
   std::string (*page)(const void *record, const std::string &where, const View &view) = nullptr;
   std::string (*short_form)(const void *record, const View &view) = nullptr;
 
   const uint8_t *(*decode)(const uint8_t *z, const uint8_t *end, void **record,
                            uint32_t depth) = nullptr;
-  uint32_t (*encode)(uint8_t **pp, const void *record) = nullptr;  ///< null where there is none
+  uint32_t (*encode)(uint8_t **pp,
+                     const void *record) = nullptr;  ///< null for a type that is only read
   void (*release)(void *record) = nullptr;
   Node (*describe)(const void *record, const View &view) = nullptr;
 
@@ -39,7 +40,7 @@ struct Type {
   std::string show_short(const void *record, const View &view) const;
 };
 
-/// The description of a T, as type() takes it where nothing else is given.
+/// Describes a T. type() takes this where nothing else is given.
 template <class T>
 Node describe_record(const T *record, const View &view) {
   return describe(record, view);
@@ -48,19 +49,16 @@ Node describe_record(const T *record, const View &view) {
 template <class T>
 T *record_of(const uint8_t *(*)(const uint8_t *, const uint8_t *, uint32_t, T **, uint32_t));
 
-/// A row with the functions of its family; `encode_function` is null where there is no encoder.
+/// Returns a row with the functions of its family. `encode_function` is null where there is no
+/// encoder.
 template <auto decode_function, auto encode_function, auto free_function,
           auto describe_function =
               describe_record<std::remove_pointer_t<decltype(record_of(decode_function))>>>
 constexpr Type type(Type row) {
   using T = std::remove_pointer_t<decltype(record_of(decode_function))>;
   row.decode = [](const uint8_t *z, const uint8_t *end, void **record, uint32_t depth) {
-    T *made = nullptr;
-    const uint8_t *const next = decode_function(z, end, 0, &made, depth);
-    // A list decoder that refuses the header leaves an empty list to its caller.
-    if (std::is_same_v<T, List> && next == nullptr) free_function(made);
-    *record = next == nullptr ? nullptr : made;
-    return next;
+    *record = take<T>(decode_function, free_function, z, end, 0, depth).release();
+    return z;
   };
   if constexpr (!std::is_null_pointer_v<decltype(encode_function)>)
     row.encode = [](uint8_t **pp, const void *record) {
@@ -73,13 +71,13 @@ constexpr Type type(Type row) {
   return row;
 }
 
-/// Releases an encoding that a record keeps beside its fields.
+/// Releases an encoding that a record keeps besides its fields.
 inline void forget(OctetString *&encoding) {
   asn1_OctetString_free(encoding);
   encoding = nullptr;
 }
 
-// The families, each in describe_*.cpp.
+// The families, each in a file of its own.
 std::span<const Type> universal_types();
 std::span<const Type> certificate_types();
 std::span<const Type> crl_types();
@@ -91,10 +89,10 @@ std::span<const Type> message_types();
 std::span<const Type> exchange_types();
 std::span<const Type> card_types();
 
-/// All types, in the order in which they are listed.
+/// Returns all types, in the order in which they are listed.
 std::vector<const Type *> types();
 
-/// The type of this name, or null.
+/// Returns the type of this name, or null.
 const Type *type_named(std::string_view name);
 
 /// A record together with its type.
@@ -114,21 +112,7 @@ class Record {
   std::unique_ptr<void, void (*)(void *)> record_;
 };
 
-/// What came of decoding an element.
-struct Decoding {
-  std::optional<Record> record;
-  std::optional<Fault> fault;  ///< why there is no record, or what stands behind the element
-};
-
-/// The types that an element may be: `wanted` where that is not null, else those of its PEM label,
-/// else those whose structure it has. Where it has none, those are tried whose structure it
-/// follows furthest. No decoder runs for this.
-std::vector<const Type *> candidates(const Element &element, const Type *wanted);
-
-/// Decodes an element as its candidate, or as the one of several that takes all its octets.
-Decoding decode(const Element &element, const Type *wanted);
-
-/// Why octets are not of a type whose decoder refused them.
+/// Says why octets are not of a type whose decoder refused them.
 std::optional<Fault> refusal(const Type &type, Octets octets);
 
 }  // namespace tool

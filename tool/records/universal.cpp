@@ -2,6 +2,7 @@
 #include "records/syntax.h"
 #include "records/type.h"
 #include "text/characters.h"
+#include "text/integers.h"
 
 namespace tool {
 
@@ -22,7 +23,9 @@ Node describe(const ObjId *oid, const View &) {
 Node describe(const BitString *bits, const View &view) {
   auto lines = dump(octets(bits), view.full);
   if (bits->length % 8 != 0) lines.back() += ", " + std::to_string(bits->length) + " bits";
-  return text(std::move(lines), json_of(bits));
+  Json json = Json::object();
+  json.put("length", bits->length).put("data", hex(octets(bits)));
+  return text(std::move(lines), std::move(json));
 }
 
 Node describe(const ASN1String *string, const View &) {

@@ -15,7 +15,6 @@ std::optional<Node> string_value(Octets value, const View &) {
 }
 
 std::optional<Node> date_value(Octets value, const View &) {
-  constexpr uint8_t generalized_time = 24;
   const auto time = decoded(asn1_GeneralizedTime_d, asn1_GeneralizedTime_free, value);
   if (!time) return std::nullopt;
   return time_of(generalized_time, time.get());

@@ -1,5 +1,5 @@
-// Readers of values that stand undecoded in a record: in extensions, attributes and the like. Each
-// takes octets that are one whole element, and gives nothing where they do not follow its syntax.
+// Readers of values that a record keeps undecoded: those of extensions, attributes and the like.
+// Each takes octets that are one whole element, and fails where they do not follow its syntax.
 #ifndef ORVELASN1_TOOL_RECORDS_VALUES_H
 #define ORVELASN1_TOOL_RECORDS_VALUES_H
 
@@ -10,7 +10,7 @@ namespace tool {
 
 using ValueReader = std::optional<Node> (*)(Octets value, const View &view);
 
-/// The description of a record, which keeps the record.
+/// Describes a record. The description keeps the record.
 template <class T>
 std::optional<Node> described(Owned<T> record, const View &view) {
   if (!record) return std::nullopt;
@@ -18,23 +18,32 @@ std::optional<Node> described(Owned<T> record, const View &view) {
   return owning(std::move(node), std::move(record));
 }
 
-/// A value that a family of the library reads.
+/// Reads a value that a family of the library decodes.
 template <auto decode, auto release>
 std::optional<Node> record_value(Octets value, const View &view) {
   return described(decoded(decode, release, value), view);
 }
 
-/// Decodes a SEQUENCE OF what a family of the library reads.
+/// The functions of a SEQUENCE OF what a family of the library decodes.
+template <auto decode_element, auto free_element, auto encode_element = nullptr>
+struct ListOf {
+  static const uint8_t *decode(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, List **made,
+                               uint32_t depth) {
+    return asn1_SeqOf_d(z, end, impl_tag, decode_element, free_element, made, depth);
+  }
+  static uint32_t encode(uint8_t **pp, const List *list) {
+    return asn1_SeqOf_e(pp, list, encode_element);
+  }
+  static void free(List *list) { List_free(list, free_element); }
+};
+
+/// Decodes a SEQUENCE OF what a family of the library decodes.
 template <auto decode, auto release>
 Owned<List> decoded_list(Octets value) {
-  return decoded<List>(
-      [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, List **made, uint32_t depth) {
-        return asn1_SeqOf_d(z, end, impl_tag, decode, release, made, depth);
-      },
-      [](List *list) { List_free(list, release); }, value);
+  return decoded(ListOf<decode, release>::decode, ListOf<decode, release>::free, value);
 }
 
-/// As record_value(), for a SEQUENCE OF T.
+/// Reads a SEQUENCE OF T.
 template <class T, auto decode, auto release>
 std::optional<Node> list_value(Octets value, const View &view) {
   auto list = decoded_list<decode, release>(value);
@@ -43,13 +52,13 @@ std::optional<Node> list_value(Octets value, const View &view) {
   return owning(std::move(node), std::move(list));
 }
 
-/// A character string of any type.
+/// Reads a character string of any type.
 std::optional<Node> string_value(Octets value, const View &view);
 
-/// A GeneralizedTime.
+/// Reads a GeneralizedTime.
 std::optional<Node> date_value(Octets value, const View &view);
 
-/// A small INTEGER.
+/// Reads a small INTEGER.
 std::optional<Node> number_value(Octets value, const View &view);
 
 }  // namespace tool

@@ -27,7 +27,7 @@ struct Progress {
   std::atomic<bool> failed{false};
 };
 
-/// Never returns: runs the jobs from the one that progress stands at.
+/// Runs the jobs from the first that is not done. Never returns.
 [[noreturn]] void be_the_child(size_t count, const std::function<bool(size_t)> &job,
                                Progress &progress, int words) {
   const rlimit no_core{0, 0};
@@ -47,7 +47,7 @@ struct Progress {
   std::exit(EXIT_SUCCESS);
 }
 
-/// What comes through the pipe until its last writer is gone; of a flood, the beginning.
+/// Reads the pipe until its last writer is gone. Returns the beginning of a long text.
 std::string read_words(int pipe_end) {
   constexpr size_t most = 65536;
   std::string words;
@@ -67,7 +67,8 @@ int wait_for(pid_t child) {
   return status;
 }
 
-/// Signals from outside, and the one of a reader that has gone, are meant for the whole tool.
+/// Ends the tool as its child ended, if it was by a signal from outside or for lack of a reader:
+/// these are meant for the whole tool.
 void follow(int status) {
   if (WIFEXITED(status) && WEXITSTATUS(status) == output_failed) std::exit(EXIT_FAILURE);
   if (!WIFSIGNALED(status)) return;

@@ -1,5 +1,5 @@
-// Memory that a process shares with its children. They see what is written to it on either side,
-// and a fork costs nothing for it, however large it is.
+// Memory that a process shares with its children. Each sees what the others write, and a fork does
+// not copy it.
 #ifndef ORVELASN1_TOOL_SYSTEM_SHARED_MEMORY_H
 #define ORVELASN1_TOOL_SYSTEM_SHARED_MEMORY_H
 

@@ -55,7 +55,7 @@ CodePoints from_ascii(Octets octets) {
 
 CodePoints from_latin1(Octets octets) { return CodePoints(octets.begin(), octets.end()); }
 
-/// Units of `size` octets, most significant octet first; octets that make no character are marked.
+/// Reads units of `size` octets, most significant octet first. Marks octets that make no character.
 CodePoints from_units(Octets octets, size_t size) {
   CodePoints out;
   while (octets.size() >= size) {

@@ -7,13 +7,13 @@
 
 namespace tool {
 
-/// Code points, in which 0x110000 and above stand for one octet that is no text.
+/// Code points. 0x110000 and above mean one octet that is not text.
 using CodePoints = std::u32string;
 
-/// UTF-8, octet by octet checked.
+/// Reads UTF-8 and checks each octet.
 CodePoints from_utf8(Octets octets);
 
-/// The value of a string whose identifier octet is `tag`; nothing where that is no string type.
+/// Reads a string whose identifier octet is `tag`. Fails if that is not a string type.
 /// TeletexString is read as ISO 8859-1, as it is used in practice.
 std::optional<CodePoints> from_string(uint32_t tag, Octets value);
 
@@ -23,18 +23,18 @@ bool is_clean(const CodePoints &text);
 /// Whether each character is text and safe to print as it is.
 bool is_safe(const CodePoints &text);
 
-/// UTF-8 that is safe to print: controls, invisible and direction marks, and octets that are no
-/// text, are written as \x1B or \u{202E}, a backslash as two. The characters of `also` get a
-/// backslash too.
+/// Returns UTF-8 that is safe to print: controls, invisible and direction marks, and octets that
+/// are not text, are written as \x1B or \u{202E}, a backslash as two. The characters of `also` get
+/// a backslash too.
 std::string printable(const CodePoints &text, std::string_view also = {});
 
-/// As above, for a text that ought to be UTF-8.
+/// Returns the same for a text that should be UTF-8.
 std::string printable(std::string_view utf8);
 
-/// The printable form of a text between quotation marks.
+/// Returns the printable form of a text between quotation marks.
 std::string in_quotes(std::string_view utf8);
 
-/// UTF-8 of the code points, with U+FFFD for each octet that is no text.
+/// Returns UTF-8 of the code points, with U+FFFD for each octet that is not text.
 std::string to_utf8(const CodePoints &text);
 
 }  // namespace tool

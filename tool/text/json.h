@@ -1,36 +1,48 @@
-// JSON of what the records of all types share. Each field bears the name that it has in the
-// record. Beside the dotted form of an identifier in the field F stands its name in FName.
+// JSON, written as its values are put together.
 #ifndef ORVELASN1_TOOL_TEXT_JSON_H
 #define ORVELASN1_TOOL_TEXT_JSON_H
 
-#include <nlohmann/json.hpp>
-
-#include "text/octets.h"
+#include <concepts>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace tool {
 
-/// Objects keep their members in the order in which they were put in, which is that of the record.
-using Json = nlohmann::ordered_json;
+/// A JSON value, kept as its text.
+class Json {
+ public:
+  Json(std::nullptr_t) : text_("null") {}
+  Json(bool value) : text_(value ? "true" : "false") {}
+  template <std::integral Number>
+  Json(Number value) : text_(std::to_string(value)) {}
+  Json(std::string_view utf8);
+  Json(const std::string &utf8) : Json(std::string_view(utf8)) {}
+  Json(const char *utf8) : Json(std::string_view(utf8)) {}
 
-/// Puts the dotted form of an identifier under `key`, and its name, where it has one, under `key`
-/// with "Name" behind.
-void put_oid(Json &object, const std::string &key, const ObjId *oid);
+  static Json array(const std::vector<Json> &elements);
 
-/// The content of an INTEGER as hexadecimal digits, with a minus in front of the amount of a
-/// negative one; "00" for zero.
-std::string integer_text(const Integer *integer);
+  /// Returns an object without members.
+  static Json object();
 
-/// An INTEGER in decimal, or in hexadecimal behind 0x where it has 32 bits or more.
-std::string number_text(const Integer *integer);
+  /// Adds a member, whose key must be new, to an object. Members stay in the order in which they
+  /// are added. Returns this object.
+  Json &put(std::string_view key, const Json &value);
 
-/// A small INTEGER as a JSON number; as integer_text() where it is negative or has 32 bits or more.
-Json json_of_number(const Integer *integer);
+  /// Adds the members of another object. Adds nothing and returns false where `other` is no object,
+  /// or where one of its keys is taken.
+  bool join(const Json &other);
 
-Json json_of(const BitString *bits);
-Json json_of(const Time *time);
-Json json_of(const AttributeValueAssertion *attribute);
-Json json_of_rdn(const RelativeDistinguishedName *rdn);
-Json json_of_name(const RDNSequence *name);
+  std::string text() const { return keys_ ? "{" + text_ + "}" : text_; }
+
+ private:
+  void add(std::string_view members);
+
+  std::string text_;                              ///< of an object what is between its braces
+  std::optional<std::vector<std::string>> keys_;  ///< of an object
+};
 
 }  // namespace tool
 

@@ -122,8 +122,8 @@ const ExtraName *extra_name(const ObjId *oid) {
   return found == std::end(extra_names) ? nullptr : found;
 }
 
-/// The name of a getter without the arc that its family stands under, and with the hyphens of the
-/// ASN.1 module in place of the underscores of C.
+/// Returns the name of a getter without the arc of its family, and with the hyphens of the ASN.1
+/// module in place of the underscores of C.
 std::string readable(std::string_view name) {
   for (const std::string_view arc :
        {"id_at_", "id_ce_", "id_kp_", "id_pe_", "id_ad_", "id_qt_", "id_pkix_"})
@@ -209,6 +209,12 @@ std::vector<Owned<ObjId>> named(std::string_view name) {
   for (const ExtraName &extra : extra_names)
     if (same_word(extra.name, name)) add(from_dotted(extra.dotted).release());
   return found;
+}
+
+void put_oid(Json &object, const std::string &key, const ObjId *oid) {
+  object.put(key, dotted(oid));
+  const std::string name = display_name(oid);
+  if (!name.empty()) object.put(key + "Name", name);
 }
 
 std::span<const RegistryEntry> registry() { return registry_table; }

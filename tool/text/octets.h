@@ -1,4 +1,4 @@
-// Octets: views of them, their hexadecimal form, and those of the library's records.
+// Octets: views of them, their hexadecimal and base64 forms, and those of the library's records.
 #ifndef ORVELASN1_TOOL_TEXT_OCTETS_H
 #define ORVELASN1_TOOL_TEXT_OCTETS_H
 
@@ -18,44 +18,44 @@ namespace tool {
 using Octets = std::span<const uint8_t>;
 using Bytes = std::vector<uint8_t>;
 
-/// The two digits of each octet, in capitals, without anything between them.
+/// Returns the two digits of each octet, in capitals, without anything between them.
 std::string hex(Octets octets);
 
-/// As hex(), with a blank between the octets.
+/// Returns hex() with a blank between the octets.
 std::string spaced_hex(Octets octets);
 
-/// The octets of a hexadecimal text, in which blanks and colons may stand between the octets;
-/// nothing where the text is something else.
+/// Reads a hexadecimal text, in which blanks and colons may stand between the octets. Fails on any
+/// other text.
 std::optional<Bytes> from_hex(std::string_view text);
 
-/// The base64 form in lines of 64 characters, each with its newline.
+/// Returns the base64 form in lines of 64 characters, each with its newline.
 std::string base64(Octets octets);
 
-/// The octets of a text.
+/// Returns the octets of a text.
 inline Octets octets_of(std::string_view text) {
   return {reinterpret_cast<const uint8_t *>(text.data()), text.size()};
 }
 
-/// Octets as the characters of a text.
+/// Returns octets as the characters of a text.
 inline std::string_view text_of(Octets octets) {
   return {reinterpret_cast<const char *>(octets.data()), octets.size()};
 }
 
-/// The octets of a string, ANY or INTEGER record; none for a null pointer.
+/// Returns the octets of a string, ANY or INTEGER record; no octets for a null pointer.
 template <class Record>
 Octets octets(const Record *record) {
   return record == nullptr || record->data == nullptr ? Octets()
                                                       : Octets(record->data, record->length);
 }
 
-/// The octets of a BIT STRING record, the last one with its padding bits.
+/// Returns the octets of a BIT STRING record, the last one with its padding bits.
 inline Octets octets(const BitString *bits) {
   return bits == nullptr || bits->data == nullptr
              ? Octets()
              : Octets(bits->data, bits->length / 8 + (bits->length % 8 != 0 ? 1 : 0));
 }
 
-/// The elements of one of the library's lists.
+/// Returns the elements of one of the library's lists.
 template <class Element>
 std::vector<const Element *> elements(const List *list) {
   std::vector<const Element *> all;
@@ -65,7 +65,7 @@ std::vector<const Element *> elements(const List *list) {
   return all;
 }
 
-/// What an encoder `uint32_t f(uint8_t **pp)` writes; none where it fails.
+/// Returns what an encoder `uint32_t f(uint8_t **pp)` writes; no octets where it fails.
 template <class Encoder>
 Bytes encoded(Encoder encode) {
   Bytes out(encode(nullptr));
@@ -79,20 +79,34 @@ Bytes encoded(Encoder encode) {
 template <class T>
 using Owned = std::unique_ptr<T, void (*)(T *)>;
 
-/// The record that `decode` makes of exactly these octets; null where it refuses them or leaves
-/// some.
+/// A decoder of the library.
 template <class T>
-Owned<T> decoded(const uint8_t *(*decode)(const uint8_t *, const uint8_t *, uint32_t, T **,
-                                          uint32_t),
-                 void (*release)(T *), Octets octets, uint32_t impl_tag = 0) {
+using Decoder = const uint8_t *(*)(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                   T **record, uint32_t depth);
+
+/// Decodes the element at `z` and moves `z` past it. Returns its record. Where the decoder refuses
+/// the element, returns null, and `z` is null.
+template <class T>
+Owned<T> take(Decoder<T> decode, void (*release)(T *), const uint8_t *&z, const uint8_t *end,
+              uint32_t impl_tag = 0, uint32_t depth = 0) {
   T *record = nullptr;
-  const uint8_t *const end = octets.data() + octets.size();
-  const uint8_t *const next =
-      octets.empty() ? nullptr : decode(octets.data(), end, impl_tag, &record, 0);
-  // A list decoder that refuses the header leaves an empty list to its caller.
-  const bool made = next != nullptr || std::is_same_v<T, List>;
+  z = decode(z, end, impl_tag, &record, depth);
+  // A list decoder that refuses the header leaves an empty list, which its caller must release.
+  const bool made = z != nullptr || std::is_same_v<T, List>;
   Owned<T> owned(made ? record : nullptr, release);
-  if (next != end) owned.reset();
+  if (z == nullptr) owned.reset();
+  return owned;
+}
+
+/// Decodes octets that are exactly one element. Returns null where `decode` refuses them or does
+/// not take all of them.
+template <class T>
+Owned<T> decoded(Decoder<T> decode, void (*release)(T *), Octets octets) {
+  if (octets.empty()) return Owned<T>(nullptr, release);
+  const uint8_t *z = octets.data();
+  const uint8_t *const end = z + octets.size();
+  Owned<T> owned = take(decode, release, z, end);
+  if (z != end) owned.reset();
   return owned;
 }
 

@@ -1,5 +1,6 @@
 #include "text/times.h"
 
+#include <array>
 #include <chrono>
 
 #include "text/characters.h"
@@ -12,12 +13,12 @@ constexpr Seconds minute = 60;
 constexpr Seconds hour = 60 * minute;
 constexpr Seconds day = 24 * hour;
 
-/// Reads numbers of a fixed count of digits from a text, one behind the other.
+/// Reads numbers of a fixed count of digits from a text, one after the other.
 class Digits {
  public:
   explicit Digits(std::string_view text) : rest_(text) {}
 
-  /// The next number; a missing digit makes the whole text bad.
+  /// Reads the next number. A missing digit makes the whole text bad.
   int number(size_t digits) {
     int value = 0;
     for (size_t i = 0; i < digits; ++i) {
@@ -33,7 +34,7 @@ class Digits {
 
   bool digit_next() const { return !rest_.empty() && rest_[0] >= '0' && rest_[0] <= '9'; }
 
-  /// Takes the character, where it is next.
+  /// Takes the character if it is next.
   bool take(char c) {
     if (!rest_.starts_with(c)) return false;
     rest_.remove_prefix(1);
@@ -96,7 +97,6 @@ std::string duration(Seconds seconds) {
 }  // namespace
 
 std::optional<Seconds> seconds_of(const Time *time) {
-  constexpr uint8_t utc_time = 23;
   if (time == nullptr || time->value == nullptr) return std::nullopt;
   Digits text(time->value);
   Clock c;
@@ -156,6 +156,20 @@ std::string calendar(Seconds seconds) { return date_and_time(seconds, " "); }
 
 std::string iso(Seconds seconds) { return date_and_time(seconds, "T") + "Z"; }
 
+std::string time_text(const Time *time, const char *zone) {
+  if (time == nullptr || time->value == nullptr) return "none";
+  const auto seconds = seconds_of(time);
+  return seconds ? calendar(*seconds) + zone : in_quotes(time->value);
+}
+
+Json json_of(const Time *time) {
+  if (time == nullptr || time->value == nullptr) return nullptr;
+  Json object = Json::object();
+  object.put("kind", time->kind).put("value", to_utf8(from_utf8(octets_of(time->value))));
+  if (const auto seconds = seconds_of(time)) object.put("time", iso(*seconds));
+  return object;
+}
+
 Standing standing(const Validity *validity, Seconds moment) {
   Standing result;
   const auto from = validity == nullptr ? std::nullopt : seconds_of(validity->notBefore);
@@ -179,17 +193,8 @@ Standing standing(const Validity *validity, Seconds moment) {
 }
 
 const char *name_of(Standing::State state) {
-  switch (state) {
-    case Standing::State::not_yet_valid:
-      return "notYetValid";
-    case Standing::State::valid:
-      return "valid";
-    case Standing::State::expired:
-      return "expired";
-    case Standing::State::unknown:
-      break;
-  }
-  return "unknown";
+  static constexpr std::array<const char *, 4> names{"unknown", "notYetValid", "valid", "expired"};
+  return names[static_cast<size_t>(state)];
 }
 
 }  // namespace tool
