@@ -139,6 +139,21 @@ TEST_F(ToolShow, ReadsTheValuesOfExtensions) {
   }
 }
 
+// The list decoders leave an empty list where they refuse its header: an AuthorityKeyIdentifier
+// whose [1] promises more than there is. AddressSanitizer reports a list that nobody releases.
+TEST_F(ToolShow, ReleasesAListWhoseHeaderIsRefused) {
+  const Bytes extension = sequence(hex("06 03 55 1D 23 04 04 30 02 A1 7F"));
+  const Outcome result = run({"show"}, characters(certificate_with(extension)));
+  EXPECT_EQ(0, result.status);
+  EXPECT_EQ("", result.err);
+  EXPECT_NE(
+      std::string::npos,
+      result.out.find("  authorityKeyIdentifier  not in a form that this library reads: offset "
+                      "2: authorityCertIssuer: the header A1 7F promises 127 octets, but only "
+                      "0 are left\n"))
+      << result.out;
+}
+
 TEST_F(ToolShow, ReadsWhereAnIssuerIsFound) {
   // 1.3.6.1.5.5.7.1.1 with 1.3.6.1.5.5.7.48.1 and the URI "x:".
   const Bytes extension = sequence(hex(

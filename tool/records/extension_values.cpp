@@ -92,9 +92,7 @@ class ComponentReader {
   template <class T>
   Owned<T> take(uint8_t tag, Decoder<T> decode, void (*release)(T *)) {
     if (!next_is(tag)) return Owned<T>(nullptr, release);
-    T *made = nullptr;
-    z_ = decode(z_, end_, tag, &made, 0);
-    return Owned<T>(z_ == nullptr ? nullptr : made, release);
+    return tool::take(decode, release, z_, end_, tag);
   }
 
   /// Whether every component was decoded.
