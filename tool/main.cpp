@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <exception>
 
-#include "commands.h"
-#include "output.h"
-#include "text.h"
+#include "commands/commands.h"
+#include "system/output.h"
+#include "text/characters.h"
 
 namespace {
 
@@ -84,7 +84,7 @@ bool colour_wanted(const std::string &when) {
          (terminal == nullptr || std::string_view(terminal) != "dumb");
 }
 
-/// The command line of the tool. Parsing it fills a request and says which command to run with it.
+/// The command line of the tool. Parsing it fills a request and picks the command to run.
 class CommandLine {
  public:
   CommandLine() {
@@ -102,7 +102,7 @@ class CommandLine {
     add_types();
   }
 
-  /// Gives the status of the tool.
+  /// Returns the status of the tool.
   int run(int argc, char **argv) {
     try {
       app_.parse(argc, argv);
@@ -162,12 +162,10 @@ class CommandLine {
 
   void add_trace() {
     CLI::App *const command = add("trace", "Print the library's own trace", trace_examples);
-    command->add_option("FILE", trace_.files, "PEM or DER; standard input without one, or for -");
+    command->add_option("FILE", files_, "PEM or DER; standard input without one, or for -");
     add_type(command);
-    command->callback([this] {
-      trace_.type = tool::type_named(type_);
-      command_ = [this] { return tool::trace(trace_); };
-    });
+    command->callback(
+        [this] { command_ = [this] { return tool::trace(files_, tool::type_named(type_)); }; });
   }
 
   void add_recode() {
@@ -232,7 +230,7 @@ class CommandLine {
   bool brief_ = false;
   bool json_ = false;
   tool::ShowRequest show_;
-  tool::TraceRequest trace_;
+  std::vector<std::string> files_;
   tool::RecodeRequest recode_;
   std::string name_text_;
   std::string name_file_;
@@ -244,7 +242,7 @@ class CommandLine {
 }  // namespace
 
 int main(int argc, char **argv) {
-  // A reader that goes away ends the tool quietly, also where the caller had the signal ignored.
+  // A reader that goes away ends the tool quietly, even if the caller had the signal ignored.
   std::signal(SIGPIPE, SIG_DFL);
   try {
     return CommandLine().run(argc, argv);

@@ -11,7 +11,7 @@ Bytes object(const char *id, const Bytes &content) { return sequence(oid(id) + c
 Bytes leaf(const char *id, const Bytes &value) { return object(id, octet_string(value)); }
 Bytes container(const char *id, const Bytes &objects) { return leaf(id, set(objects)); }
 
-/// An attribute, whose identifier stands with its least significant octet first.
+/// An attribute, whose identifier has its least significant octet first.
 Bytes attribute(const char *id, const char *value) {
   return sequence(oid(id) + octet_string(hex(value)));
 }

@@ -56,7 +56,7 @@ const char *const page_of_certificate =
     "signatureAlgorithm Ed25519\n"
     "signatureValue 0A\n";
 
-/// A page without its columns: one blank between key and value, none in front.
+/// A page without its columns: one blank between key and value, and no blank in front.
 std::string without_columns(const std::string &page) {
   std::istringstream lines(page);
   std::string out;

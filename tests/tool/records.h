@@ -80,7 +80,7 @@ class Records : public Tool {
     return result.err.substr(std::min(start.size(), result.err.size()));
   }
 
-  /// Whether recode gives the octets back, as they are and from the fields alone.
+  /// Expects recode to return the same octets, as they are and from the fields alone.
   void expect_recodes(const Bytes &input, const std::string &type) const {
     const std::string same =
         "standard input: element 1: same, " + std::to_string(input.size()) + " octets\n";

@@ -72,7 +72,7 @@ class Tool : public testing::Test {
 
   std::string path(const std::string &name) const { return folder_ + "/" + name; }
 
-  /// Writes a file into the folder and gives its path.
+  /// Writes a file into the folder and returns its path.
   std::string file(const std::string &name, const std::string &content) const {
     write_file(path(name), content);
     return path(name);
@@ -110,7 +110,7 @@ class Tool : public testing::Test {
     return run_program(words, input, environment);
   }
 
-  /// Runs openssl, which must succeed, and gives what it prints.
+  /// Runs openssl, which must succeed, and returns what it prints.
   std::string openssl(std::vector<std::string> words, const std::string &input = "") const {
     words.insert(words.begin(), "openssl");
     const Outcome result = run_program(words, input, {});

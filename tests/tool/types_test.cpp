@@ -386,7 +386,7 @@ TEST_F(ToolOcsp, HasTheStatusInJson) {
 
 TEST_F(ToolOcsp, SaysWhyAResponseWithCertificatesIsNotDecoded) {
   const Bytes basic = basic_response(element(0xA0, sequence(certificate())));
-  // They stand behind everything else; the header of their tag takes three octets.
+  // They follow everything else; the header of their tag takes three octets.
   const size_t offset = basic.size() - sequence(certificate()).size();
   const std::string why =
       "offset " + std::to_string(offset) + ": certs: certificates, which the library refuses here";

@@ -1,0 +1,29 @@
+// Runs a command over the elements of all its inputs, one after the other.
+#ifndef ORVELASN1_TOOL_COMMANDS_BATCH_H
+#define ORVELASN1_TOOL_COMMANDS_BATCH_H
+
+#include <functional>
+
+#include "input/input.h"
+#include "records/recognise.h"
+
+namespace tool {
+
+/// Reports what is wrong with an element, and where.
+void report(const Input &input, const Element &element, const Fault &fault);
+
+/// Runs `job` for each element of each file, isolated from the rest. Reports a file that cannot be
+/// read and an element that ends its process, and goes on with the others.
+///
+/// @return whether all went well.
+bool for_each_element(const std::vector<std::string> &files,
+                      const std::function<bool(const Input &, const Element &)> &job);
+
+/// Decodes each element and runs `job` for each record, isolated from the rest. Reports elements
+/// that are refused.
+bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
+                     const std::function<bool(const Input &, const Element &, Record &)> &job);
+
+}  // namespace tool
+
+#endif

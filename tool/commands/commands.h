@@ -1,0 +1,52 @@
+// The subcommands. Each returns whether all went well.
+#ifndef ORVELASN1_TOOL_COMMANDS_COMMANDS_H
+#define ORVELASN1_TOOL_COMMANDS_COMMANDS_H
+
+#include "model/view.h"
+#include "records/type.h"
+
+namespace tool {
+
+struct ShowRequest {
+  enum class Form : uint8_t { page, brief, json };
+  std::vector<std::string> files;
+  const Type *type = nullptr;
+  Form form = Form::page;
+  View view;
+};
+
+/// Shows each element.
+bool show(const ShowRequest &request);
+
+/// Prints what the library traces while it decodes each element.
+bool trace(const std::vector<std::string> &files, const Type *type);
+
+struct RecodeRequest {
+  std::string file = "-";
+  const Type *type = nullptr;
+  std::string output;  ///< the file for the encodings; may be empty
+  bool fresh = false;
+};
+
+/// Decodes and encodes each element and says whether the octets came back.
+bool recode(const RecodeRequest &request);
+
+/// Prints the octets of a textual name, or writes them to the file `output` if that is not empty.
+bool encode_name(const std::string &text, const std::string &output);
+
+/// Prints the text of each name in a file.
+bool decode_names(const std::string &file);
+
+/// Prints the dotted form, the encoded form and the names of each identifier. Each is given in any
+/// of the three forms.
+bool translate_oids(const std::vector<std::string> &oids);
+
+/// Prints the registry, a line for each name.
+bool list_oids();
+
+/// Prints a line for each type: its name, what it is, and the labels of its PEM blocks.
+bool list_types();
+
+}  // namespace tool
+
+#endif

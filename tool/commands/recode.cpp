@@ -1,0 +1,55 @@
+#include <algorithm>
+
+#include "commands/batch.h"
+#include "commands/commands.h"
+#include "system/output.h"
+
+namespace tool {
+
+namespace {
+
+std::string octets_at(const char *side, Octets octets, size_t offset) {
+  constexpr size_t shown = 16;
+  if (offset >= octets.size()) return std::string("  ") + side + "  (the end)\n";
+  return std::string("  ") + side + "  " +
+         spaced_hex(octets.subspan(offset, std::min(shown, octets.size() - offset))) + "\n";
+}
+
+/// Returns the line for an element, and after a difference the octets of both sides.
+std::string verdict(Octets in, Octets out) {
+  const auto [a, b] = std::ranges::mismatch(in, out);
+  if (a == in.end() && b == out.end()) return "same, " + std::to_string(in.size()) + " octets\n";
+  const size_t offset = static_cast<size_t>(a - in.begin());
+  return "different from offset " + std::to_string(offset) + ", " + std::to_string(in.size()) +
+         " octets in, " + std::to_string(out.size()) + " out\n" + octets_at("in ", in, offset) +
+         octets_at("out", out, offset);
+}
+
+}  // namespace
+
+bool recode(const RecodeRequest &request) {
+  const OutputFile output(request.output);
+  if (!output.good()) return false;
+  const bool same =
+      for_each_record({request.file}, request.type,
+                      [&](const Input &input, const Element &element, Record &record) {
+                        if (record.type().encode == nullptr) {
+                          complain(input.where(element) + ": the library reads the type " +
+                                   std::string(record.type().name) + " and does not write it");
+                          return false;
+                        }
+                        if (request.fresh) record.forget_encodings();
+                        const Bytes out = record.encode();
+                        if (out.empty()) {
+                          complain(input.where(element) + ": the encoder refuses what was decoded");
+                          return false;
+                        }
+                        output.write(text_of(out));
+                        emit(input.where(element) + ": " + verdict(element.octets, out));
+                        return std::ranges::equal(element.octets, out);
+                      });
+  output.cut();
+  return same;
+}
+
+}  // namespace tool

@@ -1,0 +1,151 @@
+#include "input/der.h"
+
+#include <array>
+
+namespace tool {
+
+namespace {
+
+constexpr uint8_t constructed_bit = 0x20;
+
+}  // namespace
+
+std::string text_with_offset(const Fault &fault) {
+  return "offset " + std::to_string(fault.offset.value_or(0)) + ": " + fault.text;
+}
+
+Header read_header(Octets rest) {
+  Header header;
+  if (rest.empty()) {
+    header.fault = "nothing is left";
+    return header;
+  }
+  header.tag = rest[0];
+  if ((header.tag & 0x1F) == 0x1F) {
+    header.fault = "the identifier octet " + hex(rest.first(1)) + " has a number above 30";
+    return header;
+  }
+  if (rest.size() < 2) {
+    header.fault = "the input ends behind the identifier octet " + hex(rest.first(1));
+    return header;
+  }
+  const uint8_t first = rest[1];
+  if (first < 0x80) {
+    header.size = 2;
+    header.length = first;
+  } else if (first == 0x80) {
+    header.size = 2;
+    header.indefinite = true;
+    return header;
+  } else {
+    const size_t count = first & 0x7F;
+    if (count > 4) {
+      header.fault = "a length of " + std::to_string(count) + " octets, where four are the most";
+      return header;
+    }
+    if (rest.size() < 2 + count) {
+      header.fault = "the input ends inside the length octets";
+      return header;
+    }
+    header.size = 2 + count;
+    for (const uint8_t octet : rest.subspan(2, count)) header.length = header.length << 8 | octet;
+  }
+  const size_t left = rest.size() - header.size;
+  if (header.length > left)
+    header.fault = "the header " + spaced_hex(rest.first(header.size)) + " promises " +
+                   std::to_string(header.length) + " octets, but only " + std::to_string(left) +
+                   " are left";
+  return header;
+}
+
+std::optional<size_t> element_size(Octets rest, const Header &header) {
+  if (!header.indefinite) return header.size + header.length;
+  // Elements of definite length are jumped over, so that only the open indefinite ones count.
+  size_t open = 1;
+  size_t at = header.size;
+  while (open != 0) {
+    const Octets here = rest.subspan(at);
+    if (here.size() >= 2 && here[0] == 0 && here[1] == 0) {
+      --open;
+      at += 2;
+      continue;
+    }
+    const Header inner = read_header(here);
+    if (!inner.fault.empty()) return std::nullopt;
+    if (inner.indefinite) ++open;
+    at += inner.size + inner.length;
+  }
+  return at;
+}
+
+std::string tag_name(uint8_t tag) {
+  static constexpr std::array<const char *, 31> universal = {"end-of-contents",
+                                                             "BOOLEAN",
+                                                             "INTEGER",
+                                                             "BIT STRING",
+                                                             "OCTET STRING",
+                                                             "NULL",
+                                                             "OBJECT IDENTIFIER",
+                                                             "ObjectDescriptor",
+                                                             "EXTERNAL",
+                                                             "REAL",
+                                                             "ENUMERATED",
+                                                             "EMBEDDED PDV",
+                                                             "UTF8String",
+                                                             "RELATIVE-OID",
+                                                             "TIME",
+                                                             "[UNIVERSAL 15]",
+                                                             "SEQUENCE",
+                                                             "SET",
+                                                             "NumericString",
+                                                             "PrintableString",
+                                                             "TeletexString",
+                                                             "VideotexString",
+                                                             "IA5String",
+                                                             "UTCTime",
+                                                             "GeneralizedTime",
+                                                             "GraphicString",
+                                                             "VisibleString",
+                                                             "GeneralString",
+                                                             "UniversalString",
+                                                             "CHARACTER STRING",
+                                                             "BMPString"};
+  const uint8_t number = tag & 0x1F;
+  static constexpr std::array<const char *, 4> classes = {"", "[APPLICATION ", "[", "[PRIVATE "};
+  std::string name = classes[tag >> 6];
+  if (!name.empty()) {
+    name += std::to_string(number) + "]";
+  } else {
+    if ((tag & constructed_bit) != 0 && number != 16 && number != 17) name = "constructed ";
+    name += number < universal.size() ? universal[number] : "long tag";
+  }
+  return name + " (" + hex(Octets(&tag, 1)) + ")";
+}
+
+std::vector<Octets> components(Octets element, size_t most) {
+  std::vector<Octets> found;
+  const Header outer = read_header(element);
+  if (element.empty() || !outer.fault.empty()) return found;
+  Octets rest = element.subspan(outer.size);
+  if (!outer.indefinite) rest = rest.first(outer.length);
+  while (!rest.empty() && found.size() < most) {
+    const Header header = read_header(rest);
+    const auto size = header.fault.empty() ? element_size(rest, header) : std::nullopt;
+    if (!size) break;
+    found.push_back(rest.first(*size));
+    rest = rest.subspan(*size);
+  }
+  return found;
+}
+
+Octets component(Octets element, size_t number) {
+  const auto found = components(element, number + 1);
+  return number < found.size() ? found[number] : Octets();
+}
+
+std::optional<Fault> fault_of_part(std::optional<Fault> fault, Octets part, Octets whole) {
+  if (fault && fault->offset) *fault->offset += static_cast<size_t>(part.data() - whole.data());
+  return fault;
+}
+
+}  // namespace tool

@@ -1,0 +1,215 @@
+#include "model/node.h"
+
+#include <algorithm>
+
+#include "text/integers.h"
+#include "text/object_identifiers.h"
+
+namespace tool {
+
+namespace {
+
+constexpr size_t octets_a_line = 20;
+constexpr size_t items_at_a_glance = 16;
+
+const Node &on_page(const Node &node) { return node.shown == nullptr ? node : *node.shown; }
+
+std::string count_text(size_t count) {
+  return std::to_string(count) + (count == 1 ? " element" : " elements");
+}
+
+/// Returns how many elements a page shows. It leaves out at least two, since it tells so in a line.
+size_t shown_items(size_t count, const View &view) {
+  return view.full || count <= items_at_a_glance + 1 ? count : items_at_a_glance;
+}
+
+std::string more_text(size_t count) { return "and " + std::to_string(count) + " more"; }
+
+using Lines = std::vector<std::string>;
+
+/// Returns the lines of a list whose elements all have lines. They need no numbers.
+std::optional<Lines> lines_of(const Node::Items &items, const View &view) {
+  const size_t shown = shown_items(items.count, view);
+  Lines lines;
+  for (size_t i = 0; i < shown; ++i) {
+    const Node item = items.at(i);
+    const auto more = item.name.empty() ? lines_of(item, view) : std::nullopt;
+    if (!more) return std::nullopt;
+    lines.insert(lines.end(), more->begin(), more->end());
+  }
+  if (shown < items.count) lines.push_back("... " + more_text(items.count - shown));
+  if (lines.empty()) lines.emplace_back("(empty)");
+  return lines;
+}
+
+void add_fields(Page &page, const Node::Fields &fields, const View &view, size_t indent) {
+  for (const Node &field : fields) add_node(page, field.name, field, view, indent);
+}
+
+void add_items(Page &page, const Node::Items &items, const View &view, size_t indent) {
+  const size_t shown = shown_items(items.count, view);
+  for (size_t i = 0; i < shown; ++i) {
+    const Node item = items.at(i);
+    add_node(page, item.name.empty() ? "[" + std::to_string(i) + "]" : item.name, item, view,
+             indent);
+  }
+  if (shown < items.count)
+    page.row(std::string(indent, ' ') + "...", more_text(items.count - shown));
+}
+
+Tone tone_of(const Node &node) {
+  const auto *const value = std::get_if<Node::Text>(&node.value);
+  return value == nullptr ? Tone::plain : value->tone;
+}
+
+struct BriefLine {
+  std::string name;
+  std::string text;
+  Tone tone;
+};
+
+/// Returns the one line of a field in the short form; nothing for a record.
+std::optional<BriefLine> brief_line(const Node &field, const View &view) {
+  const Node &node = on_page(field);
+  if (const auto *const items = std::get_if<Node::Items>(&node.value))
+    return BriefLine{field.name, count_text(items->count), Tone::plain};
+  const auto lines = lines_of(node, view);
+  if (!lines) return std::nullopt;
+  return BriefLine{field.name, lines->size() == 1 ? lines->front() : lines->front() + " ...",
+                   tone_of(node)};
+}
+
+/// Collects the lines of all fields that pass the test, also inside records but not inside lists.
+void collect_brief(std::vector<BriefLine> &lines, const Node &node, const View &view,
+                   bool (*wanted)(const Node &)) {
+  const auto *const fields = std::get_if<Node::Fields>(&node.value);
+  if (fields == nullptr) return;
+  for (const Node &field : *fields) {
+    const auto line = wanted(field) ? brief_line(field, view) : std::nullopt;
+    if (line)
+      lines.push_back(*line);
+    else
+      collect_brief(lines, field, view, wanted);
+  }
+}
+
+/// Turns the values of nodes into JSON.
+struct JsonOf {
+  Json operator()(std::monostate) const { return nullptr; }
+  Json operator()(const Node::Text &value) const { return value.json; }
+  Json operator()(Octets value) const { return hex(value); }
+  Json operator()(const ObjId *value) const { return dotted(value); }
+  Json operator()(const Node::Fields &fields) const {
+    Json object = Json::object();
+    for (const Node &field : fields)
+      if (const auto *const oid = std::get_if<const ObjId *>(&field.value))
+        put_oid(object, field.name, *oid);
+      else if (!field.empty())
+        object.put(field.name, json_of(field));
+    return object;
+  }
+  Json operator()(const Node::Items &items) const {
+    std::vector<Json> elements;
+    for (size_t i = 0; i < items.count; ++i) elements.push_back(json_of(items.at(i)));
+    return Json::array(elements);
+  }
+};
+
+}  // namespace
+
+Node text(std::vector<std::string> lines, Json json, Tone tone) {
+  Node node;
+  node.value = Node::Text{std::move(lines), std::move(json), tone};
+  return node;
+}
+
+Node text(std::string line, Json json, Tone tone) {
+  return text(Lines{std::move(line)}, std::move(json), tone);
+}
+
+Node boolean(uint32_t value) { return text(value != 0 ? "TRUE" : "FALSE", value != 0); }
+
+Node number(const Integer *integer) {
+  if (integer == nullptr) return {};
+  return text(number_text(integer), json_of_number(integer));
+}
+
+Node shown_as(Node node, Node other) {
+  node.shown = std::make_shared<const Node>(std::move(other));
+  return node;
+}
+
+std::optional<std::vector<std::string>> lines_of(const Node &node, const View &view) {
+  const Node &here = on_page(node);
+  if (const auto *const value = std::get_if<Node::Text>(&here.value)) return value->lines;
+  if (const auto *const oid = std::get_if<const ObjId *>(&here.value))
+    return Lines{label(*oid, view)};
+  if (const auto *const octets = std::get_if<Octets>(&here.value)) {
+    const bool fits = !octets->empty() && octets->size() <= octets_a_line;
+    return fits ? Lines{hex(*octets)} : dump(*octets, view.full);
+  }
+  if (const auto *const items = std::get_if<Node::Items>(&here.value))
+    return lines_of(*items, view);
+  return std::nullopt;
+}
+
+void add_node(Page &page, std::string key, const Node &node, const View &view, size_t indent) {
+  const Node &here = on_page(node);
+  if (here.empty()) return;
+  key.insert(0, indent, ' ');
+  if (auto lines = lines_of(here, view)) {
+    page.row(std::move(key), std::move(*lines), tone_of(here));
+  } else if (const auto *const items = std::get_if<Node::Items>(&here.value)) {
+    page.row(std::move(key), count_text(items->count));
+    add_items(page, *items, view, indent + 2);
+  } else if (const auto *const fields = std::get_if<Node::Fields>(&here.value)) {
+    page.row(std::move(key), Lines(fields->empty() ? 1 : 0, "(empty)"));
+    add_fields(page, *fields, view, indent + 2);
+  }
+}
+
+std::string page_of(const Node &node, const std::string &heading, const std::string &where,
+                    const View &view) {
+  Page page(view.colour);
+  page.section(heading, where);
+  if (const auto *const fields = std::get_if<Node::Fields>(&node.value))
+    add_fields(page, *fields, view, 0);
+  else if (const auto *const items = std::get_if<Node::Items>(&node.value))
+    add_items(page, *items, view, 0);
+  else
+    add_node(page, "value", node, view);
+  return page.text();
+}
+
+std::string short_form_of(const Node &node, const std::string &heading, const View &view) {
+  constexpr size_t at_most = 4;
+  std::vector<BriefLine> lines;
+  collect_brief(lines, node, view, [](const Node &field) { return field.brief; });
+  if (lines.empty()) {
+    collect_brief(lines, node, view, [](const Node &field) { return !on_page(field).empty(); });
+    if (lines.size() > at_most) lines.resize(at_most);
+  }
+  std::string out = toned(heading, Tone::heading, view.colour);
+  if (lines.empty())
+    if (const auto line = brief_line(node, view))
+      out += "  " + toned(line->text, line->tone, view.colour);
+  out += '\n';
+  size_t column = 0;
+  for (const BriefLine &line : lines) column = std::max(column, line.name.size());
+  for (const BriefLine &line : lines)
+    out += toned("  " + line.name, Tone::quiet, view.colour) +
+           std::string(column - line.name.size() + 2, ' ') +
+           toned(line.text, line.tone, view.colour) + '\n';
+  return out;
+}
+
+Json json_of(const Node &node) { return std::visit(JsonOf{}, node.value); }
+
+void put_members(Json &object, const Node &node) {
+  if (const auto *const oid = std::get_if<const ObjId *>(&node.value))
+    return put_oid(object, "value", *oid);
+  const Json json = json_of(node);
+  if (!object.join(json)) object.put("value", json);
+}
+
+}  // namespace tool

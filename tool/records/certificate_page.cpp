@@ -1,0 +1,89 @@
+#include "records/certificate_page.h"
+
+#include "records/describe.h"
+#include "records/distinguished_names.h"
+#include "records/extension_values.h"
+#include "records/public_key.h"
+#include "text/integers.h"
+
+namespace tool {
+
+namespace {
+
+std::string version_text(const Integer *version) {
+  const uint32_t number = version == nullptr ? 0 : asn1_Integer_get(version);
+  const bool usual = number < 3 && (version == nullptr || version->negative == 0);
+  return usual ? std::to_string(number + 1) : "unknown, encoded as " + integer_text(version);
+}
+
+/// Returns the signature's algorithm, or both if the signed part names another one.
+std::vector<std::string> signature_text(const Certificate *certificate, const View &view) {
+  const AlgId *const outer = certificate->signatureAlgorithm;
+  const AlgId *const inner = certificate->tbsCertificate->signature;
+  std::vector<std::string> lines{label(outer->algorithm, view)};
+  if (asn1_ObjId_cmp(outer->algorithm, inner->algorithm) != 0)
+    lines.push_back("but " + label(inner->algorithm, view) + " in the signed part");
+  return lines;
+}
+
+/// Returns the first and the last octets of a long serial number.
+std::string short_serial(const Integer *serial) {
+  constexpr size_t most = 16;
+  std::string digits = integer_text(serial);
+  if (digits.size() <= most) return digits;
+  return digits.substr(0, most / 2) + "..." + digits.substr(digits.size() - most / 4);
+}
+
+}  // namespace
+
+std::string certificate_page(const void *record, const std::string &where, const View &view) {
+  const auto *const certificate = static_cast<const Certificate *>(record);
+  const Certificate_TBS &tbs = *certificate->tbsCertificate;
+  Page page(view.colour);
+  page.section("Certificate", where);
+  page.row("version", version_text(tbs.version));
+  page.row("serialNumber", integer_text(tbs.serialNumber));
+  page.row("key", key_text(tbs.subjectPublicKeyInfo, view));
+  page.row("signature", signature_text(certificate, view));
+
+  page.section("Subject");
+  add_name(page, tbs.subjectSequence, view);
+  page.section("Issuer");
+  add_name(page, tbs.issuerSequence, view);
+
+  const Standing state = standing(tbs.validity, view.moment);
+  page.section("Validity (UTC)");
+  page.row("notBefore", time_text(tbs.validity->notBefore));
+  page.row("notAfter", time_text(tbs.validity->notAfter) + ", " + state.text, tone_of(state));
+
+  add_extensions(page, tbs.extensions, view);
+
+  if (tbs.issuerUniqueID != nullptr || tbs.subjectUniqueID != nullptr || view.full) {
+    page.section("Octets");
+    if (tbs.issuerUniqueID != nullptr)
+      page.row("issuerUniqueID", dump(octets(tbs.issuerUniqueID), view.full));
+    if (tbs.subjectUniqueID != nullptr)
+      page.row("subjectUniqueID", dump(octets(tbs.subjectUniqueID), view.full));
+    if (view.full) {
+      page.row("subjectPublicKey", dump(octets(tbs.subjectPublicKeyInfo->subjectPublicKey), true));
+      page.row("signatureValue", dump(octets(certificate->signatureValue), true));
+    }
+  }
+  return page.text();
+}
+
+std::string certificate_short_form(const void *record, const View &view) {
+  const auto *const certificate = static_cast<const Certificate *>(record);
+  const Certificate_TBS &tbs = *certificate->tbsCertificate;
+  const Standing state = standing(tbs.validity, view.moment);
+  const auto quiet = [&view](const char *word) { return toned(word, Tone::quiet, view.colour); };
+  return toned("Certificate", Tone::heading, view.colour) + "  " +
+         short_key_text(tbs.subjectPublicKeyInfo, view) + ", serial " +
+         short_serial(tbs.serialNumber) + "\n" + quiet("  subject  ") +
+         one_line(tbs.subjectSequence, view) + "\n" + quiet("  issuer   ") +
+         one_line(tbs.issuerSequence, view) + "\n" + quiet("  valid    ") +
+         time_text(tbs.validity->notBefore) + " to " + time_text(tbs.validity->notAfter) +
+         " UTC, " + toned(state.text, tone_of(state), view.colour) + "\n";
+}
+
+}  // namespace tool

@@ -1,0 +1,219 @@
+// The descriptions of the library's records. Each overload of describe() is defined in the file of
+// its syntax, with the fields of the ASN.1. A null pointer is not described: Description leaves out
+// a field that is not there.
+#ifndef ORVELASN1_TOOL_RECORDS_DESCRIBE_H
+#define ORVELASN1_TOOL_RECORDS_DESCRIBE_H
+
+#include "model/node.h"
+#include "text/times.h"
+
+namespace tool {
+
+// Universal types. A string is shown as octets; characters() shows it as a text.
+Node describe(const Integer *integer, const View &view);
+Node describe(const ObjId *oid, const View &view);
+Node describe(const BitString *bits, const View &view);
+Node describe(const ASN1String *string, const View &view);
+Node describe(const Time *time, const View &view);
+Node describe(const AlgId *algorithm, const View &view);
+
+// Names.
+Node describe(const AttributeValueAssertion *assertion, const View &view);
+
+// Certificates and CRLs.
+Node describe(const Validity *validity, const View &view);
+Node describe(const SubjectPKI *key, const View &view);
+Node describe(const Extension *extension, const View &view);
+Node describe(const Certificate_TBS *tbs, const View &view);
+Node describe(const Certificate *certificate, const View &view);
+Node describe(const CRLEntry *entry, const View &view);
+Node describe(const CertificateList_TBS *tbs, const View &view);
+Node describe(const CertificateRevocationList *crl, const View &view);
+
+// Extension values.
+Node describe(const OtherName *name, const View &view);
+Node describe(const GeneralName *name, const View &view);
+Node describe(const AuthorityKeyIdentifier *identifier, const View &view);
+Node describe(const BasicConstraints *constraints, const View &view);
+Node describe(const GeneralSubtree *subtree, const View &view);
+Node describe(const NameConstraints *constraints, const View &view);
+Node describe(const PolicyConstraints *constraints, const View &view);
+Node describe(const PolicyMapping *mapping, const View &view);
+Node describe(const PrivateKeyUsagePeriod *period, const View &view);
+Node describe(const DistributionPointName *name, const View &view);
+Node describe(const DistributionPoint *point, const View &view);
+Node describe(const AccessDescription *access, const View &view);
+
+// Certification requests.
+Node describe(const Attribute *attribute, const View &view);
+Node describe(const CertRequestInfo *info, const View &view);
+Node describe(const CertificationRequest *request, const View &view);
+
+// OCSP.
+Node describe(const CertID *id, const View &view);
+Node describe(const Request *request, const View &view);
+Node describe(const TBSRequest *tbs, const View &view);
+Node describe(const OCSPSignature *signature, const View &view);
+Node describe(const OCSPRequest *request, const View &view);
+Node describe(const ResponseBytes *bytes, const View &view);
+Node describe(const OCSPResponse *response, const View &view);
+Node describe(const ResponderID *responder, const View &view);
+Node describe(const RevokedInfo *info, const View &view);
+Node describe(const OCSPCertStatus *status, const View &view);
+Node describe(const SingleResponse *single, const View &view);
+Node describe(const ResponseData *data, const View &view);
+Node describe(const BasicOCSPResponse *response, const View &view);
+
+// Keys, digests and their parameters.
+Node describe(const RSAPublicKey *key, const View &view);
+Node describe(const RSAPrivateKey *key, const View &view);
+Node describe(const DigestInfo *info, const View &view);
+Node describe(const PrivateKeyInfo *info, const View &view);
+Node describe(const EncryptedPrivateKeyInfo *info, const View &view);
+Node describe(const DssParms *parameters, const View &view);
+Node describe(const DssSigValue *signature, const View &view);
+Node describe(const ValidationParms *parameters, const View &view);
+Node describe(const DomainParameters *parameters, const View &view);
+Node describe(const PublicKeyAndChallenge *signed_part, const View &view);
+Node describe(const SignedPublicKeyAndChallenge *record, const View &view);
+
+// Messages.
+Node describe(const ContentInfo *message, const View &view);
+Node describe(const IssuerAndSerialNumber *certificate, const View &view);
+Node describe(const SignerInfo *signer, const View &view);
+Node describe(const SignedData *data, const View &view);
+Node describe(const EncryptedContentInfo *info, const View &view);
+Node describe(const EncryptedData *data, const View &view);
+
+// Personal information exchange.
+Node describe(const PbeParams *parameters, const View &view);
+Node describe(const MacData *mac, const View &view);
+Node describe(const CertBag *bag, const View &view);
+Node describe(const CRLBag *bag, const View &view);
+Node describe(const SecretBag *bag, const View &view);
+Node describe(const SafeBag *bag, const View &view);
+Node describe(const PFX *pfx, const View &view);
+
+// Card objects.
+Node describe(const GDOObject *object, const View &view);
+Node describe(const GDO *gdo, const View &view);
+Node describe(const CardInfo *info, const View &view);
+Node describe(const PublicKeyMAC *mac, const View &view);
+
+/// Describes a message. A content of the type data is an element of the type of this name; the name
+/// is empty for data of any kind.
+Node message(const ContentInfo *info, std::string_view data_type, const View &view);
+
+/// Returns the octets as a text. Fails if they are not a text that can be printed as it is.
+std::optional<std::string> text_in(Octets octets);
+
+/// Describes octets. A page shows them with their text if all of it is printable.
+Node octets_with_text(const OctetString *octets, const View &view);
+
+/// Describes encrypted octets. A page shows their number.
+Node encrypted(const OctetString *octets, const View &view);
+
+/// Describes an algorithm of encryption. Decodes the parameters of password-based encryption.
+Node encryption_algorithm(const AlgId *algorithm, const View &view);
+
+/// Describes one of the library's lists of T records, each with `describe_element(record, view)`.
+template <class T, class F>
+Node list_of(const List *list, F describe_element, const View &view) {
+  Node node;
+  node.value =
+      Node::Items{static_cast<size_t>(List_len(list)), [list, describe_element, view](size_t i) {
+                    const auto index = static_cast<int32_t>(i);
+                    return describe_element(static_cast<const T *>(List_get(list, index)), view);
+                  }};
+  return node;
+}
+
+/// Describes one of the library's lists of T records.
+template <class T>
+Node list_of(const List *list, const View &view) {
+  const auto describe_element = [](const T *record, const View &at) {
+    return describe(record, at);
+  };
+  return list_of<T>(list, describe_element, view);
+}
+
+/// Describes a character string whose universal tag is `tag`.
+Node characters(uint8_t tag, const ASN1String *string);
+
+/// Describes the text of a UTCTime or GeneralizedTime.
+Node time_of(uint8_t kind, const char *value);
+
+/// Describes the reason of a revocation: "keyCompromise".
+Node revocation_reason(uint32_t code);
+
+/// Describes a PrivateKeyUsagePeriod whose times are of this kind.
+Node usage_period(uint8_t kind, const char *from, const char *until, const View &view);
+
+/// Describes a distinguished name as a structure. A page shows it in one line.
+Node rdn_sequence(const RDNSequence *name, const View &view);
+
+/// Describes a distinguished name in the library's textual form. A page shows it like a structure.
+Node name_text(const Name *name, const View &view);
+
+/// Returns the tone for the standing of a period of validity.
+Tone tone_of(const Standing &standing);
+
+/// The description of a record, put together field by field.
+class Description {
+ public:
+  explicit Description(const View &view) : view_(view) {}
+
+  /// Adds a field of any kind. Leaves out an empty node.
+  Description &field(std::string name, Node node);
+
+  /// Adds a record that has a description of its own. Leaves out a null pointer.
+  template <class T>
+  Description &field(std::string name, const T *record) {
+    return field(std::move(name), record == nullptr ? Node() : describe(record, view_));
+  }
+
+  /// Adds a list of T records. Leaves out a null pointer.
+  template <class T>
+  Description &list(std::string name, const List *records) {
+    return field(std::move(name), records == nullptr ? Node() : list_of<T>(records, view_));
+  }
+
+  /// Adds a small INTEGER, such as a version.
+  Description &small(std::string name, const Integer *integer) {
+    return field(std::move(name), number(integer));
+  }
+
+  /// Adds the encoding that a record keeps besides its fields. Only JSON has it.
+  Description &encoding(std::string name, const OctetString *octets);
+
+  /// Adds a version that counts from 0. A page shows it as "1 (v2)".
+  Description &version(std::string name, const Integer *integer);
+
+  /// Adds the three forms of a name in a record, NAMESequence, NAME and NAMEEncoded. A page shows
+  /// one.
+  Description &name(const std::string &name, const RDNSequence *sequence, const Name *text,
+                    const OctetString *encoded);
+
+  /// Adds two times, and whether the moment of the view is between them.
+  Description &period(std::string from_name, Time *from, std::string until_name, Time *until);
+
+  /// Adds a field that only JSON has.
+  Description &hidden(std::string name, Node node);
+
+  /// Marks the last field that is not hidden as one of the short form.
+  Description &brief();
+
+  /// Returns the record of all these fields.
+  Node node();
+
+ private:
+  Description &add(std::string name, Node node);
+
+  const View &view_;
+  Node::Fields fields_;
+  std::optional<size_t> last_;  ///< the field that brief() marks, if it was not left out
+};
+
+}  // namespace tool
+
+#endif

@@ -1,0 +1,73 @@
+#include "records/distinguished_names.h"
+
+#include "input/der.h"
+#include "text/characters.h"
+#include "text/object_identifiers.h"
+
+namespace tool {
+
+namespace {
+
+/// Returns the value of an attribute: the characters of a string, the octets of anything else.
+std::string value_text(const AttributeValueAssertion *attribute, std::string_view also_escaped) {
+  const uint8_t tag = static_cast<uint8_t>(attribute->valueTag);
+  if (const auto text = from_string(tag, octets(attribute->value)))
+    return printable(*text, also_escaped);
+  return tag_name(tag) + " " + hex(octets(attribute->value));
+}
+
+}  // namespace
+
+void add_name(Page &page, const RDNSequence *name, const View &view) {
+  for (const auto *rdn : elements<RelativeDistinguishedName>(name)) {
+    bool first = true;
+    for (const auto *attribute : elements<AttributeValueAssertion>(rdn)) {
+      page.row((first ? "" : "+ ") + label(attribute->type, view), value_text(attribute, ""));
+      first = false;
+    }
+  }
+}
+
+std::string attribute_text(const AttributeValueAssertion *attribute, const View &view) {
+  return label(attribute->type, view) + "=" + value_text(attribute, ",+");
+}
+
+std::string one_line(const RDNSequence *name, const View &view) {
+  std::string out;
+  for (const auto *rdn : elements<RelativeDistinguishedName>(name)) {
+    const char *separator = out.empty() ? "" : ", ";
+    for (const auto *attribute : elements<AttributeValueAssertion>(rdn)) {
+      out += separator + attribute_text(attribute, view);
+      separator = " + ";
+    }
+  }
+  return out;
+}
+
+std::string directory_text(const Name *text, const View &view) {
+  const Owned<RDNSequence> name(asn1_Name_to_RDNSequence(text), asn1_RDNSequence_free);
+  return name ? one_line(name.get(), view) : printable(std::string_view(text));
+}
+
+Json json_of(const AttributeValueAssertion *attribute) {
+  Json object = Json::object();
+  put_oid(object, "type", attribute->type);
+  const Octets value = octets(attribute->value);
+  const auto text = from_string(static_cast<uint32_t>(attribute->valueTag), value);
+  object.put("valueTag", attribute->valueTag).put("value", text ? Json(to_utf8(*text)) : nullptr);
+  if (!text || !is_clean(*text)) object.put("valueOctets", hex(value));
+  return object;
+}
+
+Json json_of_name(const RDNSequence *name) {
+  std::vector<Json> sequence;
+  for (const auto *rdn : elements<RelativeDistinguishedName>(name)) {
+    std::vector<Json> attributes;
+    for (const auto *attribute : elements<AttributeValueAssertion>(rdn))
+      attributes.push_back(json_of(attribute));
+    sequence.push_back(Json::array(attributes));
+  }
+  return Json::array(sequence);
+}
+
+}  // namespace tool

@@ -1,0 +1,20 @@
+// General names, as alternative names, issuers and locations in extensions have them.
+#ifndef ORVELASN1_TOOL_RECORDS_GENERAL_NAMES_H
+#define ORVELASN1_TOOL_RECORDS_GENERAL_NAMES_H
+
+#include "model/view.h"
+#include "text/json.h"
+
+namespace tool {
+
+/// Returns "DNS www.example.org", "IP 192.0.2.1" and the like, safe to print.
+std::string general_name_text(const GeneralName *name, const View &view);
+
+/// Returns one line for each name of a list.
+std::vector<std::string> general_name_lines(const List *names, const View &view);
+
+Json json_of(const GeneralName *name);
+
+}  // namespace tool
+
+#endif

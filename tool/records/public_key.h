@@ -1,0 +1,27 @@
+// Public keys: kind and size.
+#ifndef ORVELASN1_TOOL_RECORDS_PUBLIC_KEY_H
+#define ORVELASN1_TOOL_RECORDS_PUBLIC_KEY_H
+
+#include "model/view.h"
+
+namespace tool {
+
+/// What a public key tells without any arithmetic.
+struct Key {
+  std::string kind;              ///< "RSA", "EC", "Ed25519", or the name of its algorithm
+  std::optional<uint64_t> bits;  ///< of the modulus, the prime or the curve
+  std::string curve;             ///< the name of its curve, or its dotted identifier
+  std::string exponent;          ///< of RSA, in decimal, or in hexadecimal if it is long
+};
+
+Key read_key(const SubjectPKI *info);
+
+/// Returns "RSA, 2048 bits, exponent 65537".
+std::string key_text(const SubjectPKI *info, const View &view);
+
+/// Returns "RSA 2048 bits".
+std::string short_key_text(const SubjectPKI *info, const View &view);
+
+}  // namespace tool
+
+#endif

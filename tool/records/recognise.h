@@ -1,0 +1,26 @@
+// Which type an element is of, and its record.
+#ifndef ORVELASN1_TOOL_RECORDS_RECOGNISE_H
+#define ORVELASN1_TOOL_RECORDS_RECOGNISE_H
+
+#include "input/element.h"
+#include "records/type.h"
+
+namespace tool {
+
+/// What came of decoding an element.
+struct Decoding {
+  std::optional<Record> record;
+  std::optional<Fault> fault;  ///< why there is no record, or what follows the element
+};
+
+/// Returns the types that an element may be: `wanted` where that is not null, else those of its PEM
+/// label, else those whose structure it has. Where it has no such structure, those are returned
+/// whose structure it follows furthest. Runs no decoder.
+std::vector<const Type *> candidates(const Element &element, const Type *wanted);
+
+/// Decodes an element as its candidate, or as the one of several that takes all its octets.
+Decoding decode(const Element &element, const Type *wanted);
+
+}  // namespace tool
+
+#endif

@@ -1,0 +1,181 @@
+#include "text/characters.h"
+
+namespace tool {
+
+namespace {
+
+constexpr char32_t octet_mark = 0x110000;
+
+constexpr bool is_surrogate(char32_t c) { return c >= 0xD800 && c <= 0xDFFF; }
+
+/// Characters that a terminal would obey, or that hide what a text says.
+bool is_unsafe(char32_t c) {
+  return c < 0x20 || (c >= 0x7F && c <= 0x9F) || c == 0xAD || c == 0x61C || c == 0x180E ||
+         (c >= 0x115F && c <= 0x1160) || (c >= 0x200B && c <= 0x200F) ||
+         (c >= 0x2028 && c <= 0x202E) || (c >= 0x2060 && c <= 0x206F) || c == 0x3164 ||
+         is_surrogate(c) || (c >= 0xFDD0 && c <= 0xFDEF) || c == 0xFEFF ||
+         (c >= 0xFFF0 && c <= 0xFFFB) || (c & 0xFFFE) == 0xFFFE || c >= 0xE0000;
+}
+
+void append_utf8(std::string &out, char32_t c) {
+  const auto put = [&out](char32_t octet) {
+    out += static_cast<char>(static_cast<unsigned char>(octet));
+  };
+  if (c < 0x80) {
+    put(c);
+  } else if (c < 0x800) {
+    put(0xC0 | c >> 6);
+    put(0x80 | (c & 0x3F));
+  } else if (c < 0x10000) {
+    put(0xE0 | c >> 12);
+    put(0x80 | (c >> 6 & 0x3F));
+    put(0x80 | (c & 0x3F));
+  } else {
+    put(0xF0 | c >> 18);
+    put(0x80 | (c >> 12 & 0x3F));
+    put(0x80 | (c >> 6 & 0x3F));
+    put(0x80 | (c & 0x3F));
+  }
+}
+
+std::string hex_number(char32_t c) {
+  std::string digits;
+  do {
+    digits.insert(digits.begin(), "0123456789ABCDEF"[c & 0xF]);
+    c >>= 4;
+  } while (c != 0);
+  return digits;
+}
+
+CodePoints from_ascii(Octets octets) {
+  CodePoints out;
+  for (const uint8_t octet : octets) out += octet < 0x80 ? char32_t{octet} : octet_mark + octet;
+  return out;
+}
+
+CodePoints from_latin1(Octets octets) { return CodePoints(octets.begin(), octets.end()); }
+
+/// Reads units of `size` octets, most significant octet first. Marks octets that make no character.
+CodePoints from_units(Octets octets, size_t size) {
+  CodePoints out;
+  while (octets.size() >= size) {
+    const auto unit = [octets, size](size_t index) {
+      char32_t value = 0;
+      for (const uint8_t octet : octets.subspan(index * size, size)) value = value << 8 | octet;
+      return value;
+    };
+    const char32_t first = unit(0);
+    size_t taken = size;
+    if (size == 2 && first >= 0xD800 && first <= 0xDBFF && octets.size() >= 4 &&
+        unit(1) >= 0xDC00 && unit(1) <= 0xDFFF) {
+      out += 0x10000 + ((first - 0xD800) << 10) + (unit(1) - 0xDC00);
+      taken = 4;
+    } else if (first < octet_mark && !is_surrogate(first)) {
+      out += first;
+    } else {
+      for (const uint8_t octet : octets.first(size)) out += octet_mark + octet;
+    }
+    octets = octets.subspan(taken);
+  }
+  for (const uint8_t octet : octets) out += octet_mark + octet;
+  return out;
+}
+
+}  // namespace
+
+CodePoints from_utf8(Octets octets) {
+  CodePoints out;
+  for (size_t i = 0; i < octets.size();) {
+    const uint8_t lead = octets[i];
+    const size_t size = lead < 0x80   ? 1
+                        : lead < 0xC2 ? 0
+                        : lead < 0xE0 ? 2
+                        : lead < 0xF0 ? 3
+                        : lead < 0xF5 ? 4
+                                      : 0;
+    char32_t c = size < 2 ? lead : lead & (0x7FU >> size);
+    bool good = size != 0 && octets.size() - i >= size;
+    for (size_t k = 1; good && k < size; ++k) {
+      good = (octets[i + k] & 0xC0) == 0x80;
+      c = c << 6 | (octets[i + k] & 0x3F);
+    }
+    good = good && !(size == 3 && c < 0x800) && !(size == 4 && c < 0x10000) && c < octet_mark &&
+           !is_surrogate(c);
+    out += good ? c : octet_mark + lead;
+    i += good ? size : 1;
+  }
+  return out;
+}
+
+std::optional<CodePoints> from_string(uint32_t tag, Octets value) {
+  constexpr uint32_t constructed_bit = 0x20;
+  switch (tag & ~constructed_bit) {
+    case 0x0C:
+      return from_utf8(value);
+    case 0x12:
+    case 0x13:
+    case 0x16:
+    case 0x19:
+    case 0x1A:
+    case 0x1B:
+      return from_ascii(value);
+    case 0x14:
+      return from_latin1(value);
+    case 0x1C:
+      return from_units(value, 4);
+    case 0x1E:
+      return from_units(value, 2);
+    default:
+      return std::nullopt;
+  }
+}
+
+bool is_clean(const CodePoints &text) {
+  for (const char32_t c : text)
+    if (c >= octet_mark) return false;
+  return true;
+}
+
+bool is_safe(const CodePoints &text) {
+  for (const char32_t c : text)
+    if (is_unsafe(c)) return false;
+  return true;
+}
+
+std::string printable(const CodePoints &text, std::string_view also) {
+  std::string out;
+  for (const char32_t c : text) {
+    if (c >= octet_mark) {
+      const uint8_t octet = static_cast<uint8_t>(c - octet_mark);
+      out += "\\x" + hex(Octets(&octet, 1));
+    } else if (c < 0x80 && is_unsafe(c)) {
+      const uint8_t octet = static_cast<uint8_t>(c);
+      out += "\\x" + hex(Octets(&octet, 1));
+    } else if (is_unsafe(c)) {
+      out += "\\u{" + hex_number(c) + "}";
+    } else {
+      const bool escaped =
+          c == '\\' || (c < 0x80 && also.find(static_cast<char>(c)) != std::string_view::npos);
+      if (escaped) out += '\\';
+      append_utf8(out, c);
+    }
+  }
+  return out;
+}
+
+std::string printable(std::string_view utf8) { return printable(from_utf8(octets_of(utf8))); }
+
+std::string in_quotes(std::string_view utf8) {
+  std::string out(1, '"');
+  out += printable(utf8);
+  out += '"';
+  return out;
+}
+
+std::string to_utf8(const CodePoints &text) {
+  std::string out;
+  for (const char32_t c : text) append_utf8(out, c >= octet_mark ? 0xFFFD : c);
+  return out;
+}
+
+}  // namespace tool

@@ -1,0 +1,42 @@
+// Text from outside: from the string types of ASN.1 to code points, and from there to what may be
+// shown. Nothing here depends on the locale; every output is UTF-8.
+#ifndef ORVELASN1_TOOL_TEXT_CHARACTERS_H
+#define ORVELASN1_TOOL_TEXT_CHARACTERS_H
+
+#include "text/octets.h"
+
+namespace tool {
+
+/// Code points. 0x110000 and above mean one octet that is not text.
+using CodePoints = std::u32string;
+
+/// Reads UTF-8 and checks each octet.
+CodePoints from_utf8(Octets octets);
+
+/// Reads a string whose identifier octet is `tag`. Fails if that is not a string type.
+/// TeletexString is read as ISO 8859-1, as it is used in practice.
+std::optional<CodePoints> from_string(uint32_t tag, Octets value);
+
+/// Whether each octet was text.
+bool is_clean(const CodePoints &text);
+
+/// Whether each character is text and safe to print as it is.
+bool is_safe(const CodePoints &text);
+
+/// Returns UTF-8 that is safe to print: controls, invisible and direction marks, and octets that
+/// are not text, are written as \x1B or \u{202E}, a backslash as two. The characters of `also` get
+/// a backslash too.
+std::string printable(const CodePoints &text, std::string_view also = {});
+
+/// Returns the same for a text that should be UTF-8.
+std::string printable(std::string_view utf8);
+
+/// Returns the printable form of a text between quotation marks.
+std::string in_quotes(std::string_view utf8);
+
+/// Returns UTF-8 of the code points, with U+FFFD for each octet that is not text.
+std::string to_utf8(const CodePoints &text);
+
+}  // namespace tool
+
+#endif

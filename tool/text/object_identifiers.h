@@ -1,0 +1,49 @@
+// Object identifiers and their names: those of the library's registry, and a few that it lacks.
+#ifndef ORVELASN1_TOOL_TEXT_OBJECT_IDENTIFIERS_H
+#define ORVELASN1_TOOL_TEXT_OBJECT_IDENTIFIERS_H
+
+#include "text/json.h"
+#include "text/octets.h"
+
+namespace tool {
+
+/// Returns the dotted form, "2.5.4.3". A first number from 80 up is written under the arc 2, where
+/// the library's record has arcs above 2.
+std::string dotted(const ObjId *oid);
+
+/// Reads a dotted form. Returns null for any other text.
+Owned<ObjId> from_dotted(std::string_view text);
+
+/// Returns the names of the identifier in the registry, as in the getters: "id_at_commonName".
+std::vector<std::string_view> registry_names(const ObjId *oid);
+
+/// Returns the name that people use: "commonName", "sha256WithRSAEncryption"; an empty text for an
+/// unknown identifier.
+std::string display_name(const ObjId *oid);
+
+/// Finds the identifiers that have this name, as one of the registry or as a display name, in upper
+/// or lower case.
+std::vector<Owned<ObjId>> named(std::string_view name);
+
+/// A name of the registry, with its value.
+struct RegistryEntry {
+  std::string_view name;
+  const ObjId *(*get)();
+};
+
+/// Whether the identifier is that of a getter.
+inline bool is(const ObjId *oid, const ObjId *(*get)()) { return asn1_ObjId_cmp(oid, get()) == 0; }
+
+/// Adds the dotted form of an identifier to an object under `key`, and its name, if it has one,
+/// under `key` with "Name" appended.
+void put_oid(Json &object, const std::string &key, const ObjId *oid);
+
+/// Returns all names of the registry.
+std::span<const RegistryEntry> registry();
+
+/// Returns the number of bits of a named elliptic curve; nothing for another identifier.
+std::optional<uint32_t> curve_bits(const ObjId *oid);
+
+}  // namespace tool
+
+#endif

@@ -1,0 +1,73 @@
+#include "text/octets.h"
+
+namespace tool {
+
+namespace {
+
+constexpr char digits[] = "0123456789ABCDEF";
+
+int digit_value(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+
+}  // namespace
+
+std::string hex(Octets octets) {
+  std::string out;
+  out.reserve(2 * octets.size());
+  for (const uint8_t octet : octets) {
+    out += digits[octet >> 4];
+    out += digits[octet & 0x0F];
+  }
+  return out;
+}
+
+std::string spaced_hex(Octets octets) {
+  std::string out;
+  for (size_t i = 0; i < octets.size(); ++i) {
+    if (i != 0) out += ' ';
+    out += hex(octets.subspan(i, 1));
+  }
+  return out;
+}
+
+std::optional<Bytes> from_hex(std::string_view text) {
+  Bytes out;
+  for (size_t i = 0; i < text.size();) {
+    if (text[i] == ' ' || text[i] == ':' || text[i] == '\n') {
+      ++i;
+      continue;
+    }
+    const int high = digit_value(text[i]);
+    const int low = i + 1 < text.size() ? digit_value(text[i + 1]) : -1;
+    if (high < 0 || low < 0) return std::nullopt;
+    out.push_back(static_cast<uint8_t>(high * 16 + low));
+    i += 2;
+  }
+  return out;
+}
+
+std::string base64(Octets octets) {
+  static constexpr char alphabet[] =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  static constexpr size_t octets_a_line = 48;
+  std::string out;
+  out.reserve(octets.size() / 3 * 4 + octets.size() / octets_a_line + 8);
+  for (size_t i = 0; i < octets.size(); i += 3) {
+    const size_t count = octets.size() - i < 3 ? octets.size() - i : 3;
+    uint32_t group = static_cast<uint32_t>(octets[i]) << 16;
+    if (count > 1) group |= static_cast<uint32_t>(octets[i + 1]) << 8;
+    if (count > 2) group |= octets[i + 2];
+    out += alphabet[group >> 18];
+    out += alphabet[group >> 12 & 0x3F];
+    out += count > 1 ? alphabet[group >> 6 & 0x3F] : '=';
+    out += count > 2 ? alphabet[group & 0x3F] : '=';
+    if ((i + 3) % octets_a_line == 0 || i + 3 >= octets.size()) out += '\n';
+  }
+  return out;
+}
+
+}  // namespace tool

@@ -1,0 +1,115 @@
+// Octets: views of them, their hexadecimal and base64 forms, and those of the library's records.
+#ifndef ORVELASN1_TOOL_TEXT_OCTETS_H
+#define ORVELASN1_TOOL_TEXT_OCTETS_H
+
+#include <orvelasn1.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+namespace tool {
+
+using Octets = std::span<const uint8_t>;
+using Bytes = std::vector<uint8_t>;
+
+/// Returns the two digits of each octet, in capitals, without anything between them.
+std::string hex(Octets octets);
+
+/// Returns hex() with a blank between the octets.
+std::string spaced_hex(Octets octets);
+
+/// Reads a hexadecimal text, in which blanks and colons may stand between the octets. Fails on any
+/// other text.
+std::optional<Bytes> from_hex(std::string_view text);
+
+/// Returns the base64 form in lines of 64 characters, each with its newline.
+std::string base64(Octets octets);
+
+/// Returns the octets of a text.
+inline Octets octets_of(std::string_view text) {
+  return {reinterpret_cast<const uint8_t *>(text.data()), text.size()};
+}
+
+/// Returns octets as the characters of a text.
+inline std::string_view text_of(Octets octets) {
+  return {reinterpret_cast<const char *>(octets.data()), octets.size()};
+}
+
+/// Returns the octets of a string, ANY or INTEGER record; no octets for a null pointer.
+template <class Record>
+Octets octets(const Record *record) {
+  return record == nullptr || record->data == nullptr ? Octets()
+                                                      : Octets(record->data, record->length);
+}
+
+/// Returns the octets of a BIT STRING record, the last one with its padding bits.
+inline Octets octets(const BitString *bits) {
+  return bits == nullptr || bits->data == nullptr
+             ? Octets()
+             : Octets(bits->data, bits->length / 8 + (bits->length % 8 != 0 ? 1 : 0));
+}
+
+/// Returns the elements of one of the library's lists.
+template <class Element>
+std::vector<const Element *> elements(const List *list) {
+  std::vector<const Element *> all;
+  all.reserve(static_cast<size_t>(List_len(list)));
+  for (int32_t i = 0; i < List_len(list); ++i)
+    all.push_back(static_cast<const Element *>(List_get(list, i)));
+  return all;
+}
+
+/// Returns what an encoder `uint32_t f(uint8_t **pp)` writes; no octets where it fails.
+template <class Encoder>
+Bytes encoded(Encoder encode) {
+  Bytes out(encode(nullptr));
+  if (out.empty()) return out;
+  uint8_t *cursor = out.data();
+  if (encode(&cursor) != out.size()) out.clear();
+  return out;
+}
+
+/// A record of the library together with the function that releases it.
+template <class T>
+using Owned = std::unique_ptr<T, void (*)(T *)>;
+
+/// A decoder of the library.
+template <class T>
+using Decoder = const uint8_t *(*)(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                   T **record, uint32_t depth);
+
+/// Decodes the element at `z` and moves `z` past it. Returns its record. Where the decoder refuses
+/// the element, returns null, and `z` is null.
+template <class T>
+Owned<T> take(Decoder<T> decode, void (*release)(T *), const uint8_t *&z, const uint8_t *end,
+              uint32_t impl_tag = 0, uint32_t depth = 0) {
+  T *record = nullptr;
+  z = decode(z, end, impl_tag, &record, depth);
+  // A list decoder that refuses the header leaves an empty list, which its caller must release.
+  const bool made = z != nullptr || std::is_same_v<T, List>;
+  Owned<T> owned(made ? record : nullptr, release);
+  if (z == nullptr) owned.reset();
+  return owned;
+}
+
+/// Decodes octets that are exactly one element. Returns null where `decode` refuses them or does
+/// not take all of them.
+template <class T>
+Owned<T> decoded(Decoder<T> decode, void (*release)(T *), Octets octets) {
+  if (octets.empty()) return Owned<T>(nullptr, release);
+  const uint8_t *z = octets.data();
+  const uint8_t *const end = z + octets.size();
+  Owned<T> owned = take(decode, release, z, end);
+  if (z != end) owned.reset();
+  return owned;
+}
+
+}  // namespace tool
+
+#endif

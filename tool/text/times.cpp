@@ -1,0 +1,200 @@
+#include "text/times.h"
+
+#include <array>
+#include <chrono>
+
+#include "text/characters.h"
+
+namespace tool {
+
+namespace {
+
+constexpr Seconds minute = 60;
+constexpr Seconds hour = 60 * minute;
+constexpr Seconds day = 24 * hour;
+
+/// Reads numbers of a fixed count of digits from a text, one after the other.
+class Digits {
+ public:
+  explicit Digits(std::string_view text) : rest_(text) {}
+
+  /// Reads the next number. A missing digit makes the whole text bad.
+  int number(size_t digits) {
+    int value = 0;
+    for (size_t i = 0; i < digits; ++i) {
+      if (!digit_next()) {
+        good_ = false;
+        return 0;
+      }
+      value = value * 10 + (rest_[0] - '0');
+      rest_.remove_prefix(1);
+    }
+    return value;
+  }
+
+  bool digit_next() const { return !rest_.empty() && rest_[0] >= '0' && rest_[0] <= '9'; }
+
+  /// Takes the character if it is next.
+  bool take(char c) {
+    if (!rest_.starts_with(c)) return false;
+    rest_.remove_prefix(1);
+    return true;
+  }
+
+  void expect(bool condition) { good_ = good_ && condition; }
+  bool good_to_the_end() const { return good_ && rest_.empty(); }
+
+ private:
+  std::string_view rest_;
+  bool good_ = true;
+};
+
+struct Clock {
+  int year = 0;
+  int month = 0;
+  int day = 0;
+  int hour = 0;
+  int minute = 0;
+  int second = 0;
+};
+
+std::optional<Seconds> reckon(const Clock &c) {
+  const std::chrono::year_month_day date(std::chrono::year(c.year),
+                                         std::chrono::month(static_cast<unsigned>(c.month)),
+                                         std::chrono::day(static_cast<unsigned>(c.day)));
+  if (!date.ok() || c.hour > 23 || c.minute > 59 || c.second > 60) return std::nullopt;
+  return Seconds{std::chrono::sys_days(date).time_since_epoch().count()} * day + c.hour * hour +
+         c.minute * minute + c.second;
+}
+
+std::string two_digits(int64_t number) {
+  return {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
+}
+
+std::string date_and_time(Seconds seconds, const char *between) {
+  const Seconds days = seconds >= 0 ? seconds / day : -((day - 1 - seconds) / day);
+  const Seconds rest = seconds - days * day;
+  const std::chrono::year_month_day date(
+      std::chrono::sys_days(std::chrono::days(static_cast<int>(days))));
+  const int year = static_cast<int>(date.year());
+  return two_digits(year / 100) + two_digits(year % 100) + "-" +
+         two_digits(static_cast<unsigned>(date.month())) + "-" +
+         two_digits(static_cast<unsigned>(date.day())) + between + two_digits(rest / hour) + ":" +
+         two_digits(rest % hour / minute) + ":" + two_digits(rest % minute);
+}
+
+/// "17 days", "1 hour", "under a minute"
+std::string duration(Seconds seconds) {
+  const auto count = [](Seconds number, const char *unit) {
+    return std::to_string(number) + " " + unit + (number == 1 ? "" : "s");
+  };
+  if (seconds >= day) return count(seconds / day, "day");
+  if (seconds >= hour) return count(seconds / hour, "hour");
+  if (seconds >= minute) return count(seconds / minute, "minute");
+  return "under a minute";
+}
+
+}  // namespace
+
+std::optional<Seconds> seconds_of(const Time *time) {
+  if (time == nullptr || time->value == nullptr) return std::nullopt;
+  Digits text(time->value);
+  Clock c;
+  if (time->kind == utc_time) {
+    c.year = text.number(2);
+    c.year += c.year < 50 ? 2000 : 1900;
+  } else {
+    c.year = text.number(4);
+  }
+  c.month = text.number(2);
+  c.day = text.number(2);
+  c.hour = text.number(2);
+  c.minute = text.number(2);
+  if (time->kind != utc_time || text.digit_next()) c.second = text.number(2);
+  Seconds offset = 0;
+  if (!text.take('Z')) {
+    const bool east = text.take('+');
+    text.expect(east || text.take('-'));
+    const int hours = text.number(2);
+    const int minutes = text.number(2);
+    text.expect(hours < 24 && minutes < 60);
+    offset = (east ? 1 : -1) * (hours * hour + minutes * minute);
+  }
+  if (!text.good_to_the_end()) return std::nullopt;
+  const auto local = reckon(c);
+  if (!local) return std::nullopt;
+  return *local - offset;
+}
+
+std::optional<Seconds> seconds_of(std::string_view iso) {
+  Digits text(iso);
+  Clock c;
+  c.year = text.number(4);
+  text.expect(text.take('-'));
+  c.month = text.number(2);
+  text.expect(text.take('-'));
+  c.day = text.number(2);
+  if (text.take('T') || text.take(' ')) {
+    c.hour = text.number(2);
+    text.expect(text.take(':'));
+    c.minute = text.number(2);
+    text.expect(text.take(':'));
+    c.second = text.number(2);
+    text.take('Z');
+  }
+  if (!text.good_to_the_end()) return std::nullopt;
+  return reckon(c);
+}
+
+Seconds now() {
+  return std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now())
+      .time_since_epoch()
+      .count();
+}
+
+std::string calendar(Seconds seconds) { return date_and_time(seconds, " "); }
+
+std::string iso(Seconds seconds) { return date_and_time(seconds, "T") + "Z"; }
+
+std::string time_text(const Time *time, const char *zone) {
+  if (time == nullptr || time->value == nullptr) return "none";
+  const auto seconds = seconds_of(time);
+  return seconds ? calendar(*seconds) + zone : in_quotes(time->value);
+}
+
+Json json_of(const Time *time) {
+  if (time == nullptr || time->value == nullptr) return nullptr;
+  Json object = Json::object();
+  object.put("kind", time->kind).put("value", to_utf8(from_utf8(octets_of(time->value))));
+  if (const auto seconds = seconds_of(time)) object.put("time", iso(*seconds));
+  return object;
+}
+
+Standing standing(const Validity *validity, Seconds moment) {
+  Standing result;
+  const auto from = validity == nullptr ? std::nullopt : seconds_of(validity->notBefore);
+  const auto until = validity == nullptr ? std::nullopt : seconds_of(validity->notAfter);
+  if (!from || !until) {
+    result.text = "UNREADABLE DATES";
+    return result;
+  }
+  result.days_left = (*until - moment) / day;
+  if (moment > *until) {
+    result.state = Standing::State::expired;
+    result.text = "EXPIRED " + duration(moment - *until) + " ago";
+  } else if (moment < *from) {
+    result.state = Standing::State::not_yet_valid;
+    result.text = "NOT VALID for another " + duration(*from - moment);
+  } else {
+    result.state = Standing::State::valid;
+    result.text = duration(*until - moment) + " left";
+  }
+  return result;
+}
+
+const char *name_of(Standing::State state) {
+  static constexpr std::array<const char *, 4> names{"unknown", "notYetValid", "valid", "expired"};
+  return names[static_cast<size_t>(state)];
+}
+
+}  // namespace tool

@@ -1,0 +1,56 @@
+// Times as people read them. All reckoning is in UTC and in 64 bits: neither the zone of the
+// process nor the width of its time_t has a say, as they have in the library's conversion.
+#ifndef ORVELASN1_TOOL_TEXT_TIMES_H
+#define ORVELASN1_TOOL_TEXT_TIMES_H
+
+#include "text/json.h"
+#include "text/octets.h"
+
+namespace tool {
+
+/// The kinds of times: their universal tags.
+constexpr uint8_t utc_time = 23;
+constexpr uint8_t generalized_time = 24;
+
+/// Seconds since 1970 in UTC.
+using Seconds = int64_t;
+
+/// Returns the moment that a time of a certificate names. Fails where its text is not a date: each
+/// field is checked, and there is no 31st of June.
+std::optional<Seconds> seconds_of(const Time *time);
+
+/// Returns the moment of "2026-01-31", "2026-01-31T12:00:00Z" or the same with a blank for the T.
+/// Fails on any other text.
+std::optional<Seconds> seconds_of(std::string_view iso);
+
+/// Returns the present moment.
+Seconds now();
+
+/// Returns "2026-01-31 12:00:00".
+std::string calendar(Seconds seconds);
+
+/// Returns "2026-01-31T12:00:00Z".
+std::string iso(Seconds seconds);
+
+/// Returns the time as calendar() with `zone` after it. Returns a text that is not a date in
+/// quotation marks, and "none" for a time without a text.
+std::string time_text(const Time *time, const char *zone = "");
+
+Json json_of(const Time *time);
+
+/// How a period of validity stands to a moment.
+struct Standing {
+  enum class State : uint8_t { unknown, not_yet_valid, valid, expired };
+  State state = State::unknown;
+  int64_t days_left = 0;  ///< whole days to the end, below 0 past it
+  std::string text;       ///< "213 days left", "EXPIRED 17 days ago"
+};
+
+Standing standing(const Validity *validity, Seconds moment);
+
+/// Returns the word for a state, as in JSON: "notYetValid".
+const char *name_of(Standing::State state);
+
+}  // namespace tool
+
+#endif
