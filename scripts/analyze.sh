@@ -16,7 +16,7 @@ want_analyzers() {
 provide want_build_tools want_tool_libraries want_analyzers
 
 status=0
-if [ $# = 0 ]; then set -- src/*/*.cpp utils/list.cpp tool/*.cpp; fi
+if [ $# = 0 ]; then set -- src/*/*.cpp utils/list.cpp tool/*.cpp tool/*/*.cpp; fi
 
 say "=== clang-tidy"
 # Of this build only the list of commands is used, and the tool's generated source.
