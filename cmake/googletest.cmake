@@ -1,11 +1,50 @@
+# GoogleTest, and add_test_program() for the programs that use it.
+include_guard()
+
 # GoogleTest is built from the sources of the Debian package googletest, so that it has the word
 # width and the sanitizers of the build that uses it.
 set(ORVELASN1_GOOGLETEST_SOURCE /usr/src/googletest CACHE PATH "Sources of GoogleTest")
-if(NOT EXISTS ${ORVELASN1_GOOGLETEST_SOURCE}/CMakeLists.txt)
+set(source ${ORVELASN1_GOOGLETEST_SOURCE}/googletest)
+if(NOT EXISTS ${source}/src/gtest-all.cc)
   message(FATAL_ERROR "GoogleTest's sources are not in ${ORVELASN1_GOOGLETEST_SOURCE}: "
                       "apt-get install googletest")
 endif()
-set(INSTALL_GTEST OFF)
-add_subdirectory(${ORVELASN1_GOOGLETEST_SOURCE} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL
-                 SYSTEM)
-include(GoogleTest)
+find_package(Threads REQUIRED)
+
+set(sources ${source}/src/gtest-all.cc ${source}/src/gtest_main.cc)
+add_library(gtest_main STATIC EXCLUDE_FROM_ALL ${sources})
+target_compile_features(gtest_main PUBLIC cxx_std_20)
+target_include_directories(gtest_main SYSTEM PUBLIC ${source}/include PRIVATE ${source})
+target_link_libraries(gtest_main PUBLIC Threads::Threads PRIVATE orvelasn1_test_warnings)
+# Neither GoogleTest nor the tests gain by optimisation: what takes their time lies elsewhere.
+target_compile_options(gtest_main PRIVATE -O0)
+# What the tests include is compiled once for all programs, and so with the warnings that they have.
+set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
+target_precompile_headers(
+  gtest_main PRIVATE <gtest/gtest.h> <algorithm> <csignal> <filesystem> <fstream> <functional> <map>
+  <memory> <sstream> <string> <vector>)
+
+# add_test_program(TARGET SOURCE... [ALONE SUITES] [ENVIRONMENT VARIABLE] [OWN_HEADERS])
+#
+# Makes a program of the sources, and a test of CTest of each of its suites: a process a suite takes
+# half of the time that a process a test takes. Of the suites whose names match the regular
+# expression SUITES each test has a process of its own. VARIABLE, such as A=B, is set in all of them.
+# With OWN_HEADERS, the program has precompiled headers of its own.
+function(add_test_program target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg OWN_HEADERS "ALONE;ENVIRONMENT" "")
+  add_executable(${target} ${arg_UNPARSED_ARGUMENTS})
+  target_compile_options(${target} PRIVATE -O0)
+  target_link_libraries(${target} PRIVATE orvelasn1_test_warnings gtest_main)
+  if(NOT arg_OWN_HEADERS)
+    target_precompile_headers(${target} REUSE_FROM gtest_main)
+  endif()
+  set(tests ${CMAKE_CURRENT_BINARY_DIR}/${target}_suites.cmake)
+  file(GENERATE OUTPUT ${tests} CONTENT "\
+set(program $<TARGET_FILE:${target}>)
+set(alone [[${arg_ALONE}]])
+set(environment ${arg_ENVIRONMENT})
+set(results ${CMAKE_BINARY_DIR}/suites)
+include(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/suites.cmake)
+")
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${tests})
+endfunction()

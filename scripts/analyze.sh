@@ -16,7 +16,10 @@ want_analyzers() {
 provide want_build_tools want_tool_libraries want_analyzers
 
 status=0
-if [ $# = 0 ]; then set -- src/*/*.cpp utils/list.cpp tool/*.cpp tool/*/*.cpp; fi
+libraries=$(library_sources)
+# The names are meant to be split, here and below.
+# shellcheck disable=SC2046,SC2086
+if [ $# = 0 ]; then set -- $libraries $(find tool -name '*.cpp' | LC_ALL=C sort); fi
 
 say "=== clang-tidy"
 # Of this build only the list of commands is used, and the tool's generated source.
@@ -28,15 +31,16 @@ printf '%s\n' "$@" | xargs -P 2 -n 1 clang-tidy --quiet -p $build 2>/dev/null ||
 say "=== cppcheck"
 # noExplicitConstructor: the classes around functions are there to be converted to.
 # useStlAlgorithm: a loop with a way out is often plainer.
+# shellcheck disable=SC2086
 cppcheck --quiet --std=c++20 --language=c++ --inline-suppr --error-exitcode=1 \
   --enable=warning,performance,portability,style \
   --suppress=noExplicitConstructor --suppress=useStlAlgorithm \
-  -I include -I src src utils/list.cpp || status=1
+  -I include -I src -I . $libraries || status=1
 
 say "=== gcc -fanalyzer"
 # malloc-leak: the analyzer loses sight of a record that leaves by the place that a caller gave.
-for unit in src/*/*.cpp utils/list.cpp; do
-  g++ -std=c++20 -O1 -fno-exceptions -fno-rtti -I include -I src -fanalyzer -Wno-analyzer-malloc-leak \
-    -Werror -c "$unit" -o /dev/null || status=1
+for unit in $libraries; do
+  g++ -std=c++20 -O1 -fno-exceptions -fno-rtti -I include -I src -I . -fanalyzer \
+    -Wno-analyzer-malloc-leak -Werror -c "$unit" -o /dev/null || status=1
 done
 exit $status

@@ -3,8 +3,8 @@
 #
 #   sh scripts/check.sh [PRESET...]
 #
-# The presets are release (where none is named), debug, asan, tsan, m32 and clang. The last line
-# says how many tests passed and failed in all of them.
+# The presets are release (where none is named), debug, asan, tsan, m32 and clang. The last lines name
+# the tests that failed or were skipped, and say how many there were in all of them.
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
@@ -37,38 +37,43 @@ presets=$*
 provide want_build_tools want_tool_libraries want_certificates want_test_tools \
   want_what_presets_need
 
-passed=0 failed=0 skipped=0
+outcomes=$(mktemp) unpassed=$(mktemp)
+trap 'rm -f "$outcomes" "$unpassed"' EXIT
 
-# count NAME: an attribute of the test suite in the results.
-count() {
-  sed '/<testcase/,$d' "$results" | tr '\n' ' ' | sed -n "s/.*[[:space:]]$1=\"\([0-9]*\)\".*/\1/p"
-}
-
-for preset in $presets; do
-  say "=== $preset"
-  results=$PWD/build/$preset/results.xml
-  rm -f "$results"
-  if ! { cmake --preset "$preset" && cmake --build --preset "$preset"; }; then
-    say "$preset does not build"
-    failed=$((failed + 1))
-    continue
+# run PRESET: builds and tests it. Its outcomes go to a file, those of what fails as a whole too.
+run() {
+  build=build/$1
+  rm -rf "$build/results.xml" "$build/suites"
+  : >"$outcomes"
+  if ! { cmake --preset "$1" && cmake --build --preset "$1"; }; then
+    echo "failed the build" >"$outcomes"
+    return
   fi
   status=0
-  ctest --preset "$preset" --output-junit "$results" || status=1
-  if [ ! -s "$results" ]; then
-    say "$preset has no results"
-    failed=$((failed + 1))
-    continue
+  ctest --preset "$1" --output-junit "$PWD/$build/results.xml" || status=1
+  if ! { [ -s "$build/results.xml" ] && sh scripts/outcomes.sh "$build" >"$outcomes"; }; then
+    echo "failed the results" >"$outcomes"
   fi
-  failures=$(count failures)
   # What ctest could not even start is a failure too.
-  if [ $status != 0 ] && [ "$failures" = 0 ]; then failures=1; fi
-  unrun=$(($(count skipped) + $(count disabled)))
-  failed=$((failed + failures))
-  skipped=$((skipped + unrun))
-  passed=$((passed + $(count tests) - failures - unrun))
+  if [ $status != 0 ] && [ "$(count failed)" = 0 ]; then echo "failed ctest" >>"$outcomes"; fi
+}
+
+count() {
+  grep -c "^$1 " "$outcomes" || true
+}
+
+passed=0 failed=0 skipped=0
+for preset in $presets; do
+  say "=== $preset"
+  run "$preset"
+  passed=$((passed + $(count passed)))
+  failed=$((failed + $(count failed)))
+  skipped=$((skipped + $(count skipped)))
+  grep -v '^passed ' "$outcomes" | sed "s/ / in $preset: /" >>"$unpassed" || true
 done
 
+# Each test that did not pass, by its name.
+cat "$unpassed"
 closing="$passed passed, $failed failed"
 if [ $skipped != 0 ]; then closing="$closing, $skipped skipped"; fi
 say "$closing"

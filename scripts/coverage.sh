@@ -13,5 +13,6 @@ want_gcovr() {
 provide want_gcovr
 
 sh scripts/check.sh coverage
-gcovr --root . --object-directory build/coverage --filter src/ --filter utils/list.cpp \
-  --fail-under-line 98 build/coverage/src build/coverage/utils
+set --
+for folder in $(library_folders); do set -- "$@" --filter "$folder/" "build/coverage/$folder"; done
+gcovr --root . --object-directory build/coverage --exclude '.*_test[.]cpp' --fail-under-line 98 "$@"

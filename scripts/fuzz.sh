@@ -42,9 +42,10 @@ run() {
   if [ -f "tests/fuzz/$1.dict" ]; then dictionary=-dict=tests/fuzz/$1.dict; fi
   mkdir -p "$build/corpus/$1" "$build/seeds/$1"
   status=0
-  # The dictionary is one option, or none.
+  # Without a zone, the C runtime looks for one at each line of the trace. The dictionary is one
+  # option, or none.
   # shellcheck disable=SC2086
-  "$build/bin/fuzz_$1" -max_total_time="$seconds" -max_len=4096 -timeout=10 -rss_limit_mb=2048 \
+  TZ=UTC "$build/bin/fuzz_$1" -max_total_time="$seconds" -max_len=4096 -timeout=10 -rss_limit_mb=2048 \
     -detect_leaks=0 -print_final_stats=1 -artifact_prefix="$build/findings/$1-" $dictionary \
     "$build/corpus/$1" "$build/seeds/$1" >"$build/logs/$1" 2>&1 || status=$?
   echo $status >"$build/logs/$1.status"

@@ -11,6 +11,19 @@ fail() {
   exit 1
 }
 
+# The folders of the libraries, and the files that they are compiled from. No name has a blank.
+library_folders() {
+  for folder in src pki utils; do
+    if [ -d $folder ]; then echo $folder; fi
+  done
+}
+
+library_sources() {
+  # The names are meant to be split.
+  # shellcheck disable=SC2046
+  find $(library_folders) -name '*.cpp' ! -name '*_test.cpp' | LC_ALL=C sort
+}
+
 missing=
 
 # want PACKAGE COMMAND...: PACKAGE is missing where COMMAND fails.

@@ -1,0 +1,40 @@
+# Read by CTest whenever it runs: a test for each suite of a program of GoogleTest, or for each test
+# of the suites whose names match `alone`. The file `results`/NAME.tests, NAME being the program's,
+# lists them all, a line each: the test of CTest, a blank, the test of GoogleTest. A process leaves
+# what came of its tests in the folder `results`/NAME, as XML.
+get_filename_component(name ${program} NAME)
+if(NOT EXISTS ${program})
+  add_test(${name} ${program}) # which fails
+  return()
+endif()
+execute_process(COMMAND ${program} --gtest_list_tests OUTPUT_VARIABLE list RESULT_VARIABLE status)
+if(NOT status STREQUAL 0)
+  message(FATAL_ERROR "${program} does not list its tests: ${status}\n${list}")
+endif()
+
+# The parameters behind the names may hold any characters.
+string(REGEX REPLACE "  # [^\n]*" "" list "${list}")
+string(REGEX MATCHALL "[^\n]+" list "${list}")
+set(lines)
+foreach(line IN LISTS list)
+  if(line MATCHES "^([^ ]+)[.]$")
+    set(suite ${CMAKE_MATCH_1})
+    set(entry ${suite})
+    set(filter ${suite}.*)
+  elseif(line MATCHES "^  ([^ ]+)$")
+    set(test ${suite}.${CMAKE_MATCH_1})
+    if(alone AND suite MATCHES "${alone}")
+      set(entry ${test})
+      set(filter ${test})
+    endif()
+    string(APPEND lines "${entry} ${test}\n")
+    if(NOT entry STREQUAL last)
+      set(last ${entry})
+      string(REPLACE "/" "-" file ${entry})
+      add_test(${entry} ${program} --gtest_filter=${filter}
+               --gtest_output=xml:${results}/${name}/${file}.xml)
+      set_tests_properties(${entry} PROPERTIES ENVIRONMENT "${environment}")
+    endif()
+  endif()
+endforeach()
+file(WRITE ${results}/${name}.tests "${lines}")
