@@ -4,7 +4,7 @@
 set(lines "")
 foreach(source ${SOURCES})
   file(STRINGS ${source} definitions
-       REGEX "^(EXPORT[A-Z_]*|UNIVERSAL_TYPE|CHARACTER_STRING)\\([A-Za-z0-9_]+,|^constinit const Type ")
+       REGEX "^(EXPORT[A-Z_]*|UNIVERSAL_TYPE|STRING_TYPE|CHARACTER_STRING)\\([A-Za-z0-9_]+,|^constinit const Type ")
   foreach(definition ${definitions})
     string(REGEX REPLACE "^[A-Z_]+\\(([A-Za-z0-9_]+),.*" "\\1" name "${definition}")
     string(REGEX REPLACE "^constinit const Type ([A-Za-z0-9_]+)Type .*" "\\1" name "${name}")

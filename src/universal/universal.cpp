@@ -47,9 +47,28 @@ constexpr TypeFunctions null_functions{
               {ORVELASN1_DESCRIPTION(T, __VA_ARGS__)});                                  \
   }
 
-#define CHARACTER_STRING(T, identifier)                                                    \
-  UNIVERSAL_TYPE(T, #T, Kind::character_string, identifier, DECODER, ENCODER, CLONE, FREE, \
-                 OWN_COMPARE)
+// The strings of octets differ in nothing but their tag.
+#ifdef ORVELASN1_DESCRIBES
+#define STRING_FUNCTIONS(T, identifier)
+#else
+#define STRING_FUNCTIONS(T, identifier)                                                \
+  T *asn1_##T##_new(uint32_t length) { return asn1_ASN1String_new(length, nullptr); }  \
+  void asn1_##T##_free(T *pElement) { asn1_ASN1String_free(pElement); }                \
+  uint32_t asn1_##T##_e(uint8_t **pp, const T *pElement) {                             \
+    return asn1_ASN1String_e(pp, identifier, pElement);                                \
+  }                                                                                    \
+  const uint8_t *asn1_##T##_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, \
+                              T **ppElement, uint32_t depth) {                         \
+    return asn1_ASN1String_d(z, end, impl_tag, identifier, ppElement, depth);          \
+  }                                                                                    \
+  T *asn1_##T##_clone(const T *pElement) { return asn1_ASN1String_clone(pElement); }   \
+  int32_t asn1_##T##_cmp(const T *a, const T *b) { return asn1_ASN1String_cmp(a, b); }
+#endif
+
+#define STRING_TYPE(T, asn1_name, type_kind, identifier) \
+  STRING_FUNCTIONS(T, identifier)                        \
+  UNIVERSAL_TYPE(T, asn1_name, type_kind, identifier, DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)
+#define CHARACTER_STRING(T, identifier) STRING_TYPE(T, #T, Kind::character_string, identifier)
 
 UNIVERSAL_TYPE(Integer, "INTEGER", Kind::integer, tag::integer, DECODER, ENCODER, CLONE, FREE,
                OWN_COMPARE)
@@ -57,8 +76,7 @@ UNIVERSAL_TYPE(ObjId, "OBJECT IDENTIFIER", Kind::object_identifier, tag::object_
                ENCODER, CLONE, FREE, OWN_COMPARE)
 UNIVERSAL_TYPE(BitString, "BIT STRING", Kind::bit_string, tag::bit_string, DECODER, ENCODER, CLONE,
                FREE, OWN_COMPARE)
-UNIVERSAL_TYPE(OctetString, "OCTET STRING", Kind::octet_string, tag::octet_string, DECODER, ENCODER,
-               CLONE, FREE, OWN_COMPARE)
+STRING_TYPE(OctetString, "OCTET STRING", Kind::octet_string, tag::octet_string)
 CHARACTER_STRING(UTF8String, tag::utf8_string)
 CHARACTER_STRING(NumericString, tag::numeric_string)
 CHARACTER_STRING(PrintableString, tag::printable_string)
