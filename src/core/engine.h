@@ -120,7 +120,7 @@ const uint8_t *decode_fields(const uint8_t *z, const uint8_t *end, uint32_t impl
       place == nullptr) {
     return nullptr;
   }
-  void *const record = create(type);
+  void *const record = zeroed(type.size);
   store(place, record);
   if (record == nullptr) return nullptr;
   const uint32_t inner_depth = child_depth(depth);

@@ -11,7 +11,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <new>
 #include <type_traits>
 
 namespace asn1 {
@@ -31,14 +30,19 @@ inline void require(bool holds, const char *unit, const char *function, const ch
   }
 }
 
-/// A new record, all fields zero. Not calloc: the runtime's passes by the cache of free blocks of
-/// the thread, which costs more than the rest of the decoding of a small record.
+/// A block of zero octets. Not calloc: the runtime's passes by the cache of free blocks of the
+/// thread, which costs more than the rest of the decoding of a small record.
+inline void *zeroed(size_t size) {
+  void *const block = std::malloc(size);
+  if (block != nullptr) std::memset(block, 0, size);
+  return block;
+}
+
+/// A new record, all fields zero.
 template <class Record>
 Record *new_record() {
   static_assert(std::is_trivially_copyable_v<Record>);
-  void *const block = std::malloc(sizeof(Record));
-  if (block == nullptr) return nullptr;
-  return new (block) Record{};
+  return static_cast<Record *>(zeroed(sizeof(Record)));
 }
 
 /// Room for `count` values, not initialised.

@@ -65,6 +65,8 @@ void release_choice(void *record, const Type &type) {
 
 }  // namespace
 
+void *create(const Type &type) { return zeroed(type.size); }
+
 void release_walked(void *value, const Type &type) {
   if (value == nullptr) return;
   if (type.kind == Kind::sequence) return release_fields(value, Walked{type});

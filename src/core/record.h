@@ -10,11 +10,7 @@ namespace asn1 {
 
 /// Makes a record, all fields zero. Returns a null pointer when memory is exhausted. Not calloc:
 /// the runtime's passes by the cache of free blocks of the thread.
-inline void *create(const Type &type) {
-  void *const record = std::malloc(type.size);
-  if (record != nullptr) std::memset(record, 0, type.size);
-  return record;
-}
+void *create(const Type &type);
 
 void release_walked(void *value, const Type &type);
 void *clone_walked(const void *value, const Type &type);

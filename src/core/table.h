@@ -60,12 +60,6 @@ consteval uint16_t offset_of() {
   return no_member;
 }
 
-#ifdef ORVELASN1_DESCRIBES
-constexpr bool describes = true;  ///< whether types have names: those of liborvelpki have
-#else
-constexpr bool describes = false;
-#endif
-
 /// The name of a member, from the compiler's own text of the template argument, "&Record::member".
 template <auto Member>
 consteval auto member_text() {
@@ -79,10 +73,12 @@ consteval auto member_text() {
 template <auto Member>
 inline constexpr auto member_name = member_text<Member>();
 
-template <auto Member>
-consteval const char *name_of() {
-  if constexpr (describes) return member_name<Member>.data();
-  return nullptr;
+/// A field of this name, which only a description keeps.
+constexpr Field with_name([[maybe_unused]] const char *name, Field field) {
+#ifdef ORVELASN1_DESCRIBES
+  field.name = name;
+#endif
+  return field;
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -138,12 +134,12 @@ using SetOf = ListOf<C, tag::set>;
 /// A field that is always there.
 template <auto Member, class C>
 struct Required {
-  static constexpr Field field{.name = name_of<Member>(),
-                               .type = C::type,
-                               .member = offset_of<Member>(),
-                               .tagging = C::tagging,
-                               .tag = C::octet,
-                               .found_by = C::found_by};
+  static constexpr Field field =
+      with_name(member_name<Member>.data(), {.type = C::type,
+                                             .member = offset_of<Member>(),
+                                             .tagging = C::tagging,
+                                             .tag = C::octet,
+                                             .found_by = C::found_by});
 };
 
 constexpr Field with_presence(Field field, Presence presence) {
@@ -263,25 +259,22 @@ struct Text {
   }
   char octets[Size]{};
 };
-template <Text Name>
-inline constexpr auto text_constant = Name;
+template <size_t Size>
+Text(const char (&)[Size]) -> Text<Size>;
 
 template <Text Name>
-consteval const char *named() {
-  if constexpr (describes) return text_constant<Name>.octets;
-  return nullptr;
-}
+inline constexpr auto text_constant = Name;
 
 /// An alternative of a CHOICE: the type of `value` where `kind` is `Number`.
 template <uint8_t Number, Text Name, class C>
 struct Alternative {
-  static constexpr Field field{.name = named<Name>(),
-                               .type = C::type,
-                               .kind = Number,
-                               .tagging = C::tagging,
-                               .tag = C::octet,
-                               .found_by = C::found_by,
-                               .may_be_null = C::may_be_null};
+  static constexpr Field field =
+      with_name(text_constant<Name>.octets, {.type = C::type,
+                                             .kind = Number,
+                                             .tagging = C::tagging,
+                                             .tag = C::octet,
+                                             .found_by = C::found_by,
+                                             .may_be_null = C::may_be_null});
 };
 
 /// What the copy of a record of a kind without an alternative is.

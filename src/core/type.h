@@ -76,7 +76,9 @@ constexpr uint16_t no_member = UINT16_MAX;
 
 /// A component of a SEQUENCE, or an alternative of a CHOICE.
 struct Field {
-  const char *name = nullptr;  ///< of the component; null in a library without descriptors
+#ifdef ORVELASN1_DESCRIBES
+  const char *name = nullptr;  ///< of the component
+#endif
   const Type *type = nullptr;
   const FieldFunctions *by_hand = nullptr;
   const Condition *condition = nullptr;
@@ -117,7 +119,6 @@ struct PublicFunctions {
 };
 
 struct Type {
-  const char *name = nullptr;  ///< as the ASN.1 has it
   Kind kind = Kind::any;
   uint8_t identifier = tag::any;     ///< the identifier octet; 0 for none in particular
   uint8_t other_identifier = 0;      ///< the second one, of a CHOICE of two universal types
@@ -131,6 +132,7 @@ struct Type {
   const Type *element = nullptr;     ///< of a SEQUENCE OF or SET OF
   TypeFunctions by_hand{};
 #ifdef ORVELASN1_DESCRIBES
+  const char *name = nullptr;    ///< as the ASN.1 has it
   const char *record = nullptr;  ///< the name of the record and its functions
   pki_Functions functions{};
 #endif

@@ -26,8 +26,8 @@ extern const FieldFunctions name_functions;
 
 template <auto Structure, auto TextOfIt>
 consteval Field name_field() {
-  Field field = Required<Structure, RDNSequenceCodec>::field;
-  field.name = name_of<TextOfIt>();
+  Field field =
+      with_name(member_name<TextOfIt>.data(), Required<Structure, RDNSequenceCodec>::field);
   field.type = &NameType;
   field.text = offset_of<TextOfIt>();
   field.by_hand = &name_functions;
