@@ -154,7 +154,7 @@ Trial::Decoded Trial::decode(Octets input, uint32_t depth) {
   const uint8_t *next = nullptr;
   void *place = &stranger;
   const size_t traced = traced_octets();
-  call([&] { next = family_.decode(z, end, &place, depth); });
+  call([&] { next = family_.decode(z, end, 0, &place, depth); });
   if (depth == 0) demand(traced_octets() == traced, "depth 0 writes no trace");
   if (next == nullptr) {
     if (place == &stranger || place == nullptr) return out;

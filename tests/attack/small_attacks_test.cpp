@@ -30,7 +30,7 @@ TEST_P(SmallAttacks, SamplesComeBack) {
   for_each_sample([](const Family &family, const Bytes &sample) {
     void *record = nullptr;
     const uint8_t *const end = sample.data() + sample.size();
-    ASSERT_EQ(end, family.decode(sample.data(), end, &record, 0));
+    ASSERT_EQ(end, family.decode(sample.data(), end, 0, &record, 0));
     if (family.encode != nullptr && !family.has(is_not_written) && !family.has(is_not_read_back)) {
       Bytes out(family.encode(nullptr, record));
       uint8_t *cursor = out.data();
