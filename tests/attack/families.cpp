@@ -91,7 +91,7 @@ const uint8_t *stand_in(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
 }
 template <auto Read, class T>
 Family logotype(const char *name, std::vector<Bytes> samples) {
-  return type("logotype", name, is_not_read_back, std::move(samples),
+  return type("logotype", name, is_not_read_back | is_never_read, std::move(samples),
               {.decode = stand_in<Read, T>});
 }
 #define LOGOTYPE_FAMILY(decode, T) logotype<logotypes::LOGOTYPE(decode, T), T>

@@ -42,6 +42,8 @@ enum Departure : unsigned {
   /// An arc above 0x7FFFFFFF is written as a negative number, and the reader counts arcs by the
   /// digits and dots in front of the minus: those behind it are not read.
   cannot_read_negative_arcs = 1U << 9,
+  /// The decoder exists by name only, and refuses everything. What decodes here is the tests' own.
+  is_never_read = 1U << 10,
 };
 
 /// A family is its functions; null ones are those that there are not.
