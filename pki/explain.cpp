@@ -495,7 +495,8 @@ bool Explanation::field(const Type &type, const Field &field, ContentReader &in,
     return false;
   }
   if (field.type->kind == Kind::integer && numbers->count < std::size(numbers->views)) {
-    Reader number(from, next);
+    // An explicit tag may have more content than the number.
+    Reader number(from, in.end());
     uint32_t length = 0;
     if (field.tagging == Tagging::explicit_tag) number.read_header(0, field.found_by, &length, 0);
     if (number.read_header(0, tag::integer, &length, 0) && length != 0) {
@@ -659,6 +660,9 @@ const uint8_t *Explanation::card_identifier(Reader in, const Path *path) {
 const uint8_t *Explanation::value(const Type &type, const uint8_t *z, const uint8_t *end,
                                   uint32_t impl_tag, const Path *path) {
   const Reader in(z, end);
+  if (type.functions.decode == nullptr && type.functions.encode != nullptr) {
+    return fail(z, path, "a type that the library writes and never reads");
+  }
   switch (type.kind) {
     case Kind::any:
       return any(in, path);

@@ -41,7 +41,7 @@ const Family &family_named(std::string_view name) {
 long use(const Family &family, const Bytes &octets) {
   void *record = nullptr;
   const uint8_t *const z = octets.data();
-  const uint8_t *const next = family.decode(z, z + octets.size(), &record, 0);
+  const uint8_t *const next = family.decode(z, z + octets.size(), 0, &record, 0);
   if (next != nullptr && family.encode != nullptr) {
     Bytes out(family.encode(nullptr, record));
     uint8_t *cursor = out.data();

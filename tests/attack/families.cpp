@@ -1,6 +1,8 @@
 #include <octets.h>
 
+#include <algorithm>
 #include <cstring>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 
@@ -20,23 +22,43 @@ using support::operator+;
 // The functions of a family
 // ---------------------------------------------------------------------------------------------
 
-/// Functions over a record of type T. A null pointer stands for one that there is not.
-template <class T, auto Decode, auto Free, auto Create = nullptr, auto Encode = nullptr,
-          auto Clone = nullptr, auto Compare = nullptr>
+/// Functions in place of those of a descriptor.
+struct Instead {
+  decltype(pki_Functions::create) create = nullptr;
+  decltype(pki_Functions::decode) decode = nullptr;
+  decltype(pki_Functions::encode) encode = nullptr;
+  decltype(pki_Functions::free) free = nullptr;
+};
+
+/// A type, with the functions of its descriptor but for those of `instead`.
+Family type(std::string_view group, const char *name, unsigned departures,
+            std::vector<Bytes> samples, const Instead &instead = {}) {
+  const pki_Type *const found = pki_Type_find(name);
+  if (found == nullptr) throw std::invalid_argument(std::string("there is no type ") + name);
+  Family out{*pki_Type_functions(found), group, name, departures, found, std::move(samples)};
+  if (instead.create != nullptr) out.create = instead.create;
+  if (instead.decode != nullptr) out.decode = instead.decode;
+  if (instead.encode != nullptr) out.encode = instead.encode;
+  if (instead.free != nullptr) out.free = instead.free;
+  return out;
+}
+
+/// Functions over a record of type T that are no type's. A null pointer stands for one that there
+/// is not.
+template <class T, auto Decode, auto Free, auto Encode = nullptr, auto Clone = nullptr,
+          auto Compare = nullptr>
 Family family(std::string_view group, std::string_view name, unsigned departures,
               std::vector<Bytes> samples) {
-  Family out{group,   name,    departures, nullptr, nullptr,
-             nullptr, nullptr, nullptr,    nullptr, std::move(samples)};
-  out.decode = [](const uint8_t *z, const uint8_t *end, void **record, uint32_t depth) {
+  Family out{{}, group, name, departures, nullptr, std::move(samples)};
+  out.decode = [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void **record,
+                  uint32_t depth) {
     // A decoder that fails may leave the place as it was, which must not get lost here.
     T *made = static_cast<T *>(*record);
-    const uint8_t *const next = Decode(z, end, 0, &made, depth);
+    const uint8_t *const next = Decode(z, end, impl_tag, &made, depth);
     *record = made;
     return next;
   };
   out.free = [](void *record) { Free(static_cast<T *>(record)); };
-  if constexpr (!std::is_null_pointer_v<decltype(Create)>)
-    out.create = []() -> void * { return Create(); };
   if constexpr (!std::is_null_pointer_v<decltype(Encode)>) {
     out.encode = [](uint8_t **pp, const void *record) {
       return Encode(pp, static_cast<const T *>(record));
@@ -53,39 +75,43 @@ Family family(std::string_view group, std::string_view name, unsigned departures
   return out;
 }
 
-#define ALL_OF(T) T, asn1_##T##_d, asn1_##T##_free, asn1_##T##_new, asn1_##T##_e, asn1_##T##_clone
-#define NOT_ENCODED(T) T, asn1_##T##_d, asn1_##T##_free, asn1_##T##_new, nullptr, asn1_##T##_clone
-#define NOT_COPIED(T) T, asn1_##T##_d, asn1_##T##_free, asn1_##T##_new, asn1_##T##_e
-#define A_LIST(T) T, asn1_##T##_d, asn1_##T##_free, nullptr, asn1_##T##_e, asn1_##T##_clone
 // A constructor that takes a size.
-#define OF_SIZE(T)                                                                                \
-  T, asn1_##T##_d, asn1_##T##_free, create_sized<asn1_##T##_new>, asn1_##T##_e, asn1_##T##_clone, \
-      asn1_##T##_cmp
-
-// The reader of the tests stands in for the decoder, which refuses everything.
-#define WRITE_ONLY(decode, T) \
-  T, logotypes::LOGOTYPE(decode, T), asn1_##T##_free, asn1_##T##_new, asn1_##T##_e, asn1_##T##_clone
-
 template <auto Create>
-auto create_sized() {
+void *create_sized() {
   return Create(5);
 }
+#define OF_SIZE(T) \
+  { .create = create_sized<asn1_##T##_new> }
+
+// A reader of the tests stands in for the decoder of a logotype, which refuses everything.
+template <auto Read, class T>
+const uint8_t *stand_in(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void **place,
+                        uint32_t depth) {
+  return Read(z, end, impl_tag, reinterpret_cast<T **>(place), depth);
+}
+template <auto Read, class T>
+Family logotype(const char *name, std::vector<Bytes> samples) {
+  return type("logotype", name, is_not_read_back | is_never_read, std::move(samples),
+              {.decode = stand_in<Read, T>});
+}
+#define LOGOTYPE_FAMILY(decode, T) logotype<logotypes::LOGOTYPE(decode, T), T>
 
 // BOOLEAN and ENUMERATED are plain numbers: they get a box.
 template <auto Decode>
-const uint8_t *decode_boxed(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
-                            uint32_t **place, uint32_t depth) {
+const uint8_t *decode_boxed(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void **place,
+                            uint32_t depth) {
   uint32_t value = 0;
   const uint8_t *const next = Decode(z, end, impl_tag, &value, depth);
   if (next != nullptr) *place = new uint32_t(value);
   return next;
 }
 template <auto Encode>
-uint32_t encode_boxed(uint8_t **pp, const uint32_t *box) {
-  return Encode(pp, *box);
+uint32_t encode_boxed(uint8_t **pp, const void *box) {
+  return Encode(pp, *static_cast<const uint32_t *>(box));
 }
-void free_box(uint32_t *box) { delete box; }
-#define BOXED(T) uint32_t, decode_boxed<asn1_##T##_d>, free_box, nullptr, encode_boxed<asn1_##T##_e>
+void free_box(void *box) { delete static_cast<uint32_t *>(box); }
+#define BOXED(T) \
+  { .decode = decode_boxed<asn1_##T##_d>, .encode = encode_boxed<asn1_##T##_e>, .free = free_box }
 
 // NULL has no record at all.
 const uint8_t *decode_null(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void **,
@@ -138,14 +164,16 @@ uint32_t encode_safe_contents(uint8_t **pp, const List *list) {
 void free_safe_contents(List *list) { List_free(list, asn1_SafeBag_free); }
 
 // The signed octets of a response are the caller's.
-void free_basic_response(BasicOCSPResponse *response) {
+void free_basic_response(void *record) {
+  auto *const response = static_cast<BasicOCSPResponse *>(record);
   if (response == nullptr) return;
   asn1_OctetString_free(response->tbsResponseDataBytes);
   asn1_BasicOCSPResponse_free(response);
 }
 
-uint32_t encode_other_name(uint8_t **pp, const OtherName *name) {
-  return asn1_OtherName_e(pp, nullptr, name);
+// The encoder has one argument more.
+uint32_t encode_other_name(uint8_t **pp, const void *name) {
+  return asn1_OtherName_e(pp, nullptr, static_cast<const OtherName *>(name));
 }
 
 // Texts, as if they were encodings: the octets of the input, up to a NUL octet, are the text.
@@ -285,7 +313,6 @@ const Bytes basic_response = sequence(response_data + rsa_with_sha256 + signatur
 const Bytes response_bytes =
     sequence(hex("06 09 2B 06 01 05 05 07 30 01 01") + octets(basic_response));
 
-constexpr unsigned write_only = is_not_read_back | may_lack_copies;
 const Bytes hash = sequence(sha1 + octets(hex("01 02 03")));
 const Bytes uris = sequence(element(22, text("http://a/")) + element(22, text("")));
 const Bytes logotype_reference = sequence(sequence(hash + hash) + uris);
@@ -369,244 +396,190 @@ const Bytes card_object =
 std::vector<Family> make_families() {
   constexpr unsigned names = writes_attribute_values | copy_forgets_value_tags;
   return {
-      family<BOXED(Boolean)>("universal", "BOOLEAN", none, {hex("01 01 FF")}),
-      family<BOXED(Enumerated)>("universal", "ENUMERATED", none, {hex("0A 01 05")}),
-      family<void, decode_null, free_nothing, nullptr, encode_null>("universal", "NULL", none,
-                                                                    {null}),
-      family<OF_SIZE(Integer)>("universal", "INTEGER", none, {integer("12 67"), integer("80")}),
-      family<OF_SIZE(ObjId)>("universal", "OBJECT IDENTIFIER", none,
-                             {hex("06 06 2A 86 48 86 F7 0D")}),
-      family<OF_SIZE(BitString)>("universal", "BIT STRING", none, {element(3, hex("04 A5 50"))}),
-      family<OF_SIZE(OctetString)>("universal", "OCTET STRING", none, {octets(hex("01 02 03"))}),
-      family<OF_SIZE(UTF8String)>("universal", "UTF8String", none, {element(12, text("ab"))}),
-      family<OF_SIZE(IA5String)>("universal", "IA5String", none, {element(22, text("ab"))}),
-      family<OF_SIZE(GeneralString)>("universal", "GeneralString", none, {element(27, text("12"))}),
-      family<OF_SIZE(GraphicString)>("universal", "GraphicString", none, {element(25, text("12"))}),
-      family<OF_SIZE(NumericString)>("universal", "NumericString", none, {element(18, text("12"))}),
-      family<OF_SIZE(PrintableString)>("universal", "PrintableString", none,
-                                       {element(19, text("12"))}),
-      family<OF_SIZE(TeletexString)>("universal", "TeletexString", none, {element(20, text("12"))}),
-      family<OF_SIZE(UniversalString)>("universal", "UniversalString", none,
-                                       {element(28, text("12"))}),
-      family<OF_SIZE(VideotextString)>("universal", "VideotextString", none,
-                                       {element(21, text("12"))}),
-      family<OF_SIZE(VisibleString)>("universal", "VisibleString", none, {element(26, text("12"))}),
-      family<Any, asn1_Any_d, asn1_Any_free, create_sized<asn1_Any_new>, asn1_Any_e, asn1_Any_clone,
-             asn1_Any_cmp>("universal", "ANY", keeps_any, {data_message, null}),
-      family<ALL_OF(Time), asn1_Time_cmp>(
-          "universal", "Time", may_not_compare,
-          {utc_time("260101000000Z"), generalized_time("20260101000000Z")}),
-      family<UTCTime, asn1_UTCTime_d, asn1_UTCTime_free, nullptr, asn1_UTCTime_e,
-             asn1_UTCTime_clone, asn1_UTCTime_cmp>("universal", "UTCTime", may_not_compare,
-                                                   {utc_time("260101000000Z")}),
-      family<GeneralizedTime, asn1_GeneralizedTime_d, asn1_GeneralizedTime_free, nullptr,
-             asn1_GeneralizedTime_e, asn1_GeneralizedTime_clone, asn1_GeneralizedTime_cmp>(
-          "universal", "GeneralizedTime", may_not_compare, {generalized_time("20260101000000Z")}),
-      family<List, decode_sequence_of, free_integers, nullptr, encode_sequence_of>(
+      type("universal", "BOOLEAN", none, {hex("01 01 FF")}, BOXED(Boolean)),
+      type("universal", "ENUMERATED", none, {hex("0A 01 05")}, BOXED(Enumerated)),
+      type("universal", "NULL", none, {null},
+           {.decode = decode_null, .encode = encode_null, .free = free_nothing}),
+      type("universal", "INTEGER", none, {integer("12 67"), integer("80")}, OF_SIZE(Integer)),
+      type("universal", "OBJECT IDENTIFIER", none, {hex("06 06 2A 86 48 86 F7 0D")},
+           OF_SIZE(ObjId)),
+      type("universal", "BIT STRING", none, {element(3, hex("04 A5 50"))}, OF_SIZE(BitString)),
+      type("universal", "OCTET STRING", none, {octets(hex("01 02 03"))}, OF_SIZE(OctetString)),
+      type("universal", "UTF8String", none, {element(12, text("ab"))}, OF_SIZE(UTF8String)),
+      type("universal", "IA5String", none, {element(22, text("ab"))}, OF_SIZE(IA5String)),
+      type("universal", "GeneralString", none, {element(27, text("12"))}, OF_SIZE(GeneralString)),
+      type("universal", "GraphicString", none, {element(25, text("12"))}, OF_SIZE(GraphicString)),
+      type("universal", "NumericString", none, {element(18, text("12"))}, OF_SIZE(NumericString)),
+      type("universal", "PrintableString", none, {element(19, text("12"))},
+           OF_SIZE(PrintableString)),
+      type("universal", "TeletexString", none, {element(20, text("12"))}, OF_SIZE(TeletexString)),
+      type("universal", "UniversalString", none, {element(28, text("12"))},
+           OF_SIZE(UniversalString)),
+      type("universal", "VideotextString", none, {element(21, text("12"))},
+           OF_SIZE(VideotextString)),
+      type("universal", "VisibleString", none, {element(26, text("12"))}, OF_SIZE(VisibleString)),
+      type("universal", "ANY", keeps_any, {data_message, null}, OF_SIZE(Any)),
+      type("universal", "Time", may_not_compare,
+           {utc_time("260101000000Z"), generalized_time("20260101000000Z")}),
+      type("universal", "UTCTime", may_not_compare, {utc_time("260101000000Z")}),
+      type("universal", "GeneralizedTime", may_not_compare, {generalized_time("20260101000000Z")}),
+      family<List, decode_sequence_of, free_integers, encode_sequence_of>(
           "universal", "SEQUENCE OF INTEGER", may_leave_a_list,
           {sequence(integer("01") + integer("02"))}),
-      family<List, decode_set_of, free_strings, nullptr, encode_set_of>(
+      family<List, decode_set_of, free_strings, encode_set_of>(
           "universal", "SET OF OCTET STRING", may_leave_a_list,
           {set(octets(hex("01")) + octets({}))}),
-      family<List, decode_explicit_sequence_of, free_integers, nullptr,
-             encode_explicit_sequence_of>("universal", "[0] SEQUENCE OF INTEGER", may_leave_a_list,
-                                          {context(0, sequence(integer("01")))}),
-      family<List, decode_set_of_sets, free_sets, nullptr, encode_set_of_sets>(
+      family<List, decode_explicit_sequence_of, free_integers, encode_explicit_sequence_of>(
+          "universal", "[0] SEQUENCE OF INTEGER", may_leave_a_list,
+          {context(0, sequence(integer("01")))}),
+      family<List, decode_set_of_sets, free_sets, encode_set_of_sets>(
           "universal", "SET OF SET OF INTEGER", may_leave_a_list,
           {set(set(integer("01")) + set({}))}),
 
-      family<ALL_OF(AttributeValueAssertion), asn1_AttributeValueAssertion_cmp>(
-          "name", "AttributeValueAssertion", names, {country, common_name}),
-      family<A_LIST(RelativeDistinguishedName), asn1_RelativeDistinguishedName_cmp>(
-          "name", "RelativeDistinguishedName", names | may_leave_a_list, {rdn}),
-      family<A_LIST(RDNSequence), asn1_RDNSequence_cmp>("name", "RDNSequence",
-                                                        names | may_leave_a_list, {name}),
-      family<Name, asn1_Name_d, asn1_Name_free, create_sized<asn1_Name_new>, asn1_Name_e,
-             asn1_Name_clone>("name", "Name", writes_attribute_values, {name}),
+      type("name", "AttributeValueAssertion", names, {country, common_name}),
+      type("name", "RelativeDistinguishedName", names | may_leave_a_list, {rdn}),
+      type("name", "RDNSequence", names | may_leave_a_list, {name}),
+      type("name", "Name", writes_attribute_values, {name}, OF_SIZE(Name)),
 
-      family<ALL_OF(AlgId)>("certificate", "AlgorithmIdentifier", keeps_any, {sha1, pbe_algorithm}),
-      family<ALL_OF(Validity)>("certificate", "Validity", none, {validity}),
-      family<ALL_OF(SubjectPKI)>("certificate", "SubjectPublicKeyInfo", keeps_any, {public_key}),
-      family<ALL_OF(Extension)>("certificate", "Extension", none,
-                                {critical_extension, plain_extension}),
-      family<A_LIST(Extensions)>("certificate", "Extensions", may_leave_a_list, {extensions}),
-      family<ALL_OF(Certificate_TBS)>("certificate", "TBSCertificate", keeps_any,
-                                      {tbs_certificate}),
-      family<ALL_OF(Certificate)>("certificate", "Certificate", keeps_any, {certificate}),
+      type("certificate", "AlgorithmIdentifier", keeps_any, {sha1, pbe_algorithm}),
+      type("certificate", "Validity", none, {validity}),
+      type("certificate", "SubjectPublicKeyInfo", keeps_any, {public_key}),
+      type("certificate", "Extension", none, {critical_extension, plain_extension}),
+      type("certificate", "Extensions", may_leave_a_list, {extensions}),
+      type("certificate", "TBSCertificate", keeps_any, {tbs_certificate}),
+      type("certificate", "Certificate", keeps_any, {certificate}),
 
-      family<ALL_OF(CRLEntry)>("crl", "CRLEntry", none, {crl_entry}),
-      family<ALL_OF(CertificateList_TBS)>("crl", "TBSCertList", keeps_any, {tbs_crl}),
-      family<ALL_OF(CertificateRevocationList)>("crl", "CertificateList", keeps_any, {crl}),
+      type("crl", "CRLEntry", none, {crl_entry}),
+      type("crl", "TBSCertList", keeps_any, {tbs_crl}),
+      type("crl", "CertificateList", keeps_any, {crl}),
 
-      family<OtherName, asn1_OtherName_d, asn1_OtherName_free, asn1_OtherName_new,
-             encode_other_name, asn1_OtherName_clone>(
-          "extension", "OtherName", keeps_any | may_lack_copies, {sequence(other_name)}),
-      family<ALL_OF(GeneralName)>("extension", "GeneralName",
-                                  keeps_any | writes_attribute_values | may_lack_copies,
-                                  {context(0, other_name), element(0x81, text("a@b")), dns_name,
-                                   context(4, set(country) + rdn), uri,
-                                   element(0x87, hex("7F 00 00 01")), element(0x88, hex("2A 03"))}),
-      family<NOT_ENCODED(AuthorityKeyIdentifier)>(
-          "extension", "AuthorityKeyIdentifier", may_lack_copies,
-          {sequence(context(0, octets(hex("01 02"))) + context(1, sequence(dns_name)) +
-                    context(2, integer("12 67")))}),
-      family<ALL_OF(BasicConstraints)>("extension", "BasicConstraints", none, {basic_constraints}),
-      family<NOT_ENCODED(GeneralSubtree)>(
-          "extension", "GeneralSubtree", may_lack_copies,
-          {sequence(dns_name + context(0, integer("00")) + context(1, integer("03")))}),
-      family<NOT_ENCODED(NameConstraints)>("extension", "NameConstraints", may_lack_copies,
-                                           {sequence(context(0, sequence(sequence(dns_name))) +
-                                                     context(1, sequence(sequence(uri))))}),
-      family<NOT_ENCODED(PolicyConstraints)>(
-          "extension", "PolicyConstraints", may_lack_copies,
-          {sequence(context(0, integer("00")) + context(1, integer("01")))}),
-      family<NOT_ENCODED(PolicyMapping)>("extension", "PolicyMapping", none,
-                                         {sequence(hex("06 03 2A 03 04 06 03 2A 03 05"))}),
-      family<NOT_ENCODED(PrivateKeyUsagePeriod)>("extension", "PrivateKeyUsagePeriod",
-                                                 may_lack_copies,
-                                                 {sequence(context(0, utc_time("260101000000Z")) +
-                                                           context(1, utc_time("270101000000Z")))}),
-      family<ALL_OF(DistributionPointName)>(
-          "extension", "DistributionPointName",
-          keeps_any | writes_attribute_values | copy_forgets_value_tags | may_lack_copies,
-          {context(0, uri + dns_name), context(1, country)}),
-      family<ALL_OF(DistributionPoint)>(
-          "extension", "DistributionPoint",
-          keeps_any | writes_attribute_values | copy_forgets_value_tags | may_lack_copies |
-              is_not_read_back,
-          {sequence(context(0, context(0, uri)) + element(0x81, hex("05 60")))}),
-      family<ALL_OF(AccessDescription)>("extension", "AccessDescription",
-                                        keeps_any | writes_attribute_values | may_lack_copies,
-                                        {sequence(hex("06 08 2B 06 01 05 05 07 30 01") + uri)}),
-      family<AuthorityInfoAccessSyntax, asn1_AuthorityInfoAccessSyntax_d,
-             asn1_AuthorityInfoAccessSyntax_free, nullptr, asn1_AuthorityInfoAccessSyntax_e>(
-          "extension", "AuthorityInfoAccessSyntax",
-          may_leave_a_list | keeps_any | writes_attribute_values,
-          {sequence(sequence(hex("06 08 2B 06 01 05 05 07 30 01") + uri))}),
+      type("extension", "OtherName", keeps_any | may_lack_copies, {sequence(other_name)},
+           {.encode = encode_other_name}),
+      type("extension", "GeneralName", keeps_any | writes_attribute_values | may_lack_copies,
+           {context(0, other_name), element(0x81, text("a@b")), dns_name,
+            context(4, set(country) + rdn), uri, element(0x87, hex("7F 00 00 01")),
+            element(0x88, hex("2A 03"))}),
+      type("extension", "AuthorityKeyIdentifier", none,
+           {sequence(context(0, octets(hex("01 02"))) + context(1, sequence(dns_name)) +
+                     context(2, integer("12 67")))}),
+      type("extension", "BasicConstraints", none, {basic_constraints}),
+      type("extension", "GeneralSubtree", none,
+           {sequence(dns_name + context(0, integer("00")) + context(1, integer("03")))}),
+      type("extension", "NameConstraints", may_lack_copies,
+           {sequence(context(0, sequence(sequence(dns_name))) +
+                     context(1, sequence(sequence(uri))))}),
+      type("extension", "PolicyConstraints", may_lack_copies,
+           {sequence(context(0, integer("00")) + context(1, integer("01")))}),
+      type("extension", "PolicyMapping", none, {sequence(hex("06 03 2A 03 04 06 03 2A 03 05"))}),
+      type("extension", "PrivateKeyUsagePeriod", none,
+           {sequence(context(0, utc_time("260101000000Z")) +
+                     context(1, utc_time("270101000000Z")))}),
+      type("extension", "DistributionPointName",
+           keeps_any | writes_attribute_values | copy_forgets_value_tags | may_lack_copies,
+           {context(0, uri + dns_name), context(1, country)}),
+      type("extension", "DistributionPoint",
+           keeps_any | writes_attribute_values | copy_forgets_value_tags | may_lack_copies |
+               is_not_read_back,
+           {sequence(context(0, context(0, uri)) + element(0x81, hex("05 60")))}),
+      type("extension", "AccessDescription", keeps_any | writes_attribute_values | may_lack_copies,
+           {sequence(hex("06 08 2B 06 01 05 05 07 30 01") + uri)}),
+      type("extension", "AuthorityInfoAccessSyntax",
+           may_leave_a_list | keeps_any | writes_attribute_values,
+           {sequence(sequence(hex("06 08 2B 06 01 05 05 07 30 01") + uri))}),
 
-      family<WRITE_ONLY(decode, HashAlgAndValue)>("logotype", "HashAlgAndValue", write_only,
-                                                  {hash}),
-      family<WRITE_ONLY(decode, LogotypeDetails)>("logotype", "LogotypeDetails", write_only,
-                                                  {logotype_details}),
-      family<WRITE_ONLY(decode, LogotypeReference)>("logotype", "LogotypeReference", write_only,
-                                                    {logotype_reference}),
-      family<WRITE_ONLY(decode_choice, LogotypeImageResolution)>(
-          "logotype", "LogotypeImageResolution", write_only,
-          {context(1, integer("08")), context(2, integer("01 00"))}),
-      family<WRITE_ONLY(decode, LogotypeImageInfo)>(
-          "logotype", "LogotypeImageInfo", write_only,
-          {image_info,
-           sequence(null + integer("01") + integer("02") + integer("03") + null + null)}),
-      family<WRITE_ONLY(decode, LogotypeImage)>("logotype", "LogotypeImage", write_only,
-                                                {image, sequence(logotype_details + null)}),
-      family<WRITE_ONLY(decode, LogotypeAudioInfo)>("logotype", "LogotypeAudioInfo", write_only,
-                                                    {audio_info}),
-      family<WRITE_ONLY(decode, LogotypeAudio)>("logotype", "LogotypeAudio", write_only, {audio}),
-      family<WRITE_ONLY(decode, LogotypeData)>(
-          "logotype", "LogotypeData", write_only,
+      LOGOTYPE_FAMILY(decode, HashAlgAndValue)("HashAlgAndValue", {hash}),
+      LOGOTYPE_FAMILY(decode, LogotypeDetails)("LogotypeDetails", {logotype_details}),
+      LOGOTYPE_FAMILY(decode, LogotypeReference)("LogotypeReference", {logotype_reference}),
+      LOGOTYPE_FAMILY(decode_choice, LogotypeImageResolution)(
+          "LogotypeImageResolution", {context(1, integer("08")), context(2, integer("01 00"))}),
+      LOGOTYPE_FAMILY(decode, LogotypeImageInfo)(
+          "LogotypeImageInfo", {image_info, sequence(null + integer("01") + integer("02") +
+                                                     integer("03") + null + null)}),
+      LOGOTYPE_FAMILY(decode, LogotypeImage)("LogotypeImage",
+                                             {image, sequence(logotype_details + null)}),
+      LOGOTYPE_FAMILY(decode, LogotypeAudioInfo)("LogotypeAudioInfo", {audio_info}),
+      LOGOTYPE_FAMILY(decode, LogotypeAudio)("LogotypeAudio", {audio}),
+      LOGOTYPE_FAMILY(decode, LogotypeData)(
+          "LogotypeData",
           {sequence(sequence(image + image) + sequence(audio)), sequence(null + null)}),
-      family<WRITE_ONLY(decode_choice, LogotypeInfo)>("logotype", "LogotypeInfo", write_only,
-                                                      {direct_logo, indirect_logo}),
-      family<WRITE_ONLY(decode, OtherLogotypeInfo)>("logotype", "OtherLogotypeInfo", write_only,
-                                                    {sequence(hex("06 02 2A 03") + direct_logo)}),
-      family<WRITE_ONLY(decode, LogotypeExtn)>(
-          "logotype", "LogotypeExtn", write_only,
-          {sequence(sequence(direct_logo + indirect_logo) + indirect_logo + direct_logo +
-                    sequence(direct_logo)),
-           sequence(null + indirect_logo + null + null)}),
+      LOGOTYPE_FAMILY(decode_choice, LogotypeInfo)("LogotypeInfo", {direct_logo, indirect_logo}),
+      LOGOTYPE_FAMILY(decode, OtherLogotypeInfo)("OtherLogotypeInfo",
+                                                 {sequence(hex("06 02 2A 03") + direct_logo)}),
+      LOGOTYPE_FAMILY(decode, LogotypeExtn)(
+          "LogotypeExtn", {sequence(sequence(direct_logo + indirect_logo) + indirect_logo +
+                                    direct_logo + sequence(direct_logo)),
+                           sequence(null + indirect_logo + null + null)}),
 
-      family<ALL_OF(CertID), asn1_CertID_cmp>("ocsp", "CertID", keeps_any, {cert_id}),
-      family<ALL_OF(Request)>("ocsp", "Request", keeps_any, {sequence(cert_id)}),
-      family<ALL_OF(TBSRequest)>("ocsp", "TBSRequest",
-                                 keeps_any | writes_attribute_values | may_lack_copies,
-                                 {tbs_request}),
-      family<ALL_OF(OCSPSignature)>("ocsp", "Signature", keeps_any, {ocsp_signature}),
-      family<ALL_OF(OCSPRequest)>("ocsp", "OCSPRequest",
-                                  keeps_any | writes_attribute_values | may_lack_copies,
-                                  {sequence(tbs_request + context(0, ocsp_signature))}),
-      family<NOT_ENCODED(ResponderID)>("ocsp", "ResponderID", none,
-                                       {responder_by_name, context(2, octets(hex("01 02")))}),
-      family<NOT_ENCODED(RevokedInfo)>("ocsp", "RevokedInfo", none, {sequence(revoked)}),
-      family<NOT_ENCODED(OCSPCertStatus)>("ocsp", "CertStatus", none,
-                                          {hex("80 00"), element(0xA1, revoked), hex("82 00")}),
-      family<NOT_ENCODED(SingleResponse)>("ocsp", "SingleResponse", keeps_any, {single_response}),
-      family<NOT_ENCODED(ResponseData)>("ocsp", "ResponseData", keeps_any, {response_data}),
-      family<BasicOCSPResponse, asn1_BasicOCSPResponse_d, free_basic_response,
-             asn1_BasicOCSPResponse_new, nullptr, asn1_BasicOCSPResponse_clone>(
-          "ocsp", "BasicOCSPResponse", keeps_any, {basic_response}),
-      family<NOT_ENCODED(ResponseBytes)>("ocsp", "ResponseBytes", none, {response_bytes}),
-      family<NOT_ENCODED(OCSPResponse)>("ocsp", "OCSPResponse", none,
-                                        {sequence(hex("0A 01 00") + context(0, response_bytes))}),
+      type("ocsp", "CertID", keeps_any, {cert_id}),
+      type("ocsp", "Request", keeps_any, {sequence(cert_id)}),
+      type("ocsp", "TBSRequest", keeps_any | writes_attribute_values | may_lack_copies,
+           {tbs_request}),
+      type("ocsp", "Signature", keeps_any, {ocsp_signature}),
+      type("ocsp", "OCSPRequest", keeps_any | writes_attribute_values | may_lack_copies,
+           {sequence(tbs_request + context(0, ocsp_signature))}),
+      type("ocsp", "ResponderID", none, {responder_by_name, context(2, octets(hex("01 02")))}),
+      type("ocsp", "RevokedInfo", none, {sequence(revoked)}),
+      type("ocsp", "CertStatus", none, {hex("80 00"), element(0xA1, revoked), hex("82 00")}),
+      type("ocsp", "SingleResponse", keeps_any, {single_response}),
+      type("ocsp", "ResponseData", keeps_any, {response_data}),
+      type("ocsp", "BasicOCSPResponse", keeps_any, {basic_response}, {.free = free_basic_response}),
+      type("ocsp", "ResponseBytes", none, {response_bytes}),
+      type("ocsp", "OCSPResponse", none, {sequence(hex("0A 01 00") + context(0, response_bytes))}),
 
-      family<ALL_OF(DigestInfo)>("key", "DigestInfo", keeps_any, {digest_info}),
-      family<ALL_OF(RSAPublicKey)>("key", "RSAPublicKey", none,
-                                   {sequence(integer("0C A1") + integer("11"))}),
-      family<ALL_OF(RSAPrivateKey)>("key", "RSAPrivateKey", none, {rsa_private_key}),
-      family<ALL_OF(PrivateKeyInfo)>("key", "PrivateKeyInfo", keeps_any, {private_key_info}),
-      family<ALL_OF(EncryptedPrivateKeyInfo)>("key", "EncryptedPrivateKeyInfo", keeps_any,
-                                              {encrypted_key}),
-      family<ALL_OF(DssParms)>("key", "DssParms", none, {dss_parameters}),
-      family<ALL_OF(DssSigValue)>("key", "DssSigValue", none,
-                                  {sequence(integer("17") + integer("0B"))}),
-      family<ALL_OF(ValidationParms)>("key", "ValidationParms", none, {validation}),
-      family<ALL_OF(DomainParameters)>("key", "DomainParameters", is_not_read_back,
-                                       {domain_parameters}),
-      family<ALL_OF(PublicKeyAndChallenge)>("key", "PublicKeyAndChallenge", keeps_any,
-                                            {key_and_challenge}),
-      family<ALL_OF(SignedPublicKeyAndChallenge)>(
-          "key", "SignedPublicKeyAndChallenge", keeps_any | is_not_written,
-          {sequence(key_and_challenge + rsa_with_sha256 + signature)}),
+      type("key", "DigestInfo", keeps_any, {digest_info}),
+      type("key", "RSAPublicKey", none, {sequence(integer("0C A1") + integer("11"))}),
+      type("key", "RSAPrivateKey", none, {rsa_private_key}),
+      type("key", "PrivateKeyInfo", keeps_any, {private_key_info}),
+      type("key", "EncryptedPrivateKeyInfo", keeps_any, {encrypted_key}),
+      type("key", "DssParms", none, {dss_parameters}),
+      type("key", "DssSigValue", none, {sequence(integer("17") + integer("0B"))}),
+      type("key", "ValidationParms", none, {validation}),
+      type("key", "DomainParameters", is_not_read_back, {domain_parameters}),
+      type("key", "PublicKeyAndChallenge", keeps_any, {key_and_challenge}),
+      type("key", "SignedPublicKeyAndChallenge", keeps_any | is_not_written,
+           {sequence(key_and_challenge + rsa_with_sha256 + signature)}),
 
-      family<ALL_OF(Attribute)>("request", "Attribute", keeps_any, {attribute}),
-      family<ALL_OF(CertRequestInfo)>("request", "CertificationRequestInfo", keeps_any,
-                                      {request_info}),
-      family<ALL_OF(CertificationRequest)>("request", "CertificationRequest", keeps_any, {request}),
+      type("request", "Attribute", keeps_any, {attribute}),
+      type("request", "CertificationRequestInfo", keeps_any, {request_info}),
+      type("request", "CertificationRequest", keeps_any, {request}),
 
-      family<ALL_OF(IssuerAndSerialNumber)>("message", "IssuerAndSerialNumber", none,
-                                            {issuer_and_serial}),
-      family<ALL_OF(SignerInfo)>("message", "SignerInfo", keeps_any, {signer}),
-      family<ALL_OF(SignedData)>("message", "SignedData", keeps_any, {signed_data}),
-      family<ALL_OF(EncryptedContentInfo)>("message", "EncryptedContentInfo", keeps_any,
-                                           {encrypted_content}),
-      family<ALL_OF(EncryptedData)>("message", "EncryptedData", keeps_any, {encrypted_data}),
-      family<ALL_OF(ContentInfo)>("message", "ContentInfo", keeps_any,
-                                  {data_message, signed_message, encrypted_message, other_message}),
+      type("message", "IssuerAndSerialNumber", none, {issuer_and_serial}),
+      type("message", "SignerInfo", keeps_any, {signer}),
+      type("message", "SignedData", keeps_any, {signed_data}),
+      type("message", "EncryptedContentInfo", keeps_any, {encrypted_content}),
+      type("message", "EncryptedData", keeps_any, {encrypted_data}),
+      type("message", "ContentInfo", keeps_any,
+           {data_message, signed_message, encrypted_message, other_message}),
 
-      family<ALL_OF(PbeParams)>("exchange", "PBEParameter", none, {pbe}),
-      family<ALL_OF(MacData)>("exchange", "MacData", keeps_any, {mac}),
-      family<ALL_OF(SafeBag)>("exchange", "SafeBag", keeps_any, {key_bag, bag_of_certificate}),
-      family<ALL_OF(CertBag)>("exchange", "CertBag", keeps_any, {cert_bag}),
-      family<ALL_OF(CRLBag)>("exchange", "CRLBag", keeps_any,
-                             {sequence(hex("06 03 2A 03 04") + context(0, octets(crl)))}),
-      family<ALL_OF(SecretBag)>("exchange", "SecretBag", keeps_any,
-                                {sequence(hex("06 03 2A 03 04") + context(0, null))}),
-      family<List, decode_safe_contents, free_safe_contents, nullptr, encode_safe_contents>(
+      type("exchange", "PBEParameter", none, {pbe}),
+      type("exchange", "MacData", keeps_any, {mac}),
+      type("exchange", "SafeBag", keeps_any, {key_bag, bag_of_certificate}),
+      type("exchange", "CertBag", keeps_any, {cert_bag}),
+      type("exchange", "CRLBag", keeps_any,
+           {sequence(hex("06 03 2A 03 04") + context(0, octets(crl)))}),
+      type("exchange", "SecretBag", keeps_any,
+           {sequence(hex("06 03 2A 03 04") + context(0, null))}),
+      family<List, decode_safe_contents, free_safe_contents, encode_safe_contents>(
           "exchange", "SafeContents", may_leave_a_list | keeps_any, {safe_contents}),
-      family<ALL_OF(PFX)>("exchange", "PFX", keeps_any, {pfx}),
+      type("exchange", "PFX", keeps_any, {pfx}),
 
-      family<GDOObject, asn1_GDOObjectSetOf_d, asn1_GDOObjectSetOf_free, asn1_GDOObject_new,
-             asn1_GDOObjectSetOf_e>("card", "GDOObject", is_not_read_back,
-                                    {leaf, container, attribute_holder}),
-      family<GDOObject, asn1_GDOObjectSetOfSetOf_d, asn1_GDOObjectSetOfSetOf_free,
-             asn1_GDOObject_new, asn1_GDOObjectSetOfSetOf_e>(
-          "card", "GDOObject at a nested-set place", is_not_read_back,
-          {leaf, nested_container, attribute_holder}),
-      family<NOT_COPIED(GDO)>("card", "GDO", is_not_read_back, {card_object}),
-      family<NOT_COPIED(CardInfo)>(
-          "card", "CardInfo", none,
-          {sequence(octets(hex("01")) + octets(hex("02")) + octets(hex("03")) + octets(hex("04")) +
-                    octets(hex("05")) + octets(hex("06")))}),
-      family<ALL_OF(PublicKeyMAC)>("card", "PublicKeyMAC", none,
-                                   {sequence(octets(hex("01 02")) + octets(hex("03")))}),
+      type("card", "GDOObject", is_not_read_back, {leaf, container, attribute_holder}),
+      type("card", "GDOObjectSetOfSetOf", is_not_read_back,
+           {leaf, nested_container, attribute_holder}),
+      type("card", "GDO", is_not_read_back, {card_object}),
+      type("card", "CardInfo", none,
+           {sequence(octets(hex("01")) + octets(hex("02")) + octets(hex("03")) + octets(hex("04")) +
+                     octets(hex("05")) + octets(hex("06")))}),
+      type("card", "PublicKeyMAC", none, {sequence(octets(hex("01 02")) + octets(hex("03")))}),
 
-      family<RDNSequence, read_name, asn1_RDNSequence_free, nullptr, write_name,
-             asn1_RDNSequence_clone, asn1_RDNSequence_cmp>(
+      family<RDNSequence, read_name, asn1_RDNSequence_free, write_name, asn1_RDNSequence_clone,
+             asn1_RDNSequence_cmp>(
           "text", "textual name",
           copy_forgets_value_tags | cannot_read_sn | cannot_read_negative_arcs,
           {text("/c(19)=DE/o(12)=A//B/,C/cn(12)=a"), text("/c(19)=DE,1.2.3.4(19)=7"), many_rdns()}),
       family<AttributeValueAssertion, read_assertion, asn1_AttributeValueAssertion_free>(
           "text", "textual assertion", none, {text("cn(12)=a"), text("1.2.3.4(19)=x")}),
-      family<ObjId, read_identifier, asn1_ObjId_free, nullptr, write_identifier, asn1_ObjId_clone,
+      family<ObjId, read_identifier, asn1_ObjId_free, write_identifier, asn1_ObjId_clone,
              asn1_ObjId_cmp>("text", "dotted identifier", cannot_read_negative_arcs,
                              {text("1.2.840.113549.1")}),
       family<Time, read_time<23>, asn1_Time_free>("text", "UTCTime text", none,
@@ -620,7 +593,17 @@ std::vector<Family> make_families() {
 }  // namespace
 
 const std::vector<Family> &families() {
-  static const std::vector<Family> all = make_families();
+  static const std::vector<Family> all = [] {
+    std::vector<Family> made = make_families();
+    for (uint32_t i = 0; i < pki_Type_count(); ++i) {
+      const pki_Type *const missing = pki_Type_get(i);
+      if (std::ranges::find(made, missing, &Family::type) == made.end()) {
+        made.push_back(
+            {*pki_Type_functions(missing), "unknown", pki_Type_record(missing), none, missing, {}});
+      }
+    }
+    return made;
+  }();
   return all;
 }
 

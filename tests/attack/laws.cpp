@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 
 #include "guard.h"
@@ -114,6 +115,7 @@ class Trial {
 
   void run(Octets input);
   void run_in_place(Octets input);
+  void explain(Octets input);
 
  private:
   struct Decoded {
@@ -154,7 +156,7 @@ Trial::Decoded Trial::decode(Octets input, uint32_t depth) {
   const uint8_t *next = nullptr;
   void *place = &stranger;
   const size_t traced = traced_octets();
-  call([&] { next = family_.decode(z, end, &place, depth); });
+  call([&] { next = family_.decode(z, end, 0, &place, depth); });
   if (depth == 0) demand(traced_octets() == traced, "depth 0 writes no trace");
   if (next == nullptr) {
     if (place == &stranger || place == nullptr) return out;
@@ -229,6 +231,42 @@ void Trial::run_in_place(Octets input) {
   const Decoded plain = decode(input, 0);
   if (plain.consumed >= 0) free(plain.record);
   demand(guard_.blocks() == 0, "everything is released");
+}
+
+void Trial::explain(Octets input) {
+  const uint8_t *const z = input.data();
+  pki_Fault fault;
+  std::memset(&fault, 0xAA, sizeof fault);
+  int32_t found = -1;
+  guard_.fail_after(0);
+  const bool returned =
+      guard_.run([&] { found = pki_explain(family_.type, z, z + input.size(), &fault); });
+  demand(returned, "an explanation does not end the process");
+  demand(!guard_.has_failed() && !guard_.released_a_stranger(),
+         "an explanation allocates and releases nothing");
+  guard_.fail_no_more();
+  demand(found == 0 || found == 1, "an explanation returns 0 or 1");
+  demand(fault.offset <= input.size(), "the offset of a fault lies inside the input");
+  demand(std::memchr(fault.path, 0, sizeof fault.path) != nullptr &&
+             std::memchr(fault.sentence, 0, sizeof fault.sentence) != nullptr,
+         "the texts of a fault end");
+  demand(found == 0 || fault.sentence[0] != '\0', "a fault has a sentence");
+  if (family_.has(is_never_read)) {
+    demand(found == 1, "nothing is a value of a type that is never read");
+    return;
+  }
+  long consumed = -1;
+  try {
+    const Decoded decoded = decode(input, 0);
+    consumed = decoded.consumed;
+    if (consumed >= 0) free(decoded.record);
+  } catch (const Ended &) {
+    demand(found == 1, "what ends the process has a fault");
+    throw;
+  }
+  demand((found == 0) == (consumed >= 0), "nothing is wrong where the decoder takes the octets");
+  demand(consumed < 0 || fault.offset == static_cast<size_t>(consumed),
+         "the offset is the number of octets that the decoder takes");
 }
 
 void Trial::run(Octets input) {
@@ -340,6 +378,10 @@ std::string broken_law(const Family &family, Octets input, Endings *endings) {
 
 std::string broken_law_in_place(const Family &family, Octets input) {
   return broken_law_of(family, nullptr, [&](Trial &trial) { trial.run_in_place(input); });
+}
+
+std::string broken_agreement(const Family &family, Octets input) {
+  return broken_law_of(family, nullptr, [&](Trial &trial) { trial.explain(input); });
 }
 
 }  // namespace attack

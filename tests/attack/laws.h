@@ -36,6 +36,16 @@ std::string broken_law(const Family &family, Octets input, Endings *endings = nu
 /// The same for decoding and releasing alone, with the octets where they stand.
 std::string broken_law_in_place(const Family &family, Octets input);
 
+/// Explains the octets where they stand, and decodes them. Gives the law that does not hold, or an
+/// empty text:
+/// - an explanation allocates nothing, releases nothing, and does not end the process;
+/// - its offset lies inside the input, and its texts end in a NUL octet;
+/// - nothing is wrong exactly where the decoder takes the octets, and then the offset is the number
+///   of those that it takes;
+/// - a fault has a sentence.
+/// The family must have a type.
+std::string broken_agreement(const Family &family, Octets input);
+
 /// The length octets of an element.
 struct LengthPlace {
   size_t offset;

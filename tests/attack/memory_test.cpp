@@ -45,7 +45,7 @@ using Held = std::unique_ptr<void, void (*)(void *)>;
 Held decoded(const Family &family, const Bytes &octets) {
   void *record = nullptr;
   const uint8_t *const end = octets.data() + octets.size();
-  EXPECT_NE(nullptr, family.decode(octets.data(), end, &record, 0));
+  EXPECT_NE(nullptr, family.decode(octets.data(), end, 0, &record, 0));
   return {record, family.free};
 }
 
@@ -67,7 +67,7 @@ TEST_P(ExhaustedMemory, DecoderFails) {
     expect_failure_at_each_allocation([&] {
       void *record = nullptr;
       const bool succeeded =
-          family.decode(sample.data(), sample.data() + sample.size(), &record, 0) != nullptr;
+          family.decode(sample.data(), sample.data() + sample.size(), 0, &record, 0) != nullptr;
       family.free(record);
       return succeeded;
     });

@@ -19,7 +19,7 @@ using namespace attack;
 bool use(const Family &family, const Bytes &sample, uint32_t depth) {
   void *record = nullptr;
   const uint8_t *const end = sample.data() + sample.size();
-  if (family.decode(sample.data(), end, &record, depth) != end) return false;
+  if (family.decode(sample.data(), end, 0, &record, depth) != end) return false;
   bool good = true;
   if (family.encode != nullptr) {
     Bytes out(family.encode(nullptr, record));

@@ -64,7 +64,8 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   if (size == 0) return 0;
   const Family &family = *group()[data[0] % group().size()];
   const Octets input(data + 1, size - 1);
-  const std::string law = broken_law(family, input, &endings());
+  std::string law = broken_law(family, input, &endings());
+  if (law.empty() && family.type != nullptr) law = broken_agreement(family, input);
   if (!law.empty()) tell_finding(family, input, law);
   return 0;
 }

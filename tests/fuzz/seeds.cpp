@@ -50,7 +50,7 @@ bool reads_to_the_end(const Family &family, Octets octets) {
   const uint8_t *const end = octets.data() + octets.size();
   const uint8_t *next = nullptr;
   void *record = nullptr;
-  guard.run([&] { next = family.decode(octets.data(), end, &record, 0); });
+  guard.run([&] { next = family.decode(octets.data(), end, 0, &record, 0); });
   if (next == nullptr) return false;
   guard.run([&] { family.free(record); });
   return next == end;
