@@ -41,9 +41,8 @@ constexpr FieldFunctions attribute_id_functions{
           }
           return true;
         },
-    .measure = [](const Field &, const void *, Measure &size) {
-      return size.add(header_octets(id_octets) + id_octets);
-    },
+    .measure = [](const Field &, const void *,
+                  Measure &size) { return size.add(header_octets(id_octets) + id_octets); },
     .write =
         [](const Field &, BackWriter &out, const void *record) {
           uint8_t octets[id_octets];
@@ -60,7 +59,7 @@ using AttributeIdCodec = Codec<attribute_id, void, tag::object_identifier>;
 
 }  // namespace
 
-// clang-format off: a table has a line for each field.
+// clang-format off
 
 // GDOObjectAttribute ::= SEQUENCE {
 //   id     OBJECT IDENTIFIER,  -- in name: four octets, the least significant first
@@ -81,7 +80,8 @@ constexpr Type attribute_type = defined(
            require(attribute != nullptr, unit, "asn1_GDOObjectAttribute_e", "attribute != NULL");
            return measure_fields(attribute, GDOObjectAttributeTable::type);
          },
-     .free = [](void *attribute) { asn1_GDOObjectSetOf_free(static_cast<GDOObject *>(attribute)); }},
+     .free =
+         [](void *attribute) { asn1_GDOObjectSetOf_free(static_cast<GDOObject *>(attribute)); }},
     {});
 
 // ---------------------------------------------------------------------------------------------
@@ -128,10 +128,10 @@ void write_object(BackWriter &out, const void *record, const Type &type) {
 /// The functions of an object at a plain place, or at a nested-set place.
 template <const Type &T, auto Decode, auto Free>
 constexpr TypeFunctions object_functions{
-    .decode = [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place,
-                 uint32_t depth) {
-      return Decode(z, end, impl_tag, static_cast<GDOObject **>(place), depth);
-    },
+    .decode =
+        [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place, uint32_t depth) {
+          return Decode(z, end, impl_tag, static_cast<GDOObject **>(place), depth);
+        },
     .measure = [](const void *record) { return measure_object(record, T); },
     .write = [](BackWriter &out, const void *record) { write_object(out, record, T); },
     .free = [](void *record) { Free(static_cast<GDOObject *>(record)); }};
@@ -178,12 +178,12 @@ constinit const Type GDOObjectSetOfType = defined(
     object_form, "GDOObject", "GDOObjectSetOf",
     object_functions<GDOObjectSetOfType, asn1_GDOObjectSetOf_d, asn1_GDOObjectSetOf_free>,
     object_description<asn1_GDOObjectSetOf_d, asn1_GDOObjectSetOf_e, asn1_GDOObjectSetOf_free>);
-constinit const Type GDOObjectSetOfSetOfType = defined(
-    object_form, "GDOObject", "GDOObjectSetOfSetOf",
-    object_functions<GDOObjectSetOfSetOfType, asn1_GDOObjectSetOfSetOf_d,
-                     asn1_GDOObjectSetOfSetOf_free>,
-    object_description<asn1_GDOObjectSetOfSetOf_d, asn1_GDOObjectSetOfSetOf_e,
-                       asn1_GDOObjectSetOfSetOf_free>);
+constinit const Type GDOObjectSetOfSetOfType =
+    defined(object_form, "GDOObject", "GDOObjectSetOfSetOf",
+            object_functions<GDOObjectSetOfSetOfType, asn1_GDOObjectSetOfSetOf_d,
+                             asn1_GDOObjectSetOfSetOf_free>,
+            object_description<asn1_GDOObjectSetOfSetOf_d, asn1_GDOObjectSetOfSetOf_e,
+                               asn1_GDOObjectSetOfSetOf_free>);
 
 }  // namespace asn1
 
@@ -192,7 +192,7 @@ using PlainCodec = Codec<GDOObjectSetOfType, GDOObject, tag::sequence>;
 using NestedSetCodec = Codec<GDOObjectSetOfSetOfType, GDOObject, tag::sequence>;
 }  // namespace
 
-// clang-format off: a table has a line for each field.
+// clang-format off
 
 // GDO ::= SEQUENCE {
 //   root  GDOObject,

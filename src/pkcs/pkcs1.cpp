@@ -4,7 +4,7 @@
 
 using namespace asn1;
 
-// clang-format off: a table has a line for each field.
+// clang-format off
 
 // DigestInfo ::= SEQUENCE {
 //   digestAlgorithm  AlgorithmIdentifier,

@@ -39,7 +39,7 @@ using TypedContentCodec = Codec<typed_content, Content, tag::any>;
 
 }  // namespace
 
-// clang-format off: a table has a line for each field.
+// clang-format off
 
 // IssuerAndSerialNumber ::= SEQUENCE {
 //   issuer        Name,

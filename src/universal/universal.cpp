@@ -141,12 +141,12 @@ constinit const Type BitStringAsStoredType =
 
 }  // namespace asn1
 
-// clang-format off: a table has a line for each field.
+// clang-format off
 
 // AlgorithmIdentifier ::= SEQUENCE {
 //   algorithm   OBJECT IDENTIFIER,
 //   parameters  ANY DEFINED BY algorithm OPTIONAL }
-using AlgIdTable =
-    Unrolled<Sequence<AlgId, Required<&AlgId::algorithm, ObjIdCodec>,
-                      Optional<&AlgId::parameters, AnyCodec, Presence::anything_left>>>;
+using AlgIdTable = Unrolled<Sequence<AlgId,
+    Required<&AlgId::algorithm, ObjIdCodec>,
+    Optional<&AlgId::parameters, AnyCodec, Presence::anything_left>>>;
 EXPORT_RECORD_AS(AlgId, "AlgorithmIdentifier", AlgIdTable)

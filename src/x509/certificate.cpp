@@ -17,7 +17,7 @@ constexpr Condition later_version{
 
 }  // namespace
 
-// clang-format off: a table has a line for each field.
+// clang-format off
 
 // Validity ::= SEQUENCE {
 //   notBefore  Time,

@@ -26,7 +26,7 @@ struct CrlIssuerCodec : Implicit<2, GeneralNamesCodec> {
 
 }  // namespace
 
-// clang-format off: a table has a line for each field.
+// clang-format off
 
 // AnotherName ::= SEQUENCE {
 //   type-id      OBJECT IDENTIFIER,

@@ -75,7 +75,7 @@ constexpr FieldFunctions other_logos_functions{
 
 }  // namespace
 
-// clang-format off: a table has a line for each field.
+// clang-format off
 
 using URIsCodec = SequenceOf<IA5StringCodec>;
 

@@ -24,17 +24,14 @@ constexpr FieldFunctions value_functions{
           const int octet = in.peek();
           if (octet < 0) return false;
           to->valueTag = octet;
-          const uint8_t *const next =
-              asn1_ASN1String_d(in.position(), in.end(), 0, static_cast<uint32_t>(octet),
-                                &to->value, depth);
+          const uint8_t *const next = asn1_ASN1String_d(
+              in.position(), in.end(), 0, static_cast<uint32_t>(octet), &to->value, depth);
           if (next == nullptr) return false;
           in.move_to(next);
           return true;
         },
-    .measure =
-        [](const Field &, const void *record, Measure &size) {
-          return size.add(encode_value(nullptr, assertion(record)));
-        },
+    .measure = [](const Field &, const void *record,
+                  Measure &size) { return size.add(encode_value(nullptr, assertion(record))); },
     .write =
         [](const Field &, BackWriter &out, const void *record) {
           out.element([record](uint8_t **pp) { return encode_value(pp, assertion(record)); });
@@ -52,7 +49,7 @@ using AttributeValueCodec = Codec<attribute_value, ASN1String, tag::any>;
 
 }  // namespace
 
-// clang-format off: a table has a line for each field.
+// clang-format off
 
 // AttributeTypeAndValue ::= SEQUENCE {
 //   type   OBJECT IDENTIFIER,

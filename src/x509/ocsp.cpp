@@ -8,9 +8,9 @@ namespace {
 
 [[maybe_unused]] constexpr const char *unit = "asn1_ocsp";
 
-/// [0] EXPLICIT as this protocol's decoders and encoders know it: it is looked for under A0, but its
-/// header is read, and written, as 20. So a field in the public form fails, and one that was written
-/// here is left unread.
+/// [0] EXPLICIT as this protocol's decoders and encoders know it: it is looked for under A0, but
+/// its header is read, and written, as 20. So a field in the public form fails, and one that was
+/// written here is left unread.
 template <class C>
 struct MistaggedExplicit : Explicit<0, C> {
   static constexpr uint8_t octet = 0;
@@ -23,8 +23,8 @@ struct ConstructedNull : Implicit<Number, NullCodec> {
   static constexpr uint8_t octet = tag::context | tag::constructed | Number;
 };
 
-/// The certificates of a signature cannot be read, as MistaggedExplicit says. Written is only a list
-/// without elements, and that under the right tag.
+/// The certificates of a signature cannot be read, as MistaggedExplicit says. Written is only a
+/// list without elements, and that under the right tag.
 constexpr FieldFunctions certificates_functions{
     .measure =
         [](const Field &field, const void *record, Measure &size) {
@@ -40,7 +40,7 @@ constexpr FieldFunctions certificates_functions{
 
 }  // namespace
 
-// clang-format off: a table has a line for each field.
+// clang-format off
 
 // CertID ::= SEQUENCE {
 //   hashAlgorithm   AlgorithmIdentifier,
