@@ -66,7 +66,7 @@ class Reader {
   /// Moves to where another decoder stopped, which read from this position on.
   void move_to(const uint8_t *z) { z_ = z; }
 
-  /// The content behind a header. A definite length with its top bit set leaves no octets; an
+  /// The content after a header. A definite length with its top bit set leaves no octets; an
   /// indefinite one leaves all but the last two, which its end-of-contents needs.
   inline ContentReader content(const Header &header) const;
   inline ContentReader content(uint32_t length) const;
@@ -100,7 +100,7 @@ class Reader {
   }
 
   /// Takes length octets. `indefinite` is given where that form is allowed. `*length` holds what
-  /// was read also when the content would reach behind the end, which is a failure.
+  /// was read also when the content would reach past the end, which is a failure.
   [[gnu::always_inline]] bool read_length(uint32_t *length, bool *indefinite, uint32_t depth) {
     require(z_ != nullptr, "asn1_x680", "asn1_Length_d", "z != NULL");
     require(end_ != nullptr, "asn1_x680", "asn1_Length_d", "end != NULL");

@@ -54,8 +54,10 @@ consteval uint16_t offset_of() {
   };
   constexpr Probe probe;
   const void *const member = &(probe.record.*Member);
-  for (uint16_t offset = 0; offset < sizeof(Record); ++offset) {
-    if (static_cast<const void *>(probe.octets + offset) == member) return offset;
+  for (size_t offset = 0; offset < sizeof(Record); ++offset) {
+    if (static_cast<const void *>(probe.octets + offset) == member) {
+      return static_cast<uint16_t>(offset);
+    }
   }
   return no_member;
 }

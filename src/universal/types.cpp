@@ -21,7 +21,7 @@ constexpr const char *unit = "asn1_x680";
 namespace {
 
 // What is written of an INTEGER: a zero octet where DER wants one, then the octets of the record
-// behind their leading zeros.
+// past their leading zeros.
 struct IntegerContent {
   bool zero_first = true;
   const uint8_t *octets = nullptr;

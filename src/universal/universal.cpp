@@ -38,6 +38,7 @@ constexpr TypeFunctions null_functions{
 
 }  // namespace
 
+// NOLINTBEGIN(bugprone-macro-parentheses): types, which parentheses do not go around.
 #define UNIVERSAL_TYPE(T, asn1_name, type_kind, type_identifier, ...)                    \
   namespace asn1 {                                                                       \
   extern const Type T##Type;                                                             \
@@ -69,6 +70,8 @@ constexpr TypeFunctions null_functions{
   STRING_FUNCTIONS(T, identifier)                        \
   UNIVERSAL_TYPE(T, asn1_name, type_kind, identifier, DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)
 #define CHARACTER_STRING(T, identifier) STRING_TYPE(T, #T, Kind::character_string, identifier)
+
+// NOLINTEND(bugprone-macro-parentheses)
 
 UNIVERSAL_TYPE(Integer, "INTEGER", Kind::integer, tag::integer, DECODER, ENCODER, CLONE, FREE,
                OWN_COMPARE)

@@ -1,9 +1,9 @@
 // The syntaxes of certificate and CRL extensions (RFC 5280, 4.2, 5.2).
 //
 // Several of them have explicit tags where the public definitions have implicit ones. An optional
-// field is found by its exact identifier octet: a primitive one in the public form is none, and the
-// cursor stays in front of it; a constructed one is taken for the explicit tag, and refused for
-// what is in it.
+// field is found by its exact identifier octet: a primitive one in the public form does not count,
+// and the cursor stays in front of it; a constructed one is taken for the explicit tag, and refused
+// for what is in it.
 #include "core/export.h"
 #include "x509/x509.h"
 
