@@ -14,5 +14,6 @@ provide want_gcovr
 
 sh scripts/check.sh coverage
 set --
-for folder in $(library_folders); do set -- "$@" --filter "$folder/" "build/coverage/$folder"; done
+for folder in $(library_folders); do set -- "$@" --filter "$folder/"; done
+for folder in $(library_folders); do set -- "$@" "build/coverage/$folder"; done
 gcovr --root . --object-directory build/coverage --exclude '.*_test[.]cpp' --fail-under-line 98 "$@"
