@@ -13,7 +13,10 @@
 extern "C" {
 #endif
 
-/** What is wrong with an input. Both texts end in a NUL octet, and are cut where they are longer.
+/**
+ * What is wrong with an input. Both texts end in a NUL octet. Where it is too long, a sentence is
+ * cut
+ * at its end, and a path between two names at its start.
  */
 typedef struct pki_Fault {
   uint32_t offset; /**< octets from the start of the input to where it goes wrong */

@@ -69,8 +69,9 @@ typedef struct pki_Field {
   pki_Tagging tagging;     /**< how the field is tagged */
   uint8_t tag;             /**< the identifier octet of the tag; 0 without one */
   pki_Presence presence;   /**< how the decoder finds it */
-  uint8_t found_by;        /**< the identifier octet by which the decoder finds it; 0 for any */
-  uint8_t kind;            /**< the number of the alternative, in the record of a CHOICE */
+  uint8_t found_by; /**< the identifier octet by which the decoder finds it; 0 for any. Of a Time,
+                         that of either alternative */
+  uint8_t kind;     /**< the number of the alternative, in the record of a CHOICE */
 } pki_Field;
 
 /**
@@ -114,11 +115,16 @@ const char *pki_Type_record(const pki_Type *type);
 /** Returns what the type is. */
 pki_Kind pki_Type_kind(const pki_Type *type);
 
-/** Returns the identifier octet (X.690, 8.1.2) of the type, or 0 where it has none in particular.
+/**
+ * Returns the identifier octet (X.690, 8.1.2) of the type, or 0 where it has none in particular.
+ * Time has that of its first alternative.
  */
 uint8_t pki_Type_identifier(const pki_Type *type);
 
-/** Returns the octets of the type's record; 0 for a list, a text, a universal type. */
+/**
+ * Returns the octets of the type's record, or of the number that BOOLEAN and ENUMERATED are inside
+ * one; 0 for a list, a text, another universal type.
+ */
 uint32_t pki_Type_size(const pki_Type *type);
 
 /** Returns the type of a list's elements, or NULL. */

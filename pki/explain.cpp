@@ -80,21 +80,19 @@ template <size_t Size>
 void write_path(const Path *path, char (&buffer)[Size]) {
   size_t start = Size - 1;
   buffer[start] = '\0';
-  auto prepend = [&](const char *text, size_t length) {
-    if (length > start) return false;
-    start -= length;
-    std::memcpy(buffer + start, text, length);
-    return true;
-  };
   for (; path != nullptr; path = path->outer) {
-    if (path->name == nullptr) {
-      char number[16];
-      const int length = std::snprintf(number, sizeof number, "[%u]", path->index);
-      if (!prepend(number, static_cast<size_t>(length))) break;
-    } else if (path->name[0] != '\0') {
-      const bool dot = buffer[start] != '\0' && buffer[start] != '[';
-      if ((dot && !prepend(".", 1)) || !prepend(path->name, std::strlen(path->name))) break;
+    char number[16];
+    const char *part = path->name;
+    if (part == nullptr) {
+      std::snprintf(number, sizeof number, "[%u]", path->index);
+      part = number;
     }
+    const size_t length = std::strlen(part);
+    const size_t dot = buffer[start] != '\0' && buffer[start] != '[' ? 1 : 0;
+    if (length + dot > start) break;
+    start -= length + dot;
+    std::memcpy(buffer + start, part, length);
+    if (dot != 0) buffer[start + length] = '.';
   }
   std::memmove(buffer, buffer + start, Size - start);
 }
@@ -481,12 +479,12 @@ bool Explanation::field(const Type &type, const Field &field, ContentReader &in,
                         const Path *path) {
   if (!is_there(field, in)) return true;
   const uint8_t *const from = in.position();
+  const Path inner{path, field.name, 0};
   if (field.condition != nullptr && !allowed(type, field, *numbers)) {
-    fail(from, path, "found %s, %s", TagName(static_cast<uint8_t>(in.peek())).text,
+    fail(from, &inner, "found %s, %s", TagName(static_cast<uint8_t>(in.peek())).text,
          field.condition->otherwise);
     return false;
   }
-  const Path inner{path, field.name, 0};
   const uint8_t *const next = tagged(field, in, &inner);
   if (next == nullptr) return false;
   in.move_to(next);

@@ -1,5 +1,6 @@
 #include "pki/type.h"
 
+#include <cstddef>
 #include <cstring>
 #include <iterator>
 
@@ -58,10 +59,17 @@ const pki_Functions *pki_Type_functions(const pki_Type *type) { return &type_of(
 int32_t pki_Type_field(const pki_Type *type, uint32_t index, pki_Field *field) {
   if (field == nullptr || index >= type_of(type).count) return 0;
   const Field &from = type_of(type).fields[index];
-  *field = {from.name,     handle_of(from.type),
-            from.member,   from.text,
-            from.kept,     static_cast<pki_Tagging>(from.tagging),
-            from.tag,      static_cast<pki_Presence>(from.presence),
-            from.found_by, from.kind};
+  // The records of all CHOICE types are alike: `kind`, and a pointer to the value.
+  const bool is_alternative = type_of(type).kind == Kind::choice;
+  *field = {from.name,
+            handle_of(from.type),
+            is_alternative ? static_cast<uint32_t>(offsetof(GeneralName, value)) : from.member,
+            from.text,
+            from.kept,
+            static_cast<pki_Tagging>(from.tagging),
+            from.tag,
+            static_cast<pki_Presence>(from.presence),
+            from.found_by,
+            from.kind};
   return 1;
 }
