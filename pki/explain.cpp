@@ -166,6 +166,8 @@ class Explanation {
   bool in_text_ = false;  ///< inside a name that becomes a text
 };
 
+// The compiler checks the arguments against the format.
+// NOLINTNEXTLINE(cert-dcl50-cpp)
 const uint8_t *Explanation::fail(const uint8_t *at, const Path *path, const char *format, ...) {
   const auto offset = static_cast<size_t>(at - start_);
   fault_->offset = offset > UINT32_MAX ? UINT32_MAX : static_cast<uint32_t>(offset);
@@ -321,14 +323,13 @@ bool Explanation::take(Reader &in, const Header &header, const Path *path, Octet
   const Reader from = in;
   Content content;
   if (content.take(&in, header, 0, octets)) return true;
+  constexpr bool is_bits = Content::units != 1;
   const int first = from.peek();
-  if (Content::units != 1 && first < 0) {
+  if (is_bits && (first < 0 || (!header.indefinite && header.length == 0))) {
     fail(from.position(), path, "a BIT STRING without its count of unused bits");
-  } else if (Content::units != 1 && !header.indefinite && header.length == 0) {
-    fail(from.position(), path, "a BIT STRING without its count of unused bits");
-  } else if (Content::units != 1 && first > 7) {
+  } else if (is_bits && first > 7) {
     fail(from.position(), path, "a BIT STRING with more than seven unused bits");
-  } else if (Content::units != 1 && header.length == 1) {
+  } else if (is_bits && header.length == 1) {
     fail(from.position(), path, "a BIT STRING with unused bits and no others");
   } else if (header.indefinite) {
     fail(from.position(), path, "a string of indefinite length without its end-of-contents");

@@ -80,6 +80,8 @@ class Reader {
     require(end_ != nullptr, "asn1_x680", "asn1_Tag_d", "end != NULL");
     if (constructed != nullptr) *constructed = false;
     if (at_end()) return false;
+    // Not null, as required above, which the analyzer loses at some depth.
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference)
     const uint8_t octet = *z_;
     const auto implicit = static_cast<uint8_t>(impl_tag);
     const auto effective =

@@ -78,18 +78,25 @@ constexpr Type defined(const Type *form, const char *name, const char *record,
 #define ORVELASN1_DESCRIPTION(T, ...)
 #endif
 
-// Applies `prefix` ## word to T for each word.
-#define ORVELASN1_EACH(prefix, T, ...) \
-  __VA_OPT__(ORVELASN1_EXPAND(ORVELASN1_EACH_STEP(prefix, T, __VA_ARGS__)))
-#define ORVELASN1_EACH_STEP(prefix, T, word, ...) \
-  prefix##word(T) __VA_OPT__(ORVELASN1_EACH_AGAIN ORVELASN1_PARENTHESES(prefix, T, __VA_ARGS__))
-#define ORVELASN1_EACH_AGAIN() ORVELASN1_EACH_STEP
-#define ORVELASN1_PARENTHESES ()
-#define ORVELASN1_EXPAND(...) \
-  ORVELASN1_EXPAND_2(ORVELASN1_EXPAND_2(ORVELASN1_EXPAND_2(__VA_ARGS__)))
-#define ORVELASN1_EXPAND_2(...) \
-  ORVELASN1_EXPAND_1(ORVELASN1_EXPAND_1(ORVELASN1_EXPAND_1(__VA_ARGS__)))
-#define ORVELASN1_EXPAND_1(...) __VA_ARGS__
+// Applies `prefix` ## word to T for each of up to seven words.
+#define ORVELASN1_EACH(prefix, T, ...)                                                           \
+  ORVELASN1_SELECT(__VA_ARGS__, ORVELASN1_EACH_7, ORVELASN1_EACH_6, ORVELASN1_EACH_5,            \
+                   ORVELASN1_EACH_4, ORVELASN1_EACH_3, ORVELASN1_EACH_2, ORVELASN1_EACH_1, none) \
+  (prefix, T, __VA_ARGS__)
+#define ORVELASN1_SELECT(a, b, c, d, e, f, g, name, ...) name
+#define ORVELASN1_EACH_1(prefix, T, word) prefix##word(T)
+#define ORVELASN1_EACH_2(prefix, T, word, ...) \
+  prefix##word(T) ORVELASN1_EACH_1(prefix, T, __VA_ARGS__)
+#define ORVELASN1_EACH_3(prefix, T, word, ...) \
+  prefix##word(T) ORVELASN1_EACH_2(prefix, T, __VA_ARGS__)
+#define ORVELASN1_EACH_4(prefix, T, word, ...) \
+  prefix##word(T) ORVELASN1_EACH_3(prefix, T, __VA_ARGS__)
+#define ORVELASN1_EACH_5(prefix, T, word, ...) \
+  prefix##word(T) ORVELASN1_EACH_4(prefix, T, __VA_ARGS__)
+#define ORVELASN1_EACH_6(prefix, T, word, ...) \
+  prefix##word(T) ORVELASN1_EACH_5(prefix, T, __VA_ARGS__)
+#define ORVELASN1_EACH_7(prefix, T, word, ...) \
+  prefix##word(T) ORVELASN1_EACH_6(prefix, T, __VA_ARGS__)
 
 // What the engine takes from elsewhere.
 #define ORVELASN1_TYPE_NEW(T)
