@@ -41,9 +41,10 @@ cppcheck --quiet --std=c++20 --language=c++ --inline-suppr --error-exitcode=1 \
 
 say "=== gcc -fanalyzer"
 # malloc-leak: the analyzer loses sight of a record that leaves by the place that a caller gave.
+# null-argument: it takes the object of a lambda without captures, which there is none, for a mistake.
 for unit in $libraries; do
   g++ -std=c++20 -O1 -fno-exceptions -fno-rtti -I include -I src -I . -I $build/pki \
-    -DORVELASN1_DESCRIBES -fanalyzer -Wno-analyzer-malloc-leak -Werror -c "$unit" -o /dev/null ||
-    status=1
+    -DORVELASN1_DESCRIBES -fanalyzer -Wno-analyzer-malloc-leak -Wno-analyzer-null-argument \
+    -Werror -c "$unit" -o /dev/null || status=1
 done
 exit $status
