@@ -15,8 +15,7 @@ extern "C" {
 
 /**
  * What is wrong with an input. Both texts end in a NUL octet. Where it is too long, a sentence is
- * cut
- * at its end, and a path between two names at its start.
+ * cut at its end, and a path between two names at its start.
  */
 typedef struct pki_Fault {
   uint32_t offset; /**< octets from the start of the input to where it goes wrong */
@@ -28,9 +27,8 @@ typedef struct pki_Fault {
 /**
  * Explains why the octets from `z` up to `end` are not a value of a type. Takes exactly what the
  * decoder of the type takes, octets past the value included, but for two things: an input that
- * would
- * end the process has a fault, and so has a value whose parts nest deeper than the stack of the
- * calling thread allows.
+ * would end the process has a fault, and so has a value whose parts nest deeper than the stack of
+ * the calling thread allows.
  *
  * Returns 0 where nothing is wrong: `fault->offset` is then the number of octets that the value
  * takes. Returns 1 where something is, and `*fault` says what. The first octet that does not fit

@@ -9,5 +9,5 @@ set -eu
 compiler=$1 include=$2
 for header in "$include"/*.h; do
   printf '#include "%s"\n' "$header"
-done | "$compiler" -E -P -x c - | grep -oE '(asn1|List)_[A-Za-z0-9_]+ *\(' | tr -d ' (' |
+done | "$compiler" -E -P -x c - | grep -oE '(asn1|List|pki)_[A-Za-z0-9_]+ *\(' | tr -d ' (' |
   LC_ALL=C sort -u

@@ -33,7 +33,7 @@ for header in "$include"/*.h; do
 done
 
 compile "$source" -c -o "$folder/object"
-nm -u "$folder/object" | awk '$NF ~ /^(asn1|List)_/ { print $NF }' | sort -u >"$folder/used"
+nm -u "$folder/object" | awk '$NF ~ /^(asn1|List|pki)_/ { print $NF }' | sort -u >"$folder/used"
 sh "$(dirname "$0")/../declared_functions.sh" "$compiler" "$include" >"$folder/declared"
 test -s "$folder/declared"
 diff "$folder/declared" "$folder/used" ||
@@ -45,7 +45,7 @@ macros() { # HEADER...
   compile "$folder/macros" -dM -E | sed 's/^#define \([A-Za-z0-9_]*\).*/\1/' | sort
 }
 headers=$(cd "$include" && echo *.h)
-echo "$headers" | tr ' a-z.' '\nA-Z_' | sed '/^ORVEL/!s/^/ORVELASN1_/' >"$folder/expected"
+echo "$headers" | tr ' a-z.' '\nA-Z_' | sed 's/^PKI/ORVELPKI/; /^ORVEL/!s/^/ORVELASN1_/' >"$folder/expected"
 if [ "$language" = c ]; then
   printf '%s\n' List_destructor List_cloner List_comparison asn1_encoder asn1_decoder \
     List_contains List_clone List_free asn1_implicit_e asn1_explicit_e asn1_explicit_d \

@@ -3,6 +3,7 @@
  * the same text as C++. compile.sh makes sure that none is missing.
  */
 #include <orvelasn1.h>
+#include <orvelpki.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -718,6 +719,23 @@ static void use_getters(void) {
   }
 }
 
+static void use_descriptors(void) {
+  static const uint8_t validity[] = {0x30, 0x02, 0x05, 0x00};
+  const pki_Type *type = pki_Type_find("Validity"), *list = pki_Type_find("Extensions");
+  const pki_Functions *functions = pki_Type_functions(type);
+  pki_Field field;
+  pki_Fault fault;
+  EXPECT(pki_Type_get(pki_Type_count()) == NULL);
+  EXPECT(strcmp(pki_Type_name(type), pki_Type_record(type)) == 0);
+  EXPECT(pki_Type_kind(type) == PKI_SEQUENCE && pki_Type_identifier(type) == 0x30);
+  EXPECT(pki_Type_size(type) == sizeof(Validity) && pki_Type_field_count(type) == 2);
+  EXPECT(pki_Type_field(type, 1, &field) == 1 && strcmp(field.name, "notAfter") == 0);
+  EXPECT(pki_Type_element(list) == pki_Type_find("Extension"));
+  EXPECT(pki_explain(type, validity, validity + sizeof validity, &fault) == 1);
+  EXPECT(fault.offset == 2 && strcmp(fault.path, "notBefore") == 0);
+  functions->free(functions->create());
+}
+
 int main(void) {
   use_the_frame();
   use_numbers();
@@ -739,5 +757,6 @@ int main(void) {
   use_messages();
   use_card_objects();
   use_getters();
+  use_descriptors();
   return failures == 0 ? 0 : 1;
 }
