@@ -1,7 +1,7 @@
-// How long the library takes for a certificate, over those that this system trusts. Times are for
-// one certificate. The floor is what the blocks of decoding and releasing cost without any decoding:
-// the program's own malloc and its relatives note them during one real decoding, and the floor
-// allocates and frees the same sizes in the same order, through the same functions.
+// Measures how long the library takes for a certificate, over those that this system trusts. Times
+// are for one certificate. The floor is the cost of the blocks alone: the program's own malloc and
+// its relatives note them while one certificate is decoded and released, and the floor allocates
+// and frees the same sizes in the same order, through the same functions.
 #include <benchmark/benchmark.h>
 #include <orvelasn1.h>
 #include <pem.h>
@@ -26,7 +26,7 @@ namespace {
 struct Step {
   enum Kind : uint8_t { Allocate, Resize, Release };
   Kind kind;
-  uint32_t slot;  // which of the blocks
+  uint32_t slot;  // the number of the block
   size_t size;
 };
 
@@ -117,8 +117,8 @@ Certificate *decode(const Octets &der) {
   return certificate;
 }
 
-/// What decoding and releasing does with the allocator, as runs of steps of one kind, so that going
-/// through them costs next to nothing.
+/// The calls that decoding and releasing makes to the allocator, as runs of steps of one kind:
+/// walking these costs next to nothing.
 class Blocks {
  public:
   explicit Blocks(const Octets &der) {
@@ -168,7 +168,7 @@ class Blocks {
   std::vector<Run> runs_;
 };
 
-/// The certificates of the trust store that the library reads.
+/// Returns the certificates of the trust store that the library decodes.
 const std::vector<Octets> &certificates() {
   static const std::vector<Octets> all = [] {
     std::ifstream in(support::trust_store, std::ios::binary);
@@ -184,7 +184,7 @@ const std::vector<Octets> &certificates() {
   return all;
 }
 
-/// The certificates, decoded; they stay until the program ends.
+/// Returns the certificates, decoded. They stay until the program ends.
 const std::vector<Certificate *> &decoded() {
   static const std::vector<Certificate *> all = [] {
     std::vector<Certificate *> made;
@@ -194,7 +194,7 @@ const std::vector<Certificate *> &decoded() {
   return all;
 }
 
-/// What the decoding of each certificate does with the allocator.
+/// Returns the calls to the allocator for each certificate.
 const std::vector<Blocks> &all_blocks() {
   static const std::vector<Blocks> all(certificates().begin(), certificates().end());
   return all;
@@ -207,7 +207,7 @@ const std::vector<Blocks> &all_blocks() {
 constexpr const char *decode_and_free = "decode+free";
 constexpr const char *floor_of_its_blocks = "floor";
 
-/// Runs `one` for each element of `all` in each iteration, and counts the time of one element.
+/// Runs `one` for each element of `all` in each iteration. Counts the time of one element.
 template <class All, class One>
 void for_each(benchmark::State &state, const All &all, One one) {
   for ([[maybe_unused]] const auto iteration : state)

@@ -1,14 +1,14 @@
 # Warnings and hardening that every target of the project shares, as two interface targets.
 include_guard()
 
-# Warnings. Clang's -Weverything is on, minus what does not fit this code:
+# Warnings. Clang's -Weverything is on, except for what does not fit this code:
 set(clang_exceptions
     -Wno-c++98-compat # the code is C++20
     -Wno-c++98-compat-pedantic
     -Wno-c++20-compat
     -Wno-padded # the layout of the records is the public interface
     -Wno-unsafe-buffer-usage # newer compilers only; the cursor is where buffers are guarded
-    -Wno-unknown-warning-option # so that the line above does no harm to older compilers
+    -Wno-unknown-warning-option # older compilers do not know the line above
     -Wno-documentation-unknown-command
     -Wno-disabled-macro-expansion) # the C runtime's own macros
 add_library(orvelasn1_warnings INTERFACE)
@@ -19,7 +19,7 @@ target_compile_options(
             $<$<CXX_COMPILER_ID:Clang>:-Weverything ${clang_exceptions}>
             $<$<BOOL:${ORVELASN1_WERROR}>:-Werror>)
 
-# The same for tests, where GoogleTest's macros make globals with constructors.
+# The same for tests. GoogleTest's macros make globals with constructors.
 add_library(orvelasn1_test_warnings INTERFACE)
 target_link_libraries(orvelasn1_test_warnings INTERFACE orvelasn1_warnings)
 target_compile_options(
@@ -29,14 +29,14 @@ target_compile_options(
             -Wno-used-but-marked-unused
             -Wno-weak-vtables>)
 
-# What guards a shared library that sits where attackers' octets arrive first.
+# Hardening, for libraries that are the first to read octets from attackers.
 add_library(orvelasn1_hardening INTERFACE)
 target_compile_options(
   orvelasn1_hardening INTERFACE -fstack-protector-strong $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions
                                 -fno-rtti> -fno-semantic-interposition)
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|i.86")
-  # Branch targets are marked in the code. The library as a whole says so of the shadow stack only: the
-  # C runtime's own start files, which are linked in, have no such marks on Debian.
+  # The code marks its branch targets. The library's note promises only the shadow stack: the C runtime's
+  # own start files, which are linked in, have no such marks on Debian.
   target_compile_options(orvelasn1_hardening INTERFACE -fcf-protection=full)
   target_link_options(orvelasn1_hardening INTERFACE -Wl,-z,shstk)
 endif()

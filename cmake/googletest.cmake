@@ -16,9 +16,9 @@ add_library(gtest_main STATIC EXCLUDE_FROM_ALL ${sources})
 target_compile_features(gtest_main PUBLIC cxx_std_20)
 target_include_directories(gtest_main SYSTEM PUBLIC ${source}/include PRIVATE ${source})
 target_link_libraries(gtest_main PUBLIC Threads::Threads PRIVATE orvelasn1_test_warnings)
-# Neither GoogleTest nor the tests gain by optimisation: what takes their time lies elsewhere.
+# Optimisation makes neither GoogleTest nor the tests faster: their time is spent elsewhere.
 target_compile_options(gtest_main PRIVATE -O0)
-# What the tests include is compiled once for all programs, and so with the warnings that they have.
+# The headers that the tests include are compiled once for all programs, with the warnings of the tests.
 set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
 target_precompile_headers(
   gtest_main PRIVATE <gtest/gtest.h> <algorithm> <csignal> <filesystem> <fstream> <functional> <map>
@@ -26,10 +26,10 @@ target_precompile_headers(
 
 # add_test_program(TARGET SOURCE... [ALONE SUITES] [ENVIRONMENT VARIABLE] [OWN_HEADERS])
 #
-# Makes a program of the sources, and a test of CTest of each of its suites: a process a suite takes
-# half of the time that a process a test takes. Of the suites whose names match the regular
-# expression SUITES each test has a process of its own. VARIABLE, such as A=B, is set in all of them.
-# With OWN_HEADERS, the program has precompiled headers of its own.
+# Builds a program from the sources, and adds a test of CTest for each of its suites: a process for each
+# suite takes half of the time of a process for each test. Where the name of a suite matches the regular
+# expression SUITES, each of its tests has a process of its own. VARIABLE, such as A=B, is set in all of
+# them. With OWN_HEADERS, the program has precompiled headers of its own.
 function(add_test_program target)
   cmake_parse_arguments(PARSE_ARGV 1 arg OWN_HEADERS "ALONE;ENVIRONMENT" "")
   add_executable(${target} ${arg_UNPARSED_ARGUMENTS})

@@ -1,7 +1,7 @@
-# Read by CTest whenever it runs: a test for each suite of a program of GoogleTest, or for each test
-# of the suites whose names match `alone`. The file `results`/NAME.tests, NAME being the program's,
-# lists them all, a line each: the test of CTest, a blank, the test of GoogleTest. A process leaves
-# what came of its tests in the folder `results`/NAME, as XML.
+# CTest reads this file whenever it runs. Adds a test for each suite of a program of GoogleTest, or for
+# each test of the suites whose names match `alone`. The file `results`/NAME.tests, where NAME is the
+# program's, lists all tests, one a line: the test of CTest, a blank, the test of GoogleTest. Each process
+# writes the outcomes of its tests to the folder `results`/NAME, as XML.
 get_filename_component(name ${program} NAME)
 if(NOT EXISTS ${program})
   add_test(${name} ${program}) # which fails
@@ -12,7 +12,7 @@ if(NOT status STREQUAL 0)
   message(FATAL_ERROR "${program} does not list its tests: ${status}\n${list}")
 endif()
 
-# The parameters behind the names may hold any characters.
+# The parameters after the names may hold any characters.
 string(REGEX REPLACE "  # [^\n]*" "" list "${list}")
 string(REGEX MATCHALL "[^\n]+" list "${list}")
 set(lines)

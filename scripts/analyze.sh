@@ -1,6 +1,6 @@
 #!/bin/sh
-# Looks for mistakes without running anything: clang-tidy, cppcheck and gcc's own analyzer, each
-# without a finding. clang-tidy takes minutes; where FILEs are named, it looks at these only.
+# Runs clang-tidy, cppcheck and gcc's own analyzer. Fails where one of them finds a mistake. clang-tidy
+# takes minutes; where FILEs are named, it looks at these only.
 #
 #   sh scripts/analyze.sh [FILE...]
 set -eu
@@ -17,12 +17,12 @@ provide want_build_tools want_tool_libraries want_analyzers
 
 status=0
 libraries=$(library_sources)
-# The names are meant to be split, here and below.
+# The names must be split, here and below.
 # shellcheck disable=SC2046,SC2086
 if [ $# = 0 ]; then set -- $libraries $(find tool -name '*.cpp' | LC_ALL=C sort); fi
 
 say "=== clang-tidy"
-# Of this build only the list of commands is used, and what is generated: the tool's registry and the
+# Only the list of commands and the generated files of this build are used: the tool's registry and the
 # list of types.
 build=build/analyze
 cmake --preset clang -B $build -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON >/dev/null
@@ -30,7 +30,7 @@ cmake --build $build --target tool/registry.inc pki/types.inc >/dev/null
 printf '%s\n' "$@" | xargs -P 2 -n 1 clang-tidy --quiet -p $build 2>/dev/null || status=1
 
 say "=== cppcheck"
-# noExplicitConstructor: the classes around functions are there to be converted to.
+# noExplicitConstructor: a function must convert to the class around it.
 # useStlAlgorithm: a loop with a way out is often plainer.
 # duplInheritedMember: a table that is another one with a difference hides what differs.
 # shellcheck disable=SC2086
@@ -40,8 +40,8 @@ cppcheck --quiet --std=c++20 --language=c++ --inline-suppr --error-exitcode=1 \
   -I include -I src -I . $libraries || status=1
 
 say "=== gcc -fanalyzer"
-# malloc-leak: the analyzer loses sight of a record that leaves by the place that a caller gave.
-# null-argument: it takes the object of a lambda without captures, which there is none, for a mistake.
+# malloc-leak: the analyzer does not follow a record that is stored through a caller's pointer.
+# null-argument: a lambda without captures has no object, which the analyzer takes for a mistake.
 for unit in $libraries; do
   g++ -std=c++20 -O1 -fno-exceptions -fno-rtti -I include -I src -I . -I $build/pki \
     -DORVELASN1_DESCRIBES -fanalyzer -Wno-analyzer-malloc-leak -Wno-analyzer-null-argument \

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Builds the benchmarks and runs them several times; the medians are what to compare.
+# Builds the benchmarks and runs them several times. Compare the medians.
 #
 #   sh scripts/bench.sh [OPTION...]
 #

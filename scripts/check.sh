@@ -3,8 +3,8 @@
 #
 #   sh scripts/check.sh [PRESET...]
 #
-# The presets are release (where none is named), debug, asan, tsan, m32 and clang. The last lines name
-# the tests that failed or were skipped, and say how many there were in all of them.
+# The presets are release (the default), debug, asan, tsan, m32 and clang. The last lines name the tests
+# that failed or were skipped, and count those of all presets.
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
@@ -40,7 +40,7 @@ provide want_build_tools want_tool_libraries want_certificates want_test_tools \
 outcomes=$(mktemp) unpassed=$(mktemp)
 trap 'rm -f "$outcomes" "$unpassed"' EXIT
 
-# run PRESET: builds and tests it. Its outcomes go to a file, those of what fails as a whole too.
+# run PRESET: builds and tests it. Writes the outcomes to a file, also where the build or CTest fails.
 run() {
   build=build/$1
   rm -rf "$build/results.xml" "$build/suites"
@@ -54,7 +54,7 @@ run() {
   if ! { [ -s "$build/results.xml" ] && sh scripts/outcomes.sh "$build" >"$outcomes"; }; then
     echo "failed the results" >"$outcomes"
   fi
-  # What ctest could not even start is a failure too.
+  # A test that ctest could not start is a failure, too.
   if [ $status != 0 ] && [ "$(count failed)" = 0 ]; then echo "failed ctest" >>"$outcomes"; fi
 }
 
@@ -72,7 +72,7 @@ for preset in $presets; do
   grep -v '^passed ' "$outcomes" | sed "s/ / in $preset: /" >>"$unpassed" || true
 done
 
-# Each test that did not pass, by its name.
+# The name of each test that did not pass.
 cat "$unpassed"
 closing="$passed passed, $failed failed"
 if [ $skipped != 0 ]; then closing="$closing, $skipped skipped"; fi

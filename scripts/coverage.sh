@@ -1,6 +1,6 @@
 #!/bin/sh
-# Runs all tests and says which lines of the libraries none of them reaches. Fails where the lines
-# reached are fewer than 98 of 100.
+# Runs all tests and prints the lines of the libraries that no test reaches. Fails where the tests reach
+# fewer than 98 of 100 lines.
 #
 #   sh scripts/coverage.sh
 set -eu

@@ -3,9 +3,9 @@
 #
 #   sh scripts/fuzz.sh [SECONDS [GROUP...]]
 #
-# Each target runs for so many seconds (60 where none are given); all of them, or those of the
-# groups. What they find that covers more stays in build/fuzz/corpus/GROUP, for the next run to start
-# from. The status is not 0 where a target found a mistake: its input is in build/fuzz/findings.
+# Runs the targets of the groups, or all of them, each for so many seconds (60 by default). Inputs that
+# cover more stay in build/fuzz/corpus/GROUP, and the next run starts from them. The status is not 0 where
+# a target found a mistake. Its input is then in build/fuzz/findings.
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
@@ -36,14 +36,14 @@ if [ $# = 0 ]; then
   done
 fi
 
-# run GROUP: runs its target, which leaves its words in a log and its status beside it.
+# run GROUP: runs its target. Writes its output to a log and its status to a file next to that.
 run() {
   dictionary=
   if [ -f "tests/fuzz/$1.dict" ]; then dictionary=-dict=tests/fuzz/$1.dict; fi
   mkdir -p "$build/corpus/$1" "$build/seeds/$1"
   status=0
-  # Without a zone, the C runtime looks for one at each line of the trace. The dictionary is one
-  # option, or none.
+  # Without TZ, the C runtime looks up the time zone for each line of the trace. The dictionary is one
+  # option or empty.
   # shellcheck disable=SC2086
   TZ=UTC "$build/bin/fuzz_$1" -max_total_time="$seconds" -max_len=4096 -timeout=10 -rss_limit_mb=2048 \
     -detect_leaks=0 -print_final_stats=1 -artifact_prefix="$build/findings/$1-" $dictionary \
@@ -64,7 +64,7 @@ for group in "$@"; do
 done
 wait
 
-# number NAME LOG: a number at the end of a log, or 0 where the target did not get there.
+# number NAME LOG: prints a number from the end of a log, or 0 where the target did not get there.
 number() {
   value=$(sed -n "s/^stat::$1: *//p" "$2")
   echo "${value:-0}"

@@ -1,11 +1,11 @@
 #!/bin/sh
-# Says which lines include what their floor must not know, as file:line: text. Fails where there are
-# any, and where a source lies on no floor.
+# Prints the lines that include what their floor must not know, as file:line: text. Fails where it finds
+# one, and where a source is on no floor.
 #
 #   sh scripts/includes.sh
 #
-# A floor of src/ knows itself and those before it in the list below, and the public headers; pki/
-# knows all of src/; the tool knows the library as any program does, by its public headers.
+# A floor of src/ knows itself, the floors before it in the list below, and the public headers. pki/ knows
+# all of src/. The tool knows the library as any program does, by its public headers.
 set -eu
 cd "$(dirname "$0")/.."
 
@@ -14,7 +14,7 @@ trap 'rm -f "$files"' EXIT
 find include utils src pki tool -type f \( -name '*.h' -o -name '*.c' -o -name '*.cpp' \) \
   2>/dev/null | LC_ALL=C sort >"$files" || true
 
-# No name has a blank.
+# No name has a blank in it.
 # shellcheck disable=SC2046
 awk '
   BEGIN {
@@ -37,14 +37,14 @@ awk '
     for (i = split(others, list, " "); i > 0; --i) may[folder, list[i]] = 1
   }
 
-  # The folder of the table that a file lies in, or nothing.
+  # Returns the folder of the table that a file is in, or "".
   function floor_of(file, parts) {
     split(file, parts, "/")
     if (parts[1] in is_floor) return parts[1]
     return (parts[1] "/" parts[2]) in is_floor ? parts[1] "/" parts[2] : ""
   }
 
-  # A path without "." and "..".
+  # Returns a path without "." and "..".
   function plain(path, parts, count, i, kept, out) {
     count = split(path, parts, "/")
     kept = 0
@@ -57,8 +57,8 @@ awk '
     return out
   }
 
-  # The file that a line means: beside the one that includes it, in a folder that sources are compiled
-  # with, or, in quotes, any whose path ends so. Nothing where it is none of the project.
+  # Returns the file that a line includes: in the folder of the including file, in a folder that sources
+  # are compiled with, or, in quotes, any whose path ends so. Returns "" for a file outside the project.
   function meant(by, name, quoted, folder, root, candidate, i) {
     folder = by
     sub("/[^/]*$", "/", folder)

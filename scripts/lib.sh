@@ -1,6 +1,6 @@
 # shellcheck shell=sh
-# Shared by the scripts of this folder: what they need is looked for and, as root on a system with
-# apt-get, installed. POSIX sh; to be sourced.
+# Sourced by the scripts of this folder. Looks for the programs and libraries that they need, and installs
+# what is missing, as root on a system with apt-get. POSIX sh.
 
 say() {
   printf '%s\n' "$*"
@@ -11,7 +11,7 @@ fail() {
   exit 1
 }
 
-# The folders of the libraries, and the files that they are compiled from. No name has a blank.
+# Print the folders of the libraries, and the files that these are compiled from. No name has a blank in it.
 library_folders() {
   for folder in src pki utils; do
     if [ -d $folder ]; then echo $folder; fi
@@ -19,14 +19,14 @@ library_folders() {
 }
 
 library_sources() {
-  # The names are meant to be split.
+  # The names must be split.
   # shellcheck disable=SC2046
   find $(library_folders) -name '*.cpp' ! -name '*_test.cpp' | LC_ALL=C sort
 }
 
 missing=
 
-# want PACKAGE COMMAND...: PACKAGE is missing where COMMAND fails.
+# want PACKAGE COMMAND...: adds PACKAGE to what is missing where COMMAND fails.
 want() {
   package=$1
   shift
@@ -49,7 +49,7 @@ has_header() {
   printf '#include <%s>\n' "$1" | g++ -std=c++20 -x c++ -fsyntax-only -
 }
 
-# links COMPILER OPTION...: whether the compiler makes a program with these options.
+# links COMPILER OPTION...: succeeds where the compiler links a program with these options.
 links() {
   scratch=$(mktemp -d)
   echo 'int main() { return 0; }' >"$scratch/main.cpp"
@@ -78,8 +78,8 @@ want_certificates() {
   want ca-certificates test -s /etc/ssl/certs/ca-certificates.crt
 }
 
-# provide FUNCTION...: calls each FUNCTION, which says with `want` what it needs, and installs what
-# is missing; ends the script where that cannot be done.
+# provide FUNCTION...: calls each FUNCTION, which calls `want` for what it needs. Installs what is
+# missing, or ends the script where it cannot.
 provide() {
   missing=
   for function in "$@"; do "$function"; done
@@ -96,7 +96,7 @@ provide() {
   fi
   say "Installing$missing"
   export DEBIAN_FRONTEND=noninteractive
-  # The names are meant to be split.
+  # The names must be split.
   # shellcheck disable=SC2086
   { apt-get update -q && apt-get install -q -y --no-install-recommends $missing; } ||
     fail "apt-get could not install$missing"

@@ -1,12 +1,12 @@
 #!/bin/sh
-# Says what came of each test of a build, a line each: passed, failed or skipped, a blank, and its name.
+# Prints the outcome of each test of a build, one a line: passed, failed or skipped, a blank, and its name.
 #
 #   sh scripts/outcomes.sh BUILD
 #
-# CTest runs the tests of GoogleTest many to a process, see cmake/suites.cmake. BUILD/results.xml says
-# what came of its processes, BUILD/suites which tests they hold and what came of these. A test of
-# which nothing is known, because its process came to an end before it, has failed. So has, under its
-# own name, a process that failed though none of its tests did, as it does where memory leaks.
+# CTest runs many tests of GoogleTest in one process, see cmake/suites.cmake. BUILD/results.xml has the
+# outcomes of the processes, BUILD/suites their tests and the outcomes of these. A test without an outcome
+# has failed: its process ended before it. A process that fails although its tests pass, as it does where
+# memory leaks, counts as a failure under its own name.
 set -eu
 cd "$1"
 for list in suites/*.tests; do
@@ -14,7 +14,7 @@ for list in suites/*.tests; do
   program=${list%.tests}
   find "$program" -name '*.xml' -exec cat {} + 2>/dev/null |
     awk -v list="$list" '
-      # The attribute of the element on this line, or nothing.
+      # Returns the attribute of the element on this line, or "".
       function attribute(name) {
         if (!match($0, " " name "=\"[^\"]*\"")) return ""
         return substr($0, RSTART + length(name) + 3, RLENGTH - length(name) - 4)

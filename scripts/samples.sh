@@ -1,5 +1,5 @@
 #!/bin/sh
-# Makes small objects to look at: a CRL, an OCSP response, a certification request, a PKCS #12 file and
+# Makes small sample objects: a CRL, an OCSP response, a certification request, a PKCS #12 file and
 # the objects of a smart card.
 #
 #   sh scripts/samples.sh FOLDER
@@ -16,7 +16,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
 
-# ssl ARGUMENT...: openssl, heard only where it fails.
+# ssl ARGUMENT...: runs openssl. Prints its output only where it fails.
 ssl() {
   openssl "$@" >log 2>&1 </dev/null || { cat log >&2 && fail "failed: openssl $*"; }
 }
@@ -54,8 +54,8 @@ ssl ocsp -index index -CA ca.pem -rsigner ca.pem -rkey ca.key -resp_no_certs -nd
 ssl pkcs12 -export -in card.pem -inkey card.key -certfile ca.pem -name "Some One" \
   -certpbe NONE -passout pass:secret -out "$folder/exchange.p12"
 
-# The identifier of a card object is one octet, that of an attribute four. openssl writes them where
-# they are taken for OBJECT IDENTIFIERs: 0.16 is the octet 10.
+# The identifier of a card object is one octet, that of an attribute is four. openssl writes them as the
+# content of OBJECT IDENTIFIERs: 0.16 is the octet 10.
 cat >card.cnf <<'END'
 asn1 = SEQUENCE:card
 [card]

@@ -1,6 +1,6 @@
 #!/bin/sh
-# Makes seeds for the fuzz targets: the samples of the tests, objects that openssl makes, and real
-# files where there are some.
+# Makes seeds for the fuzz targets from the samples of the tests, from objects that openssl makes, and from
+# real files where a folder of these is named.
 #
 #   sh scripts/seeds.sh FOLDER
 #
@@ -24,12 +24,12 @@ made=$(mktemp -d)
 trap 'rm -rf "$made"' EXIT
 cd "$made"
 
-# ssl ARGUMENT...: openssl, heard only where it fails.
+# ssl ARGUMENT...: runs openssl. Prints its output only where it fails.
 ssl() {
   openssl "$@" >log 2>&1 </dev/null || { cat log >&2 && fail "failed: openssl $*"; }
 }
 
-# put FAMILY FILE...: seeds of the files for the family.
+# put FAMILY FILE...: makes seeds for the family from the files.
 put() {
   "$program" "$seeds" "$@"
 }
@@ -85,7 +85,7 @@ crl_extensions = crl
 authorityKeyIdentifier = keyid
 END
 
-# Keys, certificates, requests of certificates and challenges of three kinds of keys.
+# Keys, certificates, certification requests and challenges, for three kinds of keys.
 ssl genpkey -algorithm RSA -pkeyopt rsa_keygen_bits:1024 -out rsa.pem
 ssl genpkey -algorithm EC -pkeyopt ec_paramgen_curve:P-256 -out ec.pem
 ssl genpkey -algorithm ED25519 -out ed25519.pem
@@ -108,7 +108,7 @@ ssl rsa -in rsa.pem -RSAPublicKey_out -outform DER -out rsa.p1p
 put RSAPrivateKey rsa.p1
 put RSAPublicKey rsa.p1p
 
-# A challenge stands in base 64 behind "SPKAC=".
+# A challenge comes after "SPKAC=", in base 64.
 ssl spkac -key rsa.pem -challenge secret -out rsa.spkac
 sed 's/^SPKAC=//' rsa.spkac | openssl base64 -d -A >rsa.spkac.der
 put SignedPublicKeyAndChallenge rsa.spkac.der
@@ -124,7 +124,7 @@ for list in empty two; do
   put CertificateList $list.crl.der
 done
 
-# OCSP, and the answers without certificates and with the issuer's name or key.
+# OCSP requests and responses without certificates, with the responder's name or key.
 ssl ocsp -issuer rsa.crt -cert rsa.crt -reqout plain.ocq
 ssl ocsp -issuer rsa.crt -cert ec.crt -serial 0x1267 -no_nonce -signer rsa.crt -signkey rsa.pem \
   -no_certs -reqout signed.ocq
@@ -166,7 +166,7 @@ put DssSigValue ec.sig
 
 "$program" "$seeds"
 
-# put_folder FAMILY FOLDER: seeds of the files of a folder of the corpus.
+# put_folder FAMILY FOLDER: makes seeds for the family from a folder of the corpus.
 put_folder() {
   if [ -d "$corpus/$2" ]; then find "$corpus/$2" -type f -exec "$program" "$seeds" "$1" {} +; fi
 }

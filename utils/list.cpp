@@ -1,4 +1,4 @@
-// The functions of the header are what this library exports; everything else stays hidden.
+// This library exports the functions of the header. Everything else stays hidden.
 #pragma GCC visibility push(default)
 #include "orvelutils.h"
 #pragma GCC visibility pop
@@ -8,8 +8,8 @@
 #include <cstring>
 #include <type_traits>
 
-// A short list is one block: the first elements stand in the list itself, and only a longer list
-// has a block of its own for them.
+// A short list is one block: it holds its first elements itself. A longer list has a second block
+// for them.
 struct List {
   static constexpr int32_t inlined = 4;
 
@@ -21,7 +21,8 @@ struct List {
 
 namespace {
 
-// A class around an element function stands where C has the bare pointer, and is passed as that is.
+// C++ callers pass a class around an element function where C callers pass the bare pointer. Both
+// must be passed alike.
 template <class Function>
 constexpr bool is_one_pointer =
     std::conjunction_v<std::bool_constant<sizeof(Function) == sizeof(void (*)())>,
@@ -30,9 +31,9 @@ static_assert(is_one_pointer<List_destructor>);
 static_assert(is_one_pointer<List_cloner>);
 static_assert(is_one_pointer<List_comparison>);
 
-// The element functions take pointers to records, and are called here with pointers to void: the
-// list does not know the type. All pointers are passed alike on the platforms of this library, which
-// is more than the language promises and what the function sanitizer would report.
+// The element functions take pointers to records. They are called with pointers to void here,
+// because the list does not know the type. All pointers are passed alike on the platforms of this
+// library. The language does not promise that, and the function sanitizer would report the calls.
 #ifdef __clang__
 #define CALLS_ELEMENT_FUNCTIONS __attribute__((no_sanitize("function")))
 #else

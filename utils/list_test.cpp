@@ -1,4 +1,4 @@
-// The list: order, growth, search, copies, and who releases an element.
+// Tests the list: order, growth, search, copies, and who releases an element.
 #include <gtest/gtest.h>
 #include <orvelutils.h>
 
@@ -8,7 +8,8 @@
 
 namespace {
 
-/// An element that counts its releases, and is still there to tell when it had too many.
+/// An element that counts its releases. It stays until the program ends, so that a second release
+/// is counted, too.
 struct Element {
   int number;
   int releases;
@@ -16,7 +17,7 @@ struct Element {
 
 std::vector<std::unique_ptr<Element>> elements;
 std::vector<int> released;  // the numbers, in order of release; -1 for a null pointer
-int copies_allowed = 0;     // from then on `clone` gives NULL
+int copies_allowed = 0;     // once it is 0, `clone` returns NULL
 
 Element *make(int number) {
   elements.push_back(std::make_unique<Element>(Element{number, 0}));

@@ -90,10 +90,10 @@ CHARACTER_STRING(GraphicString, tag::graphic_string)
 CHARACTER_STRING(VisibleString, tag::visible_string)
 CHARACTER_STRING(GeneralString, tag::general_string)
 CHARACTER_STRING(UniversalString, tag::universal_string)
-UNIVERSAL_TYPE(UTCTime, "UTCTime", Kind::utc_time, tag::utc_time, DECODER, ENCODER, CLONE, FREE,
-               OWN_COMPARE)
+UNIVERSAL_TYPE(UTCTime, "UTCTime", Kind::utc_time, tag::utc_time, NEW, DECODER, ENCODER, CLONE,
+               FREE, OWN_COMPARE)
 UNIVERSAL_TYPE(GeneralizedTime, "GeneralizedTime", Kind::generalized_time, tag::generalized_time,
-               DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)
+               NEW, DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)
 UNIVERSAL_TYPE(Any, "ANY", Kind::any, tag::any, DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)
 
 namespace {

@@ -1,5 +1,5 @@
-// What the tests of keys, messages and exchange files share: values as the tool prints them, records
-// filled by hand, and families that come back as they were.
+// Shared by the tests of keys, messages and exchange files: values as the tool prints them, records
+// filled by hand, and checks that octets are written as they were read.
 #ifndef ORVELASN1_TESTS_PEER_BY_HAND_H
 #define ORVELASN1_TESTS_PEER_BY_HAND_H
 
@@ -16,8 +16,8 @@ namespace support {
 /* What the tool prints                                                                          */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The number that `report` has behind `label`, most significant octet first and without leading
-/// zero octets: one such as "65537 (0x10001)", or lines of octets.
+/// Returns the number that `report` has after `label`, most significant octet first and without
+/// leading zero octets. The report has it as in "65537 (0x10001)", or as lines of octets.
 inline Bytes printed_number(const std::string &label, const std::string &report) {
   std::string digits;
   std::string line = after(label, report);
@@ -43,7 +43,7 @@ inline void write_pem(const std::string &file, const std::string &label, const B
                         "-----END " + label + "-----\n"));
 }
 
-/// The identifiers of the digests by the tool's names for them.
+/// The identifiers of the digests, by the tool's names.
 inline const std::map<std::string, const char *> digest_identifiers = {
     {"md5", "1.2.840.113549.2.5"},        {"sha1", "1.3.14.3.2.26"},
     {"sha224", "2.16.840.1.101.3.4.2.4"}, {"sha256", "2.16.840.1.101.3.4.2.1"},
@@ -59,7 +59,7 @@ inline Bytes digest_of(const std::string &algorithm, const Bytes &octets) {
 /* Records filled by hand, which the caller owns                                                 */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The positive INTEGER of these octets, most significant first.
+/// Returns the positive INTEGER of these octets, most significant first.
 inline Integer *number(const Bytes &octets) {
   Integer *result = asn1_Integer_new(static_cast<uint32_t>(octets.size()));
   std::copy(octets.begin(), octets.end(), result->data);
@@ -77,7 +77,7 @@ inline Any *null_element() { return asn1_Any_clone(asn1_Any_NULL()); }
 inline ObjId *identifier(const ObjId *constant) { return asn1_ObjId_clone(constant); }
 inline ObjId *identifier(const char *dotted) { return asn1_ObjId_parse(&dotted); }
 
-/// An algorithm without parameters where `parameters` is null.
+/// Returns an algorithm. It has no parameters where `parameters` is null.
 inline AlgId *algorithm(ObjId *id, Any *parameters) {
   AlgId *result = asn1_AlgId_new();
   result->algorithm = id;
@@ -97,10 +97,10 @@ inline Attribute *attribute(const ObjId *type, const Bytes &only_value) {
 }
 
 /* ------------------------------------------------------------------------------------------- */
-/* What comes back                                                                               */
+/* Octets that are written as they were read                                                     */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The record of the octets, which come back as they are from it and from a copy of it.
+/// Returns the record of the octets. Checks that it and a copy of it are written as these octets.
 template <class T>
 Held<T> kept(const RecordFamily<T> &family, const Bytes &octets) {
   Held<T> record = decoded(family, octets);

@@ -1,5 +1,5 @@
-// Certificates that the openssl tool makes are read as it reads them itself, and certificates that
-// this library makes are read and verified by it.
+// Tests certificates against the openssl tool: the library reads those of the tool as the tool
+// does, and the tool reads and verifies those of the library.
 #include "openssl.h"
 
 namespace {
@@ -16,7 +16,7 @@ CertificatePointer decoded_certificate(const Bytes &der) {
   return record_of<asn1_Certificate_free>(asn1_Certificate_d, der);
 }
 
-/// Every field holds what `openssl x509` prints for the certificate.
+/// Checks that every field has the value that `openssl x509` prints for the certificate.
 void expect_printed_values(const Certificate *certificate, const std::string &file) {
   const Certificate_TBS *tbs = certificate->tbsCertificate;
   const std::string report =
@@ -32,7 +32,7 @@ void expect_printed_values(const Certificate *certificate, const std::string &fi
             std::to_string(version + 1) + " (0x" + std::to_string(version) + ")");
 }
 
-/// Every field has the octets that `openssl asn1parse` finds in its place.
+/// Checks that every field has the octets that `openssl asn1parse` finds in its place.
 void expect_same_octets(const Certificate *certificate, const std::string &file) {
   const Element whole = take_apart(file);
   ASSERT_EQ(3U, whole.parts.size());
@@ -69,8 +69,8 @@ void expect_same_octets(const Certificate *certificate, const std::string &file)
   expect_same_extensions(field->parts.at(0), tbs->extensions);
 }
 
-/// The certificate comes back as it was: from what was stored of it, from its fields, and from the
-/// text of its names where that keeps them whole.
+/// Checks that the certificate is written as it was: from its stored octets, from its fields, and
+/// from the text of its names where that keeps them whole.
 void expect_round_trips(Certificate *certificate, const Bytes &der, bool text_keeps_the_names) {
   EXPECT_EQ(der, encode(asn1_Certificate_e, certificate));
 
@@ -188,7 +188,7 @@ TEST_P(CertificateOfOpenssl, ReadsAsItIsReportedAndComesBack) {
   if (extended) configuration += "x509_extensions=extensions\n";
   configuration += std::string("[name]\n") + shape.subject + "[extensions]\n" + shape.extensions;
   write_file("shape.cnf", text(configuration));
-  // Newer versions of the tool add extensions unless they are told not to.
+  // Newer versions of the tool add extensions unless the configuration says otherwise.
   const bool must_ask = !extended && openssl("req -help").find("-x509v1") != std::string::npos;
   openssl("req -x509 -new -config shape.cnf -key " + key(shape.key) + " " + shape.arguments +
           (must_ask ? " -x509v1" : "") + " -outform DER -out " + file);
@@ -274,7 +274,7 @@ curve=OID:1.2.840.10045.3.1.7
   expect_round_trips(certificate.get(), der, false);
 }
 
-// The tool's own names for the library's identifiers.
+// The tool's names for the library's identifiers.
 TEST(IdentifiersOfOpenssl, HaveTheOctetsThatTheToolWrites) {
   const std::pair<const char *, const ObjId *(*)(void)> rows[] = {
       {"rsaEncryption", asn1_Get_rsaEncryption},
@@ -393,7 +393,7 @@ TEST(IdentifiersOfOpenssl, HaveTheOctetsThatTheToolWrites) {
 /* Making what the tool reads                                                                    */
 /* ------------------------------------------------------------------------------------------- */
 
-/// A certificate for the key of a kind; its signature is still missing.
+/// Returns a certificate for the key of a kind, without its signature.
 CertificatePointer unsigned_certificate(const std::string &kind, const std::string &issuer_kind,
                                         uint32_t serial, const char *issuer, const char *subject) {
   key(kind);
@@ -418,7 +418,7 @@ void add(Certificate *certificate, Extension *made) {
   ASSERT_EQ(1, List_append(certificate->tbsCertificate->extensions, made, 0));
 }
 
-/// Lets the tool sign the certificate with the key of a kind and writes it to `file`.
+/// Makes the tool sign the certificate with the key of a kind, and writes it to `file`.
 void sign(Certificate *certificate, const std::string &kind, const std::string &file) {
   const Bytes tbs = encode(asn1_Certificate_TBS_e, certificate->tbsCertificate);
   ASSERT_FALSE(tbs.empty());

@@ -1,6 +1,6 @@
-// Certificates as they are found: those of this system, those of a folder of good ones, and inputs
-// made to break a decoder. Each decoder runs in a child process, so that one that ends the process
-// does not end the test.
+// Tests the decoders on real files: the certificates of this system, those of a folder of good
+// ones, and inputs made to break a decoder. Each decoder runs in a child process, so that one that
+// ends the process does not end the test.
 #include <pem.h>
 #include <support.h>
 #include <sys/mman.h>
@@ -33,7 +33,7 @@ using namespace support;
 /* One decoder on one input                                                                      */
 /* ------------------------------------------------------------------------------------------- */
 
-/// What a decoder made of an input; plain memory, which a child process shares.
+/// The result of a decoder for an input. It is plain memory, which a child process shares.
 struct Outcome {
   enum State : uint32_t { NotRun, Started, Finished, EndedAsRequired, Crashed };
   State state;
@@ -75,7 +75,7 @@ struct Decoder {
   void (*run)(const Bytes &input, uint32_t depth, Outcome &outcome);
 };
 
-// One row of the table below, from the functions of a type.
+// A row of the table below, from the functions of a type.
 #define DECODER(T)                                                                         \
   {                                                                                        \
     "asn1_" #T "_d", [](const Bytes &input, uint32_t depth, Outcome &outcome) {            \
@@ -89,7 +89,7 @@ const Decoder revocation_list_decoder = DECODER(CertificateRevocationList);
 const Decoder name_decoder = DECODER(Name);
 const Decoder request_decoder = DECODER(OCSPRequest);
 
-// A response has no encoder: its fields are written with those of their types.
+// A response has no encoder. Its fields are written by the encoders of their types.
 uint32_t response_e(uint8_t **pp, const OCSPResponse *response) {
   Bytes fields = {0x0A, 1, static_cast<uint8_t>(response->responseStatus)};
   if (const ResponseBytes *bytes = response->responseBytes)
@@ -111,7 +111,7 @@ void basic_response_free(BasicOCSPResponse *response) {
   asn1_BasicOCSPResponse_free(response);
 }
 
-// Without certificates; with them it is refused. A copy has no signed octets.
+// A response has no certificates here: with them it is refused. A copy has no signed octets.
 uint32_t basic_response_e(uint8_t **pp, const BasicOCSPResponse *response) {
   const Bytes octets = element(0x30, value(response->tbsResponseDataBytes) +
                                          encode(asn1_AlgId_e, response->signatureAlgorithm) +
@@ -133,7 +133,7 @@ const Decoder all_decoders[] = {
 };
 
 /* ------------------------------------------------------------------------------------------- */
-/* Many of them                                                                                  */
+/* Many decoders on many inputs                                                                  */
 /* ------------------------------------------------------------------------------------------- */
 
 struct File {
@@ -147,15 +147,15 @@ struct Job {
   bool traced;
 };
 
-/// Ends a process that has lost memory. The blocks of a decoder that is being ended are not lost:
-/// its stack still holds them.
+/// Ends the process where it has lost memory. The blocks of a decoder that is interrupted are not
+/// lost: its stack still refers to them.
 void check_for_leaks(int /*signal*/) {
 #ifdef HAS_LEAK_CHECK
   if (__lsan_do_recoverable_leak_check() != 0) _exit(1);
 #endif
 }
 
-/// In a child process: runs the jobs from `first` on. Never comes back.
+/// Runs the jobs from `first` on, in a child process. Does not return.
 [[noreturn]] void run_in_child(const std::vector<Job> &jobs, Outcome *outcomes, size_t first,
                                FILE *errors) {
   const rlimit no_core_file = {0, 0};
@@ -183,15 +183,15 @@ std::string contents(FILE *file) {
   return text;
 }
 
-/// The one way to end the process that an input may have: a value in a name whose identifier octet
-/// is 100 or more.
+/// The one line with which an input may end the process: a value in a name has an identifier octet
+/// of 100 or more.
 bool ended_as_required(int status, const std::string &errors) {
   const bool one_line = errors.find('\n') == errors.size() - 1;
   return WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT && one_line &&
          errors.rfind("asn1_x501: asn1_RDNSequence_to_Name: ", 0) == 0;
 }
 
-/// Runs every job, in as many child processes as it takes. A crash fails the test.
+/// Runs every job, in as many child processes as needed. A crash fails the test.
 std::vector<Outcome> run(const std::vector<Job> &jobs) {
   const size_t size = std::max<size_t>(jobs.size(), 1) * sizeof(Outcome);
   void *shared = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
@@ -224,8 +224,8 @@ std::vector<Outcome> run(const std::vector<Job> &jobs) {
   return result;
 }
 
-/// The outcomes of every decoder on every input, decoder after decoder for each input. Each runs
-/// with the trace off and on, and the trace must change nothing.
+/// Returns the outcomes of every decoder on every input, decoder after decoder for each input. Each
+/// runs with the trace off and on, and the trace must change nothing.
 template <class Decoders>
 std::vector<Outcome> run_all(const std::vector<File> &files, const Decoders &decoders) {
   std::vector<Job> jobs;
@@ -243,10 +243,10 @@ std::vector<Outcome> run_all(const std::vector<File> &files, const Decoders &dec
 }
 
 /* ------------------------------------------------------------------------------------------- */
-/* Inputs that come back                                                                         */
+/* Inputs that are written as they were read                                                     */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The elements of definite length that stand one behind the other.
+/// Returns the elements of definite length, which follow each other.
 std::vector<Bytes> elements(const Bytes &octets) {
   std::vector<Bytes> found;
   for (size_t at = 0; at + 2 <= octets.size();) {
@@ -265,13 +265,13 @@ std::vector<Bytes> elements(const Bytes &octets) {
   return found;
 }
 
-/// The elements inside an element.
+/// Returns the elements inside an element.
 std::vector<Bytes> parts(const Bytes &octets) {
   const std::ptrdiff_t header = octets.at(1) < 0x80 ? 2 : 2 + (octets[1] & 0x7F);
   return elements(Bytes(octets.begin() + header, octets.end()));
 }
 
-/// The fields of the signed part of a certificate or revocation list.
+/// Returns the fields of the signed part of a certificate or CRL.
 std::vector<Bytes> signed_fields(const Bytes &octets) {
   return parts(parts(elements(octets).at(0)).at(0));
 }
@@ -306,13 +306,13 @@ bool has_certificates(const Bytes &basic_response) {
   return parts(elements(basic_response).at(0)).size() == 4;
 }
 
-/// The BasicOCSPResponse inside a response, which has one.
+/// Returns the BasicOCSPResponse inside a response, which must have one.
 Bytes basic_response(const Bytes &response) {
   const Bytes bytes = parts(parts(elements(response).at(0)).at(1)).at(0);
   return parts(parts(bytes).at(1)).at(0);
 }
 
-/// Files that do not come back whole, and why.
+/// Files that are not written as they were read, and why.
 struct Exceptions {
   const char *reason;
   bool (*holds)(const Bytes &octets);
@@ -358,8 +358,8 @@ const Exceptions *exception_for(const std::string &name) {
   return nullptr;
 }
 
-/// Each file comes back octet for octet, but for the exceptions, which really are what they
-/// are listed for.
+/// Checks that each file is written as it was read, octet for octet, and that each of the
+/// exceptions really has the form that it is listed for.
 void expect_to_come_back(const std::vector<File> &files, const Decoder &decoder) {
   const std::vector<Outcome> outcomes = run_all(files, std::vector{decoder});
   for (size_t i = 0; i < files.size(); ++i) {
@@ -400,7 +400,7 @@ TEST(TrustStore, CertificatesComeBackOctetForOctet) {
 }
 
 /* ------------------------------------------------------------------------------------------- */
-/* A folder of found inputs                                                                      */
+/* A folder of files from elsewhere                                                              */
 /* ------------------------------------------------------------------------------------------- */
 
 class Corpus : public testing::Test {
@@ -412,7 +412,7 @@ class Corpus : public testing::Test {
     folder_ = folder;
   }
 
-  /// Every file of the folder `name`, in the order of their names.
+  /// Returns every file of the folder `name`, in the order of their names.
   std::vector<File> files(const std::string &name) const {
     std::vector<File> found;
     for (const auto &file : std::filesystem::directory_iterator(folder_ / name)) {

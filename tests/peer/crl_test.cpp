@@ -1,6 +1,6 @@
-// Revocation lists that the openssl tool makes, or reads and verifies after they were put together by
-// hand, are read as it reads them itself, and lists that this library makes are read and verified by
-// it.
+// Tests CRLs against the openssl tool. The library reads those that the tool makes, and those by
+// hand that the tool reads and verifies first, as the tool does. The tool reads and verifies those
+// of the library.
 #include <cstring>
 
 #include "revocation.h"
@@ -16,10 +16,10 @@ ListPointer decoded_list(const Bytes &der) {
 }
 
 /* ------------------------------------------------------------------------------------------- */
-/* A decoded list beside the tool's view of it                                                   */
+/* A decoded list compared with what the tool prints                                             */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The lines in which the tool prints the entries.
+/// Returns the lines in which the tool prints the entries.
 Lines entry_lines(const List *revoked) {
   Lines lines;
   for (const CRLEntry *entry : elements_of<CRLEntry>(revoked)) {
@@ -40,13 +40,13 @@ std::string report_of(const std::string &file, const std::string &name_options) 
                  " -issuer -lastupdate -nextupdate -dateopt iso_8601 -text");
 }
 
-/// Version, issuer and both dates.
+/// Checks version, issuer and both dates.
 Lines printed_fields(const std::string &report) {
   return {after("Version ", report), after("issuer=", report), after("lastUpdate=", report),
           after("nextUpdate=", report)};
 }
 
-/// Every field holds what `openssl crl` prints for the list.
+/// Checks that every field has the value that `openssl crl` prints for the list.
 void expect_printed_values(const CertificateRevocationList *crl, const std::string &file) {
   const CertificateList_TBS *tbs = crl->tbsCertList;
   const std::string report = report_of(file, as_encoded);
@@ -60,7 +60,7 @@ void expect_printed_values(const CertificateRevocationList *crl, const std::stri
   expect_same_lines(printed_entries(report), entry_lines(tbs->revokedCertificates));
 }
 
-/// Every field has the octets that `openssl asn1parse` finds in its place.
+/// Checks that every field has the octets that `openssl asn1parse` finds in its place.
 void expect_same_octets(const CertificateRevocationList *crl, const std::string &file) {
   const Element whole = take_apart(file);
   ASSERT_EQ(3U, whole.parts.size());
@@ -105,8 +105,8 @@ void expect_same_octets(const CertificateRevocationList *crl, const std::string 
   EXPECT_EQ(fields.end(), field);
 }
 
-/// The list and its copies come back as they were: from what was stored of it, from its fields, and
-/// from the issuer's text.
+/// Checks that the list and its copies are written as they were: from the stored octets, from the
+/// fields, and from the issuer's text.
 void expect_round_trips(CertificateRevocationList *crl, const Bytes &der) {
   const auto comes_back = [&](const CertificateRevocationList *from) {
     return der == encode(asn1_CertificateRevocationList_e, from);
@@ -136,7 +136,7 @@ const Extension *found(const Extensions *extensions, const ObjId *id) {
 /* Reading what the tool makes                                                                   */
 /* ------------------------------------------------------------------------------------------- */
 
-/// Lets the authority with the key of a kind sign a list of what its index says is revoked.
+/// Makes the authority with the key of a kind sign a list of what is revoked in its index.
 Bytes list_of_the_authority(const std::string &kind, const std::string &arguments,
                             const std::string &extensions, const std::string &file) {
   const std::string settings = "database=index.txt\nunique_subject=no\ndefault_md=sha256\n";
@@ -209,7 +209,7 @@ TEST_P(RevocationListOfOpenssl, ReadsAsItIsReportedAndComesBack) {
 INSTANTIATE_TEST_SUITE_P(Shapes, RevocationListOfOpenssl, testing::ValuesIn(shapes),
                          [](const auto &shape) { return std::string(shape.param.name); });
 
-// A hundred thousand entries hold what the index said of them, in its order of serial numbers.
+// A hundred thousand entries have the values of the index, in its order of serial numbers.
 TEST(RevocationListOfOpensslOfMany, ReadsAsItIsReportedAndComesBack) {
   constexpr uint32_t count = 100000;
   static const std::pair<const char *, uint32_t> reasons[] = {
@@ -254,7 +254,7 @@ TEST(RevocationListOfOpensslOfMany, ReadsAsItIsReportedAndComesBack) {
 /* The values of the tool's extensions                                                           */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The value of the one extension of a list that the tool makes with that setting.
+/// Returns the value of the one extension of a list that the tool makes with that setting.
 Bytes value_of_extension(const std::string &setting, const ObjId *id) {
   write_index({});
   const ListPointer crl = decoded_list(
@@ -333,7 +333,7 @@ TEST(RevocationListExtensionOfOpenssl, AuthorityInformationIsAListOfAccessDescri
   EXPECT_EQ(octets, encode(asn1_AuthorityInfoAccessSyntax_e, access.get()));
 }
 
-// The public form has implicit tags: none of its fields is recognised.
+// The public form has implicit tags. None of its fields is recognised.
 TEST(RevocationListExtensionOfOpenssl, AuthorityKeyIdentifierReadsAsAnEmptyRecord) {
   const Bytes octets = value_of_extension("authorityKeyIdentifier=keyid:always,issuer:always\n",
                                           asn1_Get_id_ce_authorityKeyIdentifier());
@@ -352,7 +352,8 @@ TEST(RevocationListExtensionOfOpenssl, AuthorityKeyIdentifierReadsAsAnEmptyRecor
 /* Lists by hand, which the tool reads and verifies first                                        */
 /* ------------------------------------------------------------------------------------------- */
 
-/// What `openssl ca` does not write: the fields ahead of the algorithm and from thisUpdate on.
+/// Fields that `openssl ca` does not write: those before the algorithm, and those from thisUpdate
+/// on.
 struct Fields {
   const char *name;
   const char *version;
@@ -395,7 +396,7 @@ const Fields fields_by_hand[] = {
                                    hex("30 0F 30 0D 06 03 55 1D 15 01 01 FF 04 03 0A 01 01")))},
 };
 
-/// The signed part with these fields, and the pieces of a list of the EC authority's for the rest.
+/// Returns a signed part with these fields. The rest is from a list of the EC authority.
 Bytes signed_part(const Fields &fields, const Element &pieces) {
   const std::vector<Element> &tbs = pieces.parts.at(0).parts;
   return element(0x30, hex(fields.version) + tbs.at(0).whole + tbs.at(1).whole + fields.others);
@@ -407,7 +408,7 @@ Element pieces_of_a_list() {
   return take_apart("pieces.der");
 }
 
-/// The list of these fields; its signature is right.
+/// Returns the list of these fields, with a correct signature.
 Bytes list_by_hand(const Fields &fields) {
   const Element pieces = pieces_of_a_list();
   const Bytes tbs = signed_part(fields, pieces);
@@ -435,7 +436,7 @@ TEST_P(RevocationListByHand, IsVerifiedByOpensslReadsAsItIsReportedAndComesBack)
 INSTANTIATE_TEST_SUITE_P(Shapes, RevocationListByHand, testing::ValuesIn(fields_by_hand),
                          [](const auto &fields) { return std::string(fields.param.name); });
 
-/// A list of one entry with one extension, of which this is what stands behind the identifier.
+/// Returns a list of one entry with one extension. `others` comes after its identifier.
 Fields with_entry_extension(const char *others) {
   const Bytes extension = element(0x30, hex("06 03 55 1D 15") + hex(others));
   return {
@@ -458,7 +459,7 @@ TEST(RevocationListByHandDeparture, LosesAnExplicitFalseWhereItIsWrittenAnew) {
             encode(asn1_CertificateRevocationList_e, crl.get()));
 }
 
-// Zero bits at the end of a signature stay, as do its unused bits.
+// Zero bits at the end of a signature are kept, and so are its unused bits.
 TEST(RevocationListByHandSignature, StaysAsItStands) {
   const Element pieces = pieces_of_a_list();
   for (const char *signature : {"03 01 00", "03 02 00 00", "03 05 00 30 00 00 00", "03 03 07 80 00",
@@ -477,7 +478,7 @@ TEST(RevocationListByHandSignature, StaysAsItStands) {
 /* Making what the tool reads                                                                    */
 /* ------------------------------------------------------------------------------------------- */
 
-/// Lets the tool sign the list with the key of a kind and writes it to `file`.
+/// Makes the tool sign the list with the key of a kind, and writes it to `file`.
 void sign(CertificateRevocationList *crl, const std::string &kind, const std::string &file) {
   const Bytes tbs = encode(asn1_CertificateList_TBS_e, crl->tbsCertList);
   ASSERT_FALSE(tbs.empty());
@@ -535,8 +536,8 @@ DistributionPointName *point_name(const char *address) {
   return name;
 }
 
-/// issuingDistributionPoint with nothing but its name, which is the first field of a
-/// DistributionPoint as well.
+/// Returns an issuingDistributionPoint of its name alone, which is the first field of a
+/// DistributionPoint, too.
 Extension *issuing_point(const char *address) {
   const Owned<DistributionPoint, asn1_DistributionPoint_free> point(asn1_DistributionPoint_new());
   point->distributionPoint = point_name(address);
@@ -567,7 +568,7 @@ Extension *issuers(const char *address) {
                    encode(asn1_AuthorityInfoAccessSyntax_e, list.get()));
 }
 
-/// A list of the authority with the key of a kind that has no more than it must have.
+/// Returns a list with the required fields only, of the authority that has the key of a kind.
 ListPointer smallest_list(const std::string &kind) {
   CertificateRevocationList *crl = asn1_CertificateRevocationList_new();
   CertificateList_TBS *tbs = asn1_CertificateList_TBS_new();

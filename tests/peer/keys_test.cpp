@@ -1,5 +1,6 @@
-// Keys, digests, DSA and Diffie-Hellman parameters and key challenges that the openssl tool makes are
-// read as it reports them, and what this library makes of such is read and used by the tool.
+// Tests keys, digests, DSA and Diffie-Hellman parameters and key challenges against the openssl
+// tool: the library reads those of the tool as the tool reports them, and the tool reads and uses
+// those of the library.
 #include <pem.h>
 
 #include <bit>
@@ -95,7 +96,7 @@ TEST_P(RsaKeys, OfTheToolReadAsReportedAndComeBack) {
 TEST_P(RsaKeys, FilledByHandAreCheckedAndUsedByTheTool) {
   const auto record = created(private_keys);
   record->version = asn1_Integer_set(0);
-  // Zero octets in front of a number say nothing, and are not written.
+  // Leading zero octets do not change a number, and are not written.
   for (const auto &[label, field] : rsa_numbers)
     record.get()->*field = number(hex("00 00") + printed_number(label, report));
   write_file("made.der", encoded(private_keys, record));
@@ -162,7 +163,7 @@ TEST_P(Digests, FilledByHandMakeASignatureThatTheToolVerifies) {
     record->digestAlgorithm = named;
     record->digest = octet_string(digest);
     const Bytes info = encoded(digests, record);
-    // The block of PKCS #1 around it, and the bare operation of a key of 2048 bits.
+    // It is put into the block of PKCS #1, for the bare operation of a key of 2048 bits.
     write_file("block", hex("00 01") + Bytes(253 - info.size(), 0xFF) + Bytes{0} + info);
     openssl("pkeyutl -decrypt -pkeyopt rsa_padding_mode:none -in block -out signature -inkey " +
             key("rsa"));
@@ -172,7 +173,7 @@ TEST_P(Digests, FilledByHandMakeASignatureThatTheToolVerifies) {
   const std::string verify = "dgst -" + name + " -verify public.pem -signature signature message";
   sign_as(digest_algorithm(name));
   EXPECT_EQ("Verified OK\n", openssl(verify));
-  // Absent parameters are another encoding, which the tool does not take.
+  // Absent parameters are another encoding, which the tool refuses.
   sign_as(algorithm(identifier(dotted), nullptr));
   EXPECT_TRUE(openssl_refuses(verify));
 }
@@ -184,7 +185,7 @@ INSTANTIATE_TEST_SUITE_P(Algorithms, Digests, testing::ValuesIn(digest_identifie
 /* Private keys                                                                                  */
 /* ------------------------------------------------------------------------------------------- */
 
-/// What the tool makes its keys of; those of DSA and Diffie-Hellman need parameters first.
+/// What the tool makes a key from. DSA and Diffie-Hellman need parameters first.
 struct KeyShape {
   const char *name;
   const char *parameters;
@@ -240,7 +241,7 @@ TEST(RsaPrivateKeyInfoOfOpenssl, HoldsAnRsaPrivateKey) {
   kept(private_keys, value(outer->privateKey));
 }
 
-/// Keys that are written down in the documents of their algorithms.
+/// Keys that the documents of their algorithms list.
 struct KnownKey {
   const char *name;
   const char *dotted;
@@ -303,7 +304,7 @@ struct EncryptionShape {
   const char *options;
   const char *dotted;
   uint32_t iterations;  // of a scheme whose parameters are PbeParams; 0 for others
-  bool decrypts;        // also outside of the tool's own reader
+  bool decrypts;        // also without the tool's own reader
 };
 void PrintTo(const EncryptionShape &shape, std::ostream *out) { *out << shape.name; }
 
@@ -434,7 +435,7 @@ class DsaSignatures : public testing::TestWithParam<const char *> {
     openssl("pkey -in key.pem -pubout -out public.pem");
     write_file("message", text("signed"));
   }
-  /// The two numbers of a new signature, as the tool takes it apart.
+  /// Returns the two numbers of a new signature, as the tool finds them.
   std::pair<Bytes, Bytes> sign() const {
     openssl("dgst -sha256 -sign key.pem -out signature message");
     const Element whole = take_apart("signature");
@@ -475,7 +476,7 @@ INSTANTIATE_TEST_SUITE_P(Keys, DsaSignatures, testing::Values("dsa", "ec"),
 /* Diffie-Hellman                                                                                */
 /* ------------------------------------------------------------------------------------------- */
 
-/// Lets the tool make parameters and gives them as it takes them apart.
+/// Makes the tool make parameters. Returns the elements that it finds in them.
 Element generated_parameters(const std::string &options) {
   openssl("genpkey -genparam -out parameters.pem " + options);
   openssl("asn1parse -in parameters.pem -noout -out parameters.der");
@@ -517,7 +518,7 @@ TEST_P(DhParametersOfOpenssl, ReadAsTheyAreAndComeBack) {
 
 INSTANTIATE_TEST_SUITE_P(Shapes, DhParametersOfOpenssl, testing::ValuesIn(dh_shapes), Named());
 
-/// The octets of a BIT STRING as this library writes it: zero bits at the end are left out.
+/// Returns the octets of a BIT STRING as this library writes it, without the zero bits at its end.
 Bytes trimmed_bit_string(Bytes bits) {
   while (!bits.empty() && bits.back() == 0) bits.pop_back();
   const auto unused = bits.empty() ? 0 : std::countr_zero(bits.back());
@@ -528,7 +529,7 @@ constexpr const char *generate_with_seed =
     "-algorithm DHX -pkeyopt dh_paramgen_type:1 -pkeyopt dh_paramgen_prime_len:1024"
     " -pkeyopt dh_paramgen_subprime_len:160";
 
-// The tool leaves out the cofactor that the decoder wants ahead of the seed.
+// The tool leaves out the cofactor, which the decoder requires before the seed.
 TEST(DhParametersWithASeed, OfTheToolAreRefusedAndYetWrittenInTheSameForm) {
   const Element whole = generated_parameters(generate_with_seed);
   ASSERT_EQ(4U, whole.parts.size());
@@ -536,7 +537,7 @@ TEST(DhParametersWithASeed, OfTheToolAreRefusedAndYetWrittenInTheSameForm) {
 
   const std::string report = openssl("dhparam -in parameters.pem -noout -text");
   const Element &validation = whole.parts[3];
-  const Bytes &seed_content = validation.parts.at(0).content;  // behind the count of unused bits
+  const Bytes &seed_content = validation.parts.at(0).content;  // after the count of unused bits
   const Bytes seed(seed_content.begin() + 1, seed_content.end());
   const auto parms = decoded(seeds, validation.whole);
   EXPECT_EQ(seed, value(parms->seed));
@@ -572,7 +573,7 @@ const SeedShape seed_shapes[] = {
 class DhParametersForOpenssl : public testing::TestWithParam<SeedShape> {};
 
 TEST_P(DhParametersForOpenssl, AreReadWithTheirNumbersAndComeBackFromTheTool) {
-  // A prime of the form 2q + 1, of which the tool knows neither q nor j.
+  // A prime of the form 2q + 1. The tool knows neither its q nor its j.
   const Element group = generated_parameters("-algorithm DH -pkeyopt dh_paramgen_prime_len:512");
   const Bytes &prime_content = group.parts.at(0).content;
   const Bytes p(prime_content.begin() + 1, prime_content.end());
@@ -604,7 +605,7 @@ TEST_P(DhParametersForOpenssl, AreReadWithTheirNumbersAndComeBackFromTheTool) {
   while (kept_seed.back() == 0) kept_seed.pop_back();
   EXPECT_EQ(kept_seed, printed_number("SEED:", report));
 
-  // The tool, which has forgotten the unused bits, writes what the library reads.
+  // The tool drops the unused bits, and then writes what the library reads.
   openssl("dhparam -in made.pem -outform DER -out again.der");
   const auto again = decoded(dh_parameters, read_file("again.der"));
   EXPECT_EQ(kept_seed, value(again->validationParms->seed));
@@ -619,7 +620,7 @@ INSTANTIATE_TEST_SUITE_P(Seeds, DhParametersForOpenssl, testing::ValuesIn(seed_s
 
 class KeyChallenges : public testing::TestWithParam<const char *> {
  protected:
-  /// Writes a signed challenge as the tool reads it.
+  /// Writes a signed challenge in the form that the tool reads.
   static void write_challenge(const Bytes &octets) {
     write_file("challenge.der", octets);
     write_file("challenge.txt", text("SPKAC=" + openssl("base64 -A -in challenge.der") + "\n"));
@@ -651,7 +652,7 @@ TEST_P(KeyChallenges, OfTheToolReadAsTheyAreAndAreMeasuredAndWrittenAnew) {
     EXPECT_EQ(signature, value(record->signature));
     kept(key_challenges, whole.parts[0].whole);
 
-    // As long as the signed octets are there, the record can only be measured.
+    // While the record has its signed octets, it can only be measured.
     const Bytes written =
         sequence(whole.parts[0].whole + whole.parts[1].whole + trimmed_bit_string(signature));
     EXPECT_EQ(written.size(), asn1_SignedPublicKeyAndChallenge_e(nullptr, record.get()));
@@ -677,7 +678,7 @@ TEST_P(KeyChallenges, FilledByHandAreVerified) {
   record->publicKeyAndChallenge->spki =
       record_of<asn1_SubjectPKI_free>(asn1_SubjectPKI_d, read_file(kind + ".spki")).release();
   record->signatureAlgorithm = signature_algorithm(kind);
-  // Until the signature ends in a set bit, which it must not lose.
+  // Repeats until the signature ends in a set bit, because zero bits at its end would be left out.
   for (int i = 0; i < 100; ++i) {
     release(asn1_IA5String_free, record->publicKeyAndChallenge->challenge);
     record->publicKeyAndChallenge->challenge = octet_string(text("by hand " + std::to_string(i)));

@@ -1,6 +1,6 @@
-// Status requests and responses that the openssl tool makes, or reads after they were put together by
-// hand, are read as it reads them itself or refused as the header says, and requests that this
-// library makes are read and answered by it.
+// Tests OCSP requests and responses against the openssl tool. The library reads those that the tool
+// makes, and those by hand that the tool reads first, as the tool does, or refuses them as the
+// header says. The tool reads and answers the requests of the library.
 #include "revocation.h"
 
 namespace {
@@ -74,7 +74,7 @@ Lines response_lines(const List *responses) {
   return lines;
 }
 
-/// The tool's lines, but for a reason 0: a record does not tell it from no reason.
+/// Returns the tool's lines without a reason 0, which a record does not distinguish from no reason.
 Lines printed_responses(const std::string &report) {
   Lines lines = section("Responses:", report, {"Response Extensions:", "Signature Algorithm:"});
   lines.erase(std::remove(lines.begin(), lines.end(), "Revocation Reason: unspecified (0x0)"),
@@ -86,7 +86,7 @@ Lines printed_responses(const std::string &report) {
 /* Requests that the tool makes                                                                  */
 /* ------------------------------------------------------------------------------------------- */
 
-/// Every field has the octets that `openssl asn1parse` finds in its place.
+/// Checks that every field has the octets that `openssl asn1parse` finds in its place.
 void expect_same_octets(const OCSPRequest *request, const std::string &file) {
   const Element whole = take_apart(file);
   const TBSRequest *tbs = request->tbsRequest;
@@ -190,11 +190,11 @@ TEST(StatusRequestOfOpensslForMany, ReadsAsItIsReportedAndComesBack) {
 /* Requests by hand, which the tool reads first                                                  */
 /* ------------------------------------------------------------------------------------------- */
 
-/// A request as the tool makes it, in pieces.
+/// The pieces of a request that the tool makes.
 struct Pieces {
-  Bytes list;        ///< of requests
+  Bytes list;        ///< the list of requests
   Bytes request;     ///< the first of them
-  Bytes extensions;  ///< of the whole, with their tag
+  Bytes extensions;  ///< of the whole request, with their tag
 };
 
 Pieces pieces_of_a_request() {
@@ -205,13 +205,13 @@ Pieces pieces_of_a_request() {
 
 Bytes sequence(const Bytes &content) { return element(0x30, content); }
 
-/// A request that consists of a signed part with these fields.
+/// Returns a request that is a signed part with these fields.
 Bytes unsigned_request(const Bytes &fields) { return sequence(sequence(fields)); }
 
 struct Head {
   const char *name;
-  Bytes octets;         ///< what stands ahead of the list
-  const char *printed;  ///< what the tool says of the requestor
+  Bytes octets;         ///< the fields before the list
+  const char *printed;  ///< the requestor, as the tool prints it
 };
 
 void PrintTo(const Head &head, std::ostream *out) { *out << head.name; }
@@ -247,7 +247,7 @@ TEST_P(StatusRequestByHand, ReadsAsItIsReportedAndComesBack) {
   expect_same_lines(printed_requests("by_hand.der"), request_lines(tbs->requestList));
   expect_same_octets(request.get(), "by_hand.der");
   EXPECT_EQ(der, encode(asn1_OCSPRequest_e, request.get()));
-  // An other name has no copy, and what holds one has none either.
+  // An other name cannot be copied, and neither can what holds one.
   const RequestPointer copy(asn1_OCSPRequest_clone(request.get()));
   ASSERT_EQ(GetParam().name != std::string("OtherName"), copy != nullptr);
   if (copy != nullptr) {
@@ -286,7 +286,7 @@ TEST(StatusRequestRefusal, IsForADirectoryNameOfTheRequestor) {
 /* Signed requests                                                                               */
 /* ------------------------------------------------------------------------------------------- */
 
-/// A request that the tool signs, which always gives the requestor's directory name.
+/// Makes the tool sign a request. The tool always adds the requestor's directory name.
 Element signed_by_the_tool(const std::string &arguments) {
   openssl("ocsp -no_nonce -issuer " + authority("ec") + " -serial 1 -signer " + authority("ec") +
           " -signkey " + key("ec") + " -reqout signed.der " + arguments);
@@ -297,7 +297,7 @@ TEST(SignedStatusRequestOfOpenssl, IsRefusedForItsDirectoryName) {
   const Element whole = signed_by_the_tool("-no_certs");
   EXPECT_EQ(nullptr, left_by_refusal<OCSPRequest>(asn1_OCSPRequest_d, whole.whole, nullptr));
 
-  // Nothing else is in the way: without the name the rest is read.
+  // Only the name prevents reading: without it, the rest is read.
   const Bytes list = whole.parts.at(0).parts.at(1).whole;
   const Bytes rest = sequence(sequence(list) + whole.parts.at(1).whole);
   write_file("rest.der", rest);
@@ -326,7 +326,7 @@ TEST(SignedStatusRequestOfOpenssl, IsRefusedForItsCertificates) {
 
 class SignatureOfAStatusRequest : public testing::TestWithParam<TrimmedBits> {};
 
-// Zero bits at the end are left out.
+// The zero bits at the end are left out.
 TEST_P(SignatureOfAStatusRequest, IsWrittenWithoutTheZeroBitsAtItsEnd) {
   const Pieces pieces = pieces_of_a_request();
   const Bytes algorithm = hex("30 0A 06 08 2A 86 48 CE 3D 04 03 02");
@@ -348,7 +348,7 @@ INSTANTIATE_TEST_SUITE_P(Bits, SignatureOfAStatusRequest, testing::ValuesIn(trim
 /* Responses that the tool makes                                                                 */
 /* ------------------------------------------------------------------------------------------- */
 
-/// What a basic response holds, with the octets that are not released with it.
+/// A basic response, with the octets that are not released with it.
 class Basic {
  public:
   explicit Basic(const Bytes &octets)
@@ -358,7 +358,7 @@ class Basic {
   Owned<OctetString, asn1_OctetString_free> signed_octets;
 };
 
-/// The octets of the basic response that the tool wrote.
+/// Returns the octets of the basic response that the tool wrote.
 Bytes basic_octets(const std::string &file) {
   const auto response = record_of<asn1_OCSPResponse_free>(asn1_OCSPResponse_d, read_file(file));
   EXPECT_EQ(0U, response->responseStatus);
@@ -369,14 +369,14 @@ Bytes basic_octets(const std::string &file) {
   return value(response->responseBytes->response);
 }
 
-/// Lets the authority with the key of a kind answer request.der; gives the tool's report.
+/// Makes the authority with the key of a kind answer request.der. Returns the tool's report.
 std::string respond(const std::string &kind, const std::string &arguments) {
   return openssl("ocsp -index index.txt -reqin request.der -respout response.der -resp_text -CA " +
                  authority(kind) + " -rsigner " + authority(kind) + " -rkey " + key(kind) + " " +
                  arguments);
 }
 
-/// Asks for all that the index knows, and for one more.
+/// Asks for all certificates of the index, and for one more.
 void ask_for_all(const std::string &kind, const std::string &arguments) {
   std::vector<Indexed> index = revoked_for_all_reasons;
   index.push_back({"", "4711"});
@@ -386,7 +386,7 @@ void ask_for_all(const std::string &kind, const std::string &arguments) {
   openssl(request + " -serial 0x4712");
 }
 
-/// Every field has the octets that `openssl asn1parse` finds in its place.
+/// Checks that every field has the octets that `openssl asn1parse` finds in its place.
 void expect_same_octets(const BasicOCSPResponse *basic, const Element &whole) {
   ASSERT_EQ(3U, whole.parts.size());
   EXPECT_EQ(whole.parts[0].whole, value(basic->tbsResponseDataBytes));
@@ -496,8 +496,8 @@ TEST_P(StatusResponseOfOpenssl, HasACopyWithoutTheSignedOctets) {
 INSTANTIATE_TEST_SUITE_P(Shapes, StatusResponseOfOpenssl, testing::ValuesIn(answers),
                          [](const auto &answer) { return std::string(answer.param.name); });
 
-/// What the tool does not write: the fields of the signed part, of which one takes an identifier of
-/// the tool's.
+/// A signed part with fields that the tool does not write. One of them takes an identifier that the
+/// tool made.
 struct Data {
   const char *name;
   bool version_written;
@@ -573,7 +573,7 @@ TEST(StatusResponseRefusal, IsForItsCertificates) {
   const Bytes octets = basic_octets("response.der");
   EXPECT_EQ(nullptr, left_by_refusal<BasicOCSPResponse>(asn1_BasicOCSPResponse_d, octets, nullptr));
 
-  // Nothing else is in the way: without the certificates the rest is read.
+  // Only the certificates prevent reading: without them, the rest is read.
   write_file("basic.der", octets);
   const std::vector<Element> parts = take_apart("basic.der").parts;
   ASSERT_EQ(4U, parts.size());
@@ -584,7 +584,7 @@ TEST(StatusResponseRefusal, IsForItsCertificates) {
 TEST(StatusResponseWithoutAnAnswer, HasItsStatusOnly) {
   authority("ec");
   write_index({});
-  // The tool does not answer a request for nothing.
+  // The tool does not answer an empty request.
   write_file("request.der", unsigned_request(sequence({})));
   EXPECT_EQ("malformedrequest (0x1)",
             after("OCSP Response Status: ", respond("ec", "-ignore_err")));
@@ -597,7 +597,8 @@ TEST(StatusResponseWithoutAnAnswer, HasItsStatusOnly) {
   for (const auto &[status, printed] : rows) {
     const Bytes der = hex("30 03 0A 01") + Bytes{status};
     write_file("response.der", der);
-    // There is nothing to verify, of which the tool complains once it has printed it.
+    // There is nothing to verify. The tool reports that as an error after it has printed the
+    // response.
     const std::string report =
         openssl("ocsp -ignore_err -resp_text -respin response.der 2>&1 || true");
     EXPECT_EQ(printed, after("OCSP Response Status: ", report));
@@ -611,12 +612,12 @@ TEST(StatusResponseWithoutAnAnswer, HasItsStatusOnly) {
 /* Making what the tool reads and answers                                                        */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The octets behind a label of a report.
+/// Returns the octets after a label of a report.
 Bytes hash_of(const std::string &label, const std::string &report) {
   return hex(after(label, report));
 }
 
-/// Identifies a certificate of the EC authority, by what the tool says of the authority.
+/// Identifies a certificate of the EC authority, with the hashes that the tool prints for it.
 CertID *identifier(Integer *serial) {
   const std::string report = openssl("x509 -noout -ocspid -in " + authority("ec"));
   CertID *id = asn1_CertID_new();
@@ -677,7 +678,7 @@ void expect_three_printed() {
   expect_same_lines(printed_requests("request.der"), lines);
 }
 
-/// The response tells of the certificates that were asked for.
+/// Checks that the response is about the certificates that were asked for.
 void expect_answered(const OCSPRequest *request) {
   respond("ec", "-resp_no_certs");
   const Basic basic(basic_octets("response.der"));
@@ -731,7 +732,7 @@ TEST_P(SignedStatusRequestForOpenssl, IsPrintedVerifiedAndAnswered) {
   OCSPSignature *signature = asn1_OCSPSignature_new();
   request->optionalSignature = signature;
   signature->signatureAlgorithm = signature_algorithm(kind);
-  // Signed until the signature has no zero bit at its end, which would not be written.
+  // Signs until the signature has no zero bit at its end, because that would not be written.
   for (uint32_t attempt = 0; signature->signature == nullptr; ++attempt) {
     release(asn1_Integer_free, request->tbsRequest->version);
     request->tbsRequest->version = asn1_Integer_set(attempt);
@@ -761,7 +762,7 @@ INSTANTIATE_TEST_SUITE_P(Keys, SignedStatusRequestForOpenssl,
                          testing::Values("rsa", "ec", "ed25519"),
                          [](const auto &kind) { return std::string(kind.param); });
 
-// These forms are the library's own.
+// These forms are this library's own.
 TEST(StatusRequestForOpensslDeparture, IsInADirectoryName) {
   const RequestPointer request = request_for_three();
   GeneralName *name = asn1_GeneralName_new();

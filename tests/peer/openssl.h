@@ -1,5 +1,5 @@
-// What the tests against the openssl tool share: running it, its keys and signatures, how it takes
-// encodings apart and prints the values of records, and records made for it.
+// Shared by the tests against the openssl tool: running it, its keys and signatures, the elements
+// and values that it finds in an encoding, and records made for it.
 #ifndef ORVELASN1_TESTS_PEER_OPENSSL_H
 #define ORVELASN1_TESTS_PEER_OPENSSL_H
 
@@ -20,7 +20,7 @@ namespace support {
 /* The openssl tool                                                                              */
 /* ------------------------------------------------------------------------------------------- */
 
-/// A folder of its own for each run, in which the tool works. It goes away at the end.
+/// The folder in which the tool works, a new one for each run. It is removed at the end.
 inline const std::filesystem::path &folder() {
   struct Temporary {
     std::filesystem::path path = std::filesystem::temp_directory_path() / "orvelasn1.XXXXXX";
@@ -48,7 +48,7 @@ inline Bytes read_file(const std::string &name) {
   return Bytes(std::istreambuf_iterator<char>(in), {});
 }
 
-/// What `openssl ARGUMENTS` prints. Where it fails, what it printed is the failure of the test.
+/// Returns what `openssl ARGUMENTS` prints. Where it fails, the test fails with its output.
 inline std::string openssl(const std::string &arguments) {
   const std::string command = "cd '" + folder().string() + "' && openssl " + arguments + " 2>&1";
   FILE *pipe = popen(command.c_str(), "r");
@@ -61,9 +61,8 @@ inline std::string openssl(const std::string &arguments) {
 
 using Lines = std::vector<std::string>;
 
-/// The lines of `report` behind the one that is `title`, up to one that begins with one of `ends`;
-/// without the blanks around them, and without empty ones. A line that the tool broke is whole
-/// again.
+/// Returns the lines of `report` after the line `title`, up to one that begins with one of `ends`.
+/// Removes the blanks around them and the empty lines, and joins the lines that the tool broke.
 inline Lines section(const std::string &title, const std::string &report,
                      std::initializer_list<std::string_view> ends) {
   Lines lines;
@@ -82,7 +81,7 @@ inline Lines section(const std::string &title, const std::string &report,
   return lines;
 }
 
-/// Whether `openssl ARGUMENTS` fails.
+/// Returns whether `openssl ARGUMENTS` fails.
 inline bool openssl_refuses(const std::string &arguments) {
   try {
     openssl(arguments);
@@ -92,7 +91,7 @@ inline bool openssl_refuses(const std::string &arguments) {
   }
 }
 
-/// The rest of the line of `report` behind `label`.
+/// Returns the rest of the line of `report` after `label`.
 inline std::string after(const std::string &label, const std::string &report) {
   const size_t start = report.find(label);
   if (start == std::string::npos) throw std::runtime_error("no " + label + " in\n" + report);
@@ -100,8 +99,9 @@ inline std::string after(const std::string &label, const std::string &report) {
   return report.substr(text, report.find('\n', text) - text);
 }
 
-/// The file of a private key, made at its first use; "rsa.spki" and so on hold the public key. That
-/// ends in an odd octet, because the library writes a key without zero bits at its end.
+/// Returns the file of a private key, and makes it at its first use. "rsa.spki" and so on hold the
+/// public key. It ends in an odd octet, because the library writes a key without zero bits at its
+/// end.
 inline std::string key(const std::string &kind) {
   static const std::map<std::string, std::string> options = {
       {"rsa", "-algorithm RSA -pkeyopt rsa_keygen_bits:2048"},
@@ -117,8 +117,8 @@ inline std::string key(const std::string &kind) {
   return pem;
 }
 
-/// The file of a self-signed certificate of a key, made at its first use; "rsa.crt.der" and so on
-/// hold its octets.
+/// Returns the file of a self-signed certificate of a key, and makes it at its first use.
+/// "rsa.crt.der" and so on hold its octets.
 inline std::string certificate_file(const std::string &kind) {
   const std::string pem = kind + ".crt";
   if (!std::filesystem::exists(folder() / pem)) {
@@ -130,10 +130,10 @@ inline std::string certificate_file(const std::string &kind) {
 }
 
 /* ------------------------------------------------------------------------------------------- */
-/* An encoding as the tool takes it apart                                                        */
+/* The elements that the tool finds in an encoding                                               */
 /* ------------------------------------------------------------------------------------------- */
 
-/// One element as `openssl asn1parse` finds it.
+/// An element as `openssl asn1parse` finds it.
 struct Element {
   int depth;
   std::string type;
@@ -179,7 +179,7 @@ inline std::string upper_hex(const Bytes &octets) {
   return out;
 }
 
-/// 4711 is "1267", -5 is "-05".
+/// Returns "1267" for 4711, "-05" for -5.
 inline std::string serial_text(const Integer *serial) {
   Bytes octets = value(serial);
   if (octets.empty()) return "00";
@@ -193,21 +193,21 @@ inline std::string serial_text(const Integer *serial) {
   return std::string("-").append(upper_hex(octets));
 }
 
-/// "20260131120000Z" for "260131120000Z".
+/// Returns "20260131120000Z" for "260131120000Z".
 inline std::string full_year(const Time *time) {
   std::string t = time->value;
   if (time->kind == 23) t.insert(0, t < "50" ? "20" : "19");
   return t;
 }
 
-/// "2026-01-31 12:00:00Z" for "260131120000Z" and for "20260131120000Z".
+/// Returns "2026-01-31 12:00:00Z" for "260131120000Z" and for "20260131120000Z".
 inline std::string date_text(const Time *time) {
   const std::string t = full_year(time);
   return t.substr(0, 4) + "-" + t.substr(4, 2) + "-" + t.substr(6, 2) + " " + t.substr(8, 2) + ":" +
          t.substr(10, 2) + ":" + t.substr(12);
 }
 
-/// "Jan 31 12:00:00 2026 GMT" for "20260131120000Z".
+/// Returns "Jan 31 12:00:00 2026 GMT" for "20260131120000Z".
 inline std::string gmt_text(const std::string &t) {
   static const char *const months[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                        "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
@@ -225,7 +225,7 @@ inline std::string identifier_text(const ObjId *oid) {
   return out;
 }
 
-/// "2.5.4.6=#13024445,2.5.4.10=#0C0161+2.5.4.11=#0C0162"
+/// Returns a name as in "2.5.4.6=#13024445,2.5.4.10=#0C0161+2.5.4.11=#0C0162".
 inline std::string name_text(const RDNSequence *name) {
   std::string out;
   for (int32_t i = 0; i < List_len(name); ++i) {
@@ -246,7 +246,7 @@ inline const std::string as_encoded = " -nameopt oid,sep_comma_plus,dump_all,dum
 /* Records of what the tool made                                                                 */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The record that the whole of the octets holds.
+/// Decodes a record, which must take all of the octets.
 template <auto Free, class T>
 Owned<T, Free> record_of(const uint8_t *(*element_d)(const uint8_t *, const uint8_t *, uint32_t,
                                                      T **, uint32_t),
@@ -265,7 +265,7 @@ std::vector<const T *> elements_of(const List *list) {
   return out;
 }
 
-/// Each extension has the octets that `openssl asn1parse` finds in its place.
+/// Checks that each extension has the octets that `openssl asn1parse` finds in its place.
 inline void expect_same_extensions(const Element &sequence, const Extensions *extensions) {
   const std::vector<const Extension *> ours = elements_of<Extension>(extensions);
   ASSERT_EQ(sequence.parts.size(), ours.size());
@@ -277,7 +277,7 @@ inline void expect_same_extensions(const Element &sequence, const Extensions *ex
   }
 }
 
-/// A BIT STRING, and how the library writes it where it leaves out the zero bits at the end.
+/// A BIT STRING, and the form in which the library leaves out the zero bits at its end.
 struct TrimmedBits {
   const char *read;
   const char *written;
@@ -319,7 +319,8 @@ inline AlgId *signature_algorithm(const std::string &kind) {
   return algorithm;
 }
 
-/// The tool's signature over the octets with the key of a kind, by its signature_algorithm().
+/// Returns the tool's signature over the octets with the key of a kind and its
+/// signature_algorithm().
 inline Bytes signature_over(const Bytes &octets, const std::string &kind) {
   write_file("to_be_signed", octets);
   openssl("pkeyutl -sign -rawin -in to_be_signed -out signature -inkey " + key(kind) +
@@ -353,7 +354,7 @@ inline Time *generalized_time(const char *text) {
   return time;
 }
 
-/// A new list that owns the records.
+/// Returns a new list that owns the records.
 inline List *owning_list(std::initializer_list<void *> records) {
   List *list = List_new(0);
   for (void *record : records) EXPECT_EQ(1, List_append(list, record, 0));

@@ -1,4 +1,4 @@
-// Encryption with a password, done by the openssl tool as the parameters of an algorithm say.
+// Encryption with a password, done by the openssl tool with the parameters of an algorithm.
 #ifndef ORVELASN1_TESTS_PEER_PASSWORD_H
 #define ORVELASN1_TESTS_PEER_PASSWORD_H
 
@@ -24,8 +24,8 @@ inline std::string salt_and_iterations(const Bytes &salt, uint32_t iterations) {
   return " -kdfopt hexsalt:" + upper_hex(salt) + " -kdfopt iter:" + std::to_string(iterations);
 }
 
-/// What RFC 7292 derives from the password: a key for `purpose` 1, an initialisation vector for 2,
-/// a key for a MAC for 3. The password goes in as a terminated BMPString.
+/// Derives octets from the password (RFC 7292, B.2): a key for `purpose` 1, an initialisation
+/// vector for 2, a key for a MAC for 3. The password is hashed as a terminated BMPString.
 inline Bytes derived_pkcs12(char purpose, size_t length, const std::string &digest,
                             const Bytes &salt, uint32_t iterations) {
   return derived(length, "-kdfopt digest:" + digest +
@@ -42,12 +42,12 @@ constexpr const char *triple_des = "1.2.840.113549.1.12.1.3";
 constexpr const char *triple_des_of_two_keys = "1.2.840.113549.1.12.1.4";
 constexpr const char *rc2_of_40_bits = "1.2.840.113549.1.12.1.6";
 
-/// The parameters of a scheme: those of PBES2 as the tool takes them apart, others as PbeParams.
+/// The parameters of a scheme: those of PBES2 as the tool finds them, others as PbeParams.
 struct Scheme {
   std::string name;
   Bytes salt;
   uint32_t iterations;
-  std::string function;  // of PBES2 only, as is the vector
+  std::string function;  // of PBES2 only; so is the vector
   std::string cipher;
   Bytes vector;
 
@@ -110,7 +110,7 @@ inline Bytes through_cipher(const std::string &direction, const AlgId *algorithm
   return read_file("cipher.out");
 }
 
-/// A scheme of encryption with the password, made by hand.
+/// A scheme of encryption with the password, put together by hand.
 struct SchemeShape {
   const char *name;
   const char *dotted;

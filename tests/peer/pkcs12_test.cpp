@@ -1,5 +1,5 @@
-// Exchange files that the openssl tool makes are read down to their certificates and keys, and files
-// that this library makes are opened by the tool.
+// Tests PKCS #12 files against the openssl tool: the library reads those of the tool down to their
+// certificates and keys, and the tool opens those of the library.
 #include "password.h"
 
 namespace {
@@ -18,7 +18,7 @@ const auto encrypted_key_infos = RECORD_FAMILY(EncryptedPrivateKeyInfo);
 
 using HeldList = std::unique_ptr<List, void (*)(List *)>;
 
-/// The SEQUENCE OF, which comes back as it is.
+/// Decodes a SEQUENCE OF, and checks that it is written as it was read.
 template <auto Encode, auto Decode, auto Free>
 HeldList sequence_of(const Bytes &octets) {
   const Input input(octets);
@@ -33,7 +33,7 @@ constexpr auto authenticated_safe =
 
 bool same(const ObjId *a, const ObjId *b) { return asn1_ObjId_cmp(a, b) == 0; }
 
-/// The MAC of RFC 7292 under the password.
+/// Returns the MAC of RFC 7292 with the password.
 Bytes mac_of(const std::string &digest, const Bytes &salt, uint32_t iterations,
              const Bytes &octets) {
   const size_t length = digest_of(digest, {}).size();
@@ -48,7 +48,7 @@ Bytes mac_of(const std::string &digest, const Bytes &salt, uint32_t iterations,
 /* Files of the tool                                                                             */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The tool's name for an identifier.
+/// Returns the tool's name for an identifier.
 std::string name_of(const std::string &dotted) {
   static const std::map<std::string, const char *> names = {
       {triple_des, "pbeWithSHA1And3-KeyTripleDES-CBC"},
@@ -66,7 +66,8 @@ std::string name_of(const std::string &dotted) {
   return names.at(dotted);
 }
 
-/// What a file holds, in its order; structure and attributes are told as the tool tells them.
+/// The contents of a file, in its order. Structure and attributes are printed as the tool prints
+/// them.
 class Contents {
  public:
   explicit Contents(const PFX *exchange) {
@@ -161,9 +162,9 @@ class Contents {
     }
   }
 
-  /// An element with one length octet: characters of a BMPString, else octets.
+  /// Prints an element with one length octet: characters of a BMPString, otherwise octets.
   static std::string value_text(const Bytes &element) {
-    const size_t start = element.at(0) == 3 ? 3 : 2;  // a BIT STRING has an octet for unused bits
+    const size_t start = element.at(0) == 3 ? 3 : 2;  // a BIT STRING has the unused-bits octet
     EXPECT_EQ(element.size() - 2, element.at(1));
     std::string out;
     for (size_t i = start; i < element.size(); ++i) {
@@ -192,7 +193,7 @@ Lines lines_of(const std::string &report) {
   return lines;
 }
 
-/// What the tool says of a file.
+/// Returns what the tool prints for a file.
 struct Report {
   explicit Report(const std::string &file) {
     structure = lines_of(openssl("pkcs12 -legacy -info -nodes -out report -in " + file +
@@ -274,7 +275,7 @@ INSTANTIATE_TEST_SUITE_P(Shapes, ExchangesOfOpenssl, testing::ValuesIn(shapes),
 /* Files for the tool                                                                            */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The octets of a small bag.
+/// Returns the octets of a small bag.
 template <class T>
 Bytes small_bag(const RecordFamily<T> &family, ObjId *T::*id, const ObjId *type, Any *T::*held,
                 const Bytes &octets) {
@@ -289,7 +290,7 @@ Bytes certificate_bag(const Bytes &certificate) {
                    &CertBag::certValue, element(4, certificate));
 }
 
-/// A bag with the attributes that a key and its certificate share.
+/// Returns a bag with the attributes that a key and its certificate share.
 SafeBag *safe_bag(const ObjId *type, const Bytes &octets) {
   SafeBag *bag = asn1_SafeBag_new();
   bag->bagId = identifier(type);
@@ -338,7 +339,7 @@ MacData *mac_over(const Bytes &safe, const std::string &digest, uint32_t iterati
   return data;
 }
 
-/// An exchange file of messages, which it takes, with a MAC unless `digest` is empty.
+/// Returns a file of the messages, which it then owns. It has a MAC unless `digest` is empty.
 Held<PFX> exchange_of(std::initializer_list<void *> safes, const std::string &digest,
                       uint32_t iterations) {
   const HeldList list(owning_list(safes),
@@ -354,9 +355,9 @@ Held<PFX> exchange_of(std::initializer_list<void *> safes, const std::string &di
 
 struct MadeShape {
   const char *name;
-  const SchemeShape *scheme;  // of certificate and key; null for none
-  const char *digest;         // of the MAC; empty for none
-  uint32_t iterations;        // of the MAC; a single one is not written
+  const SchemeShape *scheme;  // of certificate and key; null without encryption
+  const char *digest;         // of the MAC; empty without one
+  uint32_t iterations;        // of the MAC; 1 is not written
 };
 void PrintTo(const MadeShape &shape, std::ostream *out) { *out << shape.name; }
 

@@ -1,5 +1,5 @@
-// Messages that the openssl tool signs or encrypts are read as it reports them, and messages that
-// this library makes are read, verified and decrypted by it.
+// Tests messages against the openssl tool: the library reads those of the tool as the tool reports
+// them, and the tool reads, verifies and decrypts those of the library.
 #include <set>
 
 #include "by_hand.h"
@@ -22,7 +22,7 @@ T *value_of(const ContentInfo *message) {
   return static_cast<T *>(message->content->value);
 }
 
-/// The elements of a message: of its SEQUENCE the identifier, and what stands in its [0].
+/// The elements of a message: the identifier in its SEQUENCE, and the element in its [0].
 struct MessageParts {
   explicit MessageParts(const std::string &file) : whole(take_apart(file)) {}
   const Element whole;
@@ -30,7 +30,7 @@ struct MessageParts {
   const Element &inner() const { return whole.parts.at(1).parts.at(0); }
 };
 
-/// The list holds these elements; without any there is no list.
+/// Checks that the list holds these elements. Without elements it must be NULL.
 void expect_elements(const std::vector<Bytes> &expected, const List *list) {
   ASSERT_EQ(expected.empty(), list == nullptr);
   std::vector<Bytes> found;
@@ -55,14 +55,14 @@ void expect_attributes(const Element &element, const List *attributes) {
   }
 }
 
-/// The only value of the attribute of a type.
+/// Returns the only value of the attribute of a type.
 Bytes attribute_value(const List *attributes, const ObjId *type) {
   const Attribute *found = asn1_Attributes_getAttribute(attributes, type);
   if (found == nullptr) throw std::runtime_error("no " + identifier_text(type));
   return value(elements_of<Any>(found->values).at(0));
 }
 
-/// Every field has the octets that `openssl asn1parse` finds in its place.
+/// Checks that every field has the octets that `openssl asn1parse` finds in its place.
 void expect_signer(const Element &element, const SignerInfo *signer) {
   auto field = element.parts.begin();
   EXPECT_EQ(field++->whole, encode(asn1_Integer_e, signer->version));
@@ -83,8 +83,8 @@ void expect_signer(const Element &element, const SignerInfo *signer) {
   kept(issuers, element.parts[1].whole);
 }
 
-/// The values are those of the certificate, of the content, and of what `openssl pkcs7` prints of
-/// this signer.
+/// Checks the values against the certificate, the content, and what `openssl pkcs7` prints for this
+/// signer.
 void expect_reported_signer(const std::string &report, const SignerInfo *signer,
                             const std::string &kind, const std::string &digest) {
   EXPECT_EQ(after("version: ", report), std::to_string(asn1_Integer_get(signer->version)));
@@ -114,7 +114,7 @@ void expect_reported_signer(const std::string &report, const SignerInfo *signer,
   EXPECT_EQ(after("UTCTIME:", report), gmt_text(full_year(time.get())));
 }
 
-/// What the signature covers, as the library writes it, is what the tool has signed.
+/// Checks that the library writes the octets that the tool has signed.
 void expect_verified(const SignerInfo *signer, const std::string &kind, const std::string &digest) {
   const List *attributes = signer->authenticatedAttributes;
   write_file("covered", attributes == nullptr ? content : encode_with([&](uint8_t **pp) {
@@ -253,7 +253,7 @@ TEST(MessageSignedByOpenssl, IsRefusedInIndefiniteForm) {
       "smime -sign -binary -stream -nodetach -in message -outform DER -out signed.der -signer " +
       certificate_file("ec") + " -inkey " + key("ec"));
   const Bytes octets = read_file("signed.der");
-  // The message and its wrapper may be indefinite, the SignedData in it must not.
+  // The message and its wrapper may have an indefinite length. The SignedData in it must not.
   ASSERT_EQ(hex("30 80 06 09 2A 86 48 86 F7 0D 01 07 02 A0 80 30 80"),
             Bytes(octets.begin(), octets.begin() + 17));
   EXPECT_EQ(-1, decode(asn1_ContentInfo_d, octets).consumed);
@@ -275,7 +275,7 @@ TEST(MessageSignedByOpenssl, IsWrittenInDefiniteFormWhereItsWrappersWereIndefini
 /* Messages without signers                                                                      */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The file of an empty CRL of a key.
+/// Returns the file of an empty CRL of a key.
 std::string crl_file(const std::string &kind) {
   write_file("ca.cnf", text("[ca]\ndefault_ca=d\n[d]\ndatabase=empty_index.txt\ndefault_md=sha256\n"
                             "default_crl_days=30\n"));
@@ -328,7 +328,7 @@ TEST_P(Bundles, OfTheToolReadAsTheyAreAndComeBack) {
   expect_elements(crls, data->crls);
 }
 
-/// A new list of whole elements, null for none.
+/// Returns a new list of whole elements, or NULL without elements.
 List *list_of_elements(const std::vector<Bytes> &elements) {
   if (elements.empty()) return nullptr;
   List *list = List_new(0);
@@ -336,7 +336,7 @@ List *list_of_elements(const std::vector<Bytes> &elements) {
   return list;
 }
 
-/// A message by hand, to be completed.
+/// Returns a message by hand, for the caller to complete.
 Held<ContentInfo> message_of(const ObjId *type, void *held) {
   auto message = created(messages);
   message->contentType = identifier(type);
@@ -388,7 +388,7 @@ struct SigningShape {
   bool attached;
   bool with_attributes;
   bool sorted;          // the attributes in the order of DER
-  bool issuer_as_text;  // and not as octets
+  bool issuer_as_text;  // otherwise as octets
   bool with_unauthenticated_attributes;
 };
 void PrintTo(const SigningShape &shape, std::ostream *out) { *out << shape.name; }
@@ -406,7 +406,7 @@ const SigningShape signing_shapes[] = {
 class MessagesSignedForOpenssl : public testing::TestWithParam<SigningShape> {
  protected:
   static List *authenticated_attributes(bool sorted) {
-    // By their octets the shortest comes first.
+    // In the order of their octets the shortest comes first.
     Attribute *type = attribute(asn1_Get_contentType(), encode(asn1_ObjId_e, asn1_Get_data()));
     Attribute *time = attribute(asn1_Get_signingTime(), element(0x17, text("310203040506Z")));
     Attribute *digest =
@@ -443,7 +443,7 @@ class MessagesSignedForOpenssl : public testing::TestWithParam<SigningShape> {
     return info;
   }
 
-  /// Writes the signed message of a shape, with other octets in the place of its content.
+  /// Writes the signed message of a shape, with other octets in place of its content.
   static void write_signed(const SigningShape &shape, const Bytes &octets) {
     auto *data = asn1_SignedData_new();
     const auto message = message_of(asn1_Get_signedData(), data);
@@ -513,7 +513,7 @@ INSTANTIATE_TEST_SUITE_P(Shapes, MessagesSignedForOpenssl, testing::ValuesIn(sig
 
 const Bytes data_identifier = hex("06 09 2A 86 48 86 F7 0D 01 07 01");
 
-/// The definite form of a message that holds the content.
+/// Returns a message that holds the content, with definite lengths.
 const Bytes data_message = sequence(data_identifier + element(0xA0, element(4, content)));
 
 class DataMessages : public testing::TestWithParam<const char *> {};
@@ -541,7 +541,7 @@ TEST(DataMessageByHand, IsReadByTheTool) {
   EXPECT_EQ(content, read_file("read"));
 }
 
-/// Types of content that stay whole elements.
+/// Types of content that are kept as whole elements.
 struct OpaqueShape {
   const char *name;
   const char *arguments;

@@ -1,5 +1,6 @@
-// Certification requests that the openssl tool makes, or reads after they were put together by hand,
-// are read as it reads them itself, and requests that this library makes are read and verified by it.
+// Tests certification requests against the openssl tool. The library reads those that the tool
+// makes, and those by hand that the tool reads first, as the tool does. The tool reads and verifies
+// those of the library.
 #include "openssl.h"
 
 namespace {
@@ -13,18 +14,18 @@ RequestPointer decoded_request(const Bytes &der) {
 }
 
 /* ------------------------------------------------------------------------------------------- */
-/* A decoded request beside the tool's view of it                                                */
+/* A decoded request compared with what the tool prints                                          */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The tool's lines for the attributes, but for requested extensions: "name:value", and ":value"
-/// for further values.
+/// Returns the tool's lines for the attributes except requested extensions: "name:value", and
+/// ":value" for further values.
 Lines attribute_lines(const List *attributes) {
   static const std::map<std::string, std::string> names = {
       {"1.2.840.113549.1.9.1", "emailAddress"},
       {"1.2.840.113549.1.9.2", "unstructuredName"},
       {"1.2.840.113549.1.9.7", "challengePassword"},
       {"1.2.840.113549.1.9.8", "unstructuredAddress"},
-      // 2 * 40 + 999 is 26 * 40 + 39; the library splits it so.
+      // 2 * 40 + 999 is 26 * 40 + 39, and the library splits it so.
       {"26.39.1", "2.999.1"}};
   Lines lines;
   for (const Attribute *attribute : elements_of<Attribute>(attributes)) {
@@ -52,7 +53,7 @@ Lines printed_attributes(const std::string &report) {
   return lines;
 }
 
-/// Every field holds what `openssl req` prints for the request.
+/// Checks that every field has the value that `openssl req` prints for the request.
 void expect_printed_values(const CertificationRequest *request, const std::string &file) {
   const CertRequestInfo *info = request->certificationRequestInfo;
   const std::string report =
@@ -63,7 +64,7 @@ void expect_printed_values(const CertificationRequest *request, const std::strin
   EXPECT_EQ(printed_attributes(report), attribute_lines(info->attributes));
 }
 
-/// Every field has the octets that `openssl asn1parse` finds in its place.
+/// Checks that every field has the octets that `openssl asn1parse` finds in its place.
 void expect_same_octets(const CertificationRequest *request, const std::string &file) {
   const Element whole = take_apart(file);
   ASSERT_EQ(3U, whole.parts.size());
@@ -93,7 +94,8 @@ void expect_same_octets(const CertificationRequest *request, const std::string &
   }
 }
 
-/// A BIT STRING of whole octets as a named bit list: without the zero bits at its end.
+/// Returns a BIT STRING of whole octets as a named bit list (X.690, 11.2.2), without zero bits at
+/// its end.
 Bytes named_bits(Bytes octets) {
   while (!octets.empty() && octets.back() == 0) octets.pop_back();
   uint8_t unused = 0;
@@ -101,13 +103,13 @@ Bytes named_bits(Bytes octets) {
   return element(0x03, Bytes{unused} + octets);
 }
 
-/// The octets of a request with a signed part and an algorithm as they are, and another signature.
+/// Returns the octets of a request with the same signed part and algorithm and another signature.
 Bytes with_signature(const Element &whole, const Bytes &signature) {
   return element(0x30, whole.parts.at(0).whole + whole.parts.at(1).whole + signature);
 }
 
-/// The request and its copies come back as `written`: from what was stored of it, from its fields,
-/// and from the text of its subject where that keeps it whole.
+/// Checks that the request and its copies are written as `written`: from the stored octets, from
+/// the fields, and from the text of the subject where that keeps it whole.
 void expect_comes_back(CertificationRequest *request, const Bytes &written,
                        bool text_keeps_the_subject = true) {
   const auto copy_comes_back_as = [&] {
@@ -231,7 +233,7 @@ TEST(RequestAttributesOfOpenssl, AreFoundByTheirIdentifiers) {
 /* Requests by hand, which the tool reads first                                                  */
 /* ------------------------------------------------------------------------------------------- */
 
-/// A request as the tool makes it with the key of a kind, without attributes.
+/// Returns a request that the tool makes with the key of a kind, without attributes.
 Element plain_request(const std::string &kind) {
   write_file("plain.cnf", text("[req]\nprompt=no\ndistinguished_name=name\n[name]\nCN=x\n"));
   openssl("req -new -config plain.cnf -sha256 -outform DER -out plain.der -key " + key(kind));
@@ -243,8 +245,8 @@ void expect_verified(const std::string &file) {
             openssl("req -inform DER -noout -verify -in " + file).find("verify OK\n"));
 }
 
-/// The request with this subject and what stands behind the key, signed and verified by the tool as
-/// by_hand.der; an empty subject stands for the tool's own.
+/// Returns a request with this subject and with `attributes` after the key. The tool signs and
+/// verifies it as by_hand.der. An empty subject means the tool's own.
 Bytes request_by_hand(const Bytes &subject, const Bytes &attributes) {
   const Element pieces = plain_request("ec");
   const std::vector<Element> &parts = pieces.parts.at(0).parts;
@@ -268,7 +270,7 @@ void PrintTo(const Attributes &attributes, std::ostream *out) { *out << attribut
 const Bytes password_type = hex("06 09 2A 86 48 86 F7 0D 01 09 07");
 const Bytes name_type = hex("06 09 2A 86 48 86 F7 0D 01 09 02");
 
-/// An attribute with values that are letters.
+/// Returns an attribute with values that are letters.
 Bytes attribute_octets(const Bytes &type, const std::string &letters) {
   Bytes values;
   for (const char letter : letters) values = values + Bytes{0x0C, 1, static_cast<uint8_t>(letter)};
@@ -301,7 +303,7 @@ TEST_P(RequestByHand, IsVerifiedByOpensslReadsAsItIsReportedAndComesBack) {
 INSTANTIATE_TEST_SUITE_P(AttributeLists, RequestByHand, testing::ValuesIn(attributes_by_hand),
                          [](const auto &row) { return std::string(row.param.name); });
 
-// The tool verifies it, but has no line for it.
+// The tool verifies the request but prints no line for the attribute.
 TEST(RequestByHandAttributes, OneWithoutValuesComesBack) {
   const RequestPointer request =
       decoded_request(request_by_hand({}, element(0xA0, attribute_octets(name_type, ""))));
@@ -319,7 +321,7 @@ TEST(RequestByHandAttributes, TheFirstOfATypeIsFound) {
   EXPECT_EQ(List_get(list, 0), asn1_Attributes_getAttribute(list, asn1_Get_challengePassword()));
 }
 
-// The tool verifies it; here there is no text for a name of nothing.
+// The tool verifies it. The library refuses it, because an empty name has no text.
 TEST(RequestByHandRefusal, IsForAnEmptySubject) {
   const Bytes der = request_by_hand(hex("30 00"), hex("A0 00"));
   EXPECT_EQ(nullptr,
@@ -341,7 +343,7 @@ TEST_P(BitsOfARequest, OfTheSignatureAreWrittenWithoutTheZeroBitsAtTheEnd) {
   openssl("req -inform DER -noout -in written.der");
 }
 
-// The stored octets keep the key whole; it is trimmed where the request is written from its fields.
+// The stored octets keep the key whole. It is trimmed when the request is written from its fields.
 TEST_P(BitsOfARequest, OfTheKeyAreWrittenWithoutTheZeroBitsAtTheEndFromFieldsOnly) {
   const Element pieces = plain_request("ed25519");
   const std::vector<Element> &parts = pieces.parts.at(0).parts;
@@ -376,7 +378,7 @@ Attribute *attribute(const ObjId *type, std::initializer_list<void *> values) {
   return result;
 }
 
-/// The element that a family of strings writes.
+/// Returns the element that a family of strings writes.
 Any *string_value(uint32_t (*string_e)(uint8_t **, const ASN1String *), const char *text) {
   const Owned<ASN1String, asn1_ASN1String_free> string(
       asn1_ASN1String_new(0, reinterpret_cast<const uint8_t *>(text)));
@@ -408,7 +410,7 @@ Attribute *extension_request(std::initializer_list<void *> extensions) {
                    {octet_string(encode(asn1_Extensions_e, list.get()))});
 }
 
-/// A request for the key of a kind; subject, attributes and signature are still missing.
+/// Returns a request for the key of a kind, without subject, attributes and signature.
 RequestPointer unsigned_request(const std::string &kind) {
   key(kind);
   CertificationRequest *request = asn1_CertificationRequest_new();
@@ -420,9 +422,9 @@ RequestPointer unsigned_request(const std::string &kind) {
   return RequestPointer(request);
 }
 
-/// Names the subject, lets the tool sign with the key of a kind, and writes the request to `file`.
-/// The name gets a number with which the signature has no zero bit at its end, which would not be
-/// written; gives the name as the tool prints it.
+/// Names the subject, makes the tool sign with the key of a kind, and writes the request to `file`.
+/// The name gets a number with which the signature has no zero bit at its end, because that would
+/// not be written. Returns the name as the tool prints it.
 std::string sign(CertificationRequest *request, const std::string &kind, const std::string &file) {
   CertRequestInfo *info = request->certificationRequestInfo;
   for (int number = 0;; ++number) {

@@ -1,5 +1,5 @@
-// What the tests of CRLs and of OCSP share: the tool's certification authority, its index of what it
-// has issued and revoked, and the extensions that tell of a revocation as the tool prints them.
+// Shared by the tests of CRLs and of OCSP: the tool's certification authority, its index of issued
+// and revoked certificates, and the extensions of a revocation as the tool prints them.
 #ifndef ORVELASN1_TESTS_PEER_REVOCATION_H
 #define ORVELASN1_TESTS_PEER_REVOCATION_H
 
@@ -11,10 +11,10 @@ namespace support {
 /* The tool as an authority                                                                      */
 /* ------------------------------------------------------------------------------------------- */
 
-/// The authority's name as the tool gives it to its certificate.
+/// The authority's name, as the tool writes it into its certificate.
 constexpr const char *authority_name = "/c(19)=DE/o(12)=Example/cn(12)=Authority";
 
-/// The file of the certificate of the authority that has the key of a kind.
+/// Returns the file of the certificate of the authority that has the key of a kind.
 inline std::string authority(const std::string &kind) {
   const std::string file = kind + "_authority.pem";
   if (std::filesystem::exists(folder() / file)) return file;
@@ -35,9 +35,9 @@ subjectKeyIdentifier=hash
   return file;
 }
 
-/// What the authority's index says of one certificate.
+/// The line of the authority's index for one certificate.
 struct Indexed {
-  std::string revoked;  ///< "260131120000Z", "260131120000Z,keyCompromise"; empty where it is not
+  std::string revoked;  ///< "260131120000Z", "260131120000Z,keyCompromise"; empty where it is good
   std::string serial;   ///< as the tool prints it
 };
 
@@ -50,7 +50,7 @@ inline void write_index(const std::vector<Indexed> &certificates) {
   write_file("index.txt", text(lines));
 }
 
-/// One certificate for each reason that the tool's index knows, and one without a reason.
+/// Returns one certificate for each reason that the tool's index knows, and one without a reason.
 inline const std::vector<Indexed> revoked_for_all_reasons = {
     {"260131120000Z", "01"},
     {"260131120000Z,unspecified", "02"},
@@ -96,8 +96,8 @@ inline std::string instruction_text(const Bytes &octets) {
   return instructions.at(identifier_text(record_of<asn1_ObjId_free>(asn1_ObjId_d, octets).get()));
 }
 
-/// The tool's lines for the extensions of a CRL's entry, or of the response for one certificate,
-/// from values that this library decodes. `title` is the line above them.
+/// Makes the tool's lines for the extensions of a CRL's entry, or of the response for one
+/// certificate, from values that this library decodes. `title` is the line above them.
 inline Lines extension_lines(const std::string &title, const Extensions *extensions) {
   static const struct {
     const ObjId *(*id)(void);
@@ -126,7 +126,7 @@ inline Lines operator+(Lines a, const Lines &b) {
   return a;
 }
 
-/// The same lines; only the first difference is told, for lists that are long.
+/// Checks that the lines are the same. Prints only the first difference, because lists may be long.
 inline void expect_same_lines(const Lines &printed, const Lines &ours) {
   const size_t common = std::min(printed.size(), ours.size());
   for (size_t i = 0; i < common; ++i) ASSERT_EQ(printed[i], ours[i]) << "line " << i;

@@ -1,5 +1,5 @@
-// A view of the allocator: what a block holds when it is released, and allocations that fail when a
-// test wants them to. The second is there only without a sanitizer, which brings its own allocator.
+// Watches the allocator: shows what a block holds when it is released, and makes an allocation
+// fail. The latter works only without a sanitizer, because a sanitizer has its own allocator.
 #ifndef ORVELASN1_TESTS_ALLOCATOR_H
 #define ORVELASN1_TESTS_ALLOCATOR_H
 
@@ -15,7 +15,7 @@
 
 namespace support {
 
-/// Keeps the octets that a block of up to 64 octets holds at the moment of its release.
+/// Copies the first 64 octets of a block at the moment of its release.
 class ReleaseWatch {
  public:
   ReleaseWatch(const void *block, size_t size);
@@ -26,7 +26,7 @@ class ReleaseWatch {
   bool released() const { return released_; }
   Bytes octets() const { return Bytes(octets_, octets_ + size_); }
 
-  /// Called for each block ahead of its release.
+  /// Must be called for each block before its release.
   static void on_release(const volatile void *block) {
     ReleaseWatch *watch = active;
     if (watch == nullptr || block == nullptr || watch->block_ != block) return;
@@ -58,7 +58,7 @@ inline ReleaseWatch::ReleaseWatch(const void *block, size_t size)
   active = this;
 }
 
-/// Calls `f`, which must release all that it allocates: the sanitizer sees to that.
+/// Calls `f`, which must release all that it allocates: the sanitizer checks that.
 template <class F>
 void expect_nothing_kept(F f) {
   f();
@@ -71,10 +71,10 @@ inline ReleaseWatch::ReleaseWatch(const void *block, size_t size)
   active = this;
 }
 
-/// Lets one allocation of this thread fail while it lives, and counts the blocks that stay.
+/// While it lives, makes one allocation of this thread fail and counts the blocks that stay.
 class FailingAllocation {
  public:
-  /// @param successes how many allocations still succeed ahead of the one that fails.
+  /// @param successes the number of allocations that succeed before the one that fails
   explicit FailingAllocation(long successes) {
     until_failure = successes;
     blocks = 0;
@@ -86,7 +86,7 @@ class FailingAllocation {
   bool happened() const { return until_failure < 0; }
   long blocks_left() const { return blocks; }
 
-  /// Sets errno, as the allocator that it stands in for does.
+  /// Sets errno as the allocator does that it replaces.
   static bool fails_now() {
     const bool fails = until_failure >= 0 && until_failure-- == 0;
     if (fails) errno = ENOMEM;
@@ -112,9 +112,9 @@ void *libc_realloc(void *block, size_t size) noexcept __asm__("__libc_realloc");
 void libc_free(void *block) noexcept __asm__("__libc_free");
 }
 
-/// Calls `f`, which says whether it succeeded and keeps nothing allocated, with its first
-/// allocation failing, then with its second, and so on until it has all that it needs. Each failure
-/// must make it fail. Gives the number of failures.
+/// Calls `f` again and again: its first allocation fails, then its second, and so on until none
+/// does. `f` returns whether it succeeded. It must fail each time, and keep nothing allocated.
+/// Returns the number of failures.
 template <class F>
 long expect_failure_at_each_allocation(F f) {
   for (long successes = 0;; ++successes) {
@@ -144,7 +144,8 @@ void expect_nothing_kept(F f) {
 }  // namespace support
 
 #ifndef ORVELASN1_TESTS_SANITIZED
-// The allocator of this program, weak because every test that includes this header has it.
+// The allocator of this program. It is weak because every test that includes this header defines
+// it.
 extern "C" {
 [[gnu::weak]] void *malloc(size_t size) noexcept {
   using namespace support;

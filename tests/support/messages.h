@@ -1,4 +1,4 @@
-// What the tests of messages and of the exchange format built on them share.
+// Shared by the tests of messages and of PKCS #12 files, which are built on them.
 #ifndef ORVELASN1_TESTS_MESSAGES_H
 #define ORVELASN1_TESTS_MESSAGES_H
 
@@ -6,7 +6,7 @@
 
 namespace support {
 
-/// 1.2.840.113549.1.7 and one arc.
+/// Returns the identifier 1.2.840.113549.1.7 with one more arc.
 inline Bytes content_type(uint8_t arc) { return hex("06 09 2A 86 48 86 F7 0D 01 07") + Bytes{arc}; }
 inline Bytes integer(uint8_t number) { return hex("02 01") + Bytes{number}; }
 inline Bytes octet_string(const Bytes &content) { return element(4, content); }
@@ -19,7 +19,7 @@ inline Bytes message(const Bytes &type, const Bytes &content) {
   return sequence(type + explicit_0(content));
 }
 
-/// The octets come back as `output`, and so they do from a copy that outlives its original.
+/// Checks that the octets are written as `output`, also from a copy that outlives its original.
 template <class T>
 void expect_rewritten(const RecordFamily<T> &family, const Bytes &input, const Bytes &output,
                       size_t unread = 0) {
@@ -36,7 +36,7 @@ void expect_kept(const RecordFamily<T> &family, const Bytes &octets) {
   expect_rewritten(family, octets, octets);
 }
 
-/// For each of the families that accept indefinite lengths: a refused header clears the place.
+/// Checks a family that accepts indefinite lengths. A refused header clears the place.
 template <class T>
 void expect_sequence_of_any_length(const RecordFamily<T> &family, const Bytes &content) {
   for (const Bytes &octets : {Bytes(), hex("30"), hex("30 01"), hex("30 85"), hex("30 FF"),
@@ -66,20 +66,20 @@ void expect_sequence_of_any_length(const RecordFamily<T> &family, const Bytes &c
   EXPECT_EQ(nullptr, family.decode(input.z(), input.end(), 0, nullptr, 0));
 }
 
-/// A message without a type cannot go through asn1_ContentInfo_free().
+/// Releases a message without a type, for which asn1_ContentInfo_free() ends the process.
 inline void release_untyped(ContentInfo *info) {
   asn1_Content_free(info->content);
   std::free(info);
 }
 using Untyped = Owned<ContentInfo, release_untyped>;
 
-/// What stands on standard error when a message without a type is released or copied.
+/// The line on standard error when a message without a type is released or copied.
 inline const std::string no_type = assert_line("asn1_ObjId_cmp", "oid2 != NULL");
 inline const testing::KilledBySignal aborted(SIGABRT);
 
 #ifndef ORVELASN1_TESTS_SANITIZED
 
-/// The allocations that `f` makes and keeps.
+/// Returns the number of allocations that `f` makes and keeps.
 template <class F>
 long allocations_of(F f) {
   const FailingAllocation none(1'000'000);
@@ -87,8 +87,8 @@ long allocations_of(F f) {
   return none.blocks_left();
 }
 
-/// What `f` does in a process of its own when its memory is exhausted after so many allocations: it
-/// gives NULL and keeps nothing, and the process ends with 0; or it ends the process.
+/// Runs `f` in a process of its own, with its memory exhausted after so many allocations. Exits
+/// with 0 where `f` returns NULL and keeps nothing, otherwise with 1. `f` may also end the process.
 template <class F>
 void run_exhausted(long successes, F f) {
   const FailingAllocation failing(successes);

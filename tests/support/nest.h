@@ -1,4 +1,4 @@
-// Values nested so deep that putting them together element by element would take too long.
+// Builds deeply nested values in linear time; element by element it would take too long.
 #ifndef ORVELASN1_TESTS_NEST_H
 #define ORVELASN1_TESTS_NEST_H
 
@@ -6,7 +6,7 @@
 
 namespace support {
 
-/// Octets that grow at both ends, in time linear in their number.
+/// Octets that grow at both ends, in linear time.
 class Nest {
  public:
   explicit Nest(const Bytes &core) : behind_(core) {}
@@ -20,7 +20,7 @@ class Nest {
     return *this;
   }
 
-  /// Puts an identifier and the shortest length in front of all that is there.
+  /// Puts an identifier and the shortest length before all octets.
   Nest &wrap(uint8_t tag) {
     const size_t size = before_reversed_.size() + behind_.size();
     size_t octets = 0;

@@ -1,4 +1,4 @@
-// Octets, and elements of them, as tests write them down.
+// Octets and elements, as tests write them down.
 #ifndef ORVELASN1_TESTS_OCTETS_H
 #define ORVELASN1_TESTS_OCTETS_H
 
@@ -11,7 +11,7 @@ namespace support {
 
 using Bytes = std::vector<uint8_t>;
 
-/// The octets of a hex text; blanks are skipped.
+/// Returns the octets of a hex text. Skips blanks.
 inline Bytes hex(std::string_view text) {
   Bytes out;
   std::string digits;
@@ -26,7 +26,7 @@ inline Bytes hex(std::string_view text) {
   return out;
 }
 
-/// The octets of a text, without a closing NUL.
+/// Returns the octets of a text without the closing NUL.
 inline Bytes text(std::string_view s) { return Bytes(s.begin(), s.end()); }
 
 inline Bytes operator+(Bytes a, const Bytes &b) {
@@ -34,7 +34,7 @@ inline Bytes operator+(Bytes a, const Bytes &b) {
   return a;
 }
 
-/// A definite-length element: identifier octet, shortest length, content.
+/// Returns an element of definite length: identifier octet, shortest length, content.
 inline Bytes element(uint8_t tag, const Bytes &content) {
   Bytes out{tag};
   const size_t n = content.size();

@@ -1,4 +1,4 @@
-// The certificates of a PEM text, such as a system keeps those that it trusts in.
+// Reads the certificates of a PEM text, such as the file of those that a system trusts.
 #ifndef ORVELASN1_TESTS_PEM_H
 #define ORVELASN1_TESTS_PEM_H
 
@@ -8,10 +8,10 @@
 
 namespace support {
 
-/// Where Debian keeps the certificates that the system trusts.
+/// The file in which Debian keeps the certificates that the system trusts.
 constexpr const char *trust_store = "/etc/ssl/certs/ca-certificates.crt";
 
-/// The octets of a base64 text; what is no digit of base64 is skipped.
+/// Returns the octets of a base64 text. Skips what is not a digit of base64.
 inline std::vector<uint8_t> from_base64(std::string_view text) {
   constexpr std::string_view digits =
       "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -29,7 +29,7 @@ inline std::vector<uint8_t> from_base64(std::string_view text) {
   return out;
 }
 
-/// The octets of each CERTIFICATE block, in order.
+/// Returns the octets of each CERTIFICATE block, in order.
 inline std::vector<std::vector<uint8_t>> certificates_of_pem(std::string_view pem) {
   constexpr std::string_view begin = "-----BEGIN CERTIFICATE-----";
   constexpr std::string_view end = "-----END CERTIFICATE-----";

@@ -1,4 +1,4 @@
-// What the tests of records share: a family of functions as one value, and what holds for every
+// Shared by the tests of records: a family of functions as one value, and the checks for every
 // family over a SEQUENCE.
 #ifndef ORVELASN1_TESTS_RECORDS_H
 #define ORVELASN1_TESTS_RECORDS_H
@@ -14,7 +14,7 @@ namespace support {
 
 using Lines = std::vector<std::string>;
 
-/// The functions of a family of records; null for one that it does not have.
+/// The functions of a family of records. A function that it does not have is null.
 template <class T>
 struct RecordFamily {
   T *(*create)();
@@ -24,7 +24,7 @@ struct RecordFamily {
   T *(*clone)(const T *);
 };
 
-/// A record that its family releases.
+/// A record that is released by its family.
 template <class T>
 using Held = std::unique_ptr<T, void (*)(T *)>;
 
@@ -40,7 +40,7 @@ Held<T> cloned(const RecordFamily<T> &family, const Held<T> &record) {
   return {family.clone(record.get()), family.free};
 }
 
-/// The record that the octets hold, of which the last `unread` are left in front of the cursor.
+/// Decodes the octets and returns the record. The cursor must stop before the last `unread` octets.
 template <class T>
 Held<T> decoded(const RecordFamily<T> &family, const Bytes &octets, size_t unread = 0,
                 uint32_t impl_tag = 0) {
@@ -54,27 +54,27 @@ Bytes encoded(const RecordFamily<T> &family, const Held<T> &record) {
   return encode(family.encode, record.get());
 }
 
-/// What the decoder writes to the trace.
+/// Returns the lines that the decoder writes to the trace.
 template <class T>
 Lines traced(const RecordFamily<T> &family, const Bytes &octets, uint32_t depth = 1) {
   return trace_lines(
       [&] { family.free(decode(family.decode, octets, uint32_t{0}, depth).record); });
 }
 
-/// The line of the trace for up to 16 octets: their digits, and what they are as characters.
+/// Returns the line of the trace for up to 16 octets: their digits, and the octets as characters.
 inline std::string dump(std::string digits, std::string_view characters) {
   digits.resize(16 * 3, ' ');
   return "  0x00000000 " + digits.append(characters);
 }
 
-/// A new list that owns the elements.
+/// Returns a new list that owns the elements.
 inline List *list_of(std::initializer_list<void *> elements) {
   List *list = List_new(0);
   for (void *element : elements) EXPECT_NE(0, List_append(list, element, 0));
   return list;
 }
 
-/// Releases what a field holds and clears the field.
+/// Releases the value of a field and sets the field to NULL.
 template <class T, class Release>
 void clear(T *&field, Release release) {
   release(field);
@@ -85,14 +85,14 @@ void clear(T *&field, Release release) {
 // Refusals
 // ---------------------------------------------------------------------------------------------
 
-/// Refused behind the header: the record was made and is gone.
+/// Checks that octets are refused after the header: the place for the record is set to NULL.
 template <class T>
 void expect_refused(const RecordFamily<T> &family, const Bytes &octets) {
   T before = {};
   EXPECT_EQ(nullptr, left_by_refusal(family.decode, octets, &before));
 }
 
-/// Refused at the header: nothing was made.
+/// Checks that octets are refused at the header: the place for the record does not change.
 template <class T>
 void expect_header_refused(const RecordFamily<T> &family, const Bytes &octets,
                            uint32_t impl_tag = 0) {
@@ -100,7 +100,7 @@ void expect_header_refused(const RecordFamily<T> &family, const Bytes &octets,
   EXPECT_EQ(&before, left_by_refusal(family.decode, octets, &before, impl_tag));
 }
 
-/// Gives 0 in both passes; the second leaves buffer and cursor alone.
+/// Checks that the encoder returns 0 in both passes. The second changes neither buffer nor cursor.
 template <class T>
 void expect_nothing_written(const RecordFamily<T> &family, const std::type_identity_t<T> *record) {
   EXPECT_EQ(0U, family.encode(nullptr, record));
@@ -111,7 +111,7 @@ void expect_nothing_written(const RecordFamily<T> &family, const std::type_ident
   EXPECT_EQ(Bytes(16, 0), Bytes(std::begin(buffer), std::end(buffer)));
 }
 
-/// Both passes end the process, with one line on standard error.
+/// Checks that both passes end the process, with one line on standard error.
 template <class T>
 void expect_encoder_ends_the_process(const RecordFamily<T> &family,
                                      const std::type_identity_t<T> *record) {
@@ -122,7 +122,7 @@ void expect_encoder_ends_the_process(const RecordFamily<T> &family,
   EXPECT_EXIT(family.encode(&cursor, record), aborted, "^[^\n]+\n$");
 }
 
-/// What the header asserts of the cursors.
+/// Checks that the reader of a header asserts both cursors.
 template <class T>
 void expect_decoder_asserts_its_cursors(const RecordFamily<T> &family) {
   const uint8_t octets[] = {0x30, 0x00};
@@ -132,10 +132,10 @@ void expect_decoder_asserts_its_cursors(const RecordFamily<T> &family) {
 }
 
 // ---------------------------------------------------------------------------------------------
-// What holds for every record over a SEQUENCE
+// Checks for every record over a SEQUENCE
 // ---------------------------------------------------------------------------------------------
 
-/// A new record has no field set, and releasing none is no error.
+/// Checks that a new record has no field set, and that NULL can be released.
 template <class T>
 void expect_new_record_is_zero(const RecordFamily<T> &family) {
   static_assert(std::has_unique_object_representations_v<T>);
@@ -145,7 +145,7 @@ void expect_new_record_is_zero(const RecordFamily<T> &family) {
   family.free(nullptr);
 }
 
-/// The header, and what stands behind the last field; `content` must have all fields.
+/// Checks the header, and octets after the last field. `content` must have all fields.
 template <class T>
 void expect_sequence_of_definite_length(const RecordFamily<T> &family, const Bytes &content) {
   for (const Bytes &octets :
@@ -165,8 +165,8 @@ void expect_sequence_of_definite_length(const RecordFamily<T> &family, const Byt
   decoded(family, sequence(content + hex("05 00")), 2);  // left inside the SEQUENCE
 }
 
-/// Every cut of a valid input is refused, whether its length octets say so or not, except for
-/// contents of the sizes that are complete.
+/// Checks that every cut of a valid input is refused, whether its length octets fit the cut or not.
+/// Contents of the sizes in `complete` are accepted.
 template <class T>
 void expect_every_cut_refused(const RecordFamily<T> &family, const Bytes &content,
                               const std::vector<size_t> &complete = {}) {
@@ -187,15 +187,15 @@ void expect_every_cut_refused(const RecordFamily<T> &family, const Bytes &conten
   }
 }
 
-/// A length with its top bit set puts the limit below the cursor: no field is found.
+/// Checks lengths with the top bit set: these put the limit below the cursor, so no field is found.
 template <class T>
 void expect_huge_lengths_refused(const RecordFamily<T> &family, const Bytes &content) {
   expect_refused(family, hex("30 84 80 00 00 00") + content);
   expect_refused(family, hex("30 84 FF FF FF FF") + content);
 }
 
-/// A copy of nothing is nothing, a copy of an empty record an empty record, and a copy of a full
-/// one outlives it.
+/// Checks that a copy of NULL is NULL, that a copy of an empty record is empty, and that a copy of
+/// a full one outlives it.
 template <class T>
 void expect_deep_clone(const RecordFamily<T> &family, const Bytes &octets) {
   EXPECT_EQ(nullptr, family.clone(nullptr));
@@ -209,13 +209,13 @@ void expect_deep_clone(const RecordFamily<T> &family, const Bytes &octets) {
   EXPECT_EQ(octets, encoded(family, copy));
 }
 
-/// Each allocation that fails makes the constructor, the decoder and the clone fail, and nothing
-/// stays allocated.
+/// Checks that the constructor, the decoder and the clone fail at each allocation that fails, and
+/// that nothing stays allocated.
 template <class T>
 void expect_exhausted_memory_to_fail(const RecordFamily<T> &family,
                                      [[maybe_unused]] const Bytes &octets) {
 #ifdef ORVELASN1_TESTS_SANITIZED
-  // The sanitizer's own allocator does not fail when a test wants it to.
+  // The sanitizer's allocator cannot be made to fail.
   EXPECT_NE(nullptr, created(family));
 #else
   const auto released = [&](T *record) {

@@ -1,4 +1,4 @@
-// Whether a sanitizer that brings its own allocator watches over this program.
+// Defines ORVELASN1_TESTS_SANITIZED where a sanitizer with its own allocator checks this program.
 #ifndef ORVELASN1_TESTS_SANITIZERS_H
 #define ORVELASN1_TESTS_SANITIZERS_H
 

@@ -1,5 +1,5 @@
-// What the tests share: decoding from a buffer of exactly the input's size, encoding
-// in two passes, and the lines of the trace.
+// Shared by the tests: decoding from a buffer of exactly the input's size, encoding in two passes,
+// and the lines of the trace.
 #ifndef ORVELASN1_TESTS_SUPPORT_H
 #define ORVELASN1_TESTS_SUPPORT_H
 
@@ -21,8 +21,8 @@
 
 namespace support {
 
-/// A copy of the octets in a heap block of exactly their number, so that a sanitizer sees a read
-/// behind the end.
+/// A copy of the octets in a heap block of exactly their size, so that a sanitizer sees a read past
+/// the end.
 class Input {
  public:
   explicit Input(const Bytes &octets)
@@ -40,7 +40,7 @@ class Input {
   std::unique_ptr<uint8_t[], Free> block_;
 };
 
-/// What a decoder did: the octets it consumed, or -1 where it gave NULL; and what it stored.
+/// The result of a decoder: the octets consumed, or -1 where it returned NULL, and what it stored.
 template <class T>
 struct Decoded {
   long consumed;
@@ -61,7 +61,7 @@ Decoded<T> decode(const uint8_t *(*element_d)(const uint8_t *, const uint8_t *, 
 }
 
 /// Calls a family's decoder on octets that it must refuse, with `before` in the place for the
-/// record, and gives what stands there afterwards.
+/// record. Returns what is in that place after the call.
 template <class T>
 T *left_by_refusal(const uint8_t *(*element_d)(const uint8_t *, const uint8_t *, uint32_t, T **,
                                                uint32_t),
@@ -80,12 +80,12 @@ struct Release {
   }
 };
 
-/// A record that goes through its family's releasing function when the scope ends.
+/// A record that is released by its family's function when the scope ends.
 template <class T, auto Free>
 using Owned = std::unique_ptr<T, Release<Free>>;
 
-/// Calls an encoder `uint32_t f(uint8_t **pp)` in both passes and checks that they agree and that
-/// the cursor moved by as much. Gives the octets; none where the measure is 0.
+/// Calls an encoder `uint32_t f(uint8_t **pp)` in both passes. Checks that they agree and that the
+/// cursor moves by as much. Returns the octets, which are empty where the measure is 0.
 template <class Encode>
 Bytes encode_with(Encode f) {
   const uint32_t measured = f(nullptr);
@@ -97,18 +97,18 @@ Bytes encode_with(Encode f) {
   return Bytes(buffer.get(), buffer.get() + measured);
 }
 
-/// The octets that a family's encoder writes for a record; none where it fails.
+/// Returns the octets that a family's encoder writes for a record; they are empty where it fails.
 template <class T, class U>
 Bytes encode(uint32_t (*element_e)(uint8_t **, const T *), const U *record) {
   return encode_with([&](uint8_t **pp) { return element_e(pp, record); });
 }
 
-/// The value octets of a string, bit string or INTEGER record.
+/// Return the content octets of the record of a string, BIT STRING or INTEGER.
 inline Bytes value(const ASN1String *s) { return Bytes(s->data, s->data + s->length); }
 inline Bytes value(const Integer *i) { return Bytes(i->data, i->data + i->length); }
 inline Bytes value(const BitString *b) { return Bytes(b->data, b->data + (b->length + 7) / 8); }
 
-/// Runs `f` with the trace on and gives what it wrote.
+/// Runs `f` with the trace on. Returns what the trace has.
 template <class F>
 std::string trace_text(F f) {
   char *buffer = nullptr;
@@ -123,7 +123,8 @@ std::string trace_text(F f) {
   return out;
 }
 
-/// The lines that `f` writes to the trace, each without what stands up to and with "ASN.1: ".
+/// Returns the lines that `f` writes to the trace, each without its prefix, which ends in "ASN.1:
+/// ".
 template <class F>
 std::vector<std::string> trace_lines(F f) {
   const std::string all = trace_text(f);
@@ -157,7 +158,7 @@ void on_small_stack(F f) {
   ASSERT_EQ(0, pthread_attr_destroy(&attributes));
 }
 
-/// The pattern of the one line that a failed assert leaves on standard error.
+/// Returns the pattern of the line that a failed assert writes to standard error.
 inline std::string assert_line(std::string_view function, std::string_view test,
                                std::string_view unit = "asn1_x680") {
   std::string line = "^";

@@ -40,13 +40,13 @@ Record decoded(long consumed, const Bytes &input, uint32_t impl_tag = 0) {
   return Record(result.record);
 }
 
-/// The octets are refused by the header: the place for the record is left alone.
+/// The header is refused: the place for the record does not change.
 void expect_header_refused(const Bytes &input, uint32_t impl_tag = 0) {
   AlgId before{};
   EXPECT_EQ(&before, left_by_refusal(asn1_AlgId_d, input, &before, impl_tag));
 }
 
-/// The octets are refused behind the header: the place for the record is cleared.
+/// The octets are refused after the header: the place for the record is cleared.
 void expect_content_refused(const Bytes &input) {
   AlgId before{};
   EXPECT_EQ(nullptr, left_by_refusal(asn1_AlgId_d, input, &before));
@@ -58,7 +58,7 @@ Lines traced(const Bytes &input, uint32_t depth, uint32_t impl_tag = 0) {
   return trace_lines([&] { Record(decode(asn1_AlgId_d, input, impl_tag, depth).record); });
 }
 
-/// What stands in a dump for octets that its last line does not have.
+/// The blanks that a dump has in place of the octets missing from its last line.
 std::string blanks(size_t octets) { return std::string(3 * octets, ' '); }
 
 // ---- the record ---------------------------------------------------------------------------------

@@ -60,7 +60,7 @@ Lines traced(std::string_view input, uint32_t depth, uint32_t impl_tag = 0) {
       [&] { asn1_BitString_free(decode(asn1_BitString_d, hex(input), impl_tag, depth).record); });
 }
 
-/// What stands in a dump for octets that its last line does not have.
+/// The blanks that a dump has in place of the octets missing from its last line.
 std::string blanks(size_t octets) { return std::string(3 * octets, ' '); }
 
 Bytes zeros(size_t count) { return Bytes(count, 0); }
@@ -505,7 +505,7 @@ TEST(BitStringDecoder, JoinsEveryCombinationOfForms) {
       {"23 80 03 80 00 AA 00 00 00 00", 10, "AA"},
       {"23 80 23 04 03 02 00 AA 00 00", 10, "AA"},
       {"23 80 23 80 03 02 00 AA 00 00 00 00", 12, "AA"},
-      // All four in a row, in both forms of the whole, with more behind it.
+      // All four in a row, in both forms of the whole, with more octets after it.
       {"23 18 03 02 00 AA 03 80 00 BB 00 00 23 04 03 02 00 CC 23 80 03 02 00 DD 00 00 EE", 26,
        "AA BB CC DD"},
       {"23 80 03 02 00 AA 03 80 00 BB 00 00 23 04 03 02 00 CC 23 80 03 02 00 DD 00 00 00 00 EE", 28,
@@ -547,7 +547,7 @@ TEST(BitStringDecoder, RefusesTheWholeForOneBadSegment) {
                             "23 08 03 02 00 AA 03 02 08 BB",  // unused bits
                             "23 07 03 02 00 AA 03 01 01",     // unused bits of nothing
                             "23 06 03 02 00 AA 03 00",        // no unused-bits octet
-                            "23 04 03 03 00 AA BB",           // behind the end of the whole
+                            "23 04 03 03 00 AA BB",           // past the end of the whole
                             "23 05 03 02 00 AA 03",           // cut
                             "23 06 03 80 00 AA BB 00 00",     // no two zero octets inside
                             "23 80 03 02 00 AA 04 00 00 00"})

@@ -34,7 +34,7 @@ TEST(CardInfo, IsASequenceOfDefiniteLength) {
 TEST(CardInfo, IsRefusedAtEveryCutAndSoWithFiveStrings) {
   expect_every_cut_refused(card_infos, card_content);
   expect_refused(card_infos, hex("30 0A 04 00 04 00 04 00 04 00 04 00"));
-  // The sixth must stand inside.
+  // The sixth must be inside.
   expect_refused(card_infos, hex("30 0A 04 00 04 00 04 00 04 00 04 00 04 00"));
 }
 

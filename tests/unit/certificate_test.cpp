@@ -61,7 +61,7 @@ Bytes extensions_field(const Bytes &list) { return element(0xA3, sequence(list))
 
 const Bytes extensions = extensions_field(extension(hex("01 01 FF")));
 
-/// The fields of a TBSCertificate as they stand in the input.
+/// The fields of a TBSCertificate as they are in the input.
 struct Parts {
   Bytes version;
   Bytes serial = hex("02 01 05");
@@ -108,7 +108,7 @@ CertificateRecord cert(const Bytes &octets) {
   return whole<CertificateRecord>(asn1_Certificate_d, octets);
 }
 
-/// Refused behind the header: the record was made and is gone.
+/// Refused after the header: the record was made and is gone.
 template <class T>
 void expect_refused(Decoder<T> element_d, const Bytes &octets) {
   T before = {};
@@ -122,7 +122,7 @@ void expect_header_refused(Decoder<T> element_d, const Bytes &octets, uint32_t i
   EXPECT_EQ(&before, left_by_refusal(element_d, octets, &before, impl_tag));
 }
 
-/// The encoder gives 0 in both passes, and the second leaves buffer and cursor alone.
+/// The encoder returns 0 in both passes, and the second changes neither buffer nor cursor.
 template <class T>
 void expect_nothing_written(uint32_t (*element_e)(uint8_t **, const T *), const T *record) {
   EXPECT_EQ(0U, element_e(nullptr, record));
@@ -169,7 +169,7 @@ void expect_header_of_a_sequence(Decoder<T> element_d, const Bytes &content) {
     EXPECT_NE(nullptr, whole<Owner>(element_d, element(0xA1, content), impl_tag));
     EXPECT_NE(nullptr, whole<Owner>(element_d, element(0x81, content), impl_tag));
   }
-  // What stands behind the last field inside the SEQUENCE is left there.
+  // What comes after the last field inside the SEQUENCE is left there.
   const Bytes longer = sequence(content + hex("05 00"));
   const auto decoded = decode(element_d, longer);
   const Owner record(decoded.record);
@@ -203,7 +203,7 @@ TEST(Validity, NeedsBothTimes) {
         utc_2026 + hex("17 84 80 00 00 00")}) {
     expect_refused(asn1_Validity_d, sequence(content));
   }
-  // The second time must stand inside the SEQUENCE.
+  // The second time must be inside the SEQUENCE.
   expect_refused(asn1_Validity_d, sequence(utc_2026) + utc_2027);
 }
 
@@ -419,7 +419,7 @@ TEST(Extension, IsRefusedWithoutItsFields) {
   for (const Bytes &content :
        {key_usage, hex("04 00"), hex("01 01 FF 04 00"), key_usage + hex("01 01 FF"),
         key_usage + hex("01 02 FF FF 04 00"), key_usage + hex("01 00 04 00"),
-        key_usage + hex("01 01 FF 01 01 FF 04 00"),  // once only
+        key_usage + hex("01 01 FF 01 01 FF 04 00"),  // only once is accepted
         key_usage + hex("04"), key_usage + hex("05 00"), key_usage + hex("21 01 FF 04 00"),
         key_usage + hex("04 84 80 00 00 00"), key_usage + hex("24 02 0C 00"),
         hex("06 05 FF FF FF FF 7F 04 00")}) {
@@ -432,7 +432,7 @@ TEST(Extension, IsRefusedAtEveryCut) {
 }
 
 TEST(Extension, LooksForCriticalNotBehindTheEndOfTheInput) {
-  // The SEQUENCE ends the input: a sanitizer sees a look behind it.
+  // The SEQUENCE ends the input: a sanitizer sees a read past it.
   expect_refused(asn1_Extension_d, sequence(key_usage));
 }
 
@@ -701,7 +701,7 @@ TEST(TbsCertificate, IsRefusedAtEveryCutOfItsRequiredFields) {
 }
 
 TEST(TbsCertificate, LooksForNoFieldBehindItsContent) {
-  // What follows would fit, but stands behind the SEQUENCE.
+  // What follows would fit, but stands past the SEQUENCE.
   const Parts parts = full();
   expect_refused(asn1_Certificate_TBS_d, hex("30 00") + parts.content());
 
@@ -757,7 +757,7 @@ TEST(TbsCertificate, AnUnknownFieldNeedsNoVersion) {
 
 TEST(TbsCertificate, ReadsOnInsideAVersionThatIsNotFilled) {
   Parts parts;
-  parts.version = hex("A0 06 02 01 02");  // the serial number stands inside the wrapper
+  parts.version = hex("A0 06 02 01 02");  // the serial number lies inside the wrapper
   parts.serial = hex("02 01 07");
   const TbsRecord record = tbs(parts.tbs());
   EXPECT_EQ(2U, asn1_Integer_get(record->version));
@@ -901,7 +901,7 @@ TEST(TbsCertificate, ASerialNumberInANameStopsOnlyTheText) {
 
 TEST(TbsCertificate, CanBeBuiltFromNothing) {
   const TbsRecord record(asn1_Certificate_TBS_new());
-  // The serial number fails before the record that is missing behind it is looked at.
+  // The serial number fails before the record that is missing after it is looked at.
   expect_nothing_written(asn1_Certificate_TBS_e, record.get());
 
   record->serialNumber = asn1_Integer_set(5);
@@ -963,7 +963,7 @@ TEST(TbsCertificate, IsNotEncodedWhenTheSumDoesNotFit32Bits) {
   const TbsRecord record = tbs(Parts().tbs());
   const uint32_t length = record->issuerEncoded->length;
   const auto others = static_cast<uint32_t>(Parts().content().size()) - length;
-  // The last fits, but not with the header in front of it.
+  // The last fits, but not with the header before it.
   for (const uint32_t huge : {0xFFFFFFFFU, 0xFFFFFFF0U, 0xFFFFFFFFU - others}) {
     record->issuerEncoded->length = huge;
     expect_nothing_written(asn1_Certificate_TBS_e, record.get());
@@ -1108,7 +1108,7 @@ TEST(Certificate, IsRefusedWithoutItsFields) {
         tbs_octets + hex("05 00") + rsa_with_sha256 + signature}) {
     expect_refused(asn1_Certificate_d, sequence(content));
   }
-  // The signature must stand inside the SEQUENCE.
+  // The signature must be inside the SEQUENCE.
   expect_refused(asn1_Certificate_d, sequence(tbs_octets + rsa_with_sha256) + signature);
 }
 
@@ -1117,7 +1117,7 @@ TEST(Certificate, IsRefusedAtEveryCut) {
 }
 
 TEST(Certificate, TakesWhatTheSignedPartLeavesForItsOwn) {
-  // The algorithm and the signature stand inside the TBSCertificate, behind its last field.
+  // The algorithm and the signature lie inside the TBSCertificate, after its last field.
   const Bytes inner = sequence(Parts().content() + rsa_with_sha256 + signature);
   const CertificateRecord record = cert(sequence(inner));
   const Bytes stored(inner.begin(),
@@ -1206,7 +1206,7 @@ TEST(Certificate, IsNotEncodedWhenAFieldFails) {
   expect_nothing_written(asn1_Certificate_e, record.get());
   record->signatureAlgorithm->algorithm = algorithm;
 
-  // The signed part fails before the algorithm that is missing behind it is looked at.
+  // The signed part fails before the algorithm that is missing after it is looked at.
   const CertificateRecord half(asn1_Certificate_new());
   half->tbsCertificate = asn1_Certificate_TBS_new();
   expect_nothing_written(asn1_Certificate_e, half.get());
@@ -1340,7 +1340,7 @@ TEST(PeerCertificate, IsWrittenBackFromItsOctetsFromItsStructureAndFromItsTexts)
   const Bytes octets = hex(made_by_openssl);
   const CertificateRecord record = cert(octets);
   Certificate_TBS *fields = record->tbsCertificate;
-  // The signed part stands behind the outer header of four octets, and has 417 octets itself.
+  // The signed part stands after the outer header of four octets, and has 417 octets itself.
   EXPECT_EQ(Bytes(octets.begin() + 4, octets.begin() + 4 + 417), value(record->tbsEncoded));
   EXPECT_EQ(octets, encode(asn1_Certificate_e, record.get()));
 
@@ -1466,7 +1466,7 @@ TEST(CertificateTrace, HasNoClosingLineOfWhatFailed) {
       trace_lines([] { TbsRecord(decode(asn1_Certificate_TBS_d, full().tbs(), 0, 1).record); });
   ASSERT_EQ("}", all.back());
 
-  // The version test fails at the first optional field, in front of its header.
+  // The version test fails at the first optional field, before its header.
   Parts parts = full();
   parts.version = {};
   const Lines failed = trace_lines([&] { decode(asn1_Certificate_TBS_d, parts.tbs(), 0, 1); });
@@ -1532,7 +1532,7 @@ TEST(CertificateDeathTest, EncodersEndTheProcessWithoutARecord) {
               "^[^\n]+\n$");
   EXPECT_EXIT(asn1_Certificate_e(nullptr, nullptr), testing::KilledBySignal(SIGABRT), "^[^\n]+\n$");
 
-  // A record field that is required and not there.
+  // A required record field is NULL.
   const CertificateRecord empty(asn1_Certificate_new());
   EXPECT_EXIT(asn1_Certificate_e(nullptr, empty.get()), testing::KilledBySignal(SIGABRT),
               "^[^\n]+\n$");

@@ -42,7 +42,7 @@ const Bytes two_entries = sequence(sequence(full_entry) + sequence(hex("02 01 06
 const Bytes extensions = element(0xA0, sequence(crl_number));
 const Bytes signature = hex("03 03 00 C0 00");
 
-/// The fields of a TBSCertList as they stand in the input.
+/// The fields of a TBSCertList as they are in the input.
 struct Parts {
   Bytes version;
   Bytes signature = rsa_with_sha256;
@@ -110,7 +110,7 @@ TEST(CrlEntry, NeedsASerialNumberAndADate) {
         serial_5 + hex("17 84 80 00 00 00"), serial_5 + sequence(key_compromise)}) {
     expect_refused(entries, sequence(content));
   }
-  // The date must stand inside the SEQUENCE.
+  // The date must be inside the SEQUENCE.
   expect_refused(entries, sequence(serial_5) + utc_2026);
   expect_huge_lengths_refused(entries, full_entry);
 }
@@ -155,7 +155,7 @@ TEST(CrlEntry, DoesNotLookForExtensionsBehindItsContent) {
   const auto record = decoded(entries, sequence(plain_entry) + sequence(key_compromise),
                               sequence(key_compromise).size());
   EXPECT_EQ(nullptr, record->crlEntryExtensions);
-  decoded(entries, sequence(plain_entry));  // a sanitizer sees a look behind the input
+  decoded(entries, sequence(plain_entry));  // a sanitizer sees a read past the input
 }
 
 TEST(CrlEntry, IsNotEncodedWithoutItsRequiredFields) {
@@ -289,7 +289,7 @@ TEST(TbsCrl, IsRefusedWithABadField) {
       {&Parts::version, "22 01 01"},
       {&Parts::version, "02 00"},
       {&Parts::version, "02 84 80 00 00 00"},
-      {&Parts::version, "02 01 01 02 01 01"},  // once only
+      {&Parts::version, "02 01 01 02 01 01"},  // only once is accepted
       {&Parts::signature, "30 80 06 01 2A 00 00"},
       {&Parts::issuer, "31 00"},
       {&Parts::issuer, "30 02 30 00"},
@@ -331,7 +331,7 @@ TEST(TbsCrl, IsRefusedAtEveryCutButInFrontOfAnOptionalField) {
 
 TEST(TbsCrl, LooksForNoFieldBehindItsContent) {
   expect_refused(tbs_lists, hex("30 00") + full().content());
-  expect_refused(tbs_lists, hex("30 00"));  // a sanitizer sees a look behind the input
+  expect_refused(tbs_lists, hex("30 00"));  // a sanitizer sees a read past the input
 
   for (const Bytes &field : {utc_2027, two_entries, extensions}) {
     const auto record = decoded(tbs_lists, Parts().tbs() + field, field.size());
@@ -350,7 +350,7 @@ TEST(TbsCrl, StopsWithSuccessInFrontOfWhatItDoesNotKnow) {
       {{}, element(0x37, text("2601"))},  // the one of a time in constructed form
       {{}, version_2},
       {{}, hex("00")},
-      {utc_2027, utc_2027},  // once only
+      {utc_2027, utc_2027},  // only once is accepted
       {two_entries, two_entries},
       {two_entries, utc_2027},  // out of order
       {extensions, extensions},
@@ -564,7 +564,7 @@ TEST(TbsCrl, IsNotEncodedWhenTheSumDoesNotFit32Bits) {
   const auto record = decoded(tbs_lists, Parts().tbs());
   const uint32_t length = record->issuerEncoded->length;
   const auto others = static_cast<uint32_t>(Parts().content().size()) - length;
-  // The last fits, but not with the header in front of it.
+  // The last fits, but not with the header before it.
   for (const uint32_t huge : {0xFFFFFFFFU, 0xFFFFFFF0U, 0xFFFFFFFFU - others}) {
     record->issuerEncoded->length = huge;
     expect_nothing_written(tbs_lists, record.get());
@@ -680,7 +680,7 @@ TEST(Crl, IsRefusedWithoutItsFields) {
         tbs + hex("05 00") + rsa_with_sha256 + signature}) {
     expect_refused(crls, sequence(content));
   }
-  // The signature must stand inside the SEQUENCE.
+  // The signature must be inside the SEQUENCE.
   expect_refused(crls, sequence(tbs + rsa_with_sha256) + signature);
 }
 
@@ -689,7 +689,7 @@ TEST(Crl, IsRefusedAtEveryCut) {
 }
 
 TEST(Crl, TakesWhatTheSignedPartLeavesForItsOwn) {
-  // The algorithm and the signature stand inside the TBSCertList. The algorithm begins like the
+  // The algorithm and the signature lie inside the TBSCertList. The algorithm begins like the
   // revoked entries, so these must be there.
   const Bytes inner = sequence(full().content() + rsa_with_sha256 + signature);
   const auto record = decoded(crls, sequence(inner));
@@ -762,7 +762,7 @@ TEST(Crl, IsNotEncodedWhenAFieldFails) {
   clear(record->signatureAlgorithm->algorithm, asn1_ObjId_free);
   expect_nothing_written(crls, record.get());
 
-  // The signed part fails before the algorithm that is missing behind it is looked at.
+  // The signed part fails before the algorithm that is missing after it is looked at.
   const auto half = created(crls);
   half->tbsCertList = asn1_CertificateList_TBS_new();
   half->tbsCertList->signature = asn1_AlgId_new();
@@ -881,7 +881,7 @@ TEST(PeerCrl, IsWrittenBackFromItsOctetsFromItsStructureAndFromItsText) {
   const Bytes octets = hex(made_by_openssl);
   const auto record = decoded(crls, octets);
   CertificateList_TBS *fields = record->tbsCertList;
-  // The signed part stands behind the outer header of four octets, and has 195 octets itself.
+  // The signed part stands after the outer header of four octets, and has 195 octets itself.
   EXPECT_EQ(Bytes(octets.begin() + 4, octets.begin() + 4 + 195), value(record->tbsEncoded));
   EXPECT_EQ(octets, encoded(crls, record));
   clear(record->tbsEncoded, asn1_OctetString_free);

@@ -253,7 +253,7 @@ TEST(DhParameters, TryTheNextFieldOnWhateverIsLeft) {
   }
   // Behind the last field nothing is tried.
   decoded(domains, sequence(one + two + three + four + validation + hex("00")), 1);
-  // Nor behind the SEQUENCE.
+  // Nor past the SEQUENCE.
   decoded(domains, sequence(one + two) + three, 3);
 }
 

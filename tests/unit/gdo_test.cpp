@@ -419,7 +419,7 @@ TEST(GdoObjectDecoder, ALeafTakesNothingElse) {
     SCOPED_TRACE(content);
     expect_refused(plain, object(5, hex(content)));
   }
-  // Its octets lie in front of the end of the input, but not of the object.
+  // Its octets lie before the end of the input, but not of the object.
   expect_refused(plain, hex("30 06 06 01 05 04 02 41 42"));
 }
 
@@ -1069,7 +1069,7 @@ TEST(GdoTrace, AFailureLeavesTheObjectOpen) {
             traced(plain, object(0x20, hex("05 00"))));
   EXPECT_EQ((Lines{"SEQUENCE {", ". OBJECT IDENTIFIER ", ". 0x05"}),
             traced(plain, object(5, hex("05 00"))));
-  // An empty object in front of an identifier, which it does not reach.
+  // An empty object before an identifier, which it does not reach.
   EXPECT_EQ((Lines{"SEQUENCE {", ". 0x00"}), traced(plain, hex("30 00 06 01 05 04 00")));
 }
 

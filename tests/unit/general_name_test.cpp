@@ -398,7 +398,7 @@ TEST(OtherName, NeedsBothFields) {
     SCOPED_TRACE(content);
     expect_refused(other_names, sequence(hex(content)));
   }
-  // The value must stand inside the SEQUENCE.
+  // The value must be inside the SEQUENCE.
   expect_refused(other_names, sequence(type_1_2_3) + hex("A0 02 05 00"));
 }
 

@@ -268,8 +268,8 @@ TEST(IntegerDecoder, RefusesAndLeavesThePlaceAlone) {
            "22 01 05",                 // constructed
            "02 80 05 00 00",           // indefinite
            "03 01 05",                 // another tag
-           "02 02 05",                 // behind the end
-           "02 82 00",                 // length octets behind the end
+           "02 02 05",                 // past the end
+           "02 82 00",                 // length octets past the end
            "02 85 00 00 00 00 01 05",  // five length octets
            "02",
            "",

@@ -228,7 +228,7 @@ TEST(AuthorityKeyIdentifier, TakesEmptyListsAndThoseOfIndefiniteLengthInTheirWra
 }
 
 TEST(AuthorityKeyIdentifier, ReadsOnInsideAWrapperThatIsNotFilled) {
-  // The serial number stands inside the wrapper of the key identifier.
+  // The serial number lies inside the wrapper of the key identifier.
   const auto record =
       decoded(key_identifiers, sequence(tagged(0, hex("04 02 AB CD") + key_serial)));
   EXPECT_EQ(hex("AB CD"), value(record->keyIdentifier));
@@ -398,7 +398,7 @@ TEST(GeneralSubtree, IsASequenceOfDefiniteLength) {
 }
 
 TEST(GeneralSubtree, NeedsAName) {
-  expect_refused(subtrees, hex("30 00"));  // a sanitizer sees a look behind the input
+  expect_refused(subtrees, hex("30 00"));  // a sanitizer sees a read past the input
   expect_refused(subtrees, hex("30 00") + dns);
   expect_contents_refused(subtrees, {minimum, maximum, hex("83 00"), hex("05 00"), hex("A4 00")});
 }

@@ -49,9 +49,9 @@ struct Leaf {
   int releases;
 };
 
-constexpr uint8_t unencodable = 0xEE;        // leaf_e gives 0 for it, leaf_d NULL
-constexpr uint8_t left_in_the_slot = 0xEF;   // leaf_d gives NULL, but its record stays
-constexpr uint8_t second_pass_fails = 0xED;  // leaf_e gives 0 when it has written
+constexpr uint8_t unencodable = 0xEE;        // leaf_e returns 0 for it, leaf_d NULL
+constexpr uint8_t left_in_the_slot = 0xEF;   // leaf_d returns NULL, but its record stays
+constexpr uint8_t second_pass_fails = 0xED;  // leaf_e returns 0 when it has written
 
 /// What one call of leaf_d was given.
 struct Call {
@@ -299,7 +299,7 @@ TEST_F(ExplicitDecoder, RefusesOtherHeadersWithoutACallOfTheElement) {
            "A0 80 02 01 05 00 00",  // indefinite
            "A1 03 02 01 05",        // another number
            "02 01 05",              // no wrapper
-           "A0 04 02 01 05",        // behind the end
+           "A0 04 02 01 05",        // past the end
            "A0",
            "",
        }) {
@@ -603,8 +603,8 @@ TEST_F(ListDecoder, LeavesAnEmptyListBehindARefusedHeader) {
   for (const char *octets : {
            "31 00",           // another tag
            "02 01 05",        // another tag
-           "30 04 02 01 05",  // behind the end
-           "30 82 00",        // length octets behind the end
+           "30 04 02 01 05",  // past the end
+           "30 82 00",        // length octets past the end
            "30 85 00 00 00 00 00",
            "30",
            "",
@@ -814,7 +814,7 @@ TEST_F(ExplicitListDecoder, LeavesThePlaceAloneBehindARefusedWrapper) {
            "A1 02 30 00",        // another tag
            "30 00",              // no wrapper
            "A0 80 30 00 00 00",  // indefinite
-           "A0 03 30 00",        // behind the end
+           "A0 03 30 00",        // past the end
            "",
        }) {
     const Result result = decode_list(expl_seq_of_leaves, hex(octets));

@@ -157,7 +157,7 @@ TEST(AssertionDecoder, RefusesWithNothingLeft) {
       hex("30 00"),                                        // no type
       element(0x30, hex("13 01 41")),                      // a value in place of the type
       element(0x30, common_name),                          // no value
-      element(0x30, common_name) + hex("13 01 41"),        // the value stands behind the SEQUENCE
+      element(0x30, common_name) + hex("13 01 41"),        // the value stands past the SEQUENCE
       element(0x30, common_name + hex("13")),              // a tag without a length
       element(0x30, common_name + hex("13 02 41")),        // a value cut off
       element(0x30, common_name + hex("13 85")),           // a bad length
@@ -524,7 +524,7 @@ TEST(SequenceDecoder, RefusesAnElementThatIsNoRdn) {
 }
 
 TEST(RdnDecoder, GoesOnInsideAnAssertionThatStopsEarly) {
-  // The second assertion stands inside the SEQUENCE of the first, behind its value.
+  // The second assertion lies inside the SEQUENCE of the first, behind its value.
   const Bytes nested = element(0x30, country + hex("13 02 44 45") + one);
   const Rdn record = rdn(set(nested));
   EXPECT_EQ(set(de + one), encode(asn1_RelativeDistinguishedName_e, record.get()));

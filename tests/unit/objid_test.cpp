@@ -250,7 +250,7 @@ TEST(ObjIdDecoder, ReadsManyArcs) {
   asn1_ObjId_free(decoded.record);
 }
 
-/// Checks that the decoder gives NULL and stores it.
+/// Checks that the decoder returns NULL and stores it.
 void expect_refused(const char *octets) {
   SCOPED_TRACE(octets);
   const Input input(hex(octets));
@@ -278,8 +278,8 @@ TEST(ObjIdDecoder, RefusesOtherHeaders) {
            "26 01 2A",        // constructed
            "06 80 2A 00 00",  // indefinite
            "02 01 2A",        // another tag
-           "06 02 2A",        // behind the end
-           "06 82 00",        // length octets behind the end
+           "06 02 2A",        // past the end
+           "06 82 00",        // length octets past the end
            "06 85 00 00 00 00 01 2A",
            "06",
            "",
@@ -521,11 +521,11 @@ TEST(ObjIdParse, ReadsArcsAsCReadsIntegers) {
       {"1.0x10", {1, 16}, ""},
       {"1.0XfFz", {1, 255}, "z"},
       {"1.00", {1, 0}, ""},
-      // The blank and the sign that may stand in front of a number.
+      // The blank and the sign that may stand before a number.
       {"1. 5", {1, 5}, ""},
       {"1.-5", {1, 0xFFFFFFFB}, ""},
       {"1.+5", {1, 5}, ""},
-      // An octal number ends in front of an 8; the step for the dot then takes the 8.
+      // An octal number ends before an 8; the step for the dot then takes the 8.
       {"1.08.3", {1, 0, 0}, "3"},
       // 0x without digits is 0, and 0b is no prefix, whatever the C library says.
       {"1.0x", {1, 0}, ""},

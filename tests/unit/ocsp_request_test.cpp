@@ -207,7 +207,7 @@ TEST(SingleRequest, LeavesUnreadWhatIsNoExtensionField) {
     const auto record = decoded(requests, sequence(cert_id + rest), rest.size());
     EXPECT_EQ(nullptr, record->singleRequestExtensions);
   }
-  // A field behind the SEQUENCE is none of it.
+  // A field past the SEQUENCE is none of it.
   decoded(requests, request + hex("A0 02 30 00"), 4);
 }
 

@@ -202,7 +202,7 @@ TEST(BasicOcspResponse, KeepsALengthInALongForm) {
 }
 
 TEST(BasicOcspResponse, KeepsOnlyWhatWasReadOfTheSignedElement) {
-  // Algorithm and signature stand inside the data, behind its last field, and are found there.
+  // Algorithm and signature lie inside the data, after its last field, and are found there.
   const Bytes octets = sequence(sequence(data_content + ecdsa + signature));
   const auto record = decoded(basic_responses, octets);
   const Bytes kept = value(record->tbsResponseDataBytes);
@@ -818,7 +818,7 @@ TEST(PeerOcspResponse, OfOpensslHoldsWhatItsMakerPutIn) {
   EXPECT_STREQ("20261121205910Z", about->nextUpdate);
   EXPECT_EQ(nullptr, about->singleExtensions);
 
-  // The signed element has 202 octets of content behind a header of three.
+  // The signed element has 202 octets of content after a header of three.
   const Bytes octets = value(bytes->response);
   EXPECT_EQ(Bytes(octets.begin() + 4, octets.begin() + 4 + 205),
             value(basic->tbsResponseDataBytes));

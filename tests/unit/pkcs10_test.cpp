@@ -271,7 +271,7 @@ TEST(RequestInfo, IsNotEncodedWhenAFieldFails) {
 
   clear(record->version, asn1_Integer_free);
   expect_nothing_written(infos, record.get());
-  // Ahead of the key, which would end the process.
+  // Before the key, which would end the process.
   clear(record->subjectPKInfo, asn1_SubjectPKI_free);
   expect_nothing_written(infos, record.get());
 }
@@ -355,7 +355,7 @@ TEST(CertRequest, WithEmptyAttributesIsWrittenWithThem) {
 }
 
 TEST(CertRequest, KeepsOnlyWhatWasReadOfTheSignedElement) {
-  // Algorithm and signature stand inside the signed element, behind its last field.
+  // Algorithm and signature lie inside the signed element, after its last field.
   const Bytes octets = sequence(sequence(info_content + algorithm + signature));
   const auto record = decoded(requests, octets);
   const auto rest = static_cast<std::ptrdiff_t>(algorithm.size() + signature.size());
@@ -410,7 +410,7 @@ TEST(CertRequest, IsNotEncodedWhenAFieldFails) {
 
   clear(record->signature, asn1_BitString_free);
   expect_nothing_written(requests, record.get());
-  // Ahead of the algorithm, which would end the process.
+  // Before the algorithm, which would end the process.
   clear(record->signatureAlgorithm, asn1_AlgId_free);
   clear(record->certificationRequestInfo->version, asn1_Integer_free);
   expect_nothing_written(requests, record.get());

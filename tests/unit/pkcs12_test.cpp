@@ -128,7 +128,7 @@ TEST(PfxEncoder, FailsWithoutAVersion) {
   const auto record = decoded(exchanges, sequence(exchange));
   clear(record->version, asn1_Integer_free);
   expect_nothing_written(exchanges, record.get());
-  // Ahead of the safe, which must not be NULL.
+  // Before the safe, which must not be NULL.
   clear(record->authSafe, asn1_ContentInfo_free);
   expect_nothing_written(exchanges, record.get());
 }
@@ -394,7 +394,7 @@ TEST(SafeBagEncoder, FailsWithoutAType) {
   const auto record = decoded(safe_bags, sequence(bag));
   clear(record->bagId, asn1_ObjId_free);
   expect_nothing_written(safe_bags, record.get());
-  // Ahead of the value, which must not be NULL beside a type.
+  // Before the value, which must not be NULL beside a type.
   expect_nothing_written(safe_bags, created(safe_bags).get());
 }
 

@@ -41,7 +41,7 @@ const Bytes abc = message(data, octet_string(text("abc")));
 
 Bytes issued(const Bytes &issuer) { return sequence(issuer + integer(5)); }
 
-/// The fields of a SignerInfo as they stand in the input.
+/// The fields of a SignerInfo as they are in the input.
 struct Signer {
   Bytes version = integer(1);
   Bytes issuer_and_serial = issued(germany);
@@ -64,7 +64,7 @@ Signer full_signer() {
   return signer;
 }
 
-/// The fields of a SignedData as they stand in the input.
+/// The fields of a SignedData as they are in the input.
 struct Signed {
   Bytes version = integer(1);
   Bytes digest_algorithms = element(0x31, sha256);
@@ -85,7 +85,7 @@ Signed full_signed() {
   return fields;
 }
 
-/// The fields of an EncryptedContentInfo as they stand in the input.
+/// The fields of an EncryptedContentInfo as they are in the input.
 struct Encrypted {
   Bytes type = data;
   Bytes algorithm = sha256;
@@ -309,7 +309,7 @@ TEST(ContentInfoDecoder, WhatADefiniteContentLeavesIsLeftInFrontOfTheCursor) {
 }
 
 TEST(ContentInfoDecoder, TheOuterEndMayStandInsideADefiniteContentThatIsNotUsedUp) {
-  // It is looked for behind the value, up to two octets behind the end of the [0].
+  // It is looked for behind the value, up to two octets past the end of the [0].
   const Bytes content = octet_string(text("abc"));
   expect_rewritten(messages, hex("30 80") + data + explicit_0(content + eoc) + hex("05 00"), abc,
                    2);
@@ -376,7 +376,7 @@ TEST(ContentInfoEncoder, WritesAnEmptyString) {
 TEST(ContentInfoEncoder, FailsWithoutAType) {
   const Untyped info(asn1_ContentInfo_new());
   expect_nothing_written(messages, info.get());
-  // Ahead of the content, which nobody could tell the type of.
+  // Before the content, which nobody could tell the type of.
   const Owned<OctetString, asn1_OctetString_free> content(asn1_OctetString_new(1));
   info->content->value = content.get();
   expect_nothing_written(messages, info.get());
@@ -675,7 +675,7 @@ TEST(SignerInfo, IsASequenceOfDefiniteLength) {
 }
 
 TEST(SignerInfo, EveryCutIsRefused) {
-  // But for the one in front of the last field, which is optional.
+  // But for the one before the last field, which is optional.
   Signer signer = full_signer();
   const Bytes content = signer.content();
   expect_every_cut_refused(signers, content, {content.size() - signer.unauthenticated.size()});

@@ -94,7 +94,7 @@ TEST(NumberDecoders, RefuseAndLeaveTheNumberAlone) {
              "02 FF FF",        // two octets
              "81 02 FF FF",     // two octets
              "80 FF 00 00",     // indefinite
-             "01",              // behind the end
+             "01",              // past the end
              "84 80 00 00 01",  // top bit set
              "84 FF FF FF FF 01",
              "85 00 00 00 00 01 FF",
@@ -394,7 +394,7 @@ TEST(AnyDecoder, DoesNotUnderstandAnIdentifierOfMoreOctets) {
   asn1_Any_free(decoded.record);
 }
 
-/// Checks that the decoder gives NULL and stores it.
+/// Checks that the decoder returns NULL and stores it.
 void expect_refused(const Bytes &octets) {
   const Input input(octets);
   Any sentinel{};
@@ -407,8 +407,8 @@ TEST(AnyDecoder, RefusesAndClearsThePlace) {
   for (const char *octets : {
            "30 80",        // indefinite
            "30 80 00 00",  // indefinite
-           "04 03 41 42",  // behind the end
-           "04 82 01",     // length octets behind the end
+           "04 03 41 42",  // past the end
+           "04 82 01",     // length octets past the end
            "04 85 00 00 00 00 01 41",
            "04",  // no length
            "",    // at the end

@@ -101,7 +101,7 @@ TEST(SignedChallenge, KeepsTheSignedElementAsItCame) {
 }
 
 TEST(SignedChallenge, KeepsOnlyWhatWasReadOfTheSignedElement) {
-  // Algorithm and signature stand inside the signed element, behind its last field.
+  // Algorithm and signature lie inside the signed element, after its last field.
   const Bytes octets = sequence(sequence(inner_content + algorithm + signature));
   const auto record = decoded(signed_challenges, octets);
   const auto rest = static_cast<std::ptrdiff_t>(algorithm.size() + signature.size());
@@ -203,7 +203,7 @@ TEST(SignedChallenge, IsNotEncodedWhenAFieldFails) {
   clear(record->signature, asn1_BitString_free);
   expect_nothing_written(signed_challenges, record.get());
 
-  // Ahead of the algorithm, which would end the process.
+  // Before the algorithm, which would end the process.
   clear(record->signatureAlgorithm, asn1_AlgId_free);
   clear(record->publicKeyAndChallenge->challenge, asn1_IA5String_free);
   expect_nothing_written(signed_challenges, record.get());

@@ -71,7 +71,7 @@ Lines traced(std::string_view input, uint32_t depth, uint32_t impl_tag = 0) {
       [&] { String(decode(asn1_OctetString_d, hex(input), impl_tag, depth).record); });
 }
 
-/// What stands in a dump for octets that its last line does not have.
+/// The blanks that a dump has in place of the octets missing from its last line.
 std::string blanks(size_t octets) { return std::string(3 * octets, ' '); }
 
 /// `levels` constructed strings of indefinite length around `inner`.
@@ -340,7 +340,7 @@ TEST(StringDecoder, JoinsEveryCombinationOfForms) {
       {"24 80 04 80 41 00 00 00 00", 9, "41"},
       {"24 80 24 03 04 01 41 00 00", 9, "41"},
       {"24 80 24 80 04 01 41 00 00 00 00", 11, "41"},
-      // All four in a row, in both forms of the whole, with more behind it.
+      // All four in a row, in both forms of the whole, with more octets after it.
       {"24 14 04 01 41 04 80 42 00 00 24 03 04 01 43 24 80 04 01 44 00 00 EE", 22, "41 42 43 44"},
       {"24 80 04 01 41 04 80 42 00 00 24 03 04 01 43 24 80 04 01 44 00 00 00 00 EE", 24,
        "41 42 43 44"},
@@ -381,7 +381,7 @@ TEST(StringDecoder, RefusesTheWholeForASegmentWithAnotherTag) {
 }
 
 TEST(StringDecoder, RefusesTheWholeForABadSegment) {
-  for (const char *input : {"24 06 04 01 41 04 02 42 43",     // behind the end of the whole
+  for (const char *input : {"24 06 04 01 41 04 02 42 43",     // past the end of the whole
                             "24 04 04 01 41 04",              // cut
                             "24 08 04 01 41 04 80 42 43 00",  // no two zero octets inside
                             "24 05 04 80 42 43 00 00",        // two zero octets outside

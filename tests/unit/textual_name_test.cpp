@@ -291,7 +291,7 @@ TEST(NameWriter, GoesOnWhereTheZeroOctetStood) {
   EXPECT_EQ("/cn(12)=ab/cn(12)=ab,cn(12)=ab", text_of(name(set(cut) + set(cut + cut))));
 }
 
-/// A value as the text has it: cut at its first zero octet, a slash ahead of "/" and ",".
+/// A value as the text has it: cut at its first zero octet, a slash before "/" and ",".
 std::string escaped(const Bytes &octets) {
   std::string out;
   for (const uint8_t octet : octets) {
@@ -621,7 +621,7 @@ TEST(AssertionParser, LeavesTheCursorAloneWhenItFails) {
 TEST(NameReader, ReadsOrRefusesEveryPrefixAndRestOfAName) {
   const std::string whole = "/c(19)=DE/o(0x0c)=A//B/,C/2.5.4.9(20)=Main St,cn(+19)=Some One//";
   for (size_t i = 0; i <= whole.size(); ++i) {
-    // On the heap and of the right size, so that a read behind the closing NUL is seen.
+    // On the heap and of the right size, so that a read past the closing NUL is seen.
     const Text prefix(asn1_Name_clone(whole.substr(0, i).c_str()));
     const Sequence read(asn1_Name_to_RDNSequence(prefix.get()));
     if (read != nullptr) {
@@ -691,9 +691,9 @@ TEST(NameDecoder, ClearsThePlaceWheneverItFails) {
       {},
       hex("31 00"),                           // another tag: its empty list is not lost
       hex("30"),                              // no length
-      hex("30 01"),                           // the content lies behind the end
+      hex("30 01"),                           // the content lies past the end
       hex("30 02 30 00"),                     // no RDN
-      hex("30 80 00 00 00"),                  // something behind the end-of-contents
+      hex("30 80 00 00 00"),                  // something past the end-of-contents
       name(set(element(0x30, common_name))),  // no value
       name(set(assertion(country, 19, text("DE"))) + hex("31 02 30 00")),
   };

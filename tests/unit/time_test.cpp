@@ -300,11 +300,11 @@ TEST(TimeDecoder, RefusesABadHeaderAndClearsThePlace) {
   const char *const rests[] = {
       "",                      // no length
       "80 41 42 00 00",        // indefinite
-      "04 41 42 43",           // length behind the end
-      "82 01",                 // length octets behind the end
+      "04 41 42 43",           // length past the end
+      "82 01",                 // length octets past the end
       "85 00 00 00 00 01 41",  // more than four length octets
       "84 80 00 00 00",        // a top-bit length, with nothing
-      "84 80 00 00 01 41",     // or something behind it
+      "84 80 00 00 01 41",     // or something after it
       "84 FF FF FF FF 41 42",
   };
   char before;
@@ -522,7 +522,7 @@ TEST_F(TimeInUtc, RefusesUTCTimesThatAreNone) {
                            "20010112000Z",        // one digit of seconds
                            "2001011200000Z",      // three digits of seconds
                            "200101120000z",       //
-                           "200101120000Z ",      // something behind the zone
+                           "200101120000Z ",      // something after the zone
                            "200101120000ZZ",      //
                            "200101120000.5Z",     // a fraction
                            "200101120000 Z",      //
@@ -551,7 +551,7 @@ TEST_F(TimeInUtc, RefusesGeneralizedTimesThatAreNone) {
         "20200101120000.5Z",   // a fraction
         "20200101120000,5Z",   //
         "202001011200001Z",    // fifteen digits
-        "20200101120000Z ",    // something behind the zone
+        "20200101120000Z ",    // something after the zone
         "20200101120000+01",   // short offsets
         "20200101120000+010",  //
         "20200101120000+01000", "20200101120000+01:0", "-2020010112000Z", "200101120000Z"})
