@@ -5,10 +5,10 @@
 // defines asn1_Validity_new, _d, _e, _clone and _free over ValidityTable. A family that has other
 // functions lists them, in this order:
 //
-//   NEW       DECODER      ENCODER       CLONE       FREE                   over the table
-//              TAGLESS_DECODER                                               without implicit tags
-//              NO_DECODER                 NO_CLONE                           by name only: they fail
-// OWN_NEW      OWN_DECODER  OWN_ENCODER   OWN_CLONE   OWN_FREE   OWN_COMPARE spelled out elsewhere
+//   NEW      DECODER          ENCODER      CLONE      FREE                  over the table
+//            TAGLESS_DECODER                                                without implicit tags
+//            NO_DECODER                    NO_CLONE                         by name only: they fail
+//   OWN_NEW  OWN_DECODER      OWN_ENCODER  OWN_CLONE  OWN_FREE  OWN_COMPARE spelled out elsewhere
 //
 // The sources of the tables are compiled twice. For liborvelasn1 an EXPORT line is the functions; for
 // liborvelpki, with ORVELASN1_DESCRIBES, it is the description of the type, with the functions that
