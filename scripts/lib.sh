@@ -11,7 +11,7 @@ fail() {
   exit 1
 }
 
-# Print the folders of the libraries, and the files that these are compiled from. No name has a blank in it.
+# Print the folders of the libraries, and the files that these are compiled from. No name has a blank.
 library_folders() {
   for folder in src pki utils; do
     if [ -d $folder ]; then echo $folder; fi

@@ -123,8 +123,7 @@ std::string trace_text(F f) {
   return out;
 }
 
-/// Returns the lines that `f` writes to the trace, each without its prefix, which ends in "ASN.1:
-/// ".
+/// Returns the lines that `f` writes to the trace, each without its prefix up to "ASN.1: ".
 template <class F>
 std::vector<std::string> trace_lines(F f) {
   const std::string all = trace_text(f);

@@ -1,4 +1,4 @@
-// AlgorithmIdentifier, and with it what every record over a SEQUENCE does.
+// Tests AlgorithmIdentifier, as an example of every record over a SEQUENCE.
 #include <csignal>
 
 #include "allocator.h"
@@ -21,7 +21,7 @@ const Bytes five = hex("02 01 05");
 
 Bytes sequence(const Bytes &content) { return element(0x30, content); }
 
-/// A record that owns copies of what the octets hold; a field without octets stays NULL.
+/// Returns a record whose fields are copies of these octets. A field without octets stays NULL.
 Record record(const Bytes &algorithm, const Bytes &parameters) {
   Record a(asn1_AlgId_new());
   if (!algorithm.empty()) a->algorithm = decode(asn1_ObjId_d, algorithm).record;
@@ -33,20 +33,20 @@ std::vector<uint32_t> arcs(const AlgId *a) {
   return {a->algorithm->arcs, a->algorithm->arcs + a->algorithm->count};
 }
 
-/// Decodes a record, compares what it consumed, and gives it.
+/// Decodes a record and checks what was consumed. Returns the record.
 Record decoded(long consumed, const Bytes &input, uint32_t impl_tag = 0) {
   const auto result = decode(asn1_AlgId_d, input, impl_tag);
   EXPECT_EQ(consumed, result.consumed);
   return Record(result.record);
 }
 
-/// The header is refused: the place for the record does not change.
+/// Checks that the header is refused: the place for the record does not change.
 void expect_header_refused(const Bytes &input, uint32_t impl_tag = 0) {
   AlgId before{};
   EXPECT_EQ(&before, left_by_refusal(asn1_AlgId_d, input, &before, impl_tag));
 }
 
-/// The octets are refused after the header: the place for the record is cleared.
+/// Checks that the octets are refused after the header: the place for the record is set to NULL.
 void expect_content_refused(const Bytes &input) {
   AlgId before{};
   EXPECT_EQ(nullptr, left_by_refusal(asn1_AlgId_d, input, &before));
@@ -137,7 +137,7 @@ TEST(AlgIdEncoder, IsWrittenUnderAnImplicitTag) {
             }));
 }
 
-/// The record fails in both passes, and nothing is written.
+/// Checks that the record fails in both passes, and that nothing is written.
 void expect_failure(const AlgId *a) {
   uint8_t octets[64] = {};
   uint8_t *cursor = octets;
@@ -342,11 +342,11 @@ TEST(AlgIdTrace, IsSilentForAnotherTag) {
 }
 
 TEST(AlgIdTrace, CountsTheDepthIn32BitsAndCutsItOnlyToWrite) {
-  // The header stands at a depth of which nothing is written, its fields one deeper.
+  // The header is at a depth at which nothing is written. Its fields are one deeper.
   EXPECT_EQ((Lines{"OBJECT IDENTIFIER ", "  1.2.840.113549"}), traced(sequence(rsadsi), 65536));
   EXPECT_EQ((Lines{"SEQUENCE {", ". OBJECT IDENTIFIER ", ".   1.2.840.113549", "}"}),
             traced(sequence(rsadsi), 65537));
-  // And the other way round.
+  // Here the header is written and its fields are not.
   std::string dots;
   for (int level = 1; level < 65535; ++level) dots += ". ";
   EXPECT_EQ((Lines{dots + "SEQUENCE {", dots + "}"}), traced(sequence(rsadsi), 65535));

@@ -1,4 +1,4 @@
-// BIT STRING: the record, its two encoders, the decoder in every form, and its trace.
+// Tests BIT STRING: the record, its two encoders, the decoder in every form, and its trace.
 #include <utility>
 
 #include "allocator.h"
@@ -13,7 +13,7 @@ struct Release {
 };
 using Bits = std::unique_ptr<BitString, Release>;
 
-/// A string of `length` bits in these octets.
+/// Returns a string of `length` bits in these octets.
 Bits bits(uint32_t length, std::string_view octets) {
   Bits made(asn1_BitString_new(length));
   const Bytes bytes = hex(octets);
@@ -42,7 +42,7 @@ void expect_decoded(uint32_t length, std::string_view octets, long consumed, std
   expect_decoded(length, octets, consumed, hex(input), impl_tag);
 }
 
-/// The octets are refused, and the place for the record is cleared.
+/// Checks that the octets are refused, and that the place for the record is set to NULL.
 void expect_refused(const Bytes &input, uint32_t impl_tag = 0) {
   BitString before{};
   EXPECT_EQ(nullptr, left_by_refusal(asn1_BitString_d, input, &before, impl_tag));
@@ -65,14 +65,15 @@ std::string blanks(size_t octets) { return std::string(3 * octets, ' '); }
 
 Bytes zeros(size_t count) { return Bytes(count, 0); }
 
-/// `levels` constructed strings of indefinite length around `inner`.
+/// Returns `inner` inside `levels` constructed strings of indefinite length.
 Bytes nested_indefinite(size_t levels, const Bytes &inner) {
   Bytes out;
   for (size_t i = 0; i < levels; ++i) out.insert(out.end(), {0x23, 0x80});
   return out + inner + zeros(2 * levels);
 }
 
-/// `levels` constructed strings of definite length around `inner`, with headers of five octets.
+/// Returns `inner` inside `levels` constructed strings of definite length, with headers of five
+/// octets.
 Bytes nested_definite(size_t levels, const Bytes &inner) {
   Bytes out;
   for (size_t i = levels; i-- > 0;) {
@@ -545,9 +546,9 @@ TEST(BitStringDecoder, WantsTheUniversalTagInSegmentsUnderAnImplicitTag) {
 TEST(BitStringDecoder, RefusesTheWholeForOneBadSegment) {
   for (const char *input : {"23 08 03 02 00 AA 04 02 00 BB",  // another tag
                             "23 08 03 02 00 AA 03 02 08 BB",  // unused bits
-                            "23 07 03 02 00 AA 03 01 01",     // unused bits of nothing
+                            "23 07 03 02 00 AA 03 01 01",     // unused bits, but no octets
                             "23 06 03 02 00 AA 03 00",        // no unused-bits octet
-                            "23 04 03 03 00 AA BB",           // past the end of the whole
+                            "23 04 03 03 00 AA BB",           // past the end of the string
                             "23 05 03 02 00 AA 03",           // cut
                             "23 06 03 80 00 AA BB 00 00",     // no two zero octets inside
                             "23 80 03 02 00 AA 04 00 00 00"})

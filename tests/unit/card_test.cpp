@@ -1,4 +1,4 @@
-// The two flat records of a smart card.
+// Tests the two flat records of a smart card.
 #include "records.h"
 
 namespace {
@@ -34,7 +34,7 @@ TEST(CardInfo, IsASequenceOfDefiniteLength) {
 TEST(CardInfo, IsRefusedAtEveryCutAndSoWithFiveStrings) {
   expect_every_cut_refused(card_infos, card_content);
   expect_refused(card_infos, hex("30 0A 04 00 04 00 04 00 04 00 04 00"));
-  // The sixth must be inside.
+  // The sixth field must be inside the SEQUENCE.
   expect_refused(card_infos, hex("30 0A 04 00 04 00 04 00 04 00 04 00 04 00"));
 }
 
@@ -72,7 +72,7 @@ TEST(CardInfo, HasNothingButOctetStrings) {
 }
 
 TEST(CardInfo, JoinsStringsInSegments) {
-  // An indefinite length ends at its end-of-contents, wherever that stands.
+  // An indefinite length ends at its end-of-contents, wherever that is.
   const auto record =
       decoded(card_infos, sequence(hex("24 03 04 01 01") + hex("24 80 04 01 02 00 00") +
                                    hex("04 80 03 00 00") + hex("24 05 24 03 04 01 04") +
@@ -124,7 +124,7 @@ TEST(PublicKeyMac, IsNotEncodedWithoutBothStrings) {
 
 TEST(PublicKeyMac, IsClonedDeeplyAndHalfFilled) {
   expect_deep_clone(macs, sequence(mac_content));
-  // A copy of nothing but null fields cannot be encoded either.
+  // A copy whose fields are all NULL cannot be encoded, either.
   const auto empty = cloned(macs, created(macs));
   ASSERT_NE(nullptr, empty);
   expect_nothing_written(macs, empty.get());

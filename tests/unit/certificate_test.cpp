@@ -1,4 +1,4 @@
-// Certificates and the records they are made of. The inputs are put together from small pieces, so
+// Tests certificates and the records in them. The inputs are put together from small pieces, so
 // that each field can be left out, moved or spoilt.
 #include <algorithm>
 #include <csignal>
@@ -33,7 +33,7 @@ using Decoder = const uint8_t *(*)(const uint8_t *, const uint8_t *, uint32_t, T
 
 Bytes sequence(const Bytes &content) { return element(0x30, content); }
 
-/// A name of one attribute.
+/// Returns a name of one attribute.
 Bytes name(const Bytes &type, uint8_t tag, const Bytes &content) {
   return sequence(element(0x31, sequence(type + element(tag, content))));
 }
@@ -61,7 +61,7 @@ Bytes extensions_field(const Bytes &list) { return element(0xA3, sequence(list))
 
 const Bytes extensions = extensions_field(extension(hex("01 01 FF")));
 
-/// The fields of a TBSCertificate as they are in the input.
+/// The fields of a TBSCertificate, as octets of the input.
 struct Parts {
   Bytes version;
   Bytes serial = hex("02 01 05");
@@ -81,7 +81,7 @@ struct Parts {
   Bytes tbs() const { return sequence(content()); }
 };
 
-/// A version 3 certificate with all optional fields.
+/// Returns the fields of a version 3 certificate, with all that are optional.
 Parts full() {
   Parts parts;
   parts.version = version_3;
@@ -95,7 +95,7 @@ const Bytes signature = hex("03 03 00 C0 00");
 
 Bytes certificate(const Bytes &tbs) { return sequence(tbs + rsa_with_sha256 + signature); }
 
-/// Decodes what must be taken as a whole.
+/// Decodes octets that must be consumed as a whole.
 template <class T, class Record>
 T whole(Decoder<Record> element_d, const Bytes &octets, uint32_t impl_tag = 0) {
   const auto decoded = decode(element_d, octets, impl_tag);
@@ -108,21 +108,21 @@ CertificateRecord cert(const Bytes &octets) {
   return whole<CertificateRecord>(asn1_Certificate_d, octets);
 }
 
-/// Refused after the header: the record was made and is gone.
+/// Checks that octets are refused after the header: the place for the record is set to NULL.
 template <class T>
 void expect_refused(Decoder<T> element_d, const Bytes &octets) {
   T before = {};
   EXPECT_EQ(nullptr, left_by_refusal(element_d, octets, &before));
 }
 
-/// Refused at the header: nothing was made.
+/// Checks that octets are refused at the header: the place for the record does not change.
 template <class T>
 void expect_header_refused(Decoder<T> element_d, const Bytes &octets, uint32_t impl_tag = 0) {
   T before = {};
   EXPECT_EQ(&before, left_by_refusal(element_d, octets, &before, impl_tag));
 }
 
-/// The encoder returns 0 in both passes, and the second changes neither buffer nor cursor.
+/// Checks that the encoder returns 0 in both passes. The second changes neither buffer nor cursor.
 template <class T>
 void expect_nothing_written(uint32_t (*element_e)(uint8_t **, const T *), const T *record) {
   EXPECT_EQ(0U, element_e(nullptr, record));
@@ -133,7 +133,7 @@ void expect_nothing_written(uint32_t (*element_e)(uint8_t **, const T *), const 
   EXPECT_EQ(Bytes(16, 0), Bytes(std::begin(buffer), std::end(buffer)));
 }
 
-/// Every cut of a valid input is refused, whether its length octets say so or not.
+/// Checks that every cut of a valid input is refused, whether its length octets fit the cut or not.
 template <class T>
 void expect_every_cut_refused(Decoder<T> element_d, const Bytes &content) {
   const Bytes octets = sequence(content);
@@ -150,7 +150,7 @@ void expect_every_cut_refused(Decoder<T> element_d, const Bytes &content) {
   }
 }
 
-/// What every SEQUENCE of this file does with its header.
+/// Checks the header, as for every SEQUENCE of this file.
 template <class Owner, class T>
 void expect_header_of_a_sequence(Decoder<T> element_d, const Bytes &content) {
   for (const Bytes &octets :
@@ -169,7 +169,7 @@ void expect_header_of_a_sequence(Decoder<T> element_d, const Bytes &content) {
     EXPECT_NE(nullptr, whole<Owner>(element_d, element(0xA1, content), impl_tag));
     EXPECT_NE(nullptr, whole<Owner>(element_d, element(0x81, content), impl_tag));
   }
-  // What comes after the last field inside the SEQUENCE is left there.
+  // Octets after the last field inside the SEQUENCE are not read.
   const Bytes longer = sequence(content + hex("05 00"));
   const auto decoded = decode(element_d, longer);
   const Owner record(decoded.record);
@@ -343,7 +343,7 @@ TEST(SubjectKey, FreeIgnoresNullAndAKeyWithoutOctets) {
 }
 
 TEST(SubjectKey, IsWipedBeforeItIsReleased) {
-  // 12 bits are two octets.
+  // 12 bits take two octets.
   for (const char *bits : {"03 05 00 01 02 03 04", "03 03 04 AB CF"}) {
     KeyRecord record = whole<KeyRecord>(asn1_SubjectPKI_d, sequence(rsa + hex(bits)));
     const size_t octets = (record->subjectPublicKey->length + 7) / 8;
@@ -617,7 +617,7 @@ TEST(TbsCertificate, TheVersionTestLooksAtTheFirstOctetThatIsKept) {
   parts.extensions = extensions;
   EXPECT_NE(nullptr, tbs(parts.tbs()));
 
-  parts.version = hex("A0 05 02 03 00 00 01");  // of two, one stays
+  parts.version = hex("A0 05 02 03 00 00 01");  // of two, one is kept
   expect_refused(asn1_Certificate_TBS_d, parts.tbs());
   parts.extensions = {};
   EXPECT_NE(nullptr, tbs(parts.tbs()));
@@ -701,7 +701,7 @@ TEST(TbsCertificate, IsRefusedAtEveryCutOfItsRequiredFields) {
 }
 
 TEST(TbsCertificate, LooksForNoFieldBehindItsContent) {
-  // What follows would fit, but stands past the SEQUENCE.
+  // The octets that follow would fit, but are past the SEQUENCE.
   const Parts parts = full();
   expect_refused(asn1_Certificate_TBS_d, hex("30 00") + parts.content());
 
@@ -743,7 +743,7 @@ TEST(TbsCertificate, StopsWithSuccessInFrontOfWhatItDoesNotKnow) {
     EXPECT_EQ(static_cast<long>(octets.size() - row.rest.size()), decoded.consumed);
     EXPECT_EQ(sequence(prefix), encode(asn1_Certificate_TBS_e, record.get()));
 
-    // In a whole certificate the algorithm is then looked for there.
+    // In a certificate, the algorithm is expected at these octets.
     expect_refused(asn1_Certificate_d, certificate(octets));
   }
 }
@@ -794,7 +794,8 @@ TEST(TbsCertificate, RefusesAnEmptyName) {
   parts.issuer = hex("30 00");
   expect_refused(asn1_Certificate_TBS_d, parts.tbs());
 
-  // Even where the subject is in a subject-alternative-name extension.
+  // That holds where the subject is in a subject-alternative-name extension, too (RFC 5280,
+  // 4.1.2.6).
   parts = full();
   parts.subject = hex("30 00");
   parts.extensions = extensions_field(
@@ -841,7 +842,7 @@ TEST(TbsCertificate, WritesANameFromItsOctetsElseItsSequenceElseItsText) {
   };
   for (const auto &name_of : names) {
     Certificate_TBS *fields = record.get();
-    // Three sources that differ.
+    // The three sources differ.
     asn1_RDNSequence_free(fields->*name_of.structure);
     fields->*name_of.structure = asn1_Name_to_RDNSequence("/cn(12)=sequence");
     asn1_Name_free(fields->*name_of.text);
@@ -901,7 +902,7 @@ TEST(TbsCertificate, ASerialNumberInANameStopsOnlyTheText) {
 
 TEST(TbsCertificate, CanBeBuiltFromNothing) {
   const TbsRecord record(asn1_Certificate_TBS_new());
-  // The serial number fails before the record that is missing after it is looked at.
+  // The serial number fails before the encoder reaches the record that is missing after it.
   expect_nothing_written(asn1_Certificate_TBS_e, record.get());
 
   record->serialNumber = asn1_Integer_set(5);
@@ -925,7 +926,7 @@ TEST(TbsCertificate, CanBeBuiltFromNothing) {
   asn1_BitString_append(record->subjectPublicKeyInfo->subjectPublicKey, 2, "\xAB\xCD");
   EXPECT_EQ(Parts().tbs(), encode(asn1_Certificate_TBS_e, record.get()));
 
-  // The default version is written where it is set, and an empty list is present.
+  // The default version is written where it is set. An empty list is written, too.
   record->version = asn1_Integer_clone(asn1_Integer_0());
   record->extensions = List_new(0);
   Parts parts;
@@ -937,7 +938,7 @@ TEST(TbsCertificate, CanBeBuiltFromNothing) {
 TEST(TbsCertificate, IsNotEncodedWhenAFieldFails) {
   const TbsRecord record = tbs(full().tbs());
   Certificate_TBS *fields = record.get();
-  // Takes a field away, looks, and puts it back.
+  // Removes a field, checks the result, and puts the field back.
   const auto without = [&](auto member) {
     auto *kept = fields->*member;
     fields->*member = nullptr;
@@ -963,7 +964,7 @@ TEST(TbsCertificate, IsNotEncodedWhenTheSumDoesNotFit32Bits) {
   const TbsRecord record = tbs(Parts().tbs());
   const uint32_t length = record->issuerEncoded->length;
   const auto others = static_cast<uint32_t>(Parts().content().size()) - length;
-  // The last fits, but not with the header before it.
+  // The last content fits, but not with its header.
   for (const uint32_t huge : {0xFFFFFFFFU, 0xFFFFFFF0U, 0xFFFFFFFFU - others}) {
     record->issuerEncoded->length = huge;
     expect_nothing_written(asn1_Certificate_TBS_e, record.get());
@@ -1154,7 +1155,7 @@ TEST(Certificate, WritesTheStoredOctetsWhateverTheFieldsSay) {
   record->tbsCertificate->serialNumber = asn1_Integer_set(9);
   EXPECT_EQ(certificate(full().tbs()), encode(asn1_Certificate_e, record.get()));
 
-  // Once they are released and cleared, the fields count.
+  // Once the stored octets are released and cleared, the fields are written.
   asn1_OctetString_free(record->tbsEncoded);
   record->tbsEncoded = nullptr;
   Parts changed = full();
@@ -1206,7 +1207,7 @@ TEST(Certificate, IsNotEncodedWhenAFieldFails) {
   expect_nothing_written(asn1_Certificate_e, record.get());
   record->signatureAlgorithm->algorithm = algorithm;
 
-  // The signed part fails before the algorithm that is missing after it is looked at.
+  // The signed part fails before the encoder reaches the algorithm that is missing after it.
   const CertificateRecord half(asn1_Certificate_new());
   half->tbsCertificate = asn1_Certificate_TBS_new();
   expect_nothing_written(asn1_Certificate_e, half.get());
@@ -1340,7 +1341,7 @@ TEST(PeerCertificate, IsWrittenBackFromItsOctetsFromItsStructureAndFromItsTexts)
   const Bytes octets = hex(made_by_openssl);
   const CertificateRecord record = cert(octets);
   Certificate_TBS *fields = record->tbsCertificate;
-  // The signed part stands after the outer header of four octets, and has 417 octets itself.
+  // The signed part comes after the outer header of four octets, and has 417 octets.
   EXPECT_EQ(Bytes(octets.begin() + 4, octets.begin() + 4 + 417), value(record->tbsEncoded));
   EXPECT_EQ(octets, encode(asn1_Certificate_e, record.get()));
 
@@ -1363,7 +1364,7 @@ TEST(PeerCertificate, IsWrittenBackFromItsOctetsFromItsStructureAndFromItsTexts)
 
 // --------------------------------------------------------------------------------------------- trace
 
-/// The line of a dump of up to 16 octets.
+/// Returns the line of a dump of up to 16 octets.
 std::string dump(std::string octets, const char *characters) {
   octets.resize(16 * 3, ' ');
   return "  0x00000000 " + octets + characters;
@@ -1485,7 +1486,7 @@ TEST(CertificateTrace, TellsOfAnOuterLengthBehindTheEnd) {
 }
 
 TEST(CertificateTrace, ShowsThePlaceOfAnInnerLengthBehindItsEnd) {
-  // The value of the extension reaches out of the extension, though not out of the input.
+  // The value of the extension extends past the extension, though not past the input.
   const Bytes bad = sequence(key_usage + hex("04 03 AB CD"));
   const Lines expected = {"SEQUENCE {",      ". SEQUENCE {",    ". . OBJECT IDENTIFIER ",
                           ". .   2.5.29.15", ". . OCTETSTRING", ". . z larger than end!"};

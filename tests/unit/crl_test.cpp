@@ -1,5 +1,5 @@
-// Revocation lists and the records they are made of. The inputs are put together from small pieces,
-// so that each field can be left out, moved or spoilt.
+// Tests CRLs and the records in them. The inputs are put together from small pieces, so that each
+// field can be left out, moved or spoilt.
 
 #include "records.h"
 
@@ -17,7 +17,7 @@ constexpr RecordFamily<CertificateRevocationList> crls{
     asn1_CertificateRevocationList_e, asn1_CertificateRevocationList_d,
     asn1_CertificateRevocationList_clone};
 
-/// A name of one attribute.
+/// Returns a name of one attribute.
 Bytes name(const Bytes &type, uint8_t tag, const Bytes &content) {
   return sequence(element(0x31, sequence(type + element(tag, content))));
 }
@@ -42,7 +42,7 @@ const Bytes two_entries = sequence(sequence(full_entry) + sequence(hex("02 01 06
 const Bytes extensions = element(0xA0, sequence(crl_number));
 const Bytes signature = hex("03 03 00 C0 00");
 
-/// The fields of a TBSCertList as they are in the input.
+/// The fields of a TBSCertList, as octets of the input.
 struct Parts {
   Bytes version;
   Bytes signature = rsa_with_sha256;
@@ -58,7 +58,7 @@ struct Parts {
   Bytes tbs() const { return sequence(content()); }
 };
 
-/// A version 2 list with all optional fields.
+/// Returns the fields of a version 2 list, with all that are optional.
 Parts full() {
   Parts parts;
   parts.version = version_2;
@@ -142,7 +142,7 @@ TEST(CrlEntry, TakesExtensionsOfAHugeLengthForAnEmptyList) {
 }
 
 TEST(CrlEntry, LeavesUnreadWhatDoesNotBeginLikeExtensions) {
-  // 10 is the same tag in primitive form, A0 what the whole list has for its extensions.
+  // 10 is the same tag in primitive form. A0 is the tag of the extensions of the whole list.
   for (const char *rest : {"05 00", "31 00", "10 00", "A0 02 30 00", "17 00", "00"}) {
     const Bytes octets = hex(rest);
     const auto record = decoded(entries, sequence(plain_entry + octets), octets.size());
@@ -346,8 +346,8 @@ TEST(TbsCrl, StopsWithSuccessInFrontOfWhatItDoesNotKnow) {
       {{}, hex("05 00")},
       {{}, hex("A1 02 30 00")},
       {{}, hex("80 02 30 00")},           // the tag of extensions in primitive form
-      {{}, element(0x10, {})},            // the one of entries
-      {{}, element(0x37, text("2601"))},  // the one of a time in constructed form
+      {{}, element(0x10, {})},            // that of entries
+      {{}, element(0x37, text("2601"))},  // that of a time, in constructed form
       {{}, version_2},
       {{}, hex("00")},
       {utc_2027, utc_2027},  // only once is accepted
@@ -365,7 +365,7 @@ TEST(TbsCrl, StopsWithSuccessInFrontOfWhatItDoesNotKnow) {
     const auto record = decoded(tbs_lists, octets, row.rest.size());
     EXPECT_EQ(sequence(prefix), encoded(tbs_lists, record));
 
-    // In a whole CRL the algorithm is then looked for there.
+    // In a CRL, the algorithm is expected at these octets.
     expect_refused(crls, crl(octets));
   }
 }
@@ -564,7 +564,7 @@ TEST(TbsCrl, IsNotEncodedWhenTheSumDoesNotFit32Bits) {
   const auto record = decoded(tbs_lists, Parts().tbs());
   const uint32_t length = record->issuerEncoded->length;
   const auto others = static_cast<uint32_t>(Parts().content().size()) - length;
-  // The last fits, but not with the header before it.
+  // The last content fits, but not with its header.
   for (const uint32_t huge : {0xFFFFFFFFU, 0xFFFFFFF0U, 0xFFFFFFFFU - others}) {
     record->issuerEncoded->length = huge;
     expect_nothing_written(tbs_lists, record.get());
@@ -727,7 +727,7 @@ TEST(Crl, BeginsWithItsStoredOctetsWhateverTheFieldsSay) {
   revoked->userCertificate = asn1_Integer_set(9);
   EXPECT_EQ(crl(full().tbs()), encoded(crls, record));
 
-  // Once they are released and cleared, the fields count.
+  // Once the stored octets are released and cleared, the fields are written.
   clear(record->tbsEncoded, asn1_OctetString_free);
   Parts changed = full();
   changed.revoked = sequence(sequence(full_entry) + sequence(hex("02 01 09") + utc_2027));
@@ -762,7 +762,7 @@ TEST(Crl, IsNotEncodedWhenAFieldFails) {
   clear(record->signatureAlgorithm->algorithm, asn1_ObjId_free);
   expect_nothing_written(crls, record.get());
 
-  // The signed part fails before the algorithm that is missing after it is looked at.
+  // The signed part fails before the encoder reaches the algorithm that is missing after it.
   const auto half = created(crls);
   half->tbsCertList = asn1_CertificateList_TBS_new();
   half->tbsCertList->signature = asn1_AlgId_new();
@@ -800,7 +800,7 @@ TEST(Crl, NewIsZeroAndFreeIgnoresNull) { expect_new_record_is_zero(crls); }
 
 // ------------------------------------------------------------------------------------ a long list
 
-/// A CRL of `count` entries with the serial numbers 0x01000000 and up.
+/// Returns a CRL of `count` entries with the serial numbers from 0x01000000 on.
 Bytes long_crl(uint32_t count) {
   Bytes list;
   list.reserve(count * size_t{23});
@@ -881,7 +881,7 @@ TEST(PeerCrl, IsWrittenBackFromItsOctetsFromItsStructureAndFromItsText) {
   const Bytes octets = hex(made_by_openssl);
   const auto record = decoded(crls, octets);
   CertificateList_TBS *fields = record->tbsCertList;
-  // The signed part stands after the outer header of four octets, and has 195 octets itself.
+  // The signed part comes after the outer header of four octets, and has 195 octets.
   EXPECT_EQ(Bytes(octets.begin() + 4, octets.begin() + 4 + 195), value(record->tbsEncoded));
   EXPECT_EQ(octets, encoded(crls, record));
   clear(record->tbsEncoded, asn1_OctetString_free);
@@ -1016,7 +1016,7 @@ TEST(CrlDeathTest, EncodersEndTheProcessWithoutARecord) {
 }
 
 TEST(CrlDeathTest, EncodersEndTheProcessWithoutARequiredRecordInside) {
-  // The algorithm is the first required field of one, the signed part of the other.
+  // The first required field is the algorithm in the one, and the signed part in the other.
   expect_encoder_ends_the_process<CertificateList_TBS>(tbs_lists, created(tbs_lists).get());
   expect_encoder_ends_the_process<CertificateRevocationList>(crls, created(crls).get());
 

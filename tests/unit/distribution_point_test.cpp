@@ -1,4 +1,4 @@
-// Distribution points of CRLs, and the access information of authorities.
+// Tests the distribution points of CRLs, and the access information of authorities.
 #include <set>
 
 #include "records.h"
@@ -48,7 +48,7 @@ const AttributeValueAssertion *assertion(const List *list, int32_t index) {
   return static_cast<const AttributeValueAssertion *>(List_get(list, index));
 }
 
-/// A list of one name, which is of a kind that has no value.
+/// Returns a list of one name, of a kind that has no value.
 List *list_with_an_unknown_name() {
   List *list = List_new(0);
   GeneralName *name = asn1_GeneralName_new();
@@ -90,7 +90,7 @@ TEST(DistributionPointName, BeginsWithOneOfFourOctets) {
       expect_refused(point_names, octets);
       continue;
     }
-    // The primitive form is taken, and not written.
+    // The primitive form is accepted, and not written.
     const auto record = decoded(point_names, octets);
     EXPECT_EQ(kind, record->kind);
     EXPECT_EQ(element(static_cast<uint8_t>(first | 0x20), kind == 1 ? common_name_r : uri),
@@ -299,7 +299,7 @@ TEST(DistributionPoint, TheIssuerIsWrittenUnderA2AndReadUnder82Only) {
   const Bytes written = encoded(points, record);
   EXPECT_EQ(sequence(point_name + reasons + issuer_written), written);
 
-  // What the encoder writes is left unread, from the A2 on.
+  // The decoder does not read what the encoder writes, from the A2 on.
   const auto again = decoded(points, written, issuer_written.size());
   EXPECT_NE(nullptr, again->distributionPoint);
   EXPECT_NE(nullptr, again->reasons);
@@ -333,7 +333,7 @@ TEST(DistributionPoint, LeavesUnreadWhatItDoesNotKnow) {
   } rows[] = {
       {{}, hex("05 00")},
       {{}, hex("80 00")},              // the tag of the name in primitive form
-      {{}, hex("A1 04 03 02 05 60")},  // the one of the reasons in constructed form
+      {{}, hex("A1 04 03 02 05 60")},  // that of the reasons, in constructed form
       {{}, issuer_written + point_name},
       {{}, hex("A3 00")},
       {{}, hex("00")},
@@ -485,7 +485,7 @@ TEST(PeerDistributionPoint, WithAnIssuerMakesTheListOfAllFail) {
     return next == nullptr ? -1 : length;
   };
   EXPECT_EQ(2, read_list(sequence(hex(first_of_peer) + hex(first_of_peer))));
-  // The list goes on at the A2 inside the second point, where no point begins.
+  // The list continues at the A2 inside the second point, where no point begins.
   EXPECT_EQ(-1, read_list(sequence(hex(first_of_peer) + hex(second_of_peer))));
 }
 
@@ -520,7 +520,7 @@ TEST(AccessDescription, NeedsBothFields) {
 
 TEST(AccessDescription, IsNotEncodedWhenAFieldFails) {
   const auto record = created(descriptions);
-  expect_nothing_written(descriptions, record.get());  // before the missing name is looked at
+  expect_nothing_written(descriptions, record.get());  // the missing name is not reached
   record->accessMethod = asn1_ObjId_clone(asn1_Get_id_ad_ocsp());
   record->accessLocation = asn1_GeneralName_new();
   for (const uint8_t kind : {uint8_t{3}, uint8_t{5}, uint8_t{9}}) {
@@ -549,7 +549,7 @@ TEST(AccessDescription, NewIsZeroAndFreeIgnoresNull) { expect_new_record_is_zero
 
 // ------------------------------------------------------------------------- AuthorityInfoAccessSyntax
 
-/// Decodes the access information that must be taken as a whole.
+/// Decodes access information that must be consumed as a whole.
 AccessInfo access_info(const Bytes &octets, uint32_t impl_tag = 0) {
   const auto result = decode(asn1_AuthorityInfoAccessSyntax_d, octets, impl_tag);
   EXPECT_EQ(static_cast<long>(octets.size()), result.consumed);

@@ -1,4 +1,4 @@
-// DSA and Diffie-Hellman parameters, and DSA signatures.
+// Tests DSA and Diffie-Hellman parameters, and DSA signatures.
 #include "records.h"
 
 namespace {
@@ -93,7 +93,7 @@ TEST(DsaSignature, IsWrittenInTheShortestForm) {
       {"02 02 00 C1", "02 02 00 C1"},        // the zero is needed for the sign
       {"02 02 00 41", "02 01 41"},           //
       {"02 04 00 00 00 C1", "02 02 00 C1"},  //
-      {"02 01 C1", "02 01 C1"},              // negative, and stays so
+      {"02 01 C1", "02 01 C1"},              // negative, and kept so
       {"02 02 FF C1", "02 02 FF C1"},        //
       {"02 81 01 05", "02 01 05"},           //
       {"02 01 00", "02 01 00"},              //
@@ -168,7 +168,7 @@ TEST(DhValidation, IsClonedDeeplyAndHalfFilled) {
 
 // ---------------------------------------------------------------------------------- DomainParameters
 
-/// A record by hand; what is empty is not set.
+/// Returns a record by hand. A field without octets is not set.
 Held<DomainParameters> domain(const Bytes &q, const Bytes &j, const Bytes &with_validation) {
   auto record = created(domains);
   record->p = asn1_Integer_set(1);
@@ -222,7 +222,7 @@ TEST(DhParameters, AreWrittenInFormsThatAreNotReadBack) {
       {three, four, validation, true},
       {{}, {}, validation, false},
       {three, {}, validation, false},
-      {{}, four, {}, true},  // though not as it was written
+      {{}, four, {}, true},  // read, though not as it was written
       {{}, four, validation, false},
   };
   for (const auto &row : rows) {
@@ -251,9 +251,9 @@ TEST(DhParameters, TryTheNextFieldOnWhateverIsLeft) {
       expect_refused(domains, sequence(one + two + three + four + rest));
     }
   }
-  // Behind the last field nothing is tried.
+  // Octets after the last field are not read.
   decoded(domains, sequence(one + two + three + four + validation + hex("00")), 1);
-  // Nor past the SEQUENCE.
+  // Octets past the SEQUENCE are not read, either.
   decoded(domains, sequence(one + two) + three, 3);
 }
 
@@ -309,7 +309,7 @@ TEST(PeerDhParameters, OfOpensslHaveNoJAndAreRefused) {
   EXPECT_EQ(160U, record->validationParms->seed->length);
   EXPECT_EQ(8U, asn1_Integer_get(record->validationParms->pgenCounter));
 
-  // Without it they are written as the peer did, but for the zero bit at the end of the seed.
+  // Without it, they are written as by the peer, except for the zero bit at the end of the seed.
   clear(record->j, asn1_Integer_free);
   EXPECT_EQ(sequence(numbers + hex("301a031501afdc1f26f3bf18d6267e78b256c73def7d5b622a020108")),
             encoded(domains, record));

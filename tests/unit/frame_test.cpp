@@ -1,4 +1,4 @@
-// The encoding frame: identifier octet, length octets and end-of-contents, both directions.
+// Tests the encoding frame: identifier octet, length octets and end-of-contents, both directions.
 #include "support.h"
 
 namespace {
@@ -10,10 +10,10 @@ using support::Input;
 using support::operator+;
 using Lines = std::vector<std::string>;
 
-// Stands in results before a call, so that a test sees what the call stored and what it left.
+// The value of results before a call, so that a test sees what the call stored and what it did not.
 constexpr uint32_t untouched = 77;
 
-/// A call of asn1_Tag_d: the octets consumed, or -1 for NULL; what it stored; what it traced.
+/// A call of asn1_Tag_d: the octets consumed, or -1 for NULL, what it stored, and what it traced.
 struct TagResult {
   long consumed;
   uint32_t constructed;
@@ -32,7 +32,7 @@ TagResult read_tag(const Bytes &octets, uint32_t impl_tag, uint32_t tag, bool bo
   return result;
 }
 
-/// The one line that a tag of both forms is traced by.
+/// Returns the line of the trace for a tag of both forms.
 Lines tag_trace(uint8_t octet, uint32_t impl_tag, uint32_t tag) {
   const TagResult result = read_tag({octet}, impl_tag, tag, true);
   EXPECT_EQ(1, result.consumed);
@@ -136,8 +136,8 @@ TEST(EndOfContentsEncoder, WritesTwoZeroOctets) {
 struct TagRow {
   uint8_t octet;
   uint32_t impl_tag, tag;
-  bool one_form;    // passes where `constructed` is NULL
-  bool both_forms;  // passes where it is given
+  bool one_form;    // accepted where `constructed` is NULL
+  bool both_forms;  // accepted where it is not NULL
 };
 
 const TagRow tag_rows[] = {
@@ -156,7 +156,7 @@ const TagRow tag_rows[] = {
     {0x20, 0, 0x20, true, true},
     {0x00, 0, 0x20, true, true},
     {0x61, 0, 0x61, true, true},
-    // An implicit tag stands in its place.
+    // An implicit tag replaces it.
     {0x81, 0x81, 0x02, true, true},
     {0xA1, 0x81, 0x02, false, true},
     {0x02, 0x81, 0x02, false, false},
@@ -164,13 +164,13 @@ const TagRow tag_rows[] = {
     {0x41, 0x81, 0x02, false, false},
     {0xC1, 0x81, 0x02, false, false},
     {0x01, 0x81, 0x02, false, false},
-    // The constructed bit of the expected type survives it, and its own counts too.
+    // The constructed bit of the type is kept, and that of the implicit tag counts, too.
     {0xA1, 0x81, 0x30, true, true},
     {0x81, 0x81, 0x30, true, true},
     {0xA1, 0xA1, 0x30, true, true},
     {0xA1, 0xA1, 0x02, true, true},
     {0x81, 0xA1, 0x02, true, true},
-    // Only the low 8 bits of either count.
+    // Only the low 8 bits of both count.
     {0x02, 0x100, 0x02, true, true},
     {0x81, 0x181, 0x02, true, true},
     {0x02, 0, 0x102, true, true},
@@ -316,7 +316,7 @@ TEST(TagDecoderTrace, OtherTagsTellClassFormNumberAndExpectedType) {
       {0xC1, 0xC1, 2, "PRIVATE PRIMITIVE [1] {"},
       {0xE5, 0xC5, 48, "PRIVATE CONSTRUCTED [5] {"},
       {0xDF, 0, 0xDF, "PRIVATE PRIMITIVE [31] {"},
-      // Universal 31 has no name: an empty word stands for it.
+      // Universal 31 has no name: its word is empty.
       {0x1F, 0, 31, " PRIMITIVE [31] "},
       {0x3F, 0, 31, " CONSTRUCTED [31] "},
       {0x1F, 0x1F, 2, " PRIMITIVE [31] INTEGER"},

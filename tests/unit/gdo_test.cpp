@@ -1,4 +1,5 @@
-// Global data objects: the three roles, both kinds of place, attributes, and objects inside objects.
+// Tests global data objects: the three roles, both kinds of place, attributes, and objects inside
+// objects.
 #include "nest.h"
 #include "records.h"
 
@@ -110,7 +111,7 @@ TEST(GdoObject, FreeOfANestedSetPlaceReleasesValueAndListsOfObjects) {
 }
 
 TEST(GdoObject, FreeOfANestedSetPlaceReleasesListsWhateverTheRoleOfALeaf) {
-  // A record whose identifier is not set yet, or does not say that it is a container.
+  // The identifier of the record is not set yet, or is not that of a container.
   for (const unsigned long id : {0UL, 0x05UL, 0x110UL, 0x120UL}) {
     at_nested_set_place(new_holder_of(id, list_of(list_of(new_leaf(5, "a")), List_new(0))));
   }
@@ -151,8 +152,7 @@ TEST(GdoEncoding, AContainerAtANestedSetPlace) {
   expect_leaf(5, "AB", static_cast<GDOObject *>(List_get(inner_list(o.get(), 0), 0)));
 }
 
-/// What the writer makes of the attribute 0x12345678 with the value AA: its identifier is as wide
-/// as a word.
+/// The encoding of the attribute 0x12345678 with the value AA: its identifier is as wide as a word.
 const Bytes written_attribute =
     sizeof(unsigned long) == 8 ? hex("30 0D 06 08 78 56 34 12 00 00 00 00 04 01 AA") : attribute;
 const Bytes written_holder = sizeof(unsigned long) == 8
@@ -250,7 +250,7 @@ TEST(GdoRole, IsJudgedOnTheFullIdentifierAndOneOctetOfItIsWritten) {
     const auto octet = static_cast<uint8_t>(id);
     const Bytes octets = object(octet, hex("04 01 41"));
     EXPECT_EQ(octets, encoded(plain, at_plain_place(new_leaf(id, "A"))));
-    expect_refused(plain, octets);  // which the reader takes for something else
+    expect_refused(plain, octets);  // the reader takes it for something else
   }
   EXPECT_EQ(object(0x05, hex("04 01 41")), encoded(plain, at_plain_place(new_leaf(0x205, "A"))));
 }
@@ -290,7 +290,7 @@ TEST(GdoPlace, ObjectsInsideAnySetStandAtAPlainPlace) {
   const Bytes inner = container(set(leaf));
   expect_kept(plain, container(set(inner)));
   expect_kept(nested_set, container(set(set(inner))));
-  // A container inside a set of sets holds a plain set: of a set of sets it makes a flat list.
+  // A container inside a set of sets holds a plain set: it reads a set of sets as a flat list.
   const Object o = decoded(nested_set, container(set(set(container(set(set(leaf)))))));
   EXPECT_EQ(container(set(set(inner))), encoded(nested_set, o));
 }
@@ -398,7 +398,7 @@ TEST(GdoObjectDecoder, TheIdentifierHasExactlyOneOctet) {
     SCOPED_TRACE(octets);
     expect_refused(plain, hex(octets));
   }
-  // A longer length form is no other length.
+  // A longer form of the length is the same length.
   expect_leaf(5, "AB", decoded(plain, hex("30 08 06 81 01 05 04 02 41 42")).get());
 }
 
@@ -419,7 +419,7 @@ TEST(GdoObjectDecoder, ALeafTakesNothingElse) {
     SCOPED_TRACE(content);
     expect_refused(plain, object(5, hex(content)));
   }
-  // Its octets lie before the end of the input, but not of the object.
+  // Its octets are before the end of the input, but past the end of the object.
   expect_refused(plain, hex("30 06 06 01 05 04 02 41 42"));
 }
 
@@ -610,7 +610,7 @@ TEST(Gdo, AFifthObjectThatStartsAsASetIsLeftUnread) {
   ASSERT_NE(nullptr, record);
   EXPECT_EQ(nullptr, record->set4);
   EXPECT_EQ(sequence(four), encoded(cards, record));
-  // The four others may start so.
+  // The four other objects may begin so.
   for (size_t start : {size_t{0}, root.size(), root.size() + set1.size()}) {
     Bytes octets = four;
     octets[start] = 0x31;
@@ -678,14 +678,14 @@ TEST(Gdo, FreeTakesAHalfFilledRecord) {
 
 // ---- objects inside objects ---------------------------------------------------------------------
 
-/// A leaf inside so many containers.
+/// Returns a leaf inside so many containers.
 Bytes nested(int levels) {
   Nest nest(leaf);
   for (int i = 0; i < levels; ++i) nest.wrap(0x31).wrap(4).before(hex("06 01 10")).wrap(0x30);
   return nest.octets();
 }
 
-/// Whether an object was decoded. Where it was, everything else works too.
+/// Returns whether an object was decoded. Checks that it can then be written, copied and released.
 bool handled(const RecordFamily<GDOObject> &family, const Bytes &input) {
   const auto [consumed, record] = decode(family.decode, input);
   EXPECT_EQ(consumed >= 0, record != nullptr);
@@ -696,7 +696,7 @@ bool handled(const RecordFamily<GDOObject> &family, const Bytes &input) {
   return true;
 }
 
-/// How many of these inputs were decoded, up to the first that was not.
+/// Returns how many of these inputs were decoded, up to the first that was not.
 size_t handled_of(const std::vector<int> &levels) {
   size_t count = 0;
   for (const int n : levels) {
@@ -749,7 +749,7 @@ TEST(NestedObject, AnObjectIsDecodedAgainAfterOneThatWasTooDeep) {
 
 // ---- sets of sets of anything -------------------------------------------------------------------
 
-/// An element that knows how many of its kind there are: C1 and one octet.
+/// An element that counts the elements of its kind: C1 and one octet.
 struct Number {
   uint8_t octet;
 
@@ -827,7 +827,7 @@ class SetOfSetOf : public testing::Test {
     return result;
   }
 
-  /// Refused, with this left in the place.
+  /// Checks that octets are refused. Returns what the decoder leaves in the place.
   static List *left_by(const Bytes &octets, uint32_t impl_tag = 0) {
     const Input input(octets);
     List *const before = List_new(0);
@@ -876,7 +876,7 @@ TEST_F(SetOfSetOf, BothLevelsMayBeIndefiniteAtTheEndOfTheirRange) {
   }
   EXPECT_EQ((Lists{{1}, {2}}), contents(decoded(hex("31 80 31 02 C1 01 31 02 C1 02 00 00")).get()));
   EXPECT_EQ(Lists(), contents(decoded(hex("31 80 00 00")).get()));
-  // Not at the end.
+  // The end-of-contents is not the last thing in its range.
   EXPECT_EQ(nullptr, left_by(hex("31 80 31 02 C1 01 00 00 05")));
   EXPECT_EQ(nullptr, left_by(hex("31 0A 31 80 C1 01 00 00 31 02 C1 02")));
 }
@@ -1069,7 +1069,7 @@ TEST(GdoTrace, AFailureLeavesTheObjectOpen) {
             traced(plain, object(0x20, hex("05 00"))));
   EXPECT_EQ((Lines{"SEQUENCE {", ". OBJECT IDENTIFIER ", ". 0x05"}),
             traced(plain, object(5, hex("05 00"))));
-  // An empty object before an identifier, which it does not reach.
+  // An empty object does not reach the identifier after it.
   EXPECT_EQ((Lines{"SEQUENCE {", ". 0x00"}), traced(plain, hex("30 00 06 01 05 04 00")));
 }
 

@@ -1,4 +1,4 @@
-// General names, and the other name that is one of their alternatives.
+// Tests general names, and the other name, which is one of their alternatives.
 #include <set>
 
 #include "records.h"
@@ -11,7 +11,7 @@ constexpr RecordFamily<GeneralName> names{asn1_GeneralName_new, asn1_GeneralName
                                           asn1_GeneralName_e, asn1_GeneralName_d,
                                           asn1_GeneralName_clone};
 
-/// The encoder of other names, with a second argument that is no record.
+/// Calls the encoder of other names, with a second argument that is not a record.
 uint32_t encode_other_name(uint8_t **pp, const OtherName *record) {
   return asn1_OtherName_e(pp, "not read", record);
 }
@@ -46,7 +46,7 @@ Held<GeneralName> made(uint8_t kind, void *content) {
   return record;
 }
 
-/// Refused, with NULL in the place for the record and nothing left allocated.
+/// Checks that octets are refused, with NULL in the place for the record and nothing allocated.
 void expect_name_refused(const Bytes &octets) {
   expect_refused(names, octets);
   const Input input(octets);
@@ -103,13 +103,13 @@ TEST(GeneralName, HoldsARegisteredIdentifier) {
 }
 
 TEST(GeneralName, BeginsWithOneOfThirteenOctets) {
-  // Both forms of each tag, but for the identifier, which has no constructed one.
+  // Both forms of each tag, except for the identifier, which has no constructed form.
   const std::set<int> accepted = {0x80, 0xA0, 0x81, 0xA1, 0x82, 0xA2, 0x84,
                                   0xA4, 0x86, 0xA6, 0x87, 0xA7, 0x88};
   for (int first = 0; first < 256; ++first) {
     SCOPED_TRACE(first);
     const int kind = first & 0x1F;
-    // A content that the kind takes in either form.
+    // A content that the kind accepts in either form.
     const Bytes content = kind == 0   ? other_content
                           : kind == 4 ? rdn_de
                           : kind == 7 ? hex("04 01 41")
@@ -180,8 +180,8 @@ TEST(GeneralName, TakesEveryFormOfAStringAndWritesThePrimitiveOne) {
       {"A2 80 16 01 61 36 03 16 01 62 00 00", "82 02 61 62"},
       {"A2 84 80 00 00 00", "82 00"},  // a huge length: no octets in the limit
       {"A7 06 04 01 0A 04 01 01", "87 02 0A 01"},
-      {"87 03 0A 00 00", "87 03 0A 00 00"},  // nothing asks for four octets
-      {"86 02 C3 A4", "86 02 C3 A4"},        // nor for a character set
+      {"87 03 0A 00 00", "87 03 0A 00 00"},  // any number of octets is accepted
+      {"86 02 C3 A4", "86 02 C3 A4"},        // and any octets as characters
   };
   for (const auto &row : rows) {
     EXPECT_EQ(hex(row.written), encoded(names, decoded(names, hex(row.read)))) << row.read;
@@ -224,7 +224,7 @@ TEST(GeneralName, TakesTheTagOfADirectoryNameForThatOfItsSequence) {
   EXPECT_STREQ("/c(19)=DE/cn(12)=x,o(12)=y", static_cast<Name *>(record->value));
   EXPECT_EQ(octets, encoded(names, record));
 
-  // The primitive form of the tag is taken too, and not written.
+  // The primitive form of the tag is accepted, too, and not written.
   EXPECT_EQ(directory, encoded(names, decoded(names, element(0x84, rdn_de))));
 }
 
@@ -423,7 +423,7 @@ TEST(OtherName, TheSecondArgumentOfTheEncoderIsNotRead) {
 
 TEST(OtherName, IsNotEncodedWithoutATypeOrWithAnEmptyValue) {
   const auto record = created(other_names);
-  expect_nothing_written(other_names, record.get());  // before the missing value is looked at
+  expect_nothing_written(other_names, record.get());  // the missing value is not reached
   record->type = asn1_ObjId_new(1);
   expect_nothing_written(other_names, record.get());
   record->value = asn1_Any_new(0);
@@ -471,7 +471,7 @@ TEST(OtherName, IsReleasedHalfFilled) {
 
 // --------------------------------------------------------------------------------- lists of names
 
-/// Decodes a SEQUENCE OF GeneralName, of which the last `unread` octets are left; NULL if refused.
+/// Decodes a SEQUENCE OF GeneralName and leaves its last `unread` octets. Returns NULL if refused.
 using NameList = std::unique_ptr<List, void (*)(List *)>;
 NameList name_list(const Bytes &octets) {
   const Input input(octets);
@@ -485,7 +485,7 @@ NameList name_list(const Bytes &octets) {
 // Made by the openssl command, as a subjectAltName: mail, DNS, URI, address, identifier, other name.
 const char *const made_by_openssl =
     "8107612F6240632E648203612E628603753A7687040A00000188032A0304A00A06022A03A0040C026869";
-// The directory name that the same command put behind them.
+// The directory name that the same command wrote after them.
 const char *const directory_made_by_openssl = "A40F300D310B3009060355040613024445";
 
 TEST(PeerGeneralNames, AreReadAndWrittenBack) {
@@ -540,7 +540,7 @@ TEST(GeneralNameTrace, ShowsEachAlternative) {
       {address,
        {". CONTEXT-SPECIFIC PRIMITIVE [7] OCTETSTRING", ". " + dump("0A 00 00 01 ", "...."), "}"}},
       {identifier, {". CONTEXT-SPECIFIC PRIMITIVE [8] OBJECT IDENTIFIER ", ".   1.2.3.4", "}"}},
-      // The closing line of a constructed string stands one level above its segments too.
+      // The closing line of a constructed string is one level above its segments, too.
       {hex("A2 06 16 01 61 16 01 62"),
        {". CONTEXT-SPECIFIC CONSTRUCTED [2] IA5STRING ", ". IA5STRING ", ". " + dump("61 ", "a"),
         ". IA5STRING ", ". " + dump("62 ", "b"), "}", "}"}},
@@ -618,7 +618,7 @@ TEST(GeneralNameMemory, EachFailingAllocationIsAFailure) {
   for (const Bytes &octets : {mail, dns, directory, uri, address, identifier}) {
     expect_exhausted_memory_to_fail(names, octets);
   }
-  // There is no copy of the others.
+  // The others cannot be copied.
   RecordFamily<GeneralName> without_copies = names;
   without_copies.clone = nullptr;
   expect_exhausted_memory_to_fail(without_copies, other);
@@ -629,15 +629,15 @@ TEST(GeneralNameMemory, EachFailingAllocationIsAFailure) {
 
 #ifndef ORVELASN1_TESTS_SANITIZED
 
-/// The copy of a record while its allocation number `successes`, counted from 0, fails.
+/// Copies a record while the allocation number `successes`, counted from 0, fails.
 Held<OtherName> copy_without(long successes, const Held<OtherName> &record) {
   const FailingAllocation failing(successes);
   return cloned(other_names, record);
 }
 
 TEST(OtherNameMemory, AFieldThatCannotBeCopiedLetsTheEmptyCopyThrough) {
-  // The tests are inverted: a copy that succeeds ends in NULL, one that fails does not. The first
-  // allocation is the record's, the second is for its first field.
+  // The result is inverted: a field that is copied ends in NULL, one that cannot be does not. The
+  // first allocation is for the record, the second for its first field.
   const auto type_alone = created(other_names);
   type_alone->type = asn1_ObjId_new(2);
   const auto value_alone = created(other_names);
@@ -649,7 +649,7 @@ TEST(OtherNameMemory, AFieldThatCannotBeCopiedLetsTheEmptyCopyThrough) {
     EXPECT_EQ(nullptr, copy->type);
     EXPECT_EQ(nullptr, copy->value);
   }
-  // Where the other field can be copied, that ends it.
+  // Where the other field can be copied, the copy ends in NULL.
   const auto both = decoded(other_names, sequence(other_content));
   EXPECT_EQ(nullptr, copy_without(1, both));
 }

@@ -1,4 +1,4 @@
-// INTEGER: content octets in a record, both directions, and as small numbers.
+// Tests INTEGER: content octets in a record, both directions, and as small numbers.
 #include "allocator.h"
 #include "support.h"
 
@@ -19,7 +19,7 @@ struct FreeInteger {
 };
 using Owned = std::unique_ptr<Integer, FreeInteger>;
 
-/// A record of the library's own making with this content.
+/// Returns a record that the library makes, with this content.
 Owned make(const Bytes &content, uint32_t negative = 0) {
   Owned integer(asn1_Integer_new(static_cast<uint32_t>(content.size())));
   std::copy(content.begin(), content.end(), integer->data);
@@ -198,7 +198,8 @@ TEST(IntegerDecoder, KeepsTheContentAndTheSign) {
       {"02 01 05", "05", 0, "02 01 05"},
       {"02 01 7F", "7F", 0, "02 01 7F"},
       {"02 02 01 00", "01 00", 0, "02 02 01 00"},
-      // One leading zero octet is dropped, and put back where the top bit asks for it.
+      // One leading zero octet is dropped. It is written where the top bit of the next octet is
+      // set.
       {"02 01 00", "", 0, "02 01 00"},
       {"02 02 00 80", "80", 0, "02 02 00 80"},
       {"02 02 00 7F", "7F", 0, "02 01 7F"},
@@ -206,12 +207,12 @@ TEST(IntegerDecoder, KeepsTheContentAndTheSign) {
       {"02 03 00 00 01", "00 01", 0, "02 01 01"},
       {"02 03 00 80 00", "80 00", 0, "02 03 00 80 00"},
       {"02 03 00 00 80", "00 80", 0, "02 02 00 80"},
-      // Negative values go out as they came in.
+      // Negative values are written as they were read.
       {"02 01 80", "80", 1, "02 01 80"},
       {"02 01 FF", "FF", 1, "02 01 FF"},
       {"02 02 FF 00", "FF 00", 1, "02 02 FF 00"},
       {"02 02 FF FF", "FF FF", 1, "02 02 FF FF"},
-      // A longer length form than needed.
+      // The length is in a longer form than needed.
       {"02 81 01 05", "05", 0, "02 01 05"},
       {"02 84 00 00 00 02 00 80", "80", 0, "02 02 00 80"},
   };

@@ -1,5 +1,5 @@
-// The values of the key and policy extensions. Most of them are in a form of this library's own,
-// with explicit tags, and have no encoder.
+// Tests the values of the key and policy extensions. Most of them are in a form of this library's
+// own, with explicit tags, and have no encoder.
 #include "records.h"
 
 namespace {
@@ -34,12 +34,12 @@ const Bytes utc_2026 = element(23, text("260101000000Z"));
 const Bytes utc_2027 = element(23, text("270101000000Z"));
 const Bytes general_2026 = element(24, text("20260101000000Z"));
 
-/// A field under an explicit tag.
+/// Returns a field under an explicit tag.
 Bytes tagged(uint8_t number, const Bytes &content) {
   return element(static_cast<uint8_t>(0xA0 | number), content);
 }
 
-/// No field of the record is set. Not compared as octets, which would compare the padding.
+/// Returns whether no field of the record is set. Does not compare octets, as some are padding.
 template <class T, class... Members>
 bool is_empty(const Held<T> &record, Members... members) {
   return record != nullptr && (!(record.get()->*members) && ...);
@@ -63,11 +63,11 @@ bool is_empty(const Held<PrivateKeyUsagePeriod> &record) {
   return is_empty(record, &PrivateKeyUsagePeriod::notBefore, &PrivateKeyUsagePeriod::notAfter);
 }
 
-/// What a record of optional fields makes of contents in which it finds none of them.
+/// Checks that a record of optional fields is empty for contents without one of these fields.
 template <class T>
 void expect_optional_fields(const RecordFamily<T> &family) {
   EXPECT_TRUE(is_empty(decoded(family, hex("30 00"))));
-  // Nothing is looked for behind the content, nor behind the input, which a sanitizer would see.
+  // The decoder does not look past the content. A sanitizer would see a look past the input.
   for (const char *behind : {"A0 03 02 01 05", "01 01 FF", "A1 00", "A2 00"}) {
     const Bytes rest = hex(behind);
     EXPECT_TRUE(is_empty(decoded(family, hex("30 00") + rest, rest.size()))) << behind;
@@ -77,7 +77,7 @@ void expect_optional_fields(const RecordFamily<T> &family) {
     EXPECT_TRUE(is_empty(decoded(family, hex(header)))) << header;
     EXPECT_TRUE(is_empty(decoded(family, hex(header) + hex("A0 03 02 01 05"), 5))) << header;
   }
-  // A field that is not known is left unread, with all that follows.
+  // An unknown field is not read, and neither are those after it.
   for (const char *unknown : {"05 00", "80 01 05", "81 01 05", "82 01 05", "A3 03 02 01 05", "00",
                               "30 03 02 01 05", "21 01 FF", "22 01 05", "E0 03 02 01 05"}) {
     const Bytes content = hex(unknown);
@@ -87,7 +87,7 @@ void expect_optional_fields(const RecordFamily<T> &family) {
   }
 }
 
-/// Refused with each of these contents, and nothing stays allocated.
+/// Checks that each of these contents is refused, and that nothing stays allocated.
 template <class T>
 void expect_contents_refused(const RecordFamily<T> &family, const std::vector<Bytes> &contents) {
   for (const Bytes &content : contents) {
@@ -102,7 +102,7 @@ void expect_contents_refused(const RecordFamily<T> &family, const std::vector<By
   }
 }
 
-/// What cannot stand for an explicitly tagged INTEGER.
+/// Returns contents that are refused where an explicitly tagged INTEGER is expected.
 std::vector<Bytes> bad_integers(uint8_t number, const Bytes &before) {
   std::vector<Bytes> contents;
   for (const char *bad :
@@ -117,13 +117,13 @@ std::vector<Bytes> bad_integers(uint8_t number, const Bytes &before) {
   return contents;
 }
 
-/// A copy is NULL, whatever is in the record, and nothing stays allocated.
+/// Checks that a copy is NULL, whatever is in the record, and that nothing stays allocated.
 template <class T>
 void expect_no_copy(const RecordFamily<T> &family, const T *record) {
   expect_nothing_kept([&] { EXPECT_EQ(nullptr, family.clone(record)); });
 }
 
-/// The same family without the clone function, for what asks for copies.
+/// Returns the family without its clone function, for checks that would copy.
 template <class T>
 RecordFamily<T> without_copies(RecordFamily<T> family) {
   family.clone = nullptr;
@@ -498,7 +498,7 @@ TEST(NameConstraints, AreRefusedWithABadList) {
   }
   bad.push_back(hex("A0 80 30 00 00 00"));
   bad.push_back(hex("A0 84 80 00 00 00"));
-  // A subtree that stops short makes the list read what it left.
+  // After a subtree that stops short, the list reads on at what was left.
   bad.push_back(tagged(0, sequence(sequence(dns + hex("80 01 05")))));
   expect_contents_refused(name_constraints, bad);
 }
@@ -731,7 +731,7 @@ TEST(PrivateKeyUsagePeriod, IsRefusedWithABadTime) {
 }
 
 TEST(PrivateKeyUsagePeriod, KeepsWhateverTextATimeHas) {
-  // Longer than any time is; nothing looks at the text.
+  // The text is longer than any time, and is not checked.
   const std::string words(40, 'x');
   const auto record =
       decoded(periods, sequence(tagged(0, element(23, text(words))) + tagged(1, hex("17 00"))));
@@ -829,7 +829,7 @@ TEST(KeyPolicyExtensionTrace, ClosesARecordInFrontOfWhatItLeavesUnread) {
   EXPECT_EQ(expected, traced(key_identifiers, hex(public_key_identifier)));
   EXPECT_EQ(expected, traced(policy_constraints, hex("3006800101810102")));
   EXPECT_EQ(expected, traced(basic_constraints, hex("30 00")));
-  EXPECT_EQ(expected, traced(basic_constraints, hex("30 00 01 01 FF")));  // behind the content
+  EXPECT_EQ(expected, traced(basic_constraints, hex("30 00 01 01 FF")));  // past the content
 }
 
 TEST(KeyPolicyExtensionTrace, IsSilentAtDepthZero) {
@@ -841,7 +841,7 @@ TEST(KeyPolicyExtensionTrace, IsSilentAtDepthZero) {
 TEST(KeyPolicyExtensionTrace, HasNoClosingLineOfWhatFailed) {
   const Lines expected = {"SEQUENCE {", ". CONTEXT-SPECIFIC CONSTRUCTED [0] {"};
   EXPECT_EQ(expected, traced(periods, sequence(tagged(0, general_2026))));
-  // What a record of this library wants in a list is not what the public form has.
+  // The public form has no list inside the tag: its first element is read as the list, and fails.
   const Lines public_form = {"SEQUENCE {", ". CONTEXT-SPECIFIC CONSTRUCTED [0] {", ". SEQUENCE {"};
   EXPECT_EQ(public_form, traced(name_constraints, hex(public_name_constraints)));
 }

@@ -1,4 +1,4 @@
-// Tagging wrappers and lists, with element functions that keep count of what is done to them.
+// Tests tagging wrappers and lists, with element functions that count their calls.
 #include <dlfcn.h>
 
 #include <functional>
@@ -6,8 +6,8 @@
 #include "allocator.h"
 #include "support.h"
 
-// The two list functions that fail when memory is exhausted, as the library finds them: those of
-// the list library, until they are told to fail.
+// Replaces the two list functions that fail when memory is exhausted. They call those of the list
+// library, except where a test makes them fail.
 namespace {
 
 constexpr int no_limit = -1;
@@ -51,9 +51,9 @@ struct Leaf {
 
 constexpr uint8_t unencodable = 0xEE;        // leaf_e returns 0 for it, leaf_d NULL
 constexpr uint8_t left_in_the_slot = 0xEF;   // leaf_d returns NULL, but its record stays
-constexpr uint8_t second_pass_fails = 0xED;  // leaf_e returns 0 when it has written
+constexpr uint8_t second_pass_fails = 0xED;  // leaf_e writes and then returns 0
 
-/// What one call of leaf_d was given.
+/// The arguments of a call of leaf_d.
 struct Call {
   long octets;  // from `z` to `end`
   uint32_t impl_tag;
@@ -61,7 +61,7 @@ struct Call {
   uint32_t depth;
 };
 
-// Every leaf that was made, so that one released too often is still there to tell.
+// Every leaf that was made. They stay, so that a second release is counted, too.
 std::vector<std::unique_ptr<Leaf>> leaves;
 std::vector<Call> calls;
 
@@ -134,7 +134,7 @@ const uint8_t *expl_seq_of_leaves(const uint8_t *z, const uint8_t *end, List **l
   return asn1_expl_SeqOf_d(z, end, 0x80, leaf_d, leaf_free, list, depth);
 }
 
-/// The tests begin without leaves and end with each of them released exactly once.
+/// Begins a test without leaves. Checks at the end that each was released exactly once.
 class ElementTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -156,7 +156,8 @@ class ExplicitListDecoder : public ElementTest {};
 class ListCodec : public ElementTest {};
 class WrapperTrace : public ElementTest {};
 
-/// The octets that an encoder, writing 0xAA-filled room, left there, and that it gave `result`.
+/// Returns the octets that an encoder writes into 0xAA-filled room. Checks that it returns
+/// `result`.
 template <class Encode>
 Bytes write_into_room(uint32_t result, Encode f) {
   uint8_t room[16];
@@ -319,7 +320,7 @@ TEST_F(ExplicitDecoder, HandsTheElementAnEmptyRange) {
 }
 
 TEST_F(ExplicitDecoder, GivesTheResultOfTheElementAsItStands) {
-  // BOOLEAN takes the end of the range for an absent value, which is no failure.
+  // BOOLEAN takes the end of the range for an absent value, and does not fail.
   const Input input(hex("A0 00"));
   uint32_t value = 9;
   EXPECT_EQ(input.end(), asn1_explicit_d(input.z(), input.end(), 0x80, asn1_Boolean_d, &value, 0));
@@ -373,7 +374,7 @@ TEST(ListCodecDeathTest, ExplicitDecoderWithoutCursorPlaceDecoderOrEnd) {
 struct Form {
   const char *name;
   const char *header;        // of the list
-  const char *outer_header;  // of the wrapper of a list of two leaves, if there is one
+  const char *outer_header;  // of the wrapper of a list of two leaves, or NULL
   const char *empty;         // an empty list
   std::function<uint32_t(uint8_t **, const List *)> encode;
   Decoder decode;
@@ -422,7 +423,8 @@ const std::vector<Form> &forms() {
   return all;
 }
 
-/// The leaves 'B' and 'A' in a form: the higher octet first, which DER would sort last.
+/// Returns the leaves 'B' and 'A' in a form, the higher octet first. DER sorts it last (X.690,
+/// 11.6).
 Bytes two_leaves(const Form &form) {
   return hex(form.outer_header) + hex(form.header) + hex("06 02 01 42 02 01 41");
 }

@@ -1,4 +1,4 @@
-// Logotypes, which are written only. The octets are put together by hand.
+// Tests logotypes, which are only written. The octets are put together by hand.
 #include "records.h"
 
 namespace {
@@ -98,7 +98,7 @@ LogotypeImageResolution *new_resolution(uint8_t kind, uint32_t number) {
   return record;
 }
 
-/// All fields set, the resolution of kind 1.
+/// Returns a record with all fields set and a resolution of kind 1.
 LogotypeImageInfo *new_image_info() {
   auto *record = asn1_LogotypeImageInfo_new();
   record->type = asn1_Integer_set(1);
@@ -112,7 +112,7 @@ LogotypeImageInfo *new_image_info() {
 const Bytes image_info_octets =
     hex("30 13 80 01 01 02 01 02 02 01 03 02 01 04 02 01 05 16 02 65 6E");
 
-/// All fields set.
+/// Returns a record with all fields set.
 LogotypeAudioInfo *new_audio_info() {
   auto *record = asn1_LogotypeAudioInfo_new();
   record->fileSize = asn1_Integer_set(1);
@@ -225,7 +225,7 @@ TEST(LogotypeDetails, AreATypeAndTwoLists) {
   const auto record = held(details, new_details());
   EXPECT_EQ(details_octets, encoded(details, record));
 
-  // In list order, whatever they are.
+  // The elements are written in list order, whatever they are.
   List_append(record->logotypeURI, ia5("b"), 0);
   List_append(record->logotypeURI, ia5("a"), 0);
   EXPECT_EQ(
@@ -403,7 +403,7 @@ TEST(LogotypeData, WritesItsImages) {
             encoded(datas, record));
 }
 
-/// The data of one image, and a list of audio records beside it.
+/// Returns the data of one image and a list of audio records.
 Held<LogotypeData> data_of(LogotypeImageInfo *info) {
   auto record = created(datas);
   record->image = list_of({new_image(info)});
@@ -411,7 +411,7 @@ Held<LogotypeData> data_of(LogotypeImageInfo *info) {
   return record;
 }
 
-/// The octets of that record, given those of the two forms of the info.
+/// Returns the octets of that record, from those of the two forms of the info.
 Bytes written_twice(const Bytes &as_image, const Bytes &as_audio) {
   return sequence(sequence(sequence(details_octets + as_image)) +
                   element(0xA1, sequence(details_octets + as_audio)));
@@ -419,7 +419,7 @@ Bytes written_twice(const Bytes &as_image, const Bytes &as_audio) {
 
 TEST(LogotypeData, WritesItsImagesAgainAsAudioWhereThereIsAListOfAudio) {
   EXPECT_EQ(written_twice({}, {}), encoded(datas, data_of(nullptr)));
-  // Number for number in the order of the fields; the language is the one that has no number.
+  // The numbers follow the order of the fields. The language has no number.
   const auto record = data_of(new_image_info());
   const Bytes as_audio = hex("30 0F 02 01 01 02 01 02 02 01 03 83 01 04 84 01 01");
   EXPECT_EQ(written_twice(image_info_octets, as_audio), encoded(datas, record));
@@ -521,7 +521,7 @@ TEST(LogotypeInfo, OfAnotherKindIsNotEncoded) {
     expect_nothing_written(infos, held(infos, new_info(kind, nullptr)).get());
     expect_nothing_written(infos, held(infos, new_info(kind, &not_owned)).get());
   }
-  EXPECT_EQ(7, not_owned);  // nor is its value released
+  EXPECT_EQ(7, not_owned);  // its value is not released
 }
 
 TEST(LogotypeInfo, IsNotEncodedWhenItsValueFails) {

@@ -1,4 +1,4 @@
-// Distinguished names as a structure: assertions, RDNs and sequences of RDNs.
+// Tests distinguished names as a structure: assertions, RDNs and sequences of RDNs.
 #include "allocator.h"
 #include "support.h"
 
@@ -32,7 +32,7 @@ const Bytes de = assertion(country, 0x13, text("DE"));
 const Bytes acme = assertion(organisation, 0x0C, text("Acme"));
 const Bytes one = assertion(common_name, 0x13, text("One"));
 
-/// A structure that must decode as a whole.
+/// Decodes a structure that must be consumed as a whole.
 template <class T, class Record>
 T whole(const uint8_t *(*element_d)(const uint8_t *, const uint8_t *, uint32_t, Record **,
                                     uint32_t),
@@ -46,7 +46,7 @@ Ava ava(const Bytes &octets) { return whole<Ava>(asn1_AttributeValueAssertion_d,
 Rdn rdn(const Bytes &octets) { return whole<Rdn>(asn1_RelativeDistinguishedName_d, octets); }
 Sequence sequence(const Bytes &octets) { return whole<Sequence>(asn1_RDNSequence_d, octets); }
 
-/// An RDN of these assertions, and a sequence of these RDNs.
+/// Return an RDN of these assertions, and a sequence of these RDNs.
 Bytes set(const Bytes &assertions) { return element(0x31, assertions); }
 Bytes name(const Bytes &rdns) { return element(0x30, rdns); }
 
@@ -111,7 +111,7 @@ TEST(AssertionDecoder, TakesAValueOfIndefiniteLength) {
 TEST(AssertionDecoder, ReadsABitStringValueAsAStringThatTheEncoderTakesForBits) {
   const Ava record = ava(assertion(common_name, 0x03, hex("00 A0")));
   EXPECT_EQ(hex("00 A0"), value(record->value));
-  // Two bits are one octet, and that is zero.
+  // Two bits take one octet, which is zero.
   EXPECT_EQ(assertion(common_name, 0x03, hex("00")),
             encode(asn1_AttributeValueAssertion_e, record.get()));
 }
@@ -157,7 +157,7 @@ TEST(AssertionDecoder, RefusesWithNothingLeft) {
       hex("30 00"),                                        // no type
       element(0x30, hex("13 01 41")),                      // a value in place of the type
       element(0x30, common_name),                          // no value
-      element(0x30, common_name) + hex("13 01 41"),        // the value stands past the SEQUENCE
+      element(0x30, common_name) + hex("13 01 41"),        // the value is past the SEQUENCE
       element(0x30, common_name + hex("13")),              // a tag without a length
       element(0x30, common_name + hex("13 02 41")),        // a value cut off
       element(0x30, common_name + hex("13 85")),           // a bad length
@@ -403,7 +403,7 @@ TEST(RdnComparison, IsThatOfSetsOfOneLength) {
       {1, {}, de},
       {1, de, one},
       {0, de + one, one + de},             // the order does not count
-      {0, de + de + one, de + one + one},  // nor how often one occurs
+      {0, de + de + one, de + one + one},  // and not how often one occurs
       {0, de + one + one, de + de + one},
       {1, de + one, de + de},
       {0, de + de, de + one},  // each of the first is in the second
@@ -428,8 +428,8 @@ TEST(SequenceComparison, IsThatOfSetsOfOneLength) {
       {1, a, b},
       {0, a + b, a + b},
       {0, a + b, b + a},          // the order of RDNs does not count
-      {0, a + c, c_turned + a},   // on both levels
-      {0, a + a + b, a + b + b},  // nor how often one occurs
+      {0, a + c, c_turned + a},   // also inside the RDNs
+      {0, a + a + b, a + b + b},  // and not how often one occurs
       {0, a + b + b, a + a + b},
       {1, a + b, a + a},
       {0, a + a, a + b},
@@ -524,7 +524,7 @@ TEST(SequenceDecoder, RefusesAnElementThatIsNoRdn) {
 }
 
 TEST(RdnDecoder, GoesOnInsideAnAssertionThatStopsEarly) {
-  // The second assertion lies inside the SEQUENCE of the first, behind its value.
+  // The second assertion is inside the SEQUENCE of the first, after its value.
   const Bytes nested = element(0x30, country + hex("13 02 44 45") + one);
   const Rdn record = rdn(set(nested));
   EXPECT_EQ(set(de + one), encode(asn1_RelativeDistinguishedName_e, record.get()));
@@ -606,7 +606,7 @@ TEST(SequenceEncoder, FailsWhenTheSumDoesNotFit32Bits) {
   auto *first = static_cast<AttributeValueAssertion *>(List_get(static_cast<List *>(values), 0));
   auto *second = static_cast<AttributeValueAssertion *>(List_get(static_cast<List *>(values), 1));
   const uint32_t first_length = first->value->length, second_length = second->value->length;
-  // Each fits, both together do not.
+  // Each RDN fits, both together do not.
   first->value->length = 0x80000000U;
   second->value->length = 0x7FFFFFE0U;
   EXPECT_EQ(0U, asn1_RelativeDistinguishedName_e(nullptr, static_cast<List *>(values)));
@@ -630,7 +630,7 @@ TEST(SequenceEncoder, WritesLengthsOfTwoOctets) {
 
 // -------------------------------------------------------------------------------------------- trace
 
-/// The line of a dump of up to 16 octets.
+/// Returns the line of a dump of up to 16 octets.
 std::string dump(std::string octets, const char *characters) {
   octets.resize(16 * 3, ' ');
   return "  0x00000000 " + octets + characters;

@@ -1,5 +1,5 @@
-// The decoders that look at the first octet themselves, without an end: they end the process as the
-// reader of a header does. Without a cursor they fail.
+// Tests the decoders that look at the first octet themselves. With `end` NULL they end the process,
+// as the reader of a header does. With `z` NULL they fail.
 #include "support.h"
 
 namespace {

@@ -1,4 +1,4 @@
-// OBJECT IDENTIFIER: arcs in a record, both directions, and the dotted text form.
+// Tests OBJECT IDENTIFIER: arcs in a record, both directions, and the dotted text form.
 #include <algorithm>
 #include <cstring>
 #include <random>
@@ -185,24 +185,24 @@ TEST(ObjIdDecoder, ReadsTheArcsAndTheCursorBehindThem) {
       {"06 01 27", 3, {0, 39}},
       {"06 01 28", 3, {1, 0}},
       {"06 01 50", 3, {2, 0}},
-      // The third root arc has no rule of its own: 2.100 comes back as 4.20.
+      // The root arc 2 has no rule of its own (X.690, 8.19.4): 2.100 is read as 4.20.
       {"06 02 81 34", 4, {4, 20}},
       {"06 05 8F FF FF FF 7F", 7, {107374182, 15}},
       {"06 06 2A 8F FF FF FF 7F", 8, {1, 2, 0xFFFFFFFF}},
       {"06 06 2A 88 80 80 80 00", 8, {1, 2, 0x80000000}},
-      // Longer forms than needed.
+      // Subidentifiers and lengths are in longer forms than needed (X.690, 8.19.2).
       {"06 03 2A 80 05", 5, {1, 2, 5}},
       {"06 06 2A 80 80 80 80 05", 8, {1, 2, 5}},
       {"06 05 80 80 80 80 2A", 7, {1, 2}},
       {"06 81 01 2A", 4, {1, 2}},
-      // No subidentifier that ends: one arc of value 0, and the content is not consumed.
+      // No subidentifier ends: the record has one arc of value 0, and the content is not consumed.
       {"06 00", 2, {0}},
       {"06 01 80", 2, {0}},
       {"06 03 81 80 FF", 2, {0}},
-      // A last one that does not end is not read.
+      // A last subidentifier that does not end is not read.
       {"06 02 2A 81", 3, {1, 2}},
       {"06 04 2A 05 81 82", 4, {1, 2, 5}},
-      // A sixth octet is the next subidentifier where the count leaves room.
+      // A sixth octet begins the next subidentifier, as far as the number of arcs allows.
       {"06 06 81 80 80 80 80 01", 7, {6710886, 16}},
       {"06 07 81 80 80 80 80 01 02", 8, {6710886, 16, 1}},
       {"06 07 2A 81 80 80 80 80 01", 8, {1, 2, 0x10000000}},
@@ -250,7 +250,7 @@ TEST(ObjIdDecoder, ReadsManyArcs) {
   asn1_ObjId_free(decoded.record);
 }
 
-/// Checks that the decoder returns NULL and stores it.
+/// Checks that the decoder returns NULL and stores NULL.
 void expect_refused(const char *octets) {
   SCOPED_TRACE(octets);
   const Input input(hex(octets));
@@ -460,7 +460,7 @@ TEST(ObjIdDeathTest, FprintWithoutARecordOrAStream) {
   EXPECT_ASSERT(asn1_ObjId_fprint(nullptr, nullptr), "asn1_ObjId_fprint", "oid != NULL");
 }
 
-/// What asn1_ObjId_parse made of a text that stands in a block of exactly its size.
+/// The result of asn1_ObjId_parse for a text in a block of exactly its size.
 struct Parsed {
   bool ok;
   Arcs arcs;
@@ -521,13 +521,13 @@ TEST(ObjIdParse, ReadsArcsAsCReadsIntegers) {
       {"1.0x10", {1, 16}, ""},
       {"1.0XfFz", {1, 255}, "z"},
       {"1.00", {1, 0}, ""},
-      // The blank and the sign that may stand before a number.
+      // A blank and a sign may come before a number.
       {"1. 5", {1, 5}, ""},
       {"1.-5", {1, 0xFFFFFFFB}, ""},
       {"1.+5", {1, 5}, ""},
-      // An octal number ends before an 8; the step for the dot then takes the 8.
+      // An octal number ends before an 8. The step over the dot then skips the 8.
       {"1.08.3", {1, 0, 0}, "3"},
-      // 0x without digits is 0, and 0b is no prefix, whatever the C library says.
+      // 0x without digits is 0, and 0b is not a prefix, whatever the C library does.
       {"1.0x", {1, 0}, ""},
       {"1.0Xg", {1, 0}, "g"},
       {"1.-0x,", {1, 0}, ","},
@@ -589,7 +589,7 @@ TEST(ObjIdParse, ReadsNumbersOfAnyWidth) {
   EXPECT_EQ((Parsed{true, {1, 5}, "x"}), parse("1." + std::string(100, ' ') + "5x"));
 }
 
-/// The arcs and the rest that the conversion %i of the C runtime finds in a text.
+/// Returns the arcs and the rest that the conversion %i of the C runtime finds in a text.
 Parsed parse_by_sscanf(const std::string &text) {
   const size_t digits_and_dots = std::min(text.find_first_not_of("0123456789."), text.size());
   const auto dots =
@@ -613,7 +613,7 @@ TEST(ObjIdParse, AgreesWithSscanfOnRandomTexts) {
   const std::regex differing("0[bB]|0[xX]([^0-9a-fA-F]|$)");
   for (int i = 0; i < 20000; ++i) {
     std::string text = std::to_string(random() % 3);
-    // Short enough for every number to fit an int, beyond which sscanf is undefined.
+    // The text is short enough for every number to fit an int. Otherwise sscanf is undefined.
     for (size_t length = random() % 9; length != 0; --length) {
       text += alphabet[random() % alphabet.size()];
     }

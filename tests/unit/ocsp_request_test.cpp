@@ -1,4 +1,4 @@
-// OCSP requests and what they are made of.
+// Tests OCSP requests and the records in them.
 #include "records.h"
 
 namespace {
@@ -37,7 +37,7 @@ const Bytes ecdsa = hex("30 0A 06 08 2A 86 48 CE 3D 04 03 02");
 const Bytes signature_content = ecdsa + hex("03 03 00 AB CD");
 const Bytes signature = element(0xA0, sequence(signature_content));
 
-/// A tbsRequest with all fields, and a request with both.
+/// A tbsRequest with all fields, and a request with both of its fields.
 const Bytes tbs_content = version_1 + dns_requestor + sequence(request) + nonce_extensions;
 const Bytes full_content = sequence(tbs_content) + signature;
 
@@ -102,7 +102,7 @@ TEST(CertId, IsClonedDeeplyAndHalfFilled) {
   EXPECT_EQ(nullptr, copy->serialNumber);
 }
 
-/// The two results of a comparison, which must not depend on the order.
+/// Compares in both orders, which must have the same result.
 int32_t compared(const Bytes &a, const Bytes &b) {
   const auto first = decoded(cert_ids, a);
   const auto second = decoded(cert_ids, b);
@@ -196,7 +196,7 @@ TEST(SingleRequest, LeavesExtensionsUnreadInTheFormThatItWrites) {
   const Bytes written = sequence(cert_id + extensions);
   const auto record = decoded(requests, written, extensions.size());
   EXPECT_EQ(nullptr, record->singleRequestExtensions);
-  // The list goes on at what was left, and fails.
+  // The list continues at what was left, and fails.
   expect_refused(tbs_requests, sequence(sequence(written)));
   expect_refused(tbs_requests, sequence(sequence(written + request)));
   expect_refused(ocsp_requests, sequence(sequence(sequence(written))));
@@ -207,7 +207,7 @@ TEST(SingleRequest, LeavesUnreadWhatIsNoExtensionField) {
     const auto record = decoded(requests, sequence(cert_id + rest), rest.size());
     EXPECT_EQ(nullptr, record->singleRequestExtensions);
   }
-  // A field past the SEQUENCE is none of it.
+  // A field past the SEQUENCE does not belong to it.
   decoded(requests, request + hex("A0 02 30 00"), 4);
 }
 
@@ -315,10 +315,10 @@ TEST(TbsRequest, IsRefusedWithABadOrMisplacedField) {
            dns_requestor + version_1 + sequence(request),
            hex("81 03 82 01 61") + sequence(request),
            hex("A1 00") + sequence(request),
-           hex("A1 03 83 01 61") + sequence(request),  // a name of a kind without a type
+           hex("A1 03 83 01 61") + sequence(request),  // a name of a kind that has no type
            nonce_extensions + sequence(request),
            element(0x31, request),
-           sequence(cert_id),  // a request that is none
+           sequence(cert_id),  // not a request
            sequence(request + hex("05 00")),
            sequence(request) + hex("A2 00"),
            sequence(request) + hex("A2 02 31 00"),
@@ -356,7 +356,7 @@ TEST(TbsRequest, MayHaveAnEmptyListOfExtensions) {
 }
 
 TEST(TbsRequest, LooksForNoFieldBehindItsContent) {
-  // The peeks at the first two fields see what follows the SEQUENCE, but nothing is read there.
+  // The decoder looks past the SEQUENCE for the first two fields, but reads nothing there.
   expect_refused(tbs_requests, hex("30 00"));
   expect_refused(tbs_requests, hex("30 00") + version_1 + sequence(request));
   expect_refused(tbs_requests, hex("30 00") + dns_requestor + sequence(request));
@@ -393,7 +393,7 @@ TEST(TbsRequest, IsClonedDeeplyAndHalfFilled) {
 }
 
 TEST(TbsRequest, IsNotClonedWithARequestorWhoseNameCannotBe) {
-  // A name of a type of its own has no copy.
+  // An other name cannot be copied.
   const auto record = decoded(
       tbs_requests, sequence(hex("A1 0A A0 08 06 02 2A 03 A0 02 05 00") + sequence(request)));
   EXPECT_EQ(nullptr, asn1_TBSRequest_clone(record.get()));
@@ -440,7 +440,7 @@ TEST(OcspSignature, LeavesCertificatesUnreadUnderTheOctet20) {
   const Bytes certs = element(0x20, sequence(certificate));
   const Bytes octets = sequence(signature_content + certs);
   EXPECT_EQ(nullptr, decoded(signatures, octets, certs.size())->certs);
-  // The tag around a signature does not look whether it is filled.
+  // The decoder does not check whether the signature fills the tag around it.
   decoded(ocsp_requests, sequence(sequence(tbs_content) + element(0xA0, octets)), certs.size());
 }
 

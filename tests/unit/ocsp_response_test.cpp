@@ -1,11 +1,11 @@
-// OCSP responses, which are read only, and what they are made of.
+// Tests OCSP responses, which are only read, and the records in them.
 #include "records.h"
 
 namespace {
 
 using namespace support;
 
-/// Releases a response with the signed octets, which its own family leaves to the caller.
+/// Releases a response and its signed octets, which the caller must release.
 void release_with_signed_octets(BasicOCSPResponse *response) {
   if (response != nullptr) asn1_OctetString_free(response->tbsResponseDataBytes);
   asn1_BasicOCSPResponse_free(response);
@@ -129,7 +129,7 @@ TEST(OcspResponse, IsRefusedWithABadResponse) {
   for (const char *bad : {"A0", "A0 00", "A0 02 30 00", "A0 02 05 00", "A0 80 30 00 00 00"}) {
     expect_refused(responses, sequence(hex("0A 01 00") + hex(bad)));
   }
-  // The status may be missing at the end only.
+  // The status may be missing only at the end of the input.
   expect_refused(responses, sequence(element(0xA0, sequence(bytes_content))));
 }
 
@@ -202,7 +202,7 @@ TEST(BasicOcspResponse, KeepsALengthInALongForm) {
 }
 
 TEST(BasicOcspResponse, KeepsOnlyWhatWasReadOfTheSignedElement) {
-  // Algorithm and signature lie inside the data, after its last field, and are found there.
+  // Algorithm and signature are inside the data, after its last field, and are found there.
   const Bytes octets = sequence(sequence(data_content + ecdsa + signature));
   const auto record = decoded(basic_responses, octets);
   const Bytes kept = value(record->tbsResponseDataBytes);
@@ -476,7 +476,7 @@ TEST(OcspResponder, IsClonedByItsKind) {
   EXPECT_EQ(2, copy->kind);
   EXPECT_EQ(hex("AB CD"), value(static_cast<OctetString *>(copy->value)));
 
-  // The copy of a structured name knows its structure, but not the tags of its values.
+  // The copy of a structured name has its structure, but not the tags of its values.
   auto named = decoded(responder_ids, by_name);
   const auto copy_of_named = cloned(responder_ids, named);
   named.reset();
@@ -582,7 +582,7 @@ TEST(OcspCertStatus, IsClonedByItsKind) {
 }
 
 TEST(OcspCertStatus, WithoutAValueTypeKeepsToItsKind) {
-  // Good and unknown have no value: what stands there is neither copied nor released.
+  // Good and unknown have no value: the pointer is neither copied nor released.
   uint8_t not_owned = 7;
   for (const uint8_t kind : Bytes{0, 2}) {
     const auto record = created(cert_statuses);
@@ -737,7 +737,7 @@ TEST(OcspSingleResponse, LeavesUnreadWhatComesOutOfOrderOrIsUnknown) {
   for (const auto &row : rows) {
     decoded(single_responses, sequence(required + row.known + row.rest), row.rest.size());
   }
-  // The tag around the time does not look whether it is filled.
+  // The decoder does not check whether the time fills the tag around it.
   const auto record =
       decoded(single_responses, sequence(required + element(0xA0, time_2 + extensions)));
   EXPECT_NE(nullptr, record->nextUpdate);

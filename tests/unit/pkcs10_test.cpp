@@ -1,4 +1,4 @@
-// Attributes, and the certification requests that carry them.
+// Tests attributes, and the certification requests that hold them.
 #include "records.h"
 
 namespace {
@@ -107,7 +107,7 @@ TEST(AttributeLookup, GivesTheFirstOfItsType) {
   EXPECT_EQ(first, asn1_Attributes_getAttribute(list.get(), asn1_Get_challengePassword()));
   EXPECT_EQ(other, asn1_Attributes_getAttribute(list.get(), other->type));
   EXPECT_EQ(nullptr, asn1_Attributes_getAttribute(list.get(), asn1_Get_friendlyName()));
-  EXPECT_EQ(3, List_len(list.get()));  // what was found stays there
+  EXPECT_EQ(3, List_len(list.get()));  // the lookup removes nothing
 }
 
 TEST(AttributeLookup, ComparesWholeIdentifiers) {
@@ -222,7 +222,7 @@ TEST(RequestInfo, IsRefusedWithoutARelativeName) {
   expect_refused(infos, sequence(version_0 + hex("30 00") + key + with_password));
   expect_refused(requests,
                  sequence(sequence(version_0 + hex("30 00") + key) + algorithm + signature));
-  // One without an assertion is a name.
+  // An RDN without an assertion makes a name.
   EXPECT_STREQ("/", decoded(infos, sequence(version_0 + hex("30 02 31 00") + key))->subject);
 }
 
@@ -240,7 +240,7 @@ TEST(RequestInfo, WritesTheSubjectFromOctetsElseStructureElseText) {
   const auto record = decoded(infos, bare_info);
   const auto with_subject = [](const Bytes &octets) { return sequence(version_0 + octets + key); };
 
-  // All three say something else, and none of them is checked.
+  // The three forms differ, and are not checked against each other.
   clear(record->subjectEncoded, asn1_OctetString_free);
   record->subjectEncoded = asn1_ASN1String_new(3, "\x05\x01\x02");
   clear(record->subject, asn1_Name_free);
@@ -265,13 +265,13 @@ TEST(RequestInfo, IsNotEncodedWhenAFieldFails) {
   clear(record->attributes, free_attributes);
 
   clear(record->subjectEncoded, asn1_OctetString_free);
-  record->subjectEncoded = asn1_OctetString_new(0);  // stored octets that are none
+  record->subjectEncoded = asn1_OctetString_new(0);  // empty stored octets
   expect_nothing_written(infos, record.get());
   clear(record->subjectEncoded, asn1_OctetString_free);
 
   clear(record->version, asn1_Integer_free);
   expect_nothing_written(infos, record.get());
-  // Before the key, which would end the process.
+  // It fails before the key, which would end the process.
   clear(record->subjectPKInfo, asn1_SubjectPKI_free);
   expect_nothing_written(infos, record.get());
 }
@@ -381,7 +381,7 @@ TEST(CertRequest, WithBothStoredEncodingsClearedIsWrittenFromTheStructure) {
   EXPECT_EQ(request, encoded(requests, record));
 }
 
-/// A signature of 2048 bits with these octets at its end, under the unused-bits octet.
+/// Returns a signature of 2048 bits with these octets at its end and this unused-bits octet.
 Bytes long_signature(uint8_t unused, size_t octets, const Bytes &end) {
   return element(0x03, Bytes{unused} + Bytes(octets - end.size(), 0xA5) + end);
 }
@@ -404,13 +404,13 @@ TEST(CertRequest, LosesZeroBitsAtTheEndOfItsSignature) {
 TEST(CertRequest, IsNotEncodedWhenAFieldFails) {
   const auto record = decoded(requests, request);
   clear(record->tbsEncoded, asn1_OctetString_free);
-  record->tbsEncoded = asn1_OctetString_new(0);  // stored octets that are none
+  record->tbsEncoded = asn1_OctetString_new(0);  // empty stored octets
   expect_nothing_written(requests, record.get());
   clear(record->tbsEncoded, asn1_OctetString_free);
 
   clear(record->signature, asn1_BitString_free);
   expect_nothing_written(requests, record.get());
-  // Before the algorithm, which would end the process.
+  // It fails before the algorithm, which would end the process.
   clear(record->signatureAlgorithm, asn1_AlgId_free);
   clear(record->certificationRequestInfo->version, asn1_Integer_free);
   expect_nothing_written(requests, record.get());
@@ -461,7 +461,7 @@ TEST(PeerCertRequest, OfOpensslIsWrittenBackAsItCame) {
 }
 
 TEST(PeerCertRequest, OfOpensslIsWrittenFromStructureAndTextButForTheZeroBitOfItsKey) {
-  // The key ends in CE, so it is written with one unused bit.
+  // The key ends in CE, so that it is written with one unused bit.
   Bytes expected = made_by_openssl;
   ASSERT_EQ(hex("03 42 00 04"), Bytes(expected.begin() + 83, expected.begin() + 87));
   expected[85] = 1;

@@ -1,4 +1,4 @@
-// Personal information exchange: the container, its MAC, and the bags.
+// Tests PKCS #12: the container, its MAC, and the bags.
 #include "messages.h"
 
 namespace {
@@ -116,7 +116,7 @@ TEST(Pfx, VersionAndSafeAreRequired) {
 
 TEST(Pfx, EveryCutAheadOfTheMacIsRefused) {
   const Bytes content = version_3 + abc;
-  // The safe says its length, and so does the container.
+  // The safe is written with its length, and so is the container.
   for (size_t size = 0; size < content.size(); ++size) {
     const Bytes cut(content.begin(), content.begin() + static_cast<long>(size));
     expect_refused(exchanges, sequence(cut));
@@ -128,7 +128,7 @@ TEST(PfxEncoder, FailsWithoutAVersion) {
   const auto record = decoded(exchanges, sequence(exchange));
   clear(record->version, asn1_Integer_free);
   expect_nothing_written(exchanges, record.get());
-  // Before the safe, which must not be NULL.
+  // It fails before the safe, which must not be NULL.
   clear(record->authSafe, asn1_ContentInfo_free);
   expect_nothing_written(exchanges, record.get());
 }
@@ -339,7 +339,7 @@ TEST(SafeBagRecord, AnythingButASetBehindTheValueFails) {
     SCOPED_TRACE(field);
     expect_refused(safe_bags, sequence(bag + hex(field)));
   }
-  decoded(safe_bags, sequence(bag + hex("11 00")));  // a SET in primitive form is one
+  decoded(safe_bags, sequence(bag + hex("11 00")));  // a SET in primitive form is accepted
 }
 
 TEST(SafeBagRecord, OnlyTheAttributesMayBeIndefinite) {
@@ -394,7 +394,7 @@ TEST(SafeBagEncoder, FailsWithoutAType) {
   const auto record = decoded(safe_bags, sequence(bag));
   clear(record->bagId, asn1_ObjId_free);
   expect_nothing_written(safe_bags, record.get());
-  // Before the value, which must not be NULL beside a type.
+  // It fails before the value, which must not be NULL where there is a type.
   expect_nothing_written(safe_bags, created(safe_bags).get());
 }
 
@@ -496,7 +496,7 @@ TYPED_TEST(SmallBag, BothFieldsAreRequired) {
 
 TYPED_TEST(SmallBag, TheEncoderFailsWithoutATypeOrOnAnEmptyValue) {
   const auto &family = TypeParam::family;
-  // The type is looked at first: a value that is not there does no harm then.
+  // The type is encoded first and fails: a value of NULL does not end the process then.
   expect_nothing_written(family, created(family).get());
   const auto record = decoded(family, cert_bag);
   asn1_Any_free(record.get()->*TypeParam::content);
@@ -622,7 +622,7 @@ TEST(PfxDeathTest, TheDecodersAssertTheirCursors) {
   expect_decoder_asserts_its_cursors(safe_bags);
 }
 
-/// A bag whose type is there and whose value is not.
+/// Returns a bag with a type and a NULL value.
 template <class T>
 void expect_value_needed(const RecordFamily<T> &family, const T *record) {
   uint8_t buffer[64];

@@ -1,4 +1,4 @@
-// RSA keys, digests and private keys as they are handed around.
+// Tests RSA keys, digests and private keys.
 #include "records.h"
 
 namespace {
@@ -27,7 +27,7 @@ const Bytes sha1_without_parameters = hex("30 07 06 05 2B 0E 03 02 1A");
 const Bytes digest_content = sha1 + hex("04 02 AB CD");
 const Bytes public_content = hex("02 02 00 C1 02 01 03");
 
-// Nine numbers that can be told apart.
+// Nine different numbers.
 const Bytes private_content =
     hex("02 01 00 02 01 11 02 01 12 02 01 13 02 01 14 02 01 15 02 01 16 02 01 17 02 01 18");
 

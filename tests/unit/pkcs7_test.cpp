@@ -1,6 +1,6 @@
-// Messages: what each content type holds, both length forms, stored issuers, and messages inside
-// messages. The inputs are put together from small pieces, so that each field can be left out, moved
-// or spoilt.
+// Tests messages: the value of each content type, both length forms, stored issuers, and messages
+// inside messages. The inputs are put together from small pieces, so that each field can be left
+// out, moved or spoilt.
 #include "messages.h"
 #include "nest.h"
 
@@ -41,7 +41,7 @@ const Bytes abc = message(data, octet_string(text("abc")));
 
 Bytes issued(const Bytes &issuer) { return sequence(issuer + integer(5)); }
 
-/// The fields of a SignerInfo as they are in the input.
+/// The fields of a SignerInfo, as octets of the input.
 struct Signer {
   Bytes version = integer(1);
   Bytes issuer_and_serial = issued(germany);
@@ -64,7 +64,7 @@ Signer full_signer() {
   return signer;
 }
 
-/// The fields of a SignedData as they are in the input.
+/// The fields of a SignedData, as octets of the input.
 struct Signed {
   Bytes version = integer(1);
   Bytes digest_algorithms = element(0x31, sha256);
@@ -85,7 +85,7 @@ Signed full_signed() {
   return fields;
 }
 
-/// The fields of an EncryptedContentInfo as they are in the input.
+/// The fields of an EncryptedContentInfo, as octets of the input.
 struct Encrypted {
   Bytes type = data;
   Bytes algorithm = sha256;
@@ -108,7 +108,7 @@ T *content_of(const Held<ContentInfo> &info) {
   return static_cast<T *>(info->content->value);
 }
 
-/// A message of a type, whose slot is empty.
+/// Returns a message of a type, without a value.
 Held<ContentInfo> typed(const Bytes &type) {
   Held<ContentInfo> info = created(messages);
   info->contentType = decode(asn1_ObjId_d, type).record;
@@ -182,7 +182,7 @@ TEST(ContentInfoDispatch, AnyOtherTypeHoldsTheWholeElement) {
       enveloped_data,
       content_type(4),                             // signedAndEnvelopedData
       content_type(5),                             // digestedData
-      content_type(7),                             // not known
+      content_type(7),                             // unknown
       hex("06 08 2A 86 48 86 F7 0D 01 07"),        // one arc less
       hex("06 0A 2A 86 48 86 F7 0D 01 07 01 01"),  // one arc more
       hex("06 09 2A 86 48 86 F7 0D 01 09 01"),     // emailAddress
@@ -206,7 +206,7 @@ TEST(ContentInfoDispatch, AnyOtherTypeRefusesAnIndefiniteElementInside) {
 }
 
 TEST(ContentInfoDispatch, TheElementOfAnyOtherTypeLosesTheOctetsOfALongerLengthForm) {
-  // The record is as long as the shortest form would be: the last content octet is lost.
+  // The record is as long as the shortest form: the last content octet is lost.
   const auto info = decoded(messages, message(enveloped_data, hex("04 81 03 41 42 43")));
   EXPECT_EQ(hex("04 81 03 41 42"), value(content_of<Any>(info)));
 }
@@ -298,7 +298,7 @@ TEST(ContentInfoDecoder, TheEndOfAnIndefiniteContentIsRequired) {
     expect_refused(messages, sequence(data + hex("A0 80") + content + hex(ending)));
     expect_refused(messages, hex("30 80") + data + hex("A0 80") + content + hex(ending) + eoc);
   }
-  // One pair where two are needed.
+  // There is one end-of-contents where two are needed.
   expect_refused(messages, hex("30 80") + data + hex("A0 80") + content + eoc);
 }
 
@@ -309,7 +309,7 @@ TEST(ContentInfoDecoder, WhatADefiniteContentLeavesIsLeftInFrontOfTheCursor) {
 }
 
 TEST(ContentInfoDecoder, TheOuterEndMayStandInsideADefiniteContentThatIsNotUsedUp) {
-  // It is looked for behind the value, up to two octets past the end of the [0].
+  // The decoder looks for it after the value, up to two octets past the end of the [0].
   const Bytes content = octet_string(text("abc"));
   expect_rewritten(messages, hex("30 80") + data + explicit_0(content + eoc) + hex("05 00"), abc,
                    2);
@@ -324,10 +324,10 @@ TEST(ContentInfoDecoder, OctetsMayFollowTheEndOfAnIndefiniteContent) {
 }
 
 TEST(ContentInfoDecoder, TheContentMustLieInFrontOfTheOuterEnd) {
-  // The [0] says that it takes the end-of-contents along.
+  // The length of the [0] includes the end-of-contents.
   expect_refused(messages, hex("30 80") + data + hex("A0 07 04 03 61 62 63 00 00"));
   expect_refused(messages, hex("30 80") + data + hex("A0 06 04 03 61 62 63 00 00"));
-  // The [0] reaches behind a definite message.
+  // The [0] extends past a definite message.
   expect_refused(messages, hex("30 0F") + data + hex("A0 05 04 03 61 62 63"));
 }
 
@@ -376,7 +376,7 @@ TEST(ContentInfoEncoder, WritesAnEmptyString) {
 TEST(ContentInfoEncoder, FailsWithoutAType) {
   const Untyped info(asn1_ContentInfo_new());
   expect_nothing_written(messages, info.get());
-  // Before the content, which nobody could tell the type of.
+  // It fails before the content, whose type is not known.
   const Owned<OctetString, asn1_OctetString_free> content(asn1_OctetString_new(1));
   info->content->value = content.get();
   expect_nothing_written(messages, info.get());
@@ -406,7 +406,7 @@ TEST(ContentInfoEncoder, IsWrittenUnderAnImplicitTag) {
 TEST(ContentInfoClone, OfNullIsNull) { EXPECT_EQ(nullptr, asn1_ContentInfo_clone(nullptr)); }
 
 TEST(ContentInfoClone, OfARecordWithoutAnythingHasASlot) {
-  // Without a slot in the source the type is not looked at.
+  // Without a slot in the source, the type does not matter.
   const Untyped info(asn1_ContentInfo_new());
   asn1_Content_free(info->content);
   info->content = nullptr;
@@ -610,7 +610,7 @@ TEST(SignedData, TheContentMayBeIndefinite) {
 }
 
 TEST(SignedData, WhatStandsBehindTheContentOfAMessageIsReadAsTheNextField) {
-  // The message leaves the cursor behind its type; the octets in it are the empty certificates.
+  // The message stops after its type. The octets left in it are read as the empty CRLs and signers.
   Signed fields;
   fields.content_info = hex("30 0F") + data + hex("A1 00 31 00");
   fields.signer_infos = {};
@@ -675,7 +675,7 @@ TEST(SignerInfo, IsASequenceOfDefiniteLength) {
 }
 
 TEST(SignerInfo, EveryCutIsRefused) {
-  // But for the one before the last field, which is optional.
+  // The cut before the last field is accepted, because that field is optional.
   Signer signer = full_signer();
   const Bytes content = signer.content();
   expect_every_cut_refused(signers, content, {content.size() - signer.unauthenticated.size()});
@@ -793,7 +793,7 @@ TEST(SignerInfoEncoder, FailsWithoutVersionOrDigest) {
   expect_nothing_written(signers, record.get());
   clear(record->version, asn1_Integer_free);
   expect_nothing_written(signers, record.get());
-  // The version fails before a record that must not be NULL is looked at.
+  // The version fails before the encoder reaches a record that must not be NULL.
   clear(record->digestAlgorithm, asn1_AlgId_free);
   expect_nothing_written(signers, record.get());
 }
@@ -939,7 +939,7 @@ TEST(EncryptedData, BothLevelsMayBeIndefinite) {
   const Bytes inner = indefinite(0x30, Encrypted().content());
   expect_rewritten(encrypted_datas, sequence(integer(0) + inner), encrypted_data);
   expect_rewritten(encrypted_datas, indefinite(0x30, integer(0) + inner), encrypted_data);
-  expect_refused(encrypted_datas, hex("30 80") + integer(0) + inner);  // one end for two
+  expect_refused(encrypted_datas, hex("30 80") + integer(0) + inner);  // one end-of-contents
 }
 
 TEST(EncryptedData, EachFieldIsRequired) {
@@ -1061,7 +1061,7 @@ TEST(EncryptedContentInfo, NoTypeIsComparedWithAnything) {
 TEST(EncryptedContentInfoEncoder, FailsWithoutAType) {
   const auto record = decoded(encrypted_contents, without_content().octets());
   clear(record->contentType, asn1_ObjId_free);
-  // Before the content, which is required here, is looked at.
+  // The encoder does not reach the content, which it requires.
   expect_nothing_written(encrypted_contents, record.get());
 }
 
@@ -1079,7 +1079,7 @@ TEST(EncryptedContentInfoClone, TakesAHalfFilledRecord) {
 
 const std::string type_prefix = "  1.2.840.113549.1.7.";
 
-/// The lines one level deeper.
+/// Returns the lines one level deeper.
 Lines deeper(Lines lines) {
   for (std::string &line : lines) line.insert(0, ". ");
   return lines;
@@ -1204,7 +1204,7 @@ TEST(MessageTrace, ShowsAnEncryptedContentInBothForms) {
                     "}"};
   EXPECT_EQ(expected, traced(encrypted_datas, encrypted_data));
 
-  // The segments stay at the level of their string, which closes one above it.
+  // The segments are at the level of their string, whose closing line is one level above.
   Encrypted fields;
   fields.octets_field = hex("A0 80 04 01 41 00 00");
   expected.erase(expected.end() - 4, expected.end());
@@ -1215,7 +1215,7 @@ TEST(MessageTrace, ShowsAnEncryptedContentInBothForms) {
 
 // ---- messages inside messages -------------------------------------------------------------------
 
-/// A message inside so many signed messages.
+/// Returns a message inside so many signed messages.
 Bytes nested(int levels, bool indefinite_too = false) {
   Nest nest(detached);
   for (int i = 0; i < levels; ++i) {
@@ -1229,7 +1229,7 @@ Bytes nested(int levels, bool indefinite_too = false) {
   return nest.octets();
 }
 
-/// Whether a message was decoded. Where it was, everything else works too.
+/// Returns whether a message was decoded. Checks that it can then be written, copied and released.
 bool handled(const Bytes &input, const Bytes &definite) {
   const auto [consumed, info] = decode(asn1_ContentInfo_d, input);
   EXPECT_EQ(consumed >= 0, info != nullptr);
@@ -1240,7 +1240,7 @@ bool handled(const Bytes &input, const Bytes &definite) {
   EXPECT_EQ(definite.size(), asn1_ContentInfo_e(nullptr, info));
   asn1_ContentInfo_free(info);
   if (copy == nullptr) return true;
-  // Once for both length forms: each level measures all that is inside.
+  // The copies of both length forms are written alike: one of them is enough.
   if (input == definite) {
     EXPECT_TRUE(definite == encode(asn1_ContentInfo_e, copy));
   }
@@ -1248,7 +1248,7 @@ bool handled(const Bytes &input, const Bytes &definite) {
   return true;
 }
 
-/// How many of these inputs were decoded, up to the first that was not.
+/// Returns how many of these inputs were decoded, up to the first that was not.
 size_t handled_of(const std::vector<int> &levels) {
   size_t count = 0;
   for (const int n : levels) {
@@ -1385,7 +1385,7 @@ TEST(MessageDeathTest, EncodersEndTheProcessWithoutARecord) {
   expect_encoder_ends_the_process<EncryptedContentInfo>(encrypted_contents, nullptr);
 }
 
-/// A field of a record type that must not be NULL is.
+/// Checks that the encoder ends the process where this field is NULL.
 template <class T, class Field>
 void expect_field_needed(const RecordFamily<T> &family, const Bytes &octets, Field *T::*field,
                          void (*release)(Field *)) {
@@ -1439,7 +1439,7 @@ TEST(ContentMemory, ASlotIsNotMadeWhenItIsExhausted) {
 }
 
 TEST(MessageMemoryDeathTest, ExhaustionEndsTheProcessWhereItLeavesAMessageWithoutAType) {
-  // The first allocation is the message itself; then there is one, and it has no type.
+  // The first allocation is for the message. If a later one fails, the message has no type.
   EXPECT_EXIT(run_exhausted(0, asn1_ContentInfo_new), testing::ExitedWithCode(0), "^$");
   EXPECT_EXIT(run_exhausted(1, asn1_ContentInfo_new), aborted, no_type);
 
@@ -1478,7 +1478,7 @@ TEST(MessageMemoryDeathTest, ExhaustionBehindTheTypeFailsAndReleasesAll) {
     ContentInfo *info = nullptr;
     const long allocations = allocations_of([&] { info = read(); });
     asn1_ContentInfo_free(info);
-    if (behind_type == 0) behind_type = allocations;  // of the message that has a type only
+    if (behind_type == 0) behind_type = allocations;  // of the message that has only a type
     for (long successes = behind_type; successes < allocations; ++successes) {
       SCOPED_TRACE(successes);
       EXPECT_EXIT(run_exhausted(successes, read), testing::ExitedWithCode(0), "^$");

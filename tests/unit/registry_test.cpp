@@ -1,4 +1,4 @@
-// The registry of object identifiers: each of the 169 names with the value that stands behind it.
+// Tests the registry of object identifiers: each of the 169 names with its value.
 #include <cstring>
 #include <set>
 #include <thread>
@@ -228,7 +228,8 @@ std::vector<uint32_t> arcs_of(const char *dotted) {
   return arcs;
 }
 
-/// The identifier in DER, worked out here: seven bits an octet, the top bit on all but the last.
+/// Returns the identifier in DER (X.690, 8.19): seven bits an octet, the top bit set on all but the
+/// last.
 Bytes der(const std::vector<uint32_t> &arcs) {
   Bytes content;
   for (size_t i = 1; i < arcs.size(); ++i) {

@@ -1,4 +1,4 @@
-// BOOLEAN, ENUMERATED, NULL and ANY.
+// Tests BOOLEAN, ENUMERATED, NULL and ANY.
 #include "allocator.h"
 #include "support.h"
 
@@ -18,7 +18,7 @@ const Lines no_lines;
 
 // -- BOOLEAN and ENUMERATED ---------------------------------------------------------------------
 
-/// What the two types share: everything but their tag and their trace.
+/// The two types share everything but their tag and their trace.
 struct NumberType {
   const char *name;
   uint8_t tag;
@@ -31,7 +31,7 @@ const NumberType number_types[] = {
     {"ENUMERATED", 0x0A, asn1_Enumerated_e, asn1_Enumerated_d},
 };
 
-// Stands in the caller's number before a call.
+// The value of the caller's number before a call.
 constexpr uint32_t before = 0x1234;
 
 struct NumberResult {
@@ -387,14 +387,14 @@ TEST(AnyDecoder, LosesAnOctetAtTheEndForEachLengthOctetTooMany) {
 }
 
 TEST(AnyDecoder, DoesNotUnderstandAnIdentifierOfMoreOctets) {
-  // The second identifier octet is taken for the length octets.
+  // The second identifier octet (X.690, 8.1.2.4) is read as a length octet.
   const auto decoded = decode(asn1_Any_d, hex("1F 81 01 05 55"));
   ASSERT_EQ(4, decoded.consumed);
   EXPECT_EQ(hex("1F 81 01"), support::value(decoded.record));
   asn1_Any_free(decoded.record);
 }
 
-/// Checks that the decoder returns NULL and stores it.
+/// Checks that the decoder returns NULL and stores NULL.
 void expect_refused(const Bytes &octets) {
   const Input input(octets);
   Any sentinel{};

@@ -1,4 +1,4 @@
-// The signed public key and challenge of browser key enrolment.
+// Tests the signed public key and challenge of browser key enrolment.
 #include "records.h"
 
 namespace {
@@ -76,7 +76,7 @@ TEST(KeyAndChallenge, IsClonedDeeplyAndHalfFilled) {
 
 // ----------------------------------------------------------------------- SignedPublicKeyAndChallenge
 
-/// The record of `outer`, with its stored octets cleared.
+/// Returns the record of `outer`, with its stored octets cleared.
 Held<SignedPublicKeyAndChallenge> cleared(const Bytes &octets = outer) {
   auto record = decoded(signed_challenges, octets);
   clear(record->tbsEncoded, asn1_OctetString_free);
@@ -101,7 +101,7 @@ TEST(SignedChallenge, KeepsTheSignedElementAsItCame) {
 }
 
 TEST(SignedChallenge, KeepsOnlyWhatWasReadOfTheSignedElement) {
-  // Algorithm and signature lie inside the signed element, after its last field.
+  // Algorithm and signature are inside the signed element, after its last field.
   const Bytes octets = sequence(sequence(inner_content + algorithm + signature));
   const auto record = decoded(signed_challenges, octets);
   const auto rest = static_cast<std::ptrdiff_t>(algorithm.size() + signature.size());
@@ -150,7 +150,7 @@ TEST(SignedChallenge, IsNotMeasuredWithStoredOctetsThatAreNone) {
 
 TEST(SignedChallenge, WithStoredOctetsGivesZeroAndWritesNothing) {
   const auto record = decoded(signed_challenges, outer);
-  // The cursor stands among neighbours that must not change either.
+  // The cursor has neighbours, which must not change, either.
   uint8_t buffer[256] = {};
   uint8_t *cursors[8];
   std::fill(std::begin(cursors), std::end(cursors), buffer + 7);
@@ -168,7 +168,7 @@ TEST(SignedChallenge, ClearedOfItsStoredOctetsIsWrittenAnew) {
   EXPECT_EQ(sequence(sequence(key + hex("16 01 78")) + algorithm + signature),
             encoded(signed_challenges, record));
 
-  // A form that is not DER is not kept.
+  // A form that is not DER is written as DER.
   const Bytes long_form =
       hex("30 82 00") + Bytes{static_cast<uint8_t>(inner_content.size())} + inner_content;
   EXPECT_EQ(outer,
@@ -203,7 +203,7 @@ TEST(SignedChallenge, IsNotEncodedWhenAFieldFails) {
   clear(record->signature, asn1_BitString_free);
   expect_nothing_written(signed_challenges, record.get());
 
-  // Before the algorithm, which would end the process.
+  // It fails before the algorithm, which would end the process.
   clear(record->signatureAlgorithm, asn1_AlgId_free);
   clear(record->publicKeyAndChallenge->challenge, asn1_IA5String_free);
   expect_nothing_written(signed_challenges, record.get());
@@ -238,7 +238,7 @@ TEST(PeerSignedChallenge, OfOpensslIsReadAndWrittenBack) {
       hex("3065305c300d06092a864886f70d0101010500034b003048024100b349589512ed9149eec3ad98e81b7ffa"
           "121de2c6c3c5abd6f9e454fc00ec525ae146af3bfe4b863742035340a0914d7f71381809ab3500f32bf03c"
           "fece8d10f50203010001160568656c6c6f");
-  // The signature ends in DA: the peer says that no bit is unused, this encoder that one is.
+  // The signature ends in DA: the peer writes no unused bit, this encoder one.
   const Bytes start = hex("300d06092a864886f70d01010405000341");
   const Bytes bits =
       hex("832c406e6ff864f190884cad2170bbf03d35a4b2f3e8514f3a4d722130033097e30699e575860de8296372"

@@ -1,5 +1,5 @@
-// OCTET STRING and the character strings: the functions that take a tag, and the eleven types that
-// differ in nothing but theirs.
+// Tests OCTET STRING and the character strings: the functions that take a tag, and the eleven
+// types, which differ only in their tags.
 #include <utility>
 
 #include "allocator.h"
@@ -14,7 +14,7 @@ struct Release {
 };
 using String = std::unique_ptr<ASN1String, Release>;
 
-/// A string that holds these octets.
+/// Returns a string of these octets.
 String string_of(const Bytes &octets) {
   return String(asn1_ASN1String_new(static_cast<uint32_t>(octets.size()),
                                     octets.empty() ? nullptr : octets.data()));
@@ -40,7 +40,7 @@ void expect_decoded(std::string_view octets, long consumed, std::string_view inp
   expect_decoded(hex(octets), consumed, hex(input), impl_tag);
 }
 
-/// The octets are refused, and the place for the record is cleared.
+/// Checks that the octets are refused, and that the place for the record is set to NULL.
 void expect_refused(const Bytes &input, uint32_t impl_tag = 0) {
   OctetString before{};
   EXPECT_EQ(nullptr, left_by_refusal(asn1_OctetString_d, input, &before, impl_tag));
@@ -74,14 +74,15 @@ Lines traced(std::string_view input, uint32_t depth, uint32_t impl_tag = 0) {
 /// The blanks that a dump has in place of the octets missing from its last line.
 std::string blanks(size_t octets) { return std::string(3 * octets, ' '); }
 
-/// `levels` constructed strings of indefinite length around `inner`.
+/// Returns `inner` inside `levels` constructed strings of indefinite length.
 Bytes nested_indefinite(size_t levels, const Bytes &inner) {
   Bytes out;
   for (size_t i = 0; i < levels; ++i) out.insert(out.end(), {0x24, 0x80});
   return out + inner + Bytes(2 * levels, 0);
 }
 
-/// `levels` constructed strings of definite length around `inner`, with headers of five octets.
+/// Returns `inner` inside `levels` constructed strings of definite length, with headers of five
+/// octets.
 Bytes nested_definite(size_t levels, const Bytes &inner) {
   Bytes out;
   for (size_t i = levels; i-- > 0;) {
@@ -381,7 +382,7 @@ TEST(StringDecoder, RefusesTheWholeForASegmentWithAnotherTag) {
 }
 
 TEST(StringDecoder, RefusesTheWholeForABadSegment) {
-  for (const char *input : {"24 06 04 01 41 04 02 42 43",     // past the end of the whole
+  for (const char *input : {"24 06 04 01 41 04 02 42 43",     // past the end of the string
                             "24 04 04 01 41 04",              // cut
                             "24 08 04 01 41 04 80 42 43 00",  // no two zero octets inside
                             "24 05 04 80 42 43 00 00",        // two zero octets outside
@@ -572,7 +573,7 @@ TEST(StringMemory, FailedGrowthLeavesTheRecordAsItWas) {
 struct Type {
   const char *name;
   uint8_t tag;
-  const char *word;  // what the trace calls it
+  const char *word;  // its name in the trace
   decltype(&asn1_OctetString_new) make;
   decltype(&asn1_OctetString_free) free;
   decltype(&asn1_OctetString_e) e;
@@ -589,7 +590,7 @@ struct Type {
 
 class StringType : public testing::TestWithParam<Type> {
  protected:
-  /// The octets under the identifier octet of the type, with these bits set in addition.
+  /// Returns the octets under the identifier octet of the type, with these bits set in addition.
   static Bytes under(int bits, std::string_view rest) {
     return Bytes{static_cast<uint8_t>(GetParam().tag | bits)} + hex(rest);
   }

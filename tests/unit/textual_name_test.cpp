@@ -1,4 +1,4 @@
-// Distinguished names as a text: what is written, what is read, and what the way through loses.
+// Tests distinguished names as a text: what is written, what is read, and what the text loses.
 #include <algorithm>
 #include <csignal>
 #include <optional>
@@ -30,7 +30,7 @@ struct Attribute {
   const char *octets;
 };
 
-// In the order in which the reader tries them.
+// The rows are in the order in which the reader tries them.
 const Attribute attributes[] = {
     {"gid", "1.3.6.1.4.1.53917.1.1.2.2.75", "06 0D 2B 06 01 04 01 83 A5 1D 01 01 02 02 4B"},
     {"cn", "2.5.4.3", "06 03 55 04 03"},
@@ -61,14 +61,14 @@ Bytes assertion(const Bytes &type, uint8_t tag, const Bytes &content) {
 Bytes set(const Bytes &assertions) { return element(0x31, assertions); }
 Bytes name(const Bytes &rdns) { return element(0x30, rdns); }
 
-/// A name of one assertion.
+/// Returns a name of one assertion.
 Bytes name(const Bytes &type, uint8_t tag, const Bytes &content) {
   return name(set(assertion(type, tag, content)));
 }
 
 MaybeText maybe(const Name *name) { return name ? MaybeText(name) : std::nullopt; }
 
-/// The text of an encoded name, by asn1_Name_d.
+/// Returns the text of an encoded name, from asn1_Name_d.
 MaybeText text_of(const Bytes &octets) {
   const auto decoded = decode(asn1_Name_d, octets);
   const Text result(decoded.record);
@@ -79,16 +79,16 @@ MaybeText text_of(const Bytes &octets) {
   return maybe(result.get());
 }
 
-/// The text that a text becomes by way of the structure.
+/// Converts a text to a structure, and that to a text.
 MaybeText rewritten(const char *name) {
   const Sequence sequence(asn1_Name_to_RDNSequence(name));
   return maybe(Text(asn1_RDNSequence_to_Name(sequence.get())).get());
 }
 
-/// The octets of a text; none where it is no name.
+/// Returns the octets of a text. They are empty where it is not a name.
 Bytes octets_of(const char *name) { return encode(asn1_Name_e, name); }
 
-/// An assertion that asn1_AttributeValueAssertion_parse must take, and where it stops.
+/// An assertion that asn1_AttributeValueAssertion_parse must accept, and where it stops.
 struct Parsed {
   explicit Parsed(const char *text)
       : cursor(text), record(asn1_AttributeValueAssertion_parse(&cursor)) {}
@@ -142,7 +142,7 @@ TEST(NameText, TheReaderTakesTheFirstShortNameThatIsAPrefix) {
       {"/o=x", "06 03 55 04 0A"},
       {"/sp=x", "06 03 55 04 08"},
       {"/s=x", "06 03 55 04 04"},
-      {"/sn=x", nullptr},    // "s", and "n" is no "="
+      {"/sn=x", nullptr},    // "s", and "n" is not "="
       {"/st=x", nullptr},    // "s"
       {"/mail=x", nullptr},  // "m"
       {"/title=x", nullptr},
@@ -180,7 +180,7 @@ TEST(NameText, IsTheSameInBothDirections) {
             set(assertion(organisation, 12, text("A/B,C"))) +
             set(assertion(street, 20, text("Main St")) +
                 assertion(common_name, 19, text("Some One"))))},
-      {"/o(19)=x/c(19)=y/o(19)=x",  // the order stays, and so do duplicates
+      {"/o(19)=x/c(19)=y/o(19)=x",  // order and duplicates are kept
        name(set(assertion(organisation, 19, text("x"))) + set(assertion(country, 19, text("y"))) +
             set(assertion(organisation, 19, text("x"))))},
       {"/o(19)=x,c(19)=y,o(19)=x",
@@ -269,7 +269,7 @@ TEST(NameWriter, AnEmptyRdnDoesNotReadBack) {
   EXPECT_EQ("/c(19)=DE/", text_of(name(de + set({}))));
   EXPECT_EQ(Bytes(), octets_of("/c(19)=DE/"));
 
-  // In the middle it makes an escaped slash of two, and the RDN behind it a part of the value.
+  // In the middle, two slashes are an escaped one, and the next RDN is a part of the value.
   EXPECT_EQ("/c(19)=DE//o(19)=A", text_of(name(de + set({}) + a)));
   EXPECT_EQ(name(country, 19, text("DE/o(19)=A")), octets_of("/c(19)=DE//o(19)=A"));
 }
@@ -291,7 +291,7 @@ TEST(NameWriter, GoesOnWhereTheZeroOctetStood) {
   EXPECT_EQ("/cn(12)=ab/cn(12)=ab,cn(12)=ab", text_of(name(set(cut) + set(cut + cut))));
 }
 
-/// A value as the text has it: cut at its first zero octet, a slash before "/" and ",".
+/// Returns a value as it is in the text: cut at its first zero octet, a slash before "/" and ",".
 std::string escaped(const Bytes &octets) {
   std::string out;
   for (const uint8_t octet : octets) {
@@ -455,7 +455,7 @@ TEST(NameReader, RefusesWhatIsNoName) {
       "/cn[19]=x",
       "/2.5.4.3",
       "/2.5.4.3x=x",
-      "/2.5.4.3.(19)=x",  // the arc behind the last dot takes the step of the one before it
+      "/2.5.4.3.(19)=x",  // the arc after the last dot skips as much as the one before it
       "/2.5..3=x",
       "/cn=x/",
       "/cn=x,",
@@ -808,7 +808,7 @@ std::string repeated(size_t times, const char *text) {
   return std::string(octets.begin(), octets.end());
 }
 
-/// Through the text and back again, each compared with what it must be.
+/// Converts to the text and back, and compares each result with what it must be.
 void expect_both_directions(const Bytes &octets, const std::string &text) {
   const support::Input input(octets);
   Name *place = nullptr;

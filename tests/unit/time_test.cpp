@@ -1,4 +1,4 @@
-// UTCTime, GeneralizedTime and the CHOICE of the two: texts, seconds and the clock.
+// Tests UTCTime, GeneralizedTime and the CHOICE of the two: texts, seconds and the clock.
 #include <cstring>
 #include <ctime>
 #include <limits>
@@ -15,7 +15,7 @@ using namespace support;
 
 constexpr uint8_t utc = 23, generalized = 24;
 
-/// Whether time_t reaches behind the year 2038.
+/// Whether time_t has values past the year 2038.
 constexpr bool wide = sizeof(time_t) > 4;
 
 template <auto free>
@@ -29,7 +29,7 @@ using Record = std::unique_ptr<Time, Release<asn1_Time_free>>;
 using UtcText = std::unique_ptr<UTCTime, Release<asn1_UTCTime_free>>;
 using GeneralizedText = std::unique_ptr<GeneralizedTime, Release<asn1_GeneralizedTime_free>>;
 
-/// A record that owns a copy of `text`, of exactly its size.
+/// Returns a record that owns a copy of `text`, of exactly its size.
 Record time_of(uint8_t kind, const char *text) {
   Record t(asn1_Time_new());
   t->kind = kind;
@@ -37,7 +37,7 @@ Record time_of(uint8_t kind, const char *text) {
   return t;
 }
 
-/// The time zone of the process, for as long as this lives.
+/// Sets the time zone of the process while it lives.
 class Zone {
  public:
   explicit Zone(const char *name) {
@@ -64,8 +64,8 @@ const char *const zones[] = {"UTC0", "XXX-1", "EST5EDT"};
 
 constexpr time_t untouched = 12345;
 
-/// The seconds of a text, read as a text and as a record; none where it cannot be read, in which
-/// case nothing must have been stored.
+/// Returns the seconds of a text, read as a text and as a record. Returns nothing where it cannot
+/// be read, and then checks that nothing was stored.
 std::optional<int64_t> seconds_of(uint8_t kind, const char *text) {
   const auto checked = [](int32_t result, time_t seconds) -> std::optional<int64_t> {
     if (result == 0) return seconds;
@@ -87,7 +87,7 @@ std::optional<int64_t> generalized_seconds(const char *text) {
   return seconds_of(generalized, text);
 }
 
-/// The seconds where time_t holds them, otherwise nothing.
+/// Returns the seconds where time_t holds them, otherwise nothing.
 std::optional<int64_t> if_held(int64_t seconds) {
   if (static_cast<time_t>(seconds) != seconds) return std::nullopt;
   return seconds;
@@ -196,7 +196,7 @@ TEST(TimeEncoder, WritesAnyTextOfAnyLength) {
   EXPECT_EQ(hex("18 81 C8") + text(longer), encode(asn1_GeneralizedTime_e, longer.c_str()));
 }
 
-/// A time encoder with its record, in both passes: neither gives nor writes anything.
+/// Checks that a time encoder returns 0 for the record in both passes, and writes nothing.
 template <class T>
 void expect_nothing(uint32_t (*element_e)(uint8_t **, const T *), const T *record) {
   uint8_t octet = 0xA5;
@@ -313,7 +313,7 @@ TEST(TimeDecoder, RefusesABadHeaderAndClearsThePlace) {
     EXPECT_EQ(nullptr, left_by_refusal(asn1_UTCTime_d, hex("17") + hex(rest), &before));
     EXPECT_EQ(nullptr, left_by_refusal(asn1_GeneralizedTime_d, hex("18") + hex(rest), &before));
   }
-  // No octet, other tags, the constructed form.
+  // The inputs are empty, have other tags, or the constructed form.
   for (const char *input : {"", "18 01 41", "97 01 41", "37 03 17 01 41", "37 80 00 00"})
     EXPECT_EQ(nullptr, left_by_refusal(asn1_UTCTime_d, hex(input), &before)) << input;
   for (const char *input : {"", "17 01 41", "98 01 41", "38 03 18 01 41", "38 80 00 00"})
@@ -438,7 +438,7 @@ TEST(TimeTrace, IsSilentAtDepth0AndForAnOctetOfNoTime) {
 
 // ---- text to seconds ----------------------------------------------------------------------------
 
-/// The seconds are those of the text where the process's zone is UTC.
+/// Checks the seconds of a text, with UTC as the process's zone.
 class TimeInUtc : public testing::Test {
  private:
   Zone zone_{"UTC0"};
@@ -497,7 +497,7 @@ TEST_F(TimeInUtc, TheSecondBefore1970CannotBeTold) {
   EXPECT_EQ(std::nullopt, utc_seconds("691231235959Z"));
   EXPECT_EQ(std::nullopt, generalized_seconds("19691231235959Z"));
   EXPECT_EQ(std::nullopt, utc_seconds("691231235959+0100"));
-  // But an offset may lead there.
+  // An offset may lead there.
   EXPECT_EQ(-1, utc_seconds("700101005959+0100"));
   EXPECT_EQ(-1, utc_seconds("691231225959-0100"));
   EXPECT_EQ(0, utc_seconds("700101000000Z"));
@@ -719,7 +719,7 @@ TEST(TimeFromSeconds, WritesYearsOfMoreThanFourDigits) {
   if constexpr (wide) {
     EXPECT_EQ("100000101000000Z", generalized_text(253402300800));
     EXPECT_EQ("000101000000Z", utc_text(253402300800));
-    // The last year that an int holds, and what lies behind it.
+    // The last year that an int holds, and those after it.
     EXPECT_EQ("21474836471231235959Z", generalized_text(67767976233532799));
     EXPECT_EQ(nullptr, asn1_Seconds2GeneralizedTime(nullptr, 67767976233532800));
     EXPECT_EQ(nullptr, asn1_Seconds2GeneralizedTime(nullptr, no_date - 1));
@@ -862,7 +862,7 @@ TEST(TimeFromSeconds, ThreadsDoNotDisturbEachOther) {
 
 // ---- the clock ----------------------------------------------------------------------------------
 
-/// Runs `f`, which gives the seconds that it took from the clock, and compares them with the clock.
+/// Runs `f`, which returns the seconds that it took from the clock. Compares them with the clock.
 template <class F>
 void expect_now(F f) {
   const int64_t before = time(nullptr);
@@ -926,7 +926,7 @@ TEST(TimeDeathTest, DecodersNeedAnEnd) {
 
 #ifndef ORVELASN1_TESTS_SANITIZED
 TEST(TimeMemory, IsReleasedWhenItIsExhausted) {
-  const Zone here("UTC0");  // so that the runtime has set up its time zone
+  const Zone here("UTC0");  // makes the runtime set up its time zone
   const Record original = time_of(utc, "260131120000Z");
   expect_failure_at_each_allocation([] { return Record(asn1_Time_new()) != nullptr; });
   expect_failure_at_each_allocation([] { return UtcText(asn1_UTCTime_new()) != nullptr; });

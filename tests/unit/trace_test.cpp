@@ -1,4 +1,4 @@
-// The trace: prefix, indentation, messages, object identifiers and hex dumps, as whole lines.
+// Tests the trace: prefix, indentation, messages, object identifiers and hex dumps, as whole lines.
 #include <dlfcn.h>
 #include <pthread.h>
 #include <unistd.h>
@@ -11,7 +11,8 @@
 
 #include "support.h"
 
-// The functions that tell the time, as the library finds them: those of the C runtime, counted.
+// Replaces the functions that return the time. They call those of the C runtime, and count the
+// calls.
 namespace {
 
 std::atomic<int> clock_calls{0};
@@ -52,7 +53,8 @@ using support::trace_lines;
 using support::trace_text;
 using Lines = std::vector<std::string>;
 
-/// The process id and the low 32 bits of the calling thread's handle, as they begin each line.
+/// Returns the start of each line: the process id and the low 32 bits of the calling thread's
+/// handle.
 std::string process_and_thread() {
   char buffer[40];
   std::snprintf(buffer, sizeof buffer, "%04d:%04d ", static_cast<int>(getpid()),
@@ -60,7 +62,7 @@ std::string process_and_thread() {
   return buffer;
 }
 
-/// Whether `all` is one whole line: the prefix of this thread, any time of day, then `message`.
+/// Returns whether `all` is one line: the prefix of this thread, any time of day, then `message`.
 testing::AssertionResult is_line(const std::string &all, const std::string &message) {
   const std::string start = process_and_thread();
   std::string clock = all.substr(std::min(start.size(), all.size()), 9);
@@ -462,7 +464,7 @@ TEST(TraceOfDecoders, StartsAtTheDepthOfTheCall) {
 TEST(TraceOfDecoders, IsSilentThroughoutAtDepthZero) { EXPECT_EQ(Lines{}, picture(0)); }
 
 TEST(TraceOfDecoders, CountTheDepthInThirtyTwoBits) {
-  // The children of depth 65535 stand at 65536, whose low 16 bits are silent; those of 65536 are
+  // The children of depth 65535 are at 65536, whose low 16 bits are silent; those of 65536 are
   // visible again.
   const std::string dots = repeat(". ", 65534);
   EXPECT_EQ((Lines{dots + "SEQUENCE {", dots + "}"}), picture(65535));
