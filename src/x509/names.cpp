@@ -66,7 +66,7 @@ EXPORT(RelativeDistinguishedName, RelativeDistinguishedNameTable,
        DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)
 
 // RDNSequence ::= SEQUENCE OF RelativeDistinguishedName
-using RDNSequenceTable = SequenceOf<RelativeDistinguishedNameCodec>;
+using RDNSequenceTable = UnrolledList<SequenceOf<RelativeDistinguishedNameCodec>>;
 EXPORT(RDNSequence, RDNSequenceTable, DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)
 
 // clang-format on
