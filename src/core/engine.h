@@ -21,7 +21,7 @@ inline OctetString *kept_octets(const Field &field, const void *record) {
 [[gnu::always_inline]] inline void release_field(const Field &field, void *record, bool abandoned) {
   if (field.by_hand != nullptr && field.by_hand->free != nullptr) {
     field.by_hand->free(field, record);
-  } else if (!field.type->is_number) {
+  } else if (!field.is_number) {
     void *const value = load(member_of(record, field.member));
     if (value != nullptr) {
       if (field.wiped) {
@@ -52,6 +52,39 @@ inline void release_elements(void *list, const Type &element) {
   if (element.by_hand.free != nullptr) return List_free(elements, element.by_hand.free);
   for (int32_t i = 0; i < List_len(elements); ++i) release(List_get(elements, i), element);
   List_free(elements, nullptr);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Copy
+// ---------------------------------------------------------------------------------------------
+
+[[gnu::always_inline]] inline bool clone_field(const Field &field, void *copy, const void *source) {
+  if (field.by_hand != nullptr && field.by_hand->clone != nullptr) {
+    if (!field.by_hand->clone(field, copy, source)) return false;
+  } else if (field.is_number) {
+    std::memcpy(member_of(copy, field.member), member_of(source, field.member), sizeof(uint32_t));
+  } else if (!clone_member(member_of(copy, field.member), member_of(source, field.member),
+                           *field.type)) {
+    return false;
+  }
+  if (field.kept == no_member || field.keeper != Kept::by_the_record) return true;
+  const OctetString *const kept = kept_octets(field, source);
+  if (kept == nullptr) return true;
+  OctetString *const made = asn1_OctetString_clone(kept);
+  store(member_of(copy, field.kept), made);
+  return made != nullptr;
+}
+
+template <class Walk>
+void *clone_fields(const void *source, const Walk &walk) {
+  void *const copy = zeroed(walk.type.size);
+  if (copy == nullptr) return nullptr;
+  if (walk.all([&](const Field &field)
+                   __attribute__((always_inline)) { return clone_field(field, copy, source); })) {
+    return copy;
+  }
+  release_fields(copy, walk);
+  return nullptr;
 }
 
 // ---------------------------------------------------------------------------------------------

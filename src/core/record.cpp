@@ -27,13 +27,13 @@ struct Walked {
 // ---------------------------------------------------------------------------------------------
 
 /// The value of a member: the pointer in it, or the place of a number.
-const void *value_of(const void *member, const Type &type) {
-  return type.is_number ? member : load(member);
+const void *value_of(const Field &field, const void *member) {
+  return field.is_number ? member : load(member);
 }
 
-bool is_set(const void *member, const Type &type) {
+bool is_set(const Field &field, const void *member) {
   uint32_t number;
-  if (!type.is_number) return load(member) != nullptr;
+  if (!field.is_number) return load(member) != nullptr;
   std::memcpy(&number, member, sizeof number);
   return number != 0;
 }
@@ -78,46 +78,7 @@ void release_walked(void *value, const Type &type) {
 // Copy
 // ---------------------------------------------------------------------------------------------
 
-bool clone_member(void *copy, const void *source, const Type &type) {
-  if (type.is_number) {
-    std::memcpy(copy, source, sizeof(uint32_t));
-    return true;
-  }
-  const void *const value = load(source);
-  if (value == nullptr) return true;
-  void *const made = clone(value, type);
-  store(copy, made);
-  return made != nullptr;
-}
-
 namespace {
-
-bool clone_field(const Field &field, void *copy, const void *source) {
-  if (field.by_hand != nullptr && field.by_hand->clone != nullptr) {
-    if (!field.by_hand->clone(field, copy, source)) return false;
-  } else if (!clone_member(member_of(copy, field.member), member_of(source, field.member),
-                           *field.type)) {
-    return false;
-  }
-  if (field.kept == no_member || field.keeper != Kept::by_the_record) return true;
-  const OctetString *const kept = kept_octets(field, source);
-  if (kept == nullptr) return true;
-  OctetString *const made = asn1_OctetString_clone(kept);
-  store(member_of(copy, field.kept), made);
-  return made != nullptr;
-}
-
-void *clone_record(const void *source, const Type &type) {
-  void *const copy = create(type);
-  if (copy == nullptr) return nullptr;
-  for (uint16_t i = 0; i < type.count; ++i) {
-    if (!clone_field(type.fields[i], copy, source)) {
-      release(copy, type);
-      return nullptr;
-    }
-  }
-  return copy;
-}
 
 void *clone_choice(const void *source, const Type &type) {
   const auto *const from = static_cast<const ChoiceRecord *>(source);
@@ -156,7 +117,7 @@ List *clone_list(const List *source, const Type &element) {
 
 void *clone_walked(const void *value, const Type &type) {
   if (value == nullptr) return nullptr;
-  if (type.kind == Kind::sequence) return clone_record(value, type);
+  if (type.kind == Kind::sequence) return clone_fields(value, Walked{type});
   if (type.kind == Kind::choice) return clone_choice(value, type);
   return clone_list(static_cast<const List *>(value), *type.element);
 }
@@ -193,8 +154,8 @@ bool measure_field(const Field &field, const void *record, Measure &size) {
     return field.by_hand->measure(field, record, size);
   }
   const void *const member = member_of(record, field.member);
-  if (field.optional && !is_set(member, *field.type)) return true;
-  return size.add(measure_tagged(field, value_of(member, *field.type)));
+  if (field.optional && !is_set(field, member)) return true;
+  return size.add(measure_tagged(field, value_of(field, member)));
 }
 
 void write_field(const Field &field, BackWriter &out, const void *record) {
@@ -206,8 +167,8 @@ void write_field(const Field &field, BackWriter &out, const void *record) {
     return field.by_hand->write(field, out, record);
   }
   const void *const member = member_of(record, field.member);
-  if (field.optional && !is_set(member, *field.type)) return;
-  write_tagged(field, out, value_of(member, *field.type));
+  if (field.optional && !is_set(field, member)) return;
+  write_tagged(field, out, value_of(field, member));
 }
 
 uint32_t measure_record(const void *record, const Type &type) {

@@ -43,9 +43,6 @@ inline bool read(ContentReader &in, void *place, uint32_t depth, const Type &typ
   return true;
 }
 
-/// Copies one member of a record; a null pointer stays one. Returns whether that was possible.
-bool clone_member(void *copy, const void *source, const Type &type);
-
 /// Counts the octets of the encoding. Returns 0 where the value cannot be encoded, or has more
 /// octets than 32 bits count.
 uint32_t measure(const void *value, const Type &type);
@@ -75,6 +72,16 @@ inline void *member_of(void *record, uint16_t offset) {
 }
 inline const void *member_of(const void *record, uint16_t offset) {
   return static_cast<const char *>(record) + offset;
+}
+
+/// Copies the pointer in a member and what it points to; a null pointer stays one. Returns whether
+/// that was possible.
+inline bool clone_member(void *copy, const void *source, const Type &type) {
+  const void *const value = load(source);
+  if (value == nullptr) return true;
+  void *const made = clone(value, type);
+  store(copy, made);
+  return made != nullptr;
 }
 
 }  // namespace asn1

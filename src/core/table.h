@@ -96,6 +96,7 @@ struct Codec {
   static constexpr Tagging tagging = Tagging::none;
   static constexpr uint8_t octet = 0;  ///< of the tag
   static constexpr bool may_be_null = false;
+  static constexpr bool is_number = false;
   static constexpr uint8_t found_by = Identifier;
 };
 
@@ -141,7 +142,8 @@ struct Required {
                                              .member = offset_of<Member>(),
                                              .tagging = C::tagging,
                                              .tag = C::octet,
-                                             .found_by = C::found_by});
+                                             .found_by = C::found_by,
+                                             .is_number = C::is_number});
 };
 
 constexpr Field with_presence(Field field, Presence presence) {
@@ -317,6 +319,9 @@ struct Unrolled : Table {
           [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place, uint32_t depth) {
             return decode_fields(z, end, impl_tag, place, depth, Walk());
           },
+      .clone = [](const void *source) -> void * {
+        return source == nullptr ? nullptr : clone_fields(source, Walk());
+      },
       .free =
           [](void *record) {
             if (record != nullptr) release_fields(record, Walk());

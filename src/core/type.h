@@ -91,6 +91,7 @@ struct Field {
   uint8_t found_by = 0;  ///< the identifier octet by which the decoder finds the field
   Presence presence = Presence::always;
   Kept keeper = Kept::by_the_record;
+  bool is_number = false;    ///< the value is a number inside the record
   bool optional = false;     ///< left out of the encoding where the record has none
   bool wiped = false;        ///< a BIT STRING that is zeroed before it is released
   bool may_be_null = false;  ///< an implicit tag that takes a null pointer
@@ -124,7 +125,6 @@ struct Type {
   uint8_t other_identifier = 0;      ///< the second one, of a CHOICE of two universal types
   bool any_length = false;           ///< a SEQUENCE that may have an indefinite length
   bool copies_unknown_kind = false;  ///< a CHOICE whose copy may lack an alternative
-  bool is_number = false;            ///< whose value is a number inside the record
   bool nests = false;                ///< that may hold a value of its own type, to any depth
   uint16_t size = 0;                 ///< octets of the record
   uint16_t count = 0;                ///< fields

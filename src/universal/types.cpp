@@ -383,17 +383,15 @@ const uint8_t *asn1_ObjId_d(const uint8_t *z, const uint8_t *end, uint32_t impl_
   if (oid == nullptr) return nullptr;
   oid->arcs = new_array<uint32_t>(count);
   oid->count = count;
-  bool complete = oid->arcs != nullptr;
-  if (complete && count == 1) oid->arcs[0] = 0;
-  for (uint32_t i = 1; complete && i < count; ++i) {
-    uint32_t value;
-    complete = read_subidentifier(&in, &value);
-    if (!complete) break;
-    if (i == 1) {
-      oid->arcs[0] = value / 40;
-      value %= 40;
-    }
-    oid->arcs[i] = value;
+  // The first number makes the first two arcs (X.690, 8.19.4), here without a rule for the root arc 2.
+  uint32_t first = 0;
+  bool complete = oid->arcs != nullptr && (count == 1 || read_subidentifier(&in, &first));
+  if (complete) {
+    oid->arcs[0] = first / 40;
+    if (count != 1) oid->arcs[1] = first % 40;
+  }
+  for (uint32_t i = 2; complete && i < count; ++i) {
+    complete = read_subidentifier(&in, &oid->arcs[i]);
   }
   if (!complete) {
     asn1_ObjId_free(oid);

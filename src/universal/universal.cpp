@@ -122,16 +122,10 @@ constinit const Type TimeType = defined(
     {ORVELASN1_DESCRIPTION(Time, NEW, DECODER, ENCODER, CLONE, FREE, OWN_COMPARE)});
 
 constinit const Type BooleanType =
-    defined({.kind = Kind::boolean,
-             .identifier = tag::boolean,
-             .is_number = true,
-             .size = sizeof(uint32_t)},
+    defined({.kind = Kind::boolean, .identifier = tag::boolean, .size = sizeof(uint32_t)},
             "BOOLEAN", "Boolean", number_functions<asn1_Boolean_d, asn1_Boolean_e>, {});
 constinit const Type EnumeratedType =
-    defined({.kind = Kind::enumerated,
-             .identifier = tag::enumerated,
-             .is_number = true,
-             .size = sizeof(uint32_t)},
+    defined({.kind = Kind::enumerated, .identifier = tag::enumerated, .size = sizeof(uint32_t)},
             "ENUMERATED", "Enumerated", number_functions<asn1_Enumerated_d, asn1_Enumerated_e>, {});
 constinit const Type NullType =
     defined({.kind = Kind::null, .identifier = tag::null}, "NULL", "Null", null_functions, {});

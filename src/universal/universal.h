@@ -21,8 +21,12 @@ DECLARE_TYPE(Time, tag::utc_time)  ///< which begins with the octet of either al
 extern const Type BooleanType;
 extern const Type EnumeratedType;
 extern const Type NullType;
-using BooleanCodec = Codec<BooleanType, uint32_t, tag::boolean>;
-using EnumeratedCodec = Codec<EnumeratedType, uint32_t, tag::enumerated>;
+template <const Type &T, uint8_t Identifier>
+struct NumberCodec : Codec<T, uint32_t, Identifier> {
+  static constexpr bool is_number = true;
+};
+using BooleanCodec = NumberCodec<BooleanType, tag::boolean>;
+using EnumeratedCodec = NumberCodec<EnumeratedType, tag::enumerated>;
 using NullCodec = Codec<NullType, void, tag::null>;
 
 /// BIT STRING, written as it stands.
