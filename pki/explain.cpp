@@ -437,6 +437,11 @@ const uint8_t *Explanation::tagged(const Field &field, Reader in, const Path *pa
   if (field.tagging != Tagging::explicit_tag) {
     return value(*field.type, in.position(), in.end(), field.tag, path);
   }
+  // A tag of 0 is found by another octet, and then read as one that never stands there.
+  if (field.tag == 0) {
+    return fail(in.position(), path, "found %s, which the library refuses here",
+                TagName(static_cast<uint8_t>(in.peek())).text);
+  }
   Header head;
   const auto wrapper = static_cast<uint8_t>(field.tag | tag::constructed);
   if (!header(in, 0, wrapper, Forms::one, &head, path)) return nullptr;
@@ -457,7 +462,7 @@ const uint8_t *Explanation::choice(const Type &type, const Reader &in, const Pat
   size_t written = 0;
   for (uint16_t i = 0; i < type.count && written < sizeof expected; ++i) {
     const Field &field = type.fields[i];
-    const TagName one(field.tagging == Tagging::none ? field.type->identifier : field.tag);
+    const TagName one(field.found_by);
     written += static_cast<size_t>(std::snprintf(expected + written, sizeof expected - written,
                                                  "%s%s", i == 0 ? "" : ", ", one.text));
   }

@@ -194,7 +194,7 @@ TEST_F(ToolCard, SaysThatAttributesAreWrittenDifferently) {
 }
 
 TEST_F(ToolCard, SaysWhatIsWrongWithAnObject) {
-  EXPECT_EQ(", offset 4: id: an identifier of an object that is not one octet\n",
+  EXPECT_EQ(", offset 4: id: an identifier that is not one octet\n",
             message({"show", "--type", "gdo-object"}, sequence(hex("06 02 05 06 04 00"))));
 }
 

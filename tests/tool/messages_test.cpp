@@ -261,8 +261,9 @@ TEST_F(ToolMessages, WithoutContentEndTheirOwnProcessWhereTheyAreWritten) {
 
 TEST_F(ToolMessages, AreRefusedWithTheReasonInside) {
   const Bytes message = content_info(signed_type, sequence(hex("02 01 01") + digests));
-  EXPECT_EQ(", offset 33: contentInfo: expected SEQUENCE (30), but the enclosing element ends\n",
-            this->message({"show"}, message));
+  EXPECT_EQ(
+      ", offset 33: content.contentInfo: expected SEQUENCE (30), but the enclosing element ends\n",
+      this->message({"show"}, message));
 }
 
 TEST_F(ToolMessages, AreNotSeenInEverySequenceThatBeginsWithAnIdentifier) {

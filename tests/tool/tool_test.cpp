@@ -120,8 +120,8 @@ TEST_F(ToolShow, ReadsTheValuesOfExtensions) {
         "found SEQUENCE (30)"}},
       {"11",
        "30 04 A3 02 05 00",
-       {"not in a form that this library reads: offset 4: [0].x400Address: an X.400 address, which "
-        "the library refuses"}},
+       {"not in a form that this library reads: offset 2: [0]: expected one of [0] (A0), [1] (81), "
+        "[2] (82), [4] (A4), [6] (86), [7] (87), [8] (88), found [3] (A3)"}},
       {"1F",
        "30 08 30 06 A2 04 82 02 61 62",
        {"not in a form that this library reads: offset 4: [0]: expected the end, found [2] (A2)"}},
@@ -708,7 +708,7 @@ TEST_F(ToolBadInput, ExtensionsWithoutAVersion) {
                         common_name("www.example.org").size() + 2 + 7 + 35;
   check({characters(certificate(parts)),
          "1, offset " + std::to_string(offset) +
-             ": tbsCertificate: found [3] (A3), which needs a version above 1"});
+             ": tbsCertificate.extensions: found [3] (A3), which needs a version above 1"});
 }
 
 TEST_F(ToolBadInput, OctetsBehindTheSignature) {

@@ -386,10 +386,10 @@ TEST_F(ToolOcsp, HasTheStatusInJson) {
 
 TEST_F(ToolOcsp, SaysWhyAResponseWithCertificatesIsNotDecoded) {
   const Bytes basic = basic_response(element(0xA0, sequence(certificate())));
-  // They follow everything else; the header of their tag takes three octets.
-  const size_t offset = basic.size() - sequence(certificate()).size();
-  const std::string why =
-      "offset " + std::to_string(offset) + ": certs: certificates, which the library refuses here";
+  // They follow everything else.
+  const size_t offset = basic.size() - element(0xA0, sequence(certificate())).size();
+  const std::string why = "offset " + std::to_string(offset) +
+                          ": certs: found [0] (A0), which the library refuses here";
   const json object = first_json(ocsp_response(basic));
   EXPECT_EQ(why, object["responseBytes"]["unread"]);
   EXPECT_FALSE(object["responseBytes"].contains("decoded"));
@@ -647,20 +647,21 @@ TEST_F(ToolParts, AreAMemberOfTheirOwnInJsonWhereNamesWouldClash) {
 }
 
 TEST_F(ToolParts, SayWhenTheyAreOnlyWritten) {
-  EXPECT_EQ(": the library writes logotypes and reads none\n",
+  EXPECT_EQ(", offset 0: a type that the library writes and never reads\n",
             message({"show", "--type", "logotype-extn"}, hex("30 00")));
 }
 
 TEST_F(ToolParts, SayWhereTheyDepartFromTheirSyntax) {
   for (const auto &[type, octets, why] : std::vector<std::array<const char *, 3>>{
            {"general-name", "A3 02 05 00",
-            "offset 2: x400Address: an X.400 address, which the library refuses"},
+            "offset 0: expected one of [0] (A0), [1] (81), [2] (82), [4] (A4), [6] (86), [7] (87), "
+            "[8] (88), found [3] (A3)"},
            {"cert-status", "84 00",
             "offset 0: expected one of [0] (80), [1] (A1), [2] (82), found [4] (84)"},
            {"request",
             "30 19 30 13 30 05 06 03 2A 03 04 04 02 0A 0B 04 02 0C 0D 02 02 10 00 A0 02 "
             "30 00",
-            "offset 25: singleRequestExtensions: extensions, which the library refuses here"},
+            "offset 23: singleRequestExtensions: found [0] (A0), which the library refuses here"},
        })
     EXPECT_EQ(", " + std::string(why) + "\n", message({"show", "--type", type}, hex(octets)))
         << type;
@@ -729,10 +730,11 @@ TEST_F(ToolExtensions, SayWhyTheyAreNotRead) {
       {"55 1D 1E", "30 08 A0 06 30 04 82 02 61 62", "nameConstraints",
        "offset 6: permittedSubtrees[0]: expected SEQUENCE (30), found [2] (82)"},
       {"55 1D 11", "30 04 A5 02 05 00", "subjectAltName",
-       "offset 4: [0].ediPartyName: an EDI party name, which the library refuses"},
+       "offset 2: [0]: expected one of [0] (A0), [1] (81), [2] (82), [4] (A4), [6] (86), [7] (87), "
+       "[8] (88), found [5] (A5)"},
       {"55 1D 15", "0A 02 00 01", "cRLReason", "offset 2: an ENUMERATED that is not one octet"},
       {"2B 06 01 05 05 07 01 0C", "30 00", "logotype",
-       "offset 2: the library writes logotypes and reads none"},
+       "offset 0: a type that the library writes and never reads"},
   };
   for (const Row &row : table) {
     const Bytes list = sequence(extension(row.identifier, row.value));

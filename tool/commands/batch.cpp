@@ -59,10 +59,10 @@ bool for_each_element(const std::vector<std::string> &files,
 }
 
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const std::function<bool(const Input &, const Element &, Record &)> &job) {
+                     const RecordJob &job) {
   return for_each_element(files, [&](const Input &input, const Element &element) {
     Decoding decoding = decode(element, wanted);
-    const bool done = decoding.record && job(input, element, *decoding.record);
+    const bool done = decoding.record && job(input, element, *decoding.type, *decoding.record);
     if (decoding.fault) report(input, element, *decoding.fault);
     return done && !decoding.fault;
   });

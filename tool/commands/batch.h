@@ -19,10 +19,12 @@ void report(const Input &input, const Element &element, const Fault &fault);
 bool for_each_element(const std::vector<std::string> &files,
                       const std::function<bool(const Input &, const Element &)> &job);
 
+using RecordJob = std::function<bool(const Input &, const Element &, const Type &, Record &)>;
+
 /// Decodes each element and runs `job` for each record, isolated from the rest. Reports elements
 /// that are refused.
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const std::function<bool(const Input &, const Element &, Record &)> &job);
+                     const RecordJob &job);
 
 }  // namespace tool
 

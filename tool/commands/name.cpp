@@ -2,7 +2,6 @@
 
 #include "commands/batch.h"
 #include "commands/commands.h"
-#include "records/syntax.h"
 #include "system/output.h"
 #include "text/characters.h"
 
@@ -58,8 +57,9 @@ bool decode_names(const std::string &file) {
     const Owned<Name> name(sequence ? asn1_RDNSequence_to_Name(sequence.get()) : nullptr,
                            asn1_Name_free);
     if (!name)
-      return refuse(syntax_fault(element.octets, name_syntax)
-                        .value_or(Fault{std::nullopt, "the decoder refuses the name"}));
+      return refuse(Syntax("Name")
+                        .read(element.octets)
+                        .fault.value_or(Fault{std::nullopt, "the decoder refuses the name"}));
     const CodePoints text = from_utf8(octets_of(name.get()));
     const bool safe = is_safe(text);
     emit((safe ? std::string(name.get()) : printable(text)) + "\n");

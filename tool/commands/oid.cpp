@@ -1,5 +1,4 @@
 #include "commands/commands.h"
-#include "records/syntax.h"
 #include "system/output.h"
 #include "text/characters.h"
 #include "text/object_identifiers.h"
@@ -41,7 +40,7 @@ Reading read(const std::string &text) {
   } else if (!text.empty() && text[0] >= '0' && text[0] <= '9') {
     const auto octets = from_hex(text);
     if (octets) add(decoded(asn1_ObjId_d, asn1_ObjId_free, *octets));
-    const auto fault = octets ? syntax_fault(*octets, oid_syntax) : std::nullopt;
+    const auto fault = octets ? Syntax("ObjId").read(*octets).fault : std::nullopt;
     reading.fault = !octets ? "not hexadecimal octets"
                     : fault ? text_with_offset(*fault)
                             : "octets behind the identifier";

@@ -30,24 +30,24 @@ std::string verdict(Octets in, Octets out) {
 bool recode(const RecodeRequest &request) {
   const OutputFile output(request.output);
   if (!output.good()) return false;
-  const bool same =
-      for_each_record({request.file}, request.type,
-                      [&](const Input &input, const Element &element, Record &record) {
-                        if (record.type().encode == nullptr) {
-                          complain(input.where(element) + ": the library reads the type " +
-                                   std::string(record.type().name) + " and does not write it");
-                          return false;
-                        }
-                        if (request.fresh) record.forget_encodings();
-                        const Bytes out = record.encode();
-                        if (out.empty()) {
-                          complain(input.where(element) + ": the encoder refuses what was decoded");
-                          return false;
-                        }
-                        output.write(text_of(out));
-                        emit(input.where(element) + ": " + verdict(element.octets, out));
-                        return std::ranges::equal(element.octets, out);
-                      });
+  const bool same = for_each_record(
+      {request.file}, request.type,
+      [&](const Input &input, const Element &element, const Type &type, Record &record) {
+        if (!type.is_written()) {
+          complain(input.where(element) + ": the library reads the type " + type.name +
+                   " and does not write it");
+          return false;
+        }
+        if (request.fresh) record.forget_encodings();
+        const Bytes out = type.encode(record.get());
+        if (out.empty()) {
+          complain(input.where(element) + ": the encoder refuses what was decoded");
+          return false;
+        }
+        output.write(text_of(out));
+        emit(input.where(element) + ": " + verdict(element.octets, out));
+        return std::ranges::equal(element.octets, out);
+      });
   output.cut();
   return same;
 }

@@ -13,9 +13,8 @@ std::string valid_utf8(std::string_view text) { return to_utf8(from_utf8(octets_
 
 /// Returns one JSON object: the members that all types have, and the fields of the record. A type
 /// without a PEM label has its octets in hexadecimal.
-std::string json_line(const Input &input, const Element &element, const Record &record,
-                      const View &view) {
-  const Type &type = record.type();
+std::string json_line(const Input &input, const Element &element, const Type &type,
+                      const Record &record, const View &view) {
   Json object = Json::object();
   object.put("type", type.name)
       .put("file", valid_utf8(input.name()))
@@ -33,8 +32,8 @@ std::string json_line(const Input &input, const Element &element, const Record &
 bool show(const ShowRequest &request) {
   return for_each_record(
       request.files, request.type,
-      [&request](const Input &input, const Element &element, const Record &record) {
-        const Type &type = record.type();
+      [&request](const Input &input, const Element &element, const Type &type,
+                 const Record &record) {
         switch (request.form) {
           case ShowRequest::Form::page:
             emit(type.show(record.get(), input.where(element), request.view) + "\n");
@@ -43,7 +42,7 @@ bool show(const ShowRequest &request) {
             emit(type.show_short(record.get(), request.view));
             break;
           case ShowRequest::Form::json:
-            emit(json_line(input, element, record, request.view));
+            emit(json_line(input, element, type, record, request.view));
             break;
         }
         return true;

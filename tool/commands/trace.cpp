@@ -58,19 +58,19 @@ void print_trace(const Type &type, Octets octets) {
   const TraceStream stream;
   asn1_LogStart(stream.get());
   void *record = nullptr;
-  type.decode(octets.data(), octets.data() + octets.size(), &record, 1);
+  type.syntax.decode(octets.data(), octets.data() + octets.size(), &record, 1);
   asn1_LogStart(nullptr);
-  type.release(record);
+  if (record != nullptr) type.syntax.release(record);
 }
 
 /// Returns the type to trace an element as: the one that decodes it, or else the first candidate.
 /// An element that is not recognised is traced as the first of all types.
 const Type &traced_type(const Element &element, const Type *wanted) {
   const auto tried = candidates(element, wanted);
-  if (tried.empty()) return *types().front();
+  if (tried.empty()) return types().front();
   if (tried.size() == 1) return *tried.front();
   const Decoding decoding = decode(element, wanted);
-  return decoding.record ? decoding.record->type() : *tried.front();
+  return decoding.record ? *decoding.type : *tried.front();
 }
 
 }  // namespace

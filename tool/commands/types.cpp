@@ -18,13 +18,13 @@ std::string notes(const Type &type) {
 }  // namespace
 
 bool list_types() {
-  const auto all = types();
+  const std::vector<Type> &all = types();
   const size_t column =
-      std::ranges::max(all, {}, [](const Type *type) { return type->name.size(); })->name.size();
+      std::ranges::max(all, {}, [](const Type &type) { return type.name.size(); }).name.size();
   std::string out;
-  for (const Type *const type : all)
-    out += std::string(type->name) + std::string(column - type->name.size() + 2, ' ') +
-           std::string(type->about) + notes(*type) + "\n";
+  for (const Type &type : all)
+    out += type.name + std::string(column - type.name.size() + 2, ' ') + std::string(type.about) +
+           notes(type) + "\n";
   emit(out);
   return true;
 }

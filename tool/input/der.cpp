@@ -11,7 +11,7 @@ constexpr uint8_t constructed_bit = 0x20;
 }  // namespace
 
 std::string text_with_offset(const Fault &fault) {
-  return "offset " + std::to_string(fault.offset.value_or(0)) + ": " + fault.text;
+  return (fault.offset ? "offset " + std::to_string(*fault.offset) + ": " : "") + fault.text;
 }
 
 Header read_header(Octets rest) {

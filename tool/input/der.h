@@ -13,7 +13,7 @@ struct Fault {
   std::string text;
 };
 
-/// Returns "offset 12: " and the text of a fault.
+/// Returns the text of a fault, after "offset 12: " where it has an offset.
 std::string text_with_offset(const Fault &fault);
 
 /// One identifier octet and the length octets after it.

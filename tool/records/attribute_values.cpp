@@ -9,49 +9,45 @@ namespace tool {
 
 namespace {
 
-/// The syntaxes, each under the display name of its attribute.
-struct Row {
-  std::string_view name;
-  ValueReader read;
-};
+constexpr bool list = true;
 
-constexpr Row rows[] = {
-    {"emailAddress", string_value},
-    {"unstructuredName", string_value},
-    {"unstructuredAddress", string_value},
-    {"challengePassword", string_value},
-    {"friendlyName", string_value},
-    {"contentType", record_value<asn1_ObjId_d, asn1_ObjId_free>},
-    {"messageDigest", record_value<asn1_OctetString_d, asn1_OctetString_free>},
-    {"localKeyId", record_value<asn1_OctetString_d, asn1_OctetString_free>},
-    {"randomNonce", record_value<asn1_OctetString_d, asn1_OctetString_free>},
-    {"signingTime", record_value<asn1_Time_d, asn1_Time_free>},
-    {"sequenceNumber", record_value<asn1_Integer_d, asn1_Integer_free>},
-    {"smimeCapabilities", list_value<AlgId, asn1_AlgId_d, asn1_AlgId_free>},
-    {"dateOfBirth", date_value},
-    {"placeOfBirth", string_value},
-    {"gender", string_value},
-    {"countryOfCitizenship", string_value},
-    {"countryOfResidence", string_value},
-    {"extensionRequest", list_value<Extension, asn1_Extension_d, asn1_Extension_free>},
-    {"ms-certificate-request-extensions",
-     list_value<Extension, asn1_Extension_d, asn1_Extension_free>},
-    {"ms-os-version", string_value},
+/// The syntaxes, each under the display name of its attribute.
+constexpr ValueRow rows[] = {
+    string_row("emailAddress"),
+    string_row("unstructuredName"),
+    string_row("unstructuredAddress"),
+    string_row("challengePassword"),
+    string_row("friendlyName"),
+    {"contentType", "ObjId"},
+    {"messageDigest", "OctetString"},
+    {"localKeyId", "OctetString"},
+    {"randomNonce", "OctetString"},
+    {"signingTime", "Time"},
+    {"sequenceNumber", "Integer"},
+    {"smimeCapabilities", "AlgId", list},
+    {"dateOfBirth", "GeneralizedTime"},
+    string_row("placeOfBirth"),
+    string_row("gender"),
+    string_row("countryOfCitizenship"),
+    string_row("countryOfResidence"),
+    {"extensionRequest", "Extension", list},
+    {"ms-certificate-request-extensions", "Extension", list},
+    string_row("ms-os-version"),
 };
 
 }  // namespace
 
 Node read_attribute(const Attribute *attribute, const View &view) {
   const auto *const row =
-      std::ranges::find(rows, std::string_view(display_name(attribute->type)), &Row::name);
+      std::ranges::find(rows, std::string_view(display_name(attribute->type)), &ValueRow::name);
   const auto values = elements<Any>(attribute->values);
   const View deeper = view.inside();
   if (row == std::end(rows) || values.empty() || deeper.too_deep()) return {};
   auto nodes = std::make_shared<std::vector<Node>>();
   for (const Any *const value : values) {
-    auto node = row->read(octets(value), deeper);
-    if (!node) return {};
-    nodes->push_back(std::move(*node));
+    Inside inside = read_value(octets(value), *row, deeper);
+    if (inside.node.empty()) return {};
+    nodes->push_back(std::move(inside.node));
   }
   if (nodes->size() == 1) return std::move(nodes->front());
   Node list;

@@ -174,7 +174,7 @@ Node attribute_node(const GDOObject *attribute, const View &view) {
       .node();
 }
 
-Node set_node(const List *set, const View &view) { return list_of<GDOObject>(set, view); }
+Node set_node(const List *set, const View &view) { return list_of("GDOObjectSetOf", set, view); }
 
 Node object_node(const GDOObject *object, bool sets, const View &view) {
   const Role role = role_of(object);
@@ -217,88 +217,35 @@ Node describe(const GDO *gdo, const View &view) {
   return fields.node();
 }
 
-// CardInfo ::= SEQUENCE of six OCTET STRINGs
-Node describe(const CardInfo *info, const View &view) {
-  return Description(view)
-      .field("octets1", info->octets1)
-      .field("octets2", info->octets2)
-      .field("octets3", info->octets3)
-      .field("octets4", info->octets4)
-      .field("octets5", info->octets5)
-      .field("octets6", info->octets6)
-      .node();
-}
-
-// PublicKeyMAC ::= SEQUENCE of two OCTET STRINGs
-Node describe(const PublicKeyMAC *mac, const View &view) {
-  return Description(view).field("octets1", mac->octets1).field("octets2", mac->octets2).node();
-}
-
 namespace {
 
 Node describe_object_of_sets(const GDOObject *object, const View &view) {
   return object_node(object, true, view);
 }
 
-const char *identifier_fault(Octets content) {
-  return content.size() == 1 ? nullptr : "an identifier of an object that is not one octet";
-}
-
-constexpr Syntax identifier_syntax{.tag = 0x06, .content_fault = identifier_fault};
-constexpr Syntax content_syntax{.tag = 0x04, .other_tag = 0x03, .segments = true};
-constexpr Field object_fields[] = {{"id", &identifier_syntax}, {"content", &content_syntax}};
-constexpr Syntax object_syntax{.tag = 0x30, .fields = object_fields};
-constexpr Field gdo_fields[] = {{"root", &object_syntax},
-                                {"set1", &object_syntax},
-                                {"set2", &object_syntax},
-                                {"set3", &object_syntax},
-                                {"set4", &object_syntax, true}};
-constexpr Syntax gdo_syntax{.tag = 0x30, .fields = gdo_fields};
-
-constexpr Field info_fields[] = {
-    {"octets1", &octet_string_syntax}, {"octets2", &octet_string_syntax},
-    {"octets3", &octet_string_syntax}, {"octets4", &octet_string_syntax},
-    {"octets5", &octet_string_syntax}, {"octets6", &octet_string_syntax}};
-constexpr Syntax info_syntax{.tag = 0x30, .fields = info_fields};
-constexpr Field mac_fields[] = {{"octets1", &octet_string_syntax},
-                                {"octets2", &octet_string_syntax}};
-constexpr Syntax mac_syntax{.tag = 0x30, .fields = mac_fields};
-
-constexpr Type rows[] = {
-    type<asn1_GDO_d, asn1_GDO_e, asn1_GDO_free>({.name = "gdo",
-                                                 .heading = "GDO",
-                                                 .about = "the objects of a smart card",
-                                                 .syntax = &gdo_syntax,
-                                                 .stands_alone = true,
-                                                 .page = gdo_page}),
-    type<asn1_GDOObjectSetOf_d, asn1_GDOObjectSetOf_e, asn1_GDOObjectSetOf_free>(
-        {.name = "gdo-object",
-         .heading = "GDOObject",
-         .about = "an object of a smart card, with objects below it",
-         .syntax = &object_syntax,
-         .page = object_page<false>}),
-    type<asn1_GDOObjectSetOfSetOf_d, asn1_GDOObjectSetOfSetOf_e, asn1_GDOObjectSetOfSetOf_free,
-         describe_object_of_sets>({.name = "gdo-object-of-sets",
-                                   .heading = "GDOObject",
-                                   .about = "the same with sets of objects below it",
-                                   .syntax = &object_syntax,
-                                   .page = object_page<true>}),
-    type<asn1_CardInfo_d, asn1_CardInfo_e, asn1_CardInfo_free>(
-        {.name = "card-info",
-         .heading = "CardInfo",
-         .about = "six octet strings of a smart card",
-         .syntax = &info_syntax,
-         .stands_alone = true}),
-    type<asn1_PublicKeyMAC_d, asn1_PublicKeyMAC_e, asn1_PublicKeyMAC_free>(
-        {.name = "public-key-mac",
-         .heading = "PublicKeyMAC",
-         .about = "two octet strings of a smart card",
-         .syntax = &mac_syntax,
-         .stands_alone = true}),
-};
-
 }  // namespace
 
-std::span<const Type> card_types() { return rows; }
+std::vector<Type> card_types() {
+  return {
+      {.syntax = "GDO",
+       .about = "the objects of a smart card",
+       .stands_alone = true,
+       .by_hand = as<GDO>,
+       .own_page = gdo_page},
+      {.syntax = "GDOObjectSetOf",
+       .about = "an object of a smart card, with objects below it",
+       .by_hand = as<GDOObject>,
+       .own_page = object_page<false>},
+      {.syntax = "GDOObjectSetOfSetOf",
+       .about = "the same with sets of objects below it",
+       .name = "gdo-object-of-sets",
+       .by_hand = as<describe_object_of_sets>,
+       .own_page = object_page<true>},
+      {.syntax = "CardInfo", .about = "six octet strings of a smart card", .stands_alone = true},
+      {.syntax = "PublicKeyMAC",
+       .about = "two octet strings of a smart card",
+       .stands_alone = true},
+  };
+}
 
 }  // namespace tool

@@ -1,6 +1,7 @@
 #include "records/describe.h"
 
 #include "records/distinguished_names.h"
+#include "records/type.h"
 #include "text/characters.h"
 
 namespace tool {
@@ -9,7 +10,95 @@ namespace {
 
 constexpr int64_t soon = 30;  ///< days
 
+/// Returns the value of a field: a number where it lies in the record, or else what the record
+/// points to.
+const void *value_at(const void *record, const pki_Field &field) {
+  const pki_Kind kind = pki_Type_kind(field.type);
+  if (kind == PKI_BOOLEAN || kind == PKI_ENUMERATED)
+    return static_cast<const char *>(record) + field.offset;
+  return field.offset == PKI_NO_MEMBER ? nullptr : pointer_at(record, field.offset);
+}
+
+/// Returns a Time, or the text of a time as one.
+Time time_in(const void *value, const pki_Type *type) {
+  if (value == nullptr) return {};
+  if (pki_Type_kind(type) == PKI_CHOICE) return *static_cast<const Time *>(value);
+  return {pki_Type_identifier(type), static_cast<char *>(const_cast<void *>(value))};
+}
+
+/// Describes the alternative of a CHOICE, whose record is its number and a pointer.
+Node alternative(const pki_Type *type, const void *record, const View &view) {
+  pki_Field field;
+  for (uint32_t i = 0; pki_Type_field(type, i, &field) != 0; ++i) {
+    const void *const value = pointer_at(record, sizeof(void *));
+    if (field.kind == *static_cast<const uint8_t *>(record) && value != nullptr)
+      return Description(view).field(field.name, describe(field.type, value, view)).node();
+  }
+  return {};
+}
+
 }  // namespace
+
+Node describe(const pki_Type *type, const void *value, const View &view) {
+  const Type *const row = row_of(type);
+  if (row != nullptr && row->by_hand != nullptr) return row->by_hand(value, view);
+  switch (pki_Type_kind(type)) {
+    case PKI_ANY:
+    case PKI_OCTET_STRING:
+      return as<ASN1String>(value, view);
+    case PKI_BOOLEAN:
+      return boolean(*static_cast<const uint32_t *>(value));
+    case PKI_INTEGER:
+      return as<Integer>(value, view);
+    case PKI_ENUMERATED: {
+      const uint32_t number = *static_cast<const uint32_t *>(value);
+      return text(std::to_string(number), number);
+    }
+    case PKI_OBJECT_IDENTIFIER:
+      return as<ObjId>(value, view);
+    case PKI_BIT_STRING:
+      return as<BitString>(value, view);
+    case PKI_CHARACTER_STRING:
+      return characters(pki_Type_identifier(type), static_cast<const ASN1String *>(value));
+    case PKI_UTC_TIME:
+    case PKI_GENERALIZED_TIME:
+      return time_of(pki_Type_identifier(type), static_cast<const char *>(value));
+    case PKI_SEQUENCE:
+      return Description(view).all(type, value).node();
+    case PKI_SEQUENCE_OF:
+    case PKI_SET_OF:
+      return list_of(pki_Type_element(type), static_cast<const List *>(value), view);
+    case PKI_CHOICE:
+      return alternative(type, value, view);
+    case PKI_NAME:
+      return name_text(static_cast<const Name *>(value), view);
+    default:
+      return {};
+  }
+}
+
+Node list_of(const pki_Type *element, const List *list, const View &view) {
+  const auto describe_element = [element](const void *value, const View &at) {
+    return describe(element, value, at);
+  };
+  return list_of<void>(list, describe_element, view);
+}
+
+Node list_of(const char *element, const List *list, const View &view) {
+  return list == nullptr ? Node() : list_of(pki_Type_find(element), list, view);
+}
+
+Node describe(const char *type, const void *value, const View &view) {
+  return describe(pki_Type_find(type), value, view);
+}
+
+Node version(const Integer *integer) {
+  Node node = number(integer);
+  const uint32_t value = asn1_Integer_get(integer);
+  if (integer->negative != 0 || value > 2) return node;
+  std::string line = std::to_string(value) + " (v" + std::to_string(value + 1) + ")";
+  return shown_as(std::move(node), text(std::move(line), nullptr));
+}
 
 Node time_of(uint8_t kind, const char *value) {
   if (value == nullptr) return {};
@@ -68,15 +157,6 @@ Description &Description::encoding(std::string name, const OctetString *octets) 
   return octets == nullptr ? *this : hidden(std::move(name), describe(octets, view_));
 }
 
-Description &Description::version(std::string name, const Integer *integer) {
-  if (integer == nullptr) return field(std::move(name), Node());
-  Node node = number(integer);
-  const uint32_t value = asn1_Integer_get(integer);
-  if (integer->negative != 0 || value > 2) return field(std::move(name), std::move(node));
-  std::string line = std::to_string(value) + " (v" + std::to_string(value + 1) + ")";
-  return field(std::move(name), shown_as(std::move(node), text(std::move(line), nullptr)));
-}
-
 Description &Description::name(const std::string &name, const RDNSequence *sequence,
                                const Name *text, const OctetString *encoded) {
   hidden(name + "Sequence", rdn_sequence(sequence, view_));
@@ -87,15 +167,52 @@ Description &Description::name(const std::string &name, const RDNSequence *seque
   return encoding(name + "Encoded", encoded);
 }
 
-Description &Description::period(std::string from_name, Time *from, std::string until_name,
-                                 Time *until) {
-  field(std::move(from_name), from);
-  if (until == nullptr) return field(std::move(until_name), Node());
-  const Validity validity{from, until};
+Description &Description::all(const pki_Type *type, const void *record) {
+  const Type *const row = row_of(type);
+  pki_Field field;
+  for (uint32_t i = 0; pki_Type_field(type, i, &field) != 0; ++i) {
+    Hint hint;
+    if (row != nullptr)
+      for (const Hint &one : row->hints)
+        if (one.field == field.name) hint = one;
+    const void *const value = value_at(record, field);
+    const auto *const kept = static_cast<const OctetString *>(
+        field.encoded_offset == PKI_NO_MEMBER ? nullptr : pointer_at(record, field.encoded_offset));
+    if (pki_Type_kind(field.type) == PKI_NAME) {
+      const bool three_forms = field.text_offset != PKI_NO_MEMBER;
+      name(field.name, static_cast<const RDNSequence *>(three_forms ? value : nullptr),
+           static_cast<const Name *>(three_forms ? pointer_at(record, field.text_offset) : value),
+           kept);
+    } else if (hint.starts_period) {
+      pki_Field end;
+      pki_Type_field(type, ++i, &end);
+      period(field.name, time_in(value, field.type), end.name,
+             time_in(value_at(record, end), end.type));
+    } else {
+      // In the order of the record.
+      const bool kept_first = field.encoded_offset < field.offset;
+      if (kept_first) encoding(hint.kept, kept);
+      this->field(field.name, value == nullptr           ? Node()
+                              : hint.describe != nullptr ? hint.describe(value, view_)
+                                                         : describe(field.type, value, view_));
+      if (hint.in_brief) brief();
+      if (!kept_first) encoding(hint.kept, kept);
+      continue;
+    }
+    if (hint.in_brief) brief();
+  }
+  return *this;
+}
+
+Description &Description::period(const std::string &from_name, Time from,
+                                 const std::string &until_name, Time until) {
+  field(from_name, time_of(from.kind, from.value));
+  Node end = time_of(until.kind, until.value);
+  if (end.empty()) return field(until_name, Node());
+  const Validity validity{&from, &until};
   const Standing state = standing(&validity, view_.moment);
-  field(std::move(until_name),
-        shown_as(describe(until, view_),
-                 text(time_text(until, " UTC") + ", " + state.text, nullptr, tone_of(state))));
+  std::string line = time_text(&until, " UTC") + ", " + state.text;
+  field(until_name, shown_as(std::move(end), text(std::move(line), nullptr, tone_of(state))));
   hidden("state", text("", name_of(state.state)));
   if (state.state == Standing::State::unknown) return *this;
   return hidden("daysLeft", text("", state.days_left));

@@ -4,6 +4,8 @@
 #ifndef ORVELASN1_TOOL_RECORDS_DESCRIBE_H
 #define ORVELASN1_TOOL_RECORDS_DESCRIBE_H
 
+#include <orvelpki.h>
+
 #include "model/node.h"
 #include "text/times.h"
 
@@ -17,88 +19,42 @@ Node describe(const ASN1String *string, const View &view);
 Node describe(const Time *time, const View &view);
 Node describe(const AlgId *algorithm, const View &view);
 
-// Names.
+// What fields alone do not tell.
 Node describe(const AttributeValueAssertion *assertion, const View &view);
-
-// Certificates and CRLs.
-Node describe(const Validity *validity, const View &view);
 Node describe(const SubjectPKI *key, const View &view);
 Node describe(const Extension *extension, const View &view);
-Node describe(const Certificate_TBS *tbs, const View &view);
-Node describe(const Certificate *certificate, const View &view);
 Node describe(const CRLEntry *entry, const View &view);
-Node describe(const CertificateList_TBS *tbs, const View &view);
-Node describe(const CertificateRevocationList *crl, const View &view);
-
-// Extension values.
-Node describe(const OtherName *name, const View &view);
 Node describe(const GeneralName *name, const View &view);
 Node describe(const AuthorityKeyIdentifier *identifier, const View &view);
 Node describe(const BasicConstraints *constraints, const View &view);
 Node describe(const GeneralSubtree *subtree, const View &view);
-Node describe(const NameConstraints *constraints, const View &view);
 Node describe(const PolicyConstraints *constraints, const View &view);
 Node describe(const PolicyMapping *mapping, const View &view);
 Node describe(const PrivateKeyUsagePeriod *period, const View &view);
 Node describe(const DistributionPointName *name, const View &view);
 Node describe(const DistributionPoint *point, const View &view);
 Node describe(const AccessDescription *access, const View &view);
-
-// Certification requests.
 Node describe(const Attribute *attribute, const View &view);
-Node describe(const CertRequestInfo *info, const View &view);
-Node describe(const CertificationRequest *request, const View &view);
-
-// OCSP.
-Node describe(const CertID *id, const View &view);
-Node describe(const Request *request, const View &view);
-Node describe(const TBSRequest *tbs, const View &view);
-Node describe(const OCSPSignature *signature, const View &view);
-Node describe(const OCSPRequest *request, const View &view);
 Node describe(const ResponseBytes *bytes, const View &view);
-Node describe(const OCSPResponse *response, const View &view);
 Node describe(const ResponderID *responder, const View &view);
-Node describe(const RevokedInfo *info, const View &view);
 Node describe(const OCSPCertStatus *status, const View &view);
-Node describe(const SingleResponse *single, const View &view);
-Node describe(const ResponseData *data, const View &view);
-Node describe(const BasicOCSPResponse *response, const View &view);
-
-// Keys, digests and their parameters.
 Node describe(const RSAPublicKey *key, const View &view);
 Node describe(const RSAPrivateKey *key, const View &view);
-Node describe(const DigestInfo *info, const View &view);
 Node describe(const PrivateKeyInfo *info, const View &view);
-Node describe(const EncryptedPrivateKeyInfo *info, const View &view);
 Node describe(const DssParms *parameters, const View &view);
-Node describe(const DssSigValue *signature, const View &view);
-Node describe(const ValidationParms *parameters, const View &view);
 Node describe(const DomainParameters *parameters, const View &view);
-Node describe(const PublicKeyAndChallenge *signed_part, const View &view);
-Node describe(const SignedPublicKeyAndChallenge *record, const View &view);
-
-// Messages.
 Node describe(const ContentInfo *message, const View &view);
-Node describe(const IssuerAndSerialNumber *certificate, const View &view);
-Node describe(const SignerInfo *signer, const View &view);
-Node describe(const SignedData *data, const View &view);
-Node describe(const EncryptedContentInfo *info, const View &view);
-Node describe(const EncryptedData *data, const View &view);
-
-// Personal information exchange.
-Node describe(const PbeParams *parameters, const View &view);
-Node describe(const MacData *mac, const View &view);
 Node describe(const CertBag *bag, const View &view);
 Node describe(const CRLBag *bag, const View &view);
-Node describe(const SecretBag *bag, const View &view);
 Node describe(const SafeBag *bag, const View &view);
-Node describe(const PFX *pfx, const View &view);
-
-// Card objects.
 Node describe(const GDOObject *object, const View &view);
 Node describe(const GDO *gdo, const View &view);
-Node describe(const CardInfo *info, const View &view);
-Node describe(const PublicKeyMAC *mac, const View &view);
+
+/// Describes a value of any type: as its row says, or else field by field.
+Node describe(const pki_Type *type, const void *value, const View &view);
+
+/// The same by the name of the type, as pki_Type_find() takes it.
+Node describe(const char *type, const void *value, const View &view);
 
 /// Describes a message. A content of the type data is an element of the type of this name; the name
 /// is empty for data of any kind.
@@ -128,14 +84,11 @@ Node list_of(const List *list, F describe_element, const View &view) {
   return node;
 }
 
-/// Describes one of the library's lists of T records.
-template <class T>
-Node list_of(const List *list, const View &view) {
-  const auto describe_element = [](const T *record, const View &at) {
-    return describe(record, at);
-  };
-  return list_of<T>(list, describe_element, view);
-}
+/// Describes one of the library's lists of values of a type.
+Node list_of(const pki_Type *element, const List *list, const View &view);
+
+/// The same by the name of the type, as pki_Type_find() takes it. Takes a null pointer.
+Node list_of(const char *element, const List *list, const View &view);
 
 /// Describes a character string whose universal tag is `tag`.
 Node characters(uint8_t tag, const ASN1String *string);
@@ -143,8 +96,11 @@ Node characters(uint8_t tag, const ASN1String *string);
 /// Describes the text of a UTCTime or GeneralizedTime.
 Node time_of(uint8_t kind, const char *value);
 
+/// Describes a version that counts from 0. A page shows it as "1 (v2)".
+Node version(const Integer *integer);
+
 /// Describes the reason of a revocation: "keyCompromise".
-Node revocation_reason(uint32_t code);
+Node revocation_reason(const uint32_t *code);
 
 /// Describes a PrivateKeyUsagePeriod whose times are of this kind.
 Node usage_period(uint8_t kind, const char *from, const char *until, const View &view);
@@ -172,30 +128,19 @@ class Description {
     return field(std::move(name), record == nullptr ? Node() : describe(record, view_));
   }
 
-  /// Adds a list of T records. Leaves out a null pointer.
-  template <class T>
-  Description &list(std::string name, const List *records) {
-    return field(std::move(name), records == nullptr ? Node() : list_of<T>(records, view_));
-  }
-
-  /// Adds a small INTEGER, such as a version.
-  Description &small(std::string name, const Integer *integer) {
-    return field(std::move(name), number(integer));
+  /// Adds all fields of a record, described by their types and the hints of the record's row.
+  Description &all(const pki_Type *type, const void *record);
+  Description &all(const char *type, const void *record) {
+    return all(pki_Type_find(type), record);
   }
 
   /// Adds the encoding that a record keeps besides its fields. Only JSON has it.
   Description &encoding(std::string name, const OctetString *octets);
 
-  /// Adds a version that counts from 0. A page shows it as "1 (v2)".
-  Description &version(std::string name, const Integer *integer);
-
   /// Adds the three forms of a name in a record, NAMESequence, NAME and NAMEEncoded. A page shows
   /// one.
   Description &name(const std::string &name, const RDNSequence *sequence, const Name *text,
                     const OctetString *encoded);
-
-  /// Adds two times, and whether the moment of the view is between them.
-  Description &period(std::string from_name, Time *from, std::string until_name, Time *until);
 
   /// Adds a field that only JSON has.
   Description &hidden(std::string name, Node node);
@@ -208,6 +153,8 @@ class Description {
 
  private:
   Description &add(std::string name, Node node);
+  Description &period(const std::string &from_name, Time from, const std::string &until_name,
+                      Time until);
 
   const View &view_;
   Node::Fields fields_;

@@ -13,26 +13,30 @@ bool has_label(const Type &type, std::string_view label) {
 }
 
 std::vector<const Type *> with_label(std::string_view label) {
-  auto all = types();
-  std::erase_if(all, [label](const Type *type) { return !has_label(*type, label); });
-  return all;
+  std::vector<const Type *> found;
+  for (const Type &type : types())
+    if (has_label(type, label)) found.push_back(&type);
+  return found;
 }
 
 /// Returns the types whose structure octets have or else follow furthest. A type counts only if its
 /// structure is followed past the outer header.
 std::vector<const Type *> with_structure(Octets octets) {
   constexpr size_t whole = SIZE_MAX;
-  size_t furthest = read_header(octets).size + 1;
+  const size_t header = read_header(octets).size;
+  size_t furthest = 0;
   std::vector<const Type *> best;
-  for (const Type *const type : types()) {
-    if (!type->stands_alone) continue;
-    if (type->resembles != nullptr && !type->resembles(octets)) continue;
-    const auto fault = syntax_fault(octets, *type->syntax);
-    const size_t reached = fault ? fault->offset.value_or(0) : whole;
+  for (const Type &type : types()) {
+    if (!type.stands_alone) continue;
+    if (type.resembles != nullptr && !type.resembles(octets)) continue;
+    const Syntax::Reading reading = type.syntax.read(octets);
+    const bool takes_all = !reading.fault && reading.reached == octets.size();
+    if (reading.reached <= header) continue;
+    const size_t reached = takes_all ? whole : reading.reached;
     if (reached < furthest) continue;
     if (reached > furthest) best.clear();
     furthest = reached;
-    best.push_back(type);
+    best.push_back(&type);
   }
   return best;
 }
@@ -50,8 +54,7 @@ Fault unrecognised(const Element &element) {
 
 Fault ambiguous(const std::vector<const Type *> &types) {
   std::string names;
-  for (const Type *const type : types)
-    names += (names.empty() ? "" : " or ") + std::string(type->name);
+  for (const Type *const type : types) names += (names.empty() ? "" : " or ") + type->name;
   return {std::nullopt, "it may be " + names + ": say which with --type"};
 }
 
@@ -62,7 +65,7 @@ Fault explain(Octets octets, const std::vector<const Type *> &refused_by) {
   std::string all;
   bool several = false;
   for (const Type *const type : refused_by) {
-    const auto fault = refusal(*type, octets);
+    const auto fault = type->syntax.fault(octets);
     const auto reached = [](const Fault &one) { return one.offset.value_or(0); };
     if (!fault || (best && reached(*fault) < reached(*best))) continue;
     several = best && reached(*fault) == reached(*best);
@@ -70,15 +73,15 @@ Fault explain(Octets octets, const std::vector<const Type *> &refused_by) {
       all.clear();
       best = fault;
     }
-    all += (several ? "; as " : "as ") + std::string(type->name) + ": " + fault->text;
+    all += (several ? "; as " : "as ") + type->name + ": " + fault->text;
   }
-  if (!best)
-    return {std::nullopt, "the decoder refuses it, for a reason that its outline does not show"};
+  if (!best) return {std::nullopt, "the decoder refuses it"};
   return {best->offset, several ? all : best->text};
 }
 
 /// A record, and where its decoder stopped.
 struct Attempt {
+  const Type *type;
   Record record;
   const uint8_t *next;
 };
@@ -88,8 +91,8 @@ std::vector<Attempt> attempts(Octets octets, const std::vector<const Type *> &tr
   for (const Type *const type : tried) {
     void *record = nullptr;
     const uint8_t *const next =
-        type->decode(octets.data(), octets.data() + octets.size(), &record, 0);
-    if (next != nullptr) made.push_back({Record(*type, record), next});
+        type->syntax.decode(octets.data(), octets.data() + octets.size(), &record, 0);
+    if (next != nullptr) made.push_back({type, Record(type->syntax, record), next});
   }
   return made;
 }
@@ -117,16 +120,15 @@ Decoding decode(const Element &element, const Type *wanted) {
   if (made.size() > 1) {
     std::vector<const Type *> possible;
     possible.reserve(made.size());
-    for (const Attempt &attempt : made) possible.push_back(&attempt.record.type());
+    for (const Attempt &attempt : made) possible.push_back(attempt.type);
     return {std::nullopt, ambiguous(possible)};
   }
   const uint8_t *const next = made.front().next;
-  Decoding decoding{std::move(made.front().record), std::nullopt};
+  Decoding decoding{std::move(made.front().record), std::nullopt, made.front().type};
   if (next != end)
-    decoding.fault =
-        Fault{static_cast<size_t>(next - element.octets.data()),
-              std::to_string(end - next) + " octets behind the " +
-                  std::string(decoding.record->type().name) + " that the decoder leaves alone"};
+    decoding.fault = Fault{static_cast<size_t>(next - element.octets.data()),
+                           std::to_string(end - next) + " octets behind the " +
+                               decoding.type->name + " that the decoder leaves alone"};
   return decoding;
 }
 

@@ -11,6 +11,7 @@ namespace tool {
 struct Decoding {
   std::optional<Record> record;
   std::optional<Fault> fault;  ///< why there is no record, or what follows the element
+  const Type *type = nullptr;  ///< of the record
 };
 
 /// Returns the types that an element may be: `wanted` where that is not null, else those of its PEM

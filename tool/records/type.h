@@ -1,119 +1,158 @@
-// The types that an input may hold. Each family of syntaxes has a table of them after their
-// descriptions; type.cpp lists the families. What reads, shows, traces or writes an element asks
-// here how.
+// The types that an input may hold. Each family of syntaxes has a table of what the library's
+// description of a type does not say; type.cpp lists the families. What reads, shows, traces or
+// writes an element asks here how.
 #ifndef ORVELASN1_TOOL_RECORDS_TYPE_H
 #define ORVELASN1_TOOL_RECORDS_TYPE_H
 
+#include <orvelpki.h>
+
+#include <cstring>
+
+#include "input/der.h"
 #include "records/describe.h"
-#include "records/syntax.h"
 
 namespace tool {
 
-/// What the tool knows of one type. The record is the one that `decode` makes. A row has the
-/// members of the first block; type() adds those of the second.
+/// Returns the pointer in a member of a record.
+inline void *pointer_at(const void *record, size_t offset) {
+  void *value = nullptr;
+  std::memcpy(&value, static_cast<const char *>(record) + offset, sizeof value);
+  return value;
+}
+
+/// A type of the library, or a SEQUENCE OF its values: what reads, writes and releases it.
+struct Syntax {
+  const pki_Type *type = nullptr;
+  bool list = false;
+
+  /// @param name as pki_Type_find() takes it.
+  Syntax(const char *name, bool is_list = false) : type(pki_Type_find(name)), list(is_list) {}
+  explicit Syntax(const pki_Type *of) : type(of) {}
+
+  const pki_Functions &functions() const { return *pki_Type_functions(type); }
+
+  /// How far the decoder reads, and why no further; no fault where it takes a value. An input that
+  /// would end the process has a fault.
+  struct Reading {
+    size_t reached = 0;
+    std::optional<Fault> fault;
+  };
+  Reading read(Octets octets) const;
+
+  /// Says why octets are not exactly one value; nothing where they are.
+  std::optional<Fault> fault(Octets octets) const;
+
+  /// Decodes a value, as the functions of the library do. Leaves no record where it fails.
+  const uint8_t *decode(const uint8_t *z, const uint8_t *end, void **record, uint32_t depth) const;
+  uint32_t encode(uint8_t **pp, const void *record) const;
+  void release(void *record) const;
+
+  Node describe(const void *record, const View &view) const;
+};
+
+/// Where a field of a record is shown otherwise than its type alone says.
+struct Hint {
+  std::string_view field;
+  Node (*describe)(const void *value, const View &view) = nullptr;  ///< null: as its type is
+  bool in_brief = false;       ///< whether the short form shows it
+  bool starts_period = false;  ///< whether it is the first of two times, of a period of validity
+  const char *kept = "tbsEncoded";  ///< what JSON calls the octets that are kept of it
+};
+
+/// Hints, by what they say.
+constexpr Hint brief(std::string_view field,
+                     Node (*describe)(const void *value, const View &view) = nullptr) {
+  return {field, describe, true};
+}
+constexpr Hint period(std::string_view field, bool in_brief = false) {
+  return {field, nullptr, in_brief, true};
+}
+
+/// What the tool knows of one type.
 struct Type {
-  std::string_view name;                       ///< "certificate"
-  std::string_view heading;                    ///< of its pages: "Certificate"
-  std::string_view about;                      ///< one line for the list of types
-  std::span<const std::string_view> labels{};  ///< of PEM blocks; the first is the one written
-  const Syntax *syntax = nullptr;  ///< why octets are refused, and what is recognised by structure
-  bool stands_alone = false;       ///< whether inputs without a label are recognised as this type
+  Syntax syntax;
+  std::string_view about;                  ///< one line for the list of types
+  std::string name{};                      ///< "certificate"; made of the ASN.1 name if not given
+  std::string heading{};                   ///< of its pages: the ASN.1 name if not given
+  std::vector<std::string_view> labels{};  ///< of PEM blocks; the first is the one written
+  bool stands_alone = false;  ///< whether inputs without a label are recognised as this type
   /// Whether such an input has what it must have past the start of the syntax. Needed if many
   /// elements start like that.
   bool (*resembles)(Octets octets) = nullptr;
-  /// Says why octets that follow the syntax are refused; nothing where that is not known.
-  std::optional<Fault> (*explain)(Octets octets) = nullptr;
-  /// Releases the encodings that the record keeps, so that the encoder runs over its fields.
-  void (*forget_encodings)(void *record) = nullptr;
+  std::vector<Hint> hints{};
+  /// Describes a record, where hints do not suffice.
+  Node (*by_hand)(const void *record, const View &view) = nullptr;
+  /// An encoder in place of the one that the library's description names.
+  uint32_t (*own_encode)(uint8_t **pp, const void *record) = nullptr;
   /// Make a page and a short form in place of the ones made from the description.
-  std::string (*page)(const void *record, const std::string &where, const View &view) = nullptr;
-  std::string (*short_form)(const void *record, const View &view) = nullptr;
+  std::string (*own_page)(const void *record, const std::string &where, const View &view) = nullptr;
+  std::string (*own_short_form)(const void *record, const View &view) = nullptr;
 
-  const uint8_t *(*decode)(const uint8_t *z, const uint8_t *end, void **record,
-                           uint32_t depth) = nullptr;
-  uint32_t (*encode)(uint8_t **pp,
-                     const void *record) = nullptr;  ///< null for a type that is only read
-  void (*release)(void *record) = nullptr;
-  Node (*describe)(const void *record, const View &view) = nullptr;
-
+  bool is_written() const { return own_encode != nullptr || syntax.functions().encode != nullptr; }
+  Bytes encode(const void *record) const;
+  Node describe(const void *record, const View &view) const;
   std::string show(const void *record, const std::string &where, const View &view) const;
   std::string show_short(const void *record, const View &view) const;
 };
 
-/// Describes a T. type() takes this where nothing else is given.
 template <class T>
-Node describe_record(const T *record, const View &view) {
-  return describe(record, view);
+Node call(Node (*function)(const T *, const View &), const void *value, const View &view) {
+  return function(static_cast<const T *>(value), view);
+}
+template <class T>
+Node call(Node (*function)(const T *), const void *value, const View &) {
+  return function(static_cast<const T *>(value));
 }
 
-template <class T>
-T *record_of(const uint8_t *(*)(const uint8_t *, const uint8_t *, uint32_t, T **, uint32_t));
-
-/// Returns a row with the functions of its family. `encode_function` is null where there is no
-/// encoder.
-template <auto decode_function, auto encode_function, auto free_function,
-          auto describe_function =
-              describe_record<std::remove_pointer_t<decltype(record_of(decode_function))>>>
-constexpr Type type(Type row) {
-  using T = std::remove_pointer_t<decltype(record_of(decode_function))>;
-  row.decode = [](const uint8_t *z, const uint8_t *end, void **record, uint32_t depth) {
-    *record = take<T>(decode_function, free_function, z, end, 0, depth).release();
-    return z;
-  };
-  if constexpr (!std::is_null_pointer_v<decltype(encode_function)>)
-    row.encode = [](uint8_t **pp, const void *record) {
-      return encode_function(pp, static_cast<const T *>(record));
-    };
-  row.release = [](void *record) { free_function(static_cast<T *>(record)); };
-  row.describe = [](const void *record, const View &view) {
-    return describe_function(static_cast<const T *>(record), view);
-  };
-  return row;
+/// A function that describes a T, as rows and hints have it.
+template <auto function>
+Node as(const void *value, const View &view) {
+  return call(function, value, view);
 }
-
-/// Releases an encoding that a record keeps besides its fields.
-inline void forget(OctetString *&encoding) {
-  asn1_OctetString_free(encoding);
-  encoding = nullptr;
+template <class T>
+Node as(const void *record, const View &view) {
+  return describe(static_cast<const T *>(record), view);
 }
 
 // The families, each in a file of its own.
-std::span<const Type> universal_types();
-std::span<const Type> certificate_types();
-std::span<const Type> crl_types();
-std::span<const Type> extension_types();
-std::span<const Type> request_types();
-std::span<const Type> ocsp_types();
-std::span<const Type> key_types();
-std::span<const Type> message_types();
-std::span<const Type> exchange_types();
-std::span<const Type> card_types();
+std::vector<Type> universal_types();
+std::vector<Type> certificate_types();
+std::vector<Type> crl_types();
+std::vector<Type> extension_types();
+std::vector<Type> request_types();
+std::vector<Type> ocsp_types();
+std::vector<Type> key_types();
+std::vector<Type> message_types();
+std::vector<Type> exchange_types();
+std::vector<Type> card_types();
 
-/// Returns all types, in the order in which they are listed.
-std::vector<const Type *> types();
+/// Returns all types, in the order in which they are listed. Types of the library that no family
+/// has a row for come last.
+const std::vector<Type> &types();
 
 /// Returns the type of this name, or null.
 const Type *type_named(std::string_view name);
 
-/// A record together with its type.
+/// Returns the row of a type of the library, or null for one that has none.
+const Type *row_of(const pki_Type *type);
+
+/// A record together with its syntax.
 class Record {
  public:
-  Record(const Type &type, void *record) : type_(&type), record_(record, type.release) {}
+  Record(const Syntax &syntax, void *record) : record_(record, Release{syntax}) {}
 
-  const Type &type() const { return *type_; }
   const void *get() const { return record_.get(); }
-  Bytes encode() const;
-  void forget_encodings() {
-    if (type_->forget_encodings != nullptr) type_->forget_encodings(record_.get());
-  }
+
+  /// Releases the encodings that the record keeps, so that the encoder runs over its fields.
+  void forget_encodings();
 
  private:
-  const Type *type_;
-  std::unique_ptr<void, void (*)(void *)> record_;
+  struct Release {
+    Syntax syntax;
+    void operator()(void *record) const { syntax.release(record); }
+  };
+  std::unique_ptr<void, Release> record_;
 };
-
-/// Says why octets are not of a type whose decoder refused them.
-std::optional<Fault> refusal(const Type &type, Octets octets);
 
 }  // namespace tool
 

@@ -1,65 +1,58 @@
-// Readers of values that a record keeps undecoded: those of extensions, attributes and the like.
-// Each takes octets that are one whole element, and fails where they do not follow its syntax.
+// Octets that a record keeps undecoded and that are a value of a type of their own: those of
+// extensions, attributes, bags and the like.
 #ifndef ORVELASN1_TOOL_RECORDS_VALUES_H
 #define ORVELASN1_TOOL_RECORDS_VALUES_H
 
-#include "records/describe.h"
-#include "records/syntax.h"
+#include "records/type.h"
 
 namespace tool {
 
-using ValueReader = std::optional<Node> (*)(Octets value, const View &view);
-
-/// Describes a record. The description keeps the record.
-template <class T>
-std::optional<Node> described(Owned<T> record, const View &view) {
-  if (!record) return std::nullopt;
-  Node node = describe(static_cast<const T *>(record.get()), view);
-  return owning(std::move(node), std::move(record));
-}
-
-/// Reads a value that a family of the library decodes.
-template <auto decode, auto release>
-std::optional<Node> record_value(Octets value, const View &view) {
-  return described(decoded(decode, release, value), view);
-}
-
-/// The functions of a SEQUENCE OF what a family of the library decodes.
-template <auto decode_element, auto free_element, auto encode_element = nullptr>
-struct ListOf {
-  static const uint8_t *decode(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, List **made,
-                               uint32_t depth) {
-    return asn1_SeqOf_d(z, end, impl_tag, decode_element, free_element, made, depth);
-  }
-  static uint32_t encode(uint8_t **pp, const List *list) {
-    return asn1_SeqOf_e(pp, list, encode_element);
-  }
-  static void free(List *list) { List_free(list, free_element); }
+/// What such octets are.
+struct Inside {
+  Node node;        ///< the record, which the node keeps; empty where the octets are not read
+  std::string why;  ///< why they are not read
 };
 
-/// Decodes a SEQUENCE OF what a family of the library decodes.
-template <auto decode, auto release>
-Owned<List> decoded_list(Octets value) {
-  return decoded(ListOf<decode, release>::decode, ListOf<decode, release>::free, value);
+using Describe = Node (*)(const void *record, const View &view);
+
+/// Reads octets that must be exactly one value. Explains them before any decoder runs: for some
+/// inputs a decoder ends the process. `describe` stands in for what the syntax says.
+Inside read_value(Octets octets, const Syntax &syntax, const View &view,
+                  Describe describe = nullptr);
+
+/// Reads octets that must be exactly one element of the type of this name, unless they are nested
+/// too deeply.
+Inside read_inside(Octets octets, std::string_view type, const View &view);
+
+/// Adds octets under their name, and after them the field "decoded" with what they are. A page
+/// shows that field only. If the octets are not read, a page shows them and the reason.
+Description &add_inside(Description &fields, std::string name, Node octets, Inside inside);
+
+/// Describes a list of ANY, each of which must be an element of the type of this name.
+Node list_inside(const List *elements, std::string_view type, const View &view);
+
+/// The syntax of the values under an identifier.
+struct ValueRow {
+  std::string_view name;  ///< the display name of the identifier
+  const char *type;       ///< as pki_Type_find() takes it; null for a string of any type
+  bool list = false;      ///< a SEQUENCE OF the type
+  Describe describe = nullptr;
+  /// Reads a value that universal types are enough for; comes first.
+  Node (*read)(Octets value, const View &view) = nullptr;
+  /// Describes the public form, with implicit tags where the library's own has explicit ones.
+  Describe describe_public = nullptr;
+};
+
+/// Reads a value as its row says.
+Inside read_value(Octets value, const ValueRow &row, const View &view);
+
+/// Reads a character string of any type. Returns an empty node where the octets are none.
+Node string_value(Octets value, const View &view);
+
+/// The row of a character string of any type.
+constexpr ValueRow string_row(std::string_view name) {
+  return {.name = name, .type = nullptr, .read = string_value};
 }
-
-/// Reads a SEQUENCE OF T.
-template <class T, auto decode, auto release>
-std::optional<Node> list_value(Octets value, const View &view) {
-  auto list = decoded_list<decode, release>(value);
-  if (!list) return std::nullopt;
-  Node node = list_of<T>(list.get(), view);
-  return owning(std::move(node), std::move(list));
-}
-
-/// Reads a character string of any type.
-std::optional<Node> string_value(Octets value, const View &view);
-
-/// Reads a GeneralizedTime.
-std::optional<Node> date_value(Octets value, const View &view);
-
-/// Reads a small INTEGER.
-std::optional<Node> number_value(Octets value, const View &view);
 
 }  // namespace tool
 
