@@ -752,6 +752,43 @@ TEST_F(ToolExtensions, SayWhyTheyAreNotRead) {
   }
 }
 
+// The value of the name has the identifier octet 80, for which the text of a name has no room: the
+// decoder ends its process.
+TEST_F(ToolExtensions, AreNotReadWhereTheirValueWouldEndTheProcess) {
+  const char *const name = "A4 0D 31 0B 30 09 06 03 55 04 06 80 02 44 45";
+  const std::string why =
+      "[0].directoryName[0][0].value: expected an identifier octet below 100, found [0] (80)";
+  const json names =
+      first_json(sequence(extension("55 1D 11", ("30 0F " + std::string(name)).c_str())),
+                 "extensions")["value"][0];
+  EXPECT_EQ("offset 13: " + why, names["unread"]);
+  EXPECT_FALSE(names.contains("decoded"));
+  // The same in both forms of an authorityKeyIdentifier.
+  const json own = first_json(
+      sequence(extension("55 1D 23", ("30 13 A1 11 30 0F " + std::string(name)).c_str())),
+      "extensions")["value"][0];
+  EXPECT_EQ("offset 17: authorityCertIssuer" + why, own["unread"]);
+  const json of_public =
+      first_json(sequence(extension("55 1D 23", ("30 11 A1 0F " + std::string(name)).c_str())),
+                 "extensions")["value"][0];
+  // The library looks for the SEQUENCE inside the tag.
+  EXPECT_EQ("offset 4: authorityCertIssuer: expected SEQUENCE (30), found [4] (A4)",
+            of_public["unread"]);
+}
+
+TEST_F(ToolExtensions, HaveTheirElementsLookedIntoAlsoWhereTheLengthIsIndefinite) {
+  EXPECT_EQ(
+      "offset 6: [1]: expected one of [0] (A0), [1] (81), [2] (82), [4] (A4), [6] (86), "
+      "[7] (87), [8] (88), found [3] (A3)",
+      first_json(sequence(extension("55 1D 11", "30 80 82 02 61 62 A3 00 00 00")),
+                 "extensions")["value"][0]["unread"]);
+  EXPECT_EQ("  subjectAltName  DNS ab\n",
+            rows(good({"show", "--type", "extensions"},
+                      sequence(extension("55 1D 11", "30 80 82 02 61 62 00 00")))));
+  EXPECT_EQ(", offset 4: [0].extnID: expected OBJECT IDENTIFIER (06), found NULL (05)\n",
+            message({"show", "--type", "extensions"}, hex("30 80 30 02 05 00 00 00")));
+}
+
 // ---- recode and trace ---------------------------------------------------------------------------
 
 using ToolOtherCommands = ToolTypes;

@@ -143,9 +143,4 @@ Octets component(Octets element, size_t number) {
   return number < found.size() ? found[number] : Octets();
 }
 
-std::optional<Fault> fault_of_part(std::optional<Fault> fault, Octets part, Octets whole) {
-  if (fault && fault->offset) *fault->offset += static_cast<size_t>(part.data() - whole.data());
-  return fault;
-}
-
 }  // namespace tool

@@ -38,9 +38,6 @@ std::vector<Octets> components(Octets element, size_t most = SIZE_MAX);
 /// Returns the component of this number; no octets where there is no such component.
 Octets component(Octets element, size_t number);
 
-/// Turns a fault in a part of the octets into a fault of the whole.
-std::optional<Fault> fault_of_part(std::optional<Fault> fault, Octets part, Octets whole);
-
 /// Returns the name and the digits of an identifier octet: "INTEGER (02)", "[0] (A0)".
 std::string tag_name(uint8_t tag);
 
