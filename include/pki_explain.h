@@ -39,6 +39,15 @@ typedef struct pki_Fault {
  */
 int32_t pki_explain(const pki_Type *type, const uint8_t *z, const uint8_t *end, pki_Fault *fault);
 
+/**
+ * Writes the name of an identifier octet (X.690, 8.1.2) as faults have it, such as "SEQUENCE (30)"
+ * or
+ * "[3] (A3)", into a buffer of `size` octets, 48 of which hold every name. Cuts a longer name, and
+ * ends
+ * it with a NUL octet. Returns the buffer.
+ */
+const char *pki_identifier_name(uint8_t octet, char *buffer, uint32_t size);
+
 #ifdef __cplusplus
 }
 #endif

@@ -18,54 +18,11 @@ namespace {
 // Words
 // ---------------------------------------------------------------------------------------------
 
-/// The name of an identifier octet, as in "SEQUENCE (30)" and "[3] (A3)".
+/// The name of an identifier octet.
 struct TagName {
   char text[48];
 
-  explicit TagName(uint8_t octet) {
-    static constexpr const char *universal[] = {"end-of-contents",
-                                                "BOOLEAN",
-                                                "INTEGER",
-                                                "BIT STRING",
-                                                "OCTET STRING",
-                                                "NULL",
-                                                "OBJECT IDENTIFIER",
-                                                "ObjectDescriptor",
-                                                "EXTERNAL",
-                                                "REAL",
-                                                "ENUMERATED",
-                                                "EMBEDDED PDV",
-                                                "UTF8String",
-                                                "RELATIVE-OID",
-                                                "TIME",
-                                                "[UNIVERSAL 15]",
-                                                "SEQUENCE",
-                                                "SET",
-                                                "NumericString",
-                                                "PrintableString",
-                                                "TeletexString",
-                                                "VideotexString",
-                                                "IA5String",
-                                                "UTCTime",
-                                                "GeneralizedTime",
-                                                "GraphicString",
-                                                "VisibleString",
-                                                "GeneralString",
-                                                "UniversalString",
-                                                "CHARACTER STRING",
-                                                "BMPString",
-                                                "long tag"};
-    static constexpr const char *classes[] = {"", "[APPLICATION ", "[", "[PRIVATE "};
-    const int number = octet & tag::number;
-    if (octet >> 6 != 0) {
-      std::snprintf(text, sizeof text, "%s%d] (%02X)", classes[octet >> 6], number, octet);
-    } else {
-      const bool marked =
-          (octet & tag::constructed) != 0 && (number | tag::constructed) < tag::sequence;
-      std::snprintf(text, sizeof text, "%s%s (%02X)", marked ? "constructed " : "",
-                    universal[number], octet);
-    }
-  }
+  explicit TagName(uint8_t octet) { pki_identifier_name(octet, text, sizeof text); }
 };
 
 /// The way to a value: the names of fields and the numbers of elements, from the inside out.
@@ -723,4 +680,51 @@ int32_t pki_explain(const pki_Type *type, const uint8_t *z, const uint8_t *end, 
   const auto taken = static_cast<size_t>(next - z);
   fault->offset = taken > UINT32_MAX ? UINT32_MAX : static_cast<uint32_t>(taken);
   return 0;
+}
+
+const char *pki_identifier_name(uint8_t octet, char *buffer, uint32_t size) {
+  static constexpr const char *universal[] = {"end-of-contents",
+                                              "BOOLEAN",
+                                              "INTEGER",
+                                              "BIT STRING",
+                                              "OCTET STRING",
+                                              "NULL",
+                                              "OBJECT IDENTIFIER",
+                                              "ObjectDescriptor",
+                                              "EXTERNAL",
+                                              "REAL",
+                                              "ENUMERATED",
+                                              "EMBEDDED PDV",
+                                              "UTF8String",
+                                              "RELATIVE-OID",
+                                              "TIME",
+                                              "[UNIVERSAL 15]",
+                                              "SEQUENCE",
+                                              "SET",
+                                              "NumericString",
+                                              "PrintableString",
+                                              "TeletexString",
+                                              "VideotexString",
+                                              "IA5String",
+                                              "UTCTime",
+                                              "GeneralizedTime",
+                                              "GraphicString",
+                                              "VisibleString",
+                                              "GeneralString",
+                                              "UniversalString",
+                                              "CHARACTER STRING",
+                                              "BMPString",
+                                              "long tag"};
+  static constexpr const char *classes[] = {"", "[APPLICATION ", "[", "[PRIVATE "};
+  const int number = octet & tag::number;
+  if (octet >> 6 != 0) {
+    std::snprintf(buffer, size, "%s%d] (%02X)", classes[octet >> 6], number, octet);
+  } else {
+    const bool marked = (octet & tag::constructed) != 0 &&
+                        number != (tag::sequence & tag::number) &&
+                        number != (tag::set & tag::number);
+    std::snprintf(buffer, size, "%s%s (%02X)", marked ? "constructed " : "", universal[number],
+                  octet);
+  }
+  return buffer;
 }

@@ -725,12 +725,14 @@ static void use_descriptors(void) {
   const pki_Functions *functions = pki_Type_functions(type);
   pki_Field field;
   pki_Fault fault;
+  char name[48];
   EXPECT(pki_Type_get(pki_Type_count()) == NULL);
   EXPECT(strcmp(pki_Type_name(type), pki_Type_record(type)) == 0);
   EXPECT(pki_Type_kind(type) == PKI_SEQUENCE && pki_Type_identifier(type) == 0x30);
   EXPECT(pki_Type_size(type) == sizeof(Validity) && pki_Type_field_count(type) == 2);
   EXPECT(pki_Type_field(type, 1, &field) == 1 && strcmp(field.name, "notAfter") == 0);
   EXPECT(pki_Type_element(list) == pki_Type_find("Extension"));
+  EXPECT(strcmp(pki_identifier_name(0x30, name, sizeof name), "SEQUENCE (30)") == 0);
   EXPECT(pki_explain(type, validity, validity + sizeof validity, &fault) == 1);
   EXPECT(fault.offset == 2 && strcmp(fault.path, "notBefore") == 0);
   functions->free(functions->create());

@@ -657,4 +657,28 @@ TEST(Explanation, OfDeepNestingEndsWithTheStack) {
   });
 }
 
+TEST(IdentifierNames, SayClassFormAndNumber) {
+  const struct {
+    uint8_t octet;
+    const char *name;
+  } rows[] = {{0x00, "end-of-contents (00)"},
+              {0x02, "INTEGER (02)"},
+              {0x22, "constructed INTEGER (22)"},
+              {0x10, "SEQUENCE (10)"},
+              {0x30, "SEQUENCE (30)"},
+              {0x31, "SET (31)"},
+              {0x33, "constructed PrintableString (33)"},
+              {0x1F, "long tag (1F)"},
+              {0x41, "[APPLICATION 1] (41)"},
+              {0x80, "[0] (80)"},
+              {0xA3, "[3] (A3)"},
+              {0xDE, "[PRIVATE 30] (DE)"}};
+  for (const auto &row : rows) {
+    char buffer[48];
+    EXPECT_STREQ(row.name, pki_identifier_name(row.octet, buffer, sizeof buffer));
+  }
+  char small[4];
+  EXPECT_STREQ("INT", pki_identifier_name(2, small, sizeof small));
+}
+
 }  // namespace

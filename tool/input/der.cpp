@@ -1,14 +1,8 @@
 #include "input/der.h"
 
-#include <array>
+#include <orvelpki.h>
 
 namespace tool {
-
-namespace {
-
-constexpr uint8_t constructed_bit = 0x20;
-
-}  // namespace
 
 std::string text_with_offset(const Fault &fault) {
   return (fault.offset ? "offset " + std::to_string(*fault.offset) + ": " : "") + fault.text;
@@ -79,47 +73,8 @@ std::optional<size_t> element_size(Octets rest, const Header &header) {
 }
 
 std::string tag_name(uint8_t tag) {
-  static constexpr std::array<const char *, 31> universal = {"end-of-contents",
-                                                             "BOOLEAN",
-                                                             "INTEGER",
-                                                             "BIT STRING",
-                                                             "OCTET STRING",
-                                                             "NULL",
-                                                             "OBJECT IDENTIFIER",
-                                                             "ObjectDescriptor",
-                                                             "EXTERNAL",
-                                                             "REAL",
-                                                             "ENUMERATED",
-                                                             "EMBEDDED PDV",
-                                                             "UTF8String",
-                                                             "RELATIVE-OID",
-                                                             "TIME",
-                                                             "[UNIVERSAL 15]",
-                                                             "SEQUENCE",
-                                                             "SET",
-                                                             "NumericString",
-                                                             "PrintableString",
-                                                             "TeletexString",
-                                                             "VideotexString",
-                                                             "IA5String",
-                                                             "UTCTime",
-                                                             "GeneralizedTime",
-                                                             "GraphicString",
-                                                             "VisibleString",
-                                                             "GeneralString",
-                                                             "UniversalString",
-                                                             "CHARACTER STRING",
-                                                             "BMPString"};
-  const uint8_t number = tag & 0x1F;
-  static constexpr std::array<const char *, 4> classes = {"", "[APPLICATION ", "[", "[PRIVATE "};
-  std::string name = classes[tag >> 6];
-  if (!name.empty()) {
-    name += std::to_string(number) + "]";
-  } else {
-    if ((tag & constructed_bit) != 0 && number != 16 && number != 17) name = "constructed ";
-    name += number < universal.size() ? universal[number] : "long tag";
-  }
-  return name + " (" + hex(Octets(&tag, 1)) + ")";
+  char name[48];
+  return pki_identifier_name(tag, name, sizeof name);
 }
 
 std::vector<Octets> components(Octets element, size_t most) {
