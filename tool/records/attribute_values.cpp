@@ -9,7 +9,7 @@ namespace tool {
 
 namespace {
 
-constexpr bool list = true;
+constexpr bool sequence_of = true;
 
 /// The syntaxes, each under the display name of its attribute.
 constexpr ValueRow rows[] = {
@@ -24,14 +24,14 @@ constexpr ValueRow rows[] = {
     {"randomNonce", "OctetString"},
     {"signingTime", "Time"},
     {"sequenceNumber", "Integer"},
-    {"smimeCapabilities", "AlgId", list},
+    {"smimeCapabilities", "AlgId", sequence_of},
     {"dateOfBirth", "GeneralizedTime"},
     string_row("placeOfBirth"),
     string_row("gender"),
     string_row("countryOfCitizenship"),
     string_row("countryOfResidence"),
-    {"extensionRequest", "Extension", list},
-    {"ms-certificate-request-extensions", "Extension", list},
+    {"extensionRequest", "Extension", sequence_of},
+    {"ms-certificate-request-extensions", "Extension", sequence_of},
     string_row("ms-os-version"),
 };
 

@@ -72,9 +72,14 @@ Node describe(const pki_Type *type, const void *value, const View &view) {
       return alternative(type, value, view);
     case PKI_NAME:
       return name_text(static_cast<const Name *>(value), view);
-    default:
-      return {};
+    case PKI_NULL:
+    case PKI_ATTRIBUTE_VALUE:
+    case PKI_TYPED_CONTENT:
+    case PKI_CARD_OBJECT:
+    case PKI_CARD_IDENTIFIER:
+      break;  // no value, or one that only its record's own description knows
   }
+  return {};
 }
 
 Node list_of(const pki_Type *element, const List *list, const View &view) {

@@ -70,14 +70,15 @@ Node nonce(Octets value, const View &view) {
 }
 
 Node policies(Octets value, const View &view) {
+  constexpr uint8_t sequence = 0x30;
   if (Syntax("Any", true).fault(value)) return {};
   std::vector<std::string> lines;
   std::vector<Json> objects;
   for (const Octets policy : components(value)) {
     const auto identifier = decoded(asn1_ObjId_d, asn1_ObjId_free, component(policy, 0));
-    if (!identifier) return {};
+    if (policy[0] != sequence || !identifier) return {};
     const Octets qualifiers = component(policy, 1);
-    const bool qualified = !qualifiers.empty() && qualifiers[0] == 0x30;
+    const bool qualified = !qualifiers.empty() && qualifiers[0] == sequence;
     lines.push_back(label(identifier.get(), view) + (qualified ? ", qualified" : ""));
     put_oid(objects.emplace_back(Json::object()), "policyIdentifier", identifier.get());
   }
@@ -91,22 +92,22 @@ Node public_usage_period(const PrivateKeyUsagePeriod *period, const View &view) 
 
 // ---- The list -----------------------------------------------------------------------------------
 
-constexpr bool list = true;
+constexpr bool sequence_of = true;
 
 /// The syntaxes, each under the display name of its extension.
 constexpr ValueRow rows[] = {
-    {"keyUsage", "BitString", !list, as<key_usage>},
+    {"keyUsage", "BitString", !sequence_of, as<key_usage>},
     {"subjectKeyIdentifier", "OctetString"},
-    {"extKeyUsage", "ObjId", list, as<extended_key_usage>},
+    {"extKeyUsage", "ObjId", sequence_of, as<extended_key_usage>},
     {"basicConstraints", "BasicConstraints"},
     {"nameConstraints", "NameConstraints"},
-    {"subjectAltName", "GeneralName", list},
-    {"issuerAltName", "GeneralName", list},
-    {"certificateIssuer", "GeneralName", list},
-    {"authorityInfoAccess", "AccessDescription", list},
-    {"subjectInfoAccess", "AccessDescription", list},
-    {"cRLDistributionPoints", "DistributionPoint", list},
-    {"freshestCRL", "DistributionPoint", list},
+    {"subjectAltName", "GeneralName", sequence_of},
+    {"issuerAltName", "GeneralName", sequence_of},
+    {"certificateIssuer", "GeneralName", sequence_of},
+    {"authorityInfoAccess", "AccessDescription", sequence_of},
+    {"subjectInfoAccess", "AccessDescription", sequence_of},
+    {"cRLDistributionPoints", "DistributionPoint", sequence_of},
+    {"freshestCRL", "DistributionPoint", sequence_of},
     {.name = "authorityKeyIdentifier",
      .type = "AuthorityKeyIdentifier",
      .describe_public = as<AuthorityKeyIdentifier>},
@@ -114,15 +115,15 @@ constexpr ValueRow rows[] = {
     {.name = "policyConstraints",
      .type = "PolicyConstraints",
      .describe_public = as<PolicyConstraints>},
-    {"policyMappings", "PolicyMapping", list},
+    {"policyMappings", "PolicyMapping", sequence_of},
     {.name = "privateKeyUsagePeriod",
      .type = "PrivateKeyUsagePeriod",
      .describe_public = as<public_usage_period>},
-    {"subjectDirectoryAttributes", "Attribute", list},
+    {"subjectDirectoryAttributes", "Attribute", sequence_of},
     {"logotype", "LogotypeExtn"},
-    {"inhibitAnyPolicy", "Integer", !list, as<number>},
-    {"cRLNumber", "Integer", !list, as<number>},
-    {"deltaCRLIndicator", "Integer", !list, as<number>},
+    {"inhibitAnyPolicy", "Integer", !sequence_of, as<number>},
+    {"cRLNumber", "Integer", !sequence_of, as<number>},
+    {"deltaCRLIndicator", "Integer", !sequence_of, as<number>},
     {.name = "cRLReason", .type = "Enumerated", .read = reason},
     {"holdInstructionCode", "ObjId"},
     {"invalidityDate", "GeneralizedTime"},
@@ -130,7 +131,7 @@ constexpr ValueRow rows[] = {
     {.name = "ocsp-nocheck", .type = "Null", .read = presence},
     {"ocsp-archive-cutoff", "GeneralizedTime"},
     {.name = "precertificatePoison", .type = "Null", .read = presence},
-    {"netscape-cert-type", "BitString", !list, as<netscape_cert_type>},
+    {"netscape-cert-type", "BitString", !sequence_of, as<netscape_cert_type>},
     string_row("netscape-base-url"),
     string_row("netscape-revocation-url"),
     string_row("netscape-ca-revocation-url"),
@@ -139,7 +140,7 @@ constexpr ValueRow rows[] = {
     string_row("netscape-ssl-server-name"),
     string_row("netscape-comment"),
     string_row("ms-certificate-template-name"),
-    {"ms-ca-key-cert-index-pair", "Integer", !list, as<number>},
+    {"ms-ca-key-cert-index-pair", "Integer", !sequence_of, as<number>},
 };
 
 }  // namespace

@@ -227,7 +227,7 @@ std::string Type::show_short(const void *record, const View &view) const {
 }
 
 const std::vector<Type> &types() {
-  static const std::vector<Type> all = all_types();
+  static const auto &all = *new const std::vector<Type>(all_types());  // for the whole run
   return all;
 }
 
@@ -237,8 +237,8 @@ const Type *type_named(std::string_view name) {
 }
 
 const Type *row_of(const pki_Type *type) {
-  static const auto rows = [] {
-    std::unordered_map<const pki_Type *, const Type *> by_type;
+  static const auto &rows = []() -> const auto & {
+    auto &by_type = *new std::unordered_map<const pki_Type *, const Type *>();
     for (const Type &row : types())
       if (!row.syntax.list) by_type.emplace(row.syntax.type, &row);
     return by_type;
