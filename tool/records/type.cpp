@@ -242,7 +242,8 @@ const Type *row_of(const pki_Type *type) {
     for (const Type &row : types())
       if (!row.syntax.list) by_type.emplace(row.syntax.type, &row);
     return by_type;
-  }();
+  }
+  ();
   const auto found = rows.find(type);
   return found == rows.end() ? nullptr : found->second;
 }
