@@ -20,7 +20,7 @@ Header read_header(Octets rest) {
     return header;
   }
   if (rest.size() < 2) {
-    header.fault = "the input ends behind the identifier octet " + hex(rest.first(1));
+    header.fault = "the input ends after the identifier octet " + hex(rest.first(1));
     return header;
   }
   const uint8_t first = rest[1];

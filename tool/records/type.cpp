@@ -236,16 +236,26 @@ const Type *type_named(std::string_view name) {
   return found == types().end() ? nullptr : &*found;
 }
 
-const Type *row_of(const pki_Type *type) {
-  static const auto &rows = []() -> const auto & {
-    auto &by_type = *new std::unordered_map<const pki_Type *, const Type *>();
+namespace {
+
+using Rows = std::unordered_map<const pki_Type *, const Type *>;
+
+/// The rows by their types; never released, as the rows themselves.
+const Rows &rows_by_type() {
+  static const Rows &rows = *[] {
+    auto *const made = new Rows();
     for (const Type &row : types())
-      if (!row.syntax.list) by_type.emplace(row.syntax.type, &row);
-    return by_type;
-  }
-  ();
-  const auto found = rows.find(type);
-  return found == rows.end() ? nullptr : found->second;
+      if (!row.syntax.list) made->emplace(row.syntax.type, &row);
+    return made;
+  }();
+  return rows;
+}
+
+}  // namespace
+
+const Type *row_of(const pki_Type *type) {
+  const auto found = rows_by_type().find(type);
+  return found == rows_by_type().end() ? nullptr : found->second;
 }
 
 }  // namespace tool
