@@ -1,4 +1,4 @@
-// Constant object identifiers behind getters.
+// Constant object identifiers, each with a getter.
 #ifndef ORVELASN1_IDENTIFIERS_H
 #define ORVELASN1_IDENTIFIERS_H
 

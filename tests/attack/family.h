@@ -40,7 +40,7 @@ enum Departure : unsigned {
   /// The short name of a serial number is written in a text, and cannot be read there.
   cannot_read_sn = 1U << 8,
   /// An arc above 0x7FFFFFFF is written as a negative number, and the reader counts arcs by the
-  /// digits and dots in front of the minus: those behind it are not read.
+  /// digits and dots before the minus: those after it are not read.
   cannot_read_negative_arcs = 1U << 9,
   /// The decoder exists by name only, and refuses everything. What decodes here is the tests' own.
   is_never_read = 1U << 10,

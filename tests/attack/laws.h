@@ -20,7 +20,7 @@ bool is_promised_ending(const std::string &words);
 
 /// Decodes, traces, encodes, copies, compares and releases. Gives the law that does not hold, or an
 /// empty text:
-/// - what is given back does not depend on the trace, nor on the octets behind the end;
+/// - the result does not depend on the trace, nor on the octets past the end;
 /// - depth 0 writes no trace;
 /// - the cursor stays in the range;
 /// - a failed decoder leaves the place alone or clears it;
@@ -64,7 +64,7 @@ bool has_shortest_lengths(Octets input);
 /// is not sure.
 bool has_tag(Octets input, uint8_t number);
 
-/// Whether the element behind the OBJECT IDENTIFIER that begins a SEQUENCE is in constructed form;
+/// Whether the element after the OBJECT IDENTIFIER that begins a SEQUENCE is in constructed form;
 /// true also where that is not sure.
 bool has_constructed_value(Octets input);
 

@@ -38,7 +38,7 @@ class Reader {
 
   void skip() { z_ = end_; }
 
-  /// The cursor behind the element; null where something failed or is left over.
+  /// The cursor past the element; null where something failed or is left over.
   const uint8_t *behind() const { return z_ == end_ ? z_ : nullptr; }
 
  private:

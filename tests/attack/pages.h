@@ -1,4 +1,4 @@
-// Memory with an unreadable page right in front of it and right behind it.
+// Memory with an unreadable page right before it and right after it.
 #ifndef ORVELASN1_TESTS_ATTACK_PAGES_H
 #define ORVELASN1_TESTS_ATTACK_PAGES_H
 
@@ -19,7 +19,7 @@ class Pages {
 
   /// A copy whose last octet stands right in front of the unreadable page.
   const uint8_t *at_end(Octets octets) const;
-  /// A copy whose first octet stands right behind the unreadable page.
+  /// A copy whose first octet stands right after the unreadable page.
   const uint8_t *at_start(Octets octets) const;
 
  private:

@@ -29,7 +29,7 @@ const fuzz::Mutator &mutator() {
 bool is_for_elements(unsigned seed) { return seed % 8 < 3; }
 bool is_for_crossing(unsigned seed) { return seed % 4 == 0; }
 
-/// Writes the octets behind the one that chooses; 0 where there are none.
+/// Writes the octets after the one that chooses. Returns 0 for no octets.
 size_t write_behind(uint8_t choice, const fuzz::Bytes &octets, uint8_t *out) {
   if (octets.empty()) return 0;
   out[0] = choice;

@@ -4,7 +4,7 @@
 //   fuzz_seeds FOLDER FAMILY FILE...   each file for this family, and the elements in the files for
 //                                      every family that reads them to their end
 //
-// They go to FOLDER/GROUP/, behind the octet that chooses the family.
+// They go to FOLDER/GROUP/, after the octet that chooses the family.
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
