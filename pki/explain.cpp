@@ -18,6 +18,40 @@ namespace {
 // Words
 // ---------------------------------------------------------------------------------------------
 
+constexpr const char *universal_types[] = {"end-of-contents",
+                                           "BOOLEAN",
+                                           "INTEGER",
+                                           "BIT STRING",
+                                           "OCTET STRING",
+                                           "NULL",
+                                           "OBJECT IDENTIFIER",
+                                           "ObjectDescriptor",
+                                           "EXTERNAL",
+                                           "REAL",
+                                           "ENUMERATED",
+                                           "EMBEDDED PDV",
+                                           "UTF8String",
+                                           "RELATIVE-OID",
+                                           "TIME",
+                                           "[UNIVERSAL 15]",
+                                           "SEQUENCE",
+                                           "SET",
+                                           "NumericString",
+                                           "PrintableString",
+                                           "TeletexString",
+                                           "VideotexString",
+                                           "IA5String",
+                                           "UTCTime",
+                                           "GeneralizedTime",
+                                           "GraphicString",
+                                           "VisibleString",
+                                           "GeneralString",
+                                           "UniversalString",
+                                           "CHARACTER STRING",
+                                           "BMPString",
+                                           "long tag"};
+constexpr const char *tag_classes[] = {"", "[APPLICATION ", "[", "[PRIVATE "};
+
 /// The name of an identifier octet.
 struct TagName {
   char text[48];
@@ -207,13 +241,13 @@ void Explanation::refuse_length(const Reader &in, bool indefinite_taken, const P
       length = length << 8 | octet;
     }
   }
-  char header[3 * 6 + 1];
+  char octets[3 * 6 + 1];
   size_t written = 0;
   for (const uint8_t *octet = at; octet != rest.position(); ++octet) {
-    written += static_cast<size_t>(std::snprintf(header + written, sizeof header - written,
+    written += static_cast<size_t>(std::snprintf(octets + written, sizeof octets - written,
                                                  "%s%02X", written == 0 ? "" : " ", *octet));
   }
-  fail(at, path, "the header %s promises %u octets, but only %zu are left", header, length,
+  fail(at, path, "the header %s promises %u octets, but only %zu are left", octets, length,
        rest.left());
 }
 
@@ -418,8 +452,7 @@ const uint8_t *Explanation::choice(const Type &type, const Reader &in, const Pat
   char expected[160];
   size_t written = 0;
   for (uint16_t i = 0; i < type.count && written < sizeof expected; ++i) {
-    const Field &field = type.fields[i];
-    const TagName one(field.found_by);
+    const TagName one(type.fields[i].found_by);
     written += static_cast<size_t>(std::snprintf(expected + written, sizeof expected - written,
                                                  "%s%s", i == 0 ? "" : ", ", one.text));
   }
@@ -457,15 +490,15 @@ bool Explanation::field(const Type &type, const Field &field, ContentReader &in,
   }
   if (field.type->kind == Kind::integer && numbers->count < std::size(numbers->views)) {
     // An explicit tag may have more content than the number.
-    Reader number(from, in.end());
+    Reader rest(from, in.end());
     uint32_t length = 0;
-    if (field.tagging == Tagging::explicit_tag) number.read_header(0, field.found_by, &length, 0);
-    if (number.read_header(0, tag::integer, &length, 0) && length != 0) {
-      const bool zero_first = number.peek() == 0;
+    if (field.tagging == Tagging::explicit_tag) rest.read_header(0, field.found_by, &length, 0);
+    if (rest.read_header(0, tag::integer, &length, 0) && length != 0) {
+      const bool zero_first = rest.peek() == 0;
       numbers->members[numbers->count] = field.member;
       numbers->views[numbers->count++] = {
           zero_first ? length - 1 : length,
-          const_cast<uint8_t *>(zero_first ? number.position() + 1 : number.position()), 0};
+          const_cast<uint8_t *>(zero_first ? rest.position() + 1 : rest.position()), 0};
     }
   }
   return true;
@@ -683,48 +716,15 @@ int32_t pki_explain(const pki_Type *type, const uint8_t *z, const uint8_t *end, 
 }
 
 const char *pki_identifier_name(uint8_t octet, char *buffer, uint32_t size) {
-  static constexpr const char *universal[] = {"end-of-contents",
-                                              "BOOLEAN",
-                                              "INTEGER",
-                                              "BIT STRING",
-                                              "OCTET STRING",
-                                              "NULL",
-                                              "OBJECT IDENTIFIER",
-                                              "ObjectDescriptor",
-                                              "EXTERNAL",
-                                              "REAL",
-                                              "ENUMERATED",
-                                              "EMBEDDED PDV",
-                                              "UTF8String",
-                                              "RELATIVE-OID",
-                                              "TIME",
-                                              "[UNIVERSAL 15]",
-                                              "SEQUENCE",
-                                              "SET",
-                                              "NumericString",
-                                              "PrintableString",
-                                              "TeletexString",
-                                              "VideotexString",
-                                              "IA5String",
-                                              "UTCTime",
-                                              "GeneralizedTime",
-                                              "GraphicString",
-                                              "VisibleString",
-                                              "GeneralString",
-                                              "UniversalString",
-                                              "CHARACTER STRING",
-                                              "BMPString",
-                                              "long tag"};
-  static constexpr const char *classes[] = {"", "[APPLICATION ", "[", "[PRIVATE "};
   const int number = octet & tag::number;
   if (octet >> 6 != 0) {
-    std::snprintf(buffer, size, "%s%d] (%02X)", classes[octet >> 6], number, octet);
+    std::snprintf(buffer, size, "%s%d] (%02X)", tag_classes[octet >> 6], number, octet);
   } else {
     const bool marked = (octet & tag::constructed) != 0 &&
                         number != (tag::sequence & tag::number) &&
                         number != (tag::set & tag::number);
-    std::snprintf(buffer, size, "%s%s (%02X)", marked ? "constructed " : "", universal[number],
-                  octet);
+    std::snprintf(buffer, size, "%s%s (%02X)", marked ? "constructed " : "",
+                  universal_types[number], octet);
   }
   return buffer;
 }

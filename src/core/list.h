@@ -56,13 +56,13 @@ const uint8_t *decode_list(const uint8_t *z, const uint8_t *end, uint32_t impl_t
 /// one.
 template <class Element>
 uint32_t encode_list(uint8_t **pp, uint32_t tag, const List *list, Element element) {
-  Measure measure;
+  Measure size;
   for (int32_t i = 0; i < List_len(list); ++i) {
-    if (!measure.add(element(nullptr, List_get(list, i)))) return 0;
+    if (!size.add(element(nullptr, List_get(list, i)))) return 0;
   }
-  const uint32_t whole = measure.element();
+  const uint32_t whole = size.element();
   if (pp == nullptr || whole == 0) return whole;
-  Writer(pp).header(static_cast<uint8_t>(tag | tag::constructed), measure.content());
+  Writer(pp).header(static_cast<uint8_t>(tag | tag::constructed), size.content());
   for (int32_t i = 0; i < List_len(list); ++i) element(pp, List_get(list, i));
   return whole;
 }

@@ -191,7 +191,7 @@ struct Wiped {
   static constexpr Field field = wiped(F::field);
 };
 
-constexpr Field kept(Field field, uint16_t member, Kept keeper) {
+constexpr Field keeping(Field field, uint16_t member, Kept keeper) {
   field.kept = member;
   field.keeper = keeper;
   return field;
@@ -202,7 +202,7 @@ constexpr Field kept(Field field, uint16_t member, Kept keeper) {
 /// a field that fails.
 template <auto Encoded, class F, Kept By = Kept::by_the_record>
 struct Stored {
-  static constexpr Field field = kept(F::field, offset_of<Encoded>(), By);
+  static constexpr Field field = keeping(F::field, offset_of<Encoded>(), By);
 };
 
 constexpr Field by_hand(Field field, const FieldFunctions *functions) {

@@ -78,11 +78,11 @@ namespace {
 /// Encodes an element under an explicit tag; `element(pp)` encodes the element.
 template <class Element>
 uint32_t encode_explicit(uint8_t **pp, uint32_t tag, Element element) {
-  Measure measure;
-  if (!measure.add(element(nullptr))) return 0;
-  const uint32_t whole = measure.element();
+  Measure size;
+  if (!size.add(element(nullptr))) return 0;
+  const uint32_t whole = size.element();
   if (pp == nullptr || whole == 0) return whole;
-  Writer(pp).header(static_cast<uint8_t>(tag | tag::constructed), measure.content());
+  Writer(pp).header(static_cast<uint8_t>(tag | tag::constructed), size.content());
   element(pp);
   return whole;
 }
