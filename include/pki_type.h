@@ -51,7 +51,8 @@ typedef enum pki_Presence {
   PKI_NEXT_OCTET,     /**< the next octet of the content begins it */
   PKI_OCTET_OF_INPUT, /**< the next octet begins it, even where it stands past the content */
   PKI_EITHER_FORM,    /**< the next octet begins it, in primitive or constructed form */
-  PKI_ANYTHING_LEFT   /**< the content is not used up */
+  PKI_ANYTHING_LEFT,  /**< the content is not used up */
+  PKI_ANY_ELEMENT     /**< an element follows, whatever its identifier octet */
 } pki_Presence;
 
 enum {

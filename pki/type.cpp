@@ -8,21 +8,33 @@ using namespace asn1;
 
 namespace asn1 {
 #define TYPE(T) extern const Type T##Type;
+#define FORM(T)
 #include "types.inc"
+#undef FORM
 #undef TYPE
 }  // namespace asn1
+
+namespace pki {
+#define TYPE(T)
+#define FORM(T) extern const Type T##Type;
+#include "types.inc"
+#undef FORM
+#undef TYPE
+}  // namespace pki
 
 namespace {
 
 constexpr const Type *types[] = {
 #define TYPE(T) &asn1::T##Type,
+#define FORM(T) &pki::T##Type,
 #include "types.inc"
+#undef FORM
 #undef TYPE
 };
 
 static_assert(static_cast<int>(Kind::card_identifier) == PKI_CARD_IDENTIFIER);
 static_assert(static_cast<int>(Tagging::explicit_tag) == PKI_EXPLICIT);
-static_assert(static_cast<int>(Presence::anything_left) == PKI_ANYTHING_LEFT);
+static_assert(static_cast<int>(Presence::any_element) == PKI_ANY_ELEMENT);
 static_assert(no_member == PKI_NO_MEMBER);
 
 const char *text_or_none(const char *text) { return text == nullptr ? "" : text; }

@@ -156,6 +156,21 @@ class Reader {
     return true;
   }
 
+  /// Takes a header of an exact type, whose content lies whole in front of the end.
+  [[gnu::always_inline]] bool read_exact_header(uint32_t impl_tag, uint8_t own_tag, Forms forms,
+                                                Header *header, uint32_t depth) {
+    Reader in = *this;
+    if (!in.read_header(impl_tag, own_tag, forms, header, depth) || header->length > INT32_MAX) {
+      return false;
+    }
+    *this = in;
+    return true;
+  }
+
+  /// The content after a header of an exact type. An indefinite one ends with the first
+  /// end-of-contents that stands where an element could begin.
+  inline ContentReader exact_content(const Header &header) const;
+
   /// Takes an end-of-contents.
   bool read_eoc() {
     if (left() < 2 || z_[0] != 0 || z_[1] != 0) return false;
@@ -183,6 +198,12 @@ class ContentReader : public Reader {
   /// The next octet, even where it lies past the content; -1 at the end of the input.
   int peek_outer() const { return Reader(position(), outer_end_).peek(); }
 
+  /// Whether another element of an exact type follows: none has the identifier octet 0.
+  bool element_follows() const { return peek() > 0; }
+
+  /// Takes what ends the content of an exact type: nothing, or the end-of-contents.
+  bool close(const Header &header) { return header.indefinite ? read_eoc() : at_end(); }
+
   /// Takes an end-of-contents, even where it lies past the content.
   bool read_outer_eoc() {
     Reader outer(position(), outer_end_);
@@ -202,6 +223,10 @@ inline ContentReader Reader::content(uint32_t length) const {
 inline ContentReader Reader::content(const Header &header) const {
   if (!header.indefinite) return content(header.length);
   return {z_, left() < 2 ? z_ : end_ - 2, end_};
+}
+
+inline ContentReader Reader::exact_content(const Header &header) const {
+  return header.indefinite ? ContentReader(z_, end_, end_) : content(header.length);
 }
 
 /// The number of length octets of the shortest definite form.

@@ -94,6 +94,7 @@ void *clone_fields(const void *source, const Walk &walk) {
 [[gnu::always_inline]] inline bool is_there(const Field &field, const ContentReader &in) {
   if (field.presence == Presence::always) return true;
   if (field.presence == Presence::anything_left) return !in.at_end();
+  if (field.presence == Presence::any_element) return in.element_follows();
   if (field.presence == Presence::octet_of_input) return in.peek_outer() == field.found_by;
   const int octet = in.peek();
   if (octet < 0) return false;
@@ -134,34 +135,38 @@ const uint8_t *decode_explicit(const Field &field, const uint8_t *z, const uint8
   return kept != nullptr;
 }
 
-// What is left in the content past the last field that was recognised is neither refused nor
-// skipped: the cursor that is returned stands in front of it. A refused header leaves the place
-// alone, but for a type that may have an indefinite length, whose end-of-contents stands right past
-// the last field, and past which more may follow.
+// What is left in the content past the last field that was recognised is refused in an exact type.
+// In any other it is neither refused nor skipped: the cursor that is returned stands in front of it. A
+// refused header leaves the place alone, but for a type that may have an indefinite length, whose
+// end-of-contents stands right past the last field, and past which more may follow.
 template <class Walk>
 const uint8_t *decode_fields(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void *place,
                              uint32_t depth, const Walk &walk) {
   const Type &type = walk.type;
-  if (type.any_length) {
+  if (type.any_length || type.exact) {
     if (place == nullptr) return nullptr;
     store(place, nullptr);
   }
   Reader in(z, end);
   Header header;
-  if (!in.read_header(impl_tag, tag::sequence, type.any_length ? Forms::indefinite : Forms::one,
-                      &header, depth) ||
-      place == nullptr) {
+  if (type.exact) {
+    if (!in.read_exact_header(impl_tag, type.identifier, Forms::indefinite, &header, depth)) {
+      return nullptr;
+    }
+  } else if (!in.read_header(impl_tag, tag::sequence,
+                             type.any_length ? Forms::indefinite : Forms::one, &header, depth) ||
+             place == nullptr) {
     return nullptr;
   }
   void *const record = zeroed(type.size);
   store(place, record);
   if (record == nullptr) return nullptr;
   const uint32_t inner_depth = child_depth(depth);
-  ContentReader content = in.content(header);
+  ContentReader content = type.exact ? in.exact_content(header) : in.content(header);
   if (walk.all([&](const Field &field) __attribute__((always_inline)) {
         return decode_field(field, content, record, inner_depth);
       }) &&
-      (!header.indefinite || content.read_outer_eoc())) {
+      (type.exact ? content.close(header) : !header.indefinite || content.read_outer_eoc())) {
     trace_close(depth);
     return content.position();
   }
@@ -170,8 +175,44 @@ const uint8_t *decode_fields(const uint8_t *z, const uint8_t *end, uint32_t impl
   return nullptr;
 }
 
+/// The same for an exact type: a failure leaves no list.
+inline const uint8_t *decode_exact_elements(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                                            void *place, uint32_t depth, const Type &type) {
+  if (place == nullptr) return nullptr;
+  store(place, nullptr);
+  Reader in(z, end);
+  Header header;
+  if (!in.read_exact_header(impl_tag, type.identifier, Forms::indefinite, &header, depth)) {
+    return nullptr;
+  }
+  List *const list = List_new(0);
+  if (list == nullptr) return nullptr;
+  const Type &element_type = *type.element;
+  const uint32_t inner_depth = child_depth(depth);
+  ContentReader content = in.exact_content(header);
+  while (content.element_follows()) {
+    void *element = nullptr;
+    const uint8_t *const next =
+        decode(content.position(), content.end(), 0, &element, inner_depth, element_type);
+    if (next == nullptr || List_append(list, element, 0) == 0) {
+      if (next != nullptr) release(element, element_type);
+      break;
+    }
+    content.move_to(next);
+  }
+  // Where the loop stopped at an element, that stands in front of the end.
+  if (content.close(header)) {
+    trace_close(depth);
+    store(place, list);
+    return content.position();
+  }
+  release_elements(list, element_type);
+  return nullptr;
+}
+
 inline const uint8_t *decode_elements(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
                                       void *place, uint32_t depth, const Type &type) {
+  if (type.exact) return decode_exact_elements(z, end, impl_tag, place, depth, type);
   const Type &element = *type.element;
   return decode_list(
       z, end, impl_tag, type.identifier, static_cast<List **>(place), depth,

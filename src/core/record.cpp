@@ -126,8 +126,14 @@ void *clone_walked(const void *value, const Type &type) {
 // Encode: measure, then write from the end
 // ---------------------------------------------------------------------------------------------
 
+/// Whether a value of an exact type is not there. NULL has none.
+static bool is_missing(const void *value, const Type &type) {
+  return value == nullptr && type.exact && type.kind != Kind::null;
+}
+
 uint32_t measure_tagged(const Field &field, const void *value) {
   if (field.tagging == Tagging::none) return measure(value, *field.type);
+  if (is_missing(value, *field.type)) return 0;
   require(value != nullptr || field.may_be_null, unit,
           field.tagging == Tagging::implicit ? "asn1_implicit_e" : "asn1_explicit_e", "pElement");
   const uint32_t octets = measure(value, *field.type);
@@ -204,6 +210,7 @@ uint32_t measure_fields(const void *record, const Type &type) {
 }
 
 uint32_t measure(const void *value, const Type &type) {
+  if (is_missing(value, type)) return 0;
   if (type.nests && !stack_for_nested()) return 0;
   if (type.by_hand.measure != nullptr) return type.by_hand.measure(value);
   if (type.kind == Kind::sequence) return measure_record(value, type);
@@ -247,6 +254,17 @@ const uint8_t *decode_explicit(const Field &field, const uint8_t *z, const uint8
   Reader in(z, end);
   uint32_t length;
   const auto expected = static_cast<uint8_t>(field.tag | tag::constructed);
+  if (field.type->exact) {
+    Header header;
+    if (!in.read_exact_header(0, expected, Forms::indefinite, &header, depth)) return nullptr;
+    ContentReader content = in.exact_content(header);
+    const uint8_t *const next =
+        decode(content.position(), content.end(), 0, place, depth, *field.type);
+    if (next == nullptr) return nullptr;
+    content.move_to(next);
+    // The value that was read is released with the record in which it stands.
+    return content.close(header) ? content.position() : nullptr;
+  }
   if (!in.read_header(0, expected, &length, depth)) return nullptr;
   const Reader content = in.content(length);
   return decode(content.position(), content.end(), 0, place, depth, *field.type);

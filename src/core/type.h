@@ -49,7 +49,8 @@ enum class Presence : uint8_t {
   next_octet,      ///< the next octet of the content begins it
   octet_of_input,  ///< the next octet begins it, even where it stands past the content
   either_form,     ///< the next octet begins it, in primitive or constructed form
-  anything_left    ///< the content is not used up
+  anything_left,   ///< the content is not used up
+  any_element      ///< an element follows, whatever its identifier octet
 };
 
 /// Who looks after the octets that a field is kept in beside its value.
@@ -126,8 +127,13 @@ struct Type {
   bool any_length = false;           ///< a SEQUENCE that may have an indefinite length
   bool copies_unknown_kind = false;  ///< a CHOICE whose copy may lack an alternative
   bool nests = false;                ///< that may hold a value of its own type, to any depth
+  /// A form of an RFC. Its content is used up or it is refused; it may have an indefinite length, up to
+  /// the end-of-contents wherever that stands (X.690, 8.1.3.6); a null pointer fails, and never ends
+  /// the process.
+  bool exact = false;
   uint16_t size = 0;                 ///< octets of the record
   uint16_t count = 0;                ///< fields
+  uint16_t most = 0;                 ///< content octets that an exact identifier may have; 0: any number
   const Field *fields = nullptr;     ///< the components in the order of the wire, or alternatives
   const Type *element = nullptr;     ///< of a SEQUENCE OF or SET OF
   TypeFunctions by_hand{};
