@@ -294,6 +294,40 @@ char further_down(size_t kibibytes, F f) {
   return room[0];
 }
 
+// A decoder leaves most of the stack for what comes after it. The explanation, which needs more for
+// each level, takes of that. The decoder refuses a level less for what is on the stack already: the
+// levels are those that it takes with somewhat more in use than an agreement has.
+TEST(Deep, WhatIsTakenOnASmallStackHasNoFaultThere) {
+  struct Case {
+    std::string_view family;
+    size_t level;  ///< octets of a level of the nesting
+    std::function<Bytes(size_t)> make;
+  };
+  const Case cases[] = {{"ContentInfo", 32, [](size_t n) { return messages(n, false); }},
+                        {"ContentInfo", 32, [](size_t n) { return messages(n, true); }},
+                        {"GDOObject", 15, card_objects}};
+  for (const Case &one : cases) {
+    const Family &family = family_named(one.family);
+    size_t taken = 0;
+    on_small_stack([&] {
+      size_t refused = 64 * kibi / one.level;
+      while (taken + 1 < refused) {
+        const size_t between = (taken + refused) / 2;
+        const auto read = [&] {
+          (use(family, one.make(between * one.level)) != -1 ? taken : refused) = between;
+        };
+        further_down(4, read);
+      }
+      ASSERT_LT(8U, taken);
+      for (size_t levels = taken - 8; levels <= taken; ++levels) {
+        EXPECT_EQ("", broken_agreement(family, one.make(levels * one.level)))
+            << family.name << " of " << levels << " levels";
+      }
+    });
+    EXPECT_LT(taken, 64 * kibi / one.level - 1);
+  }
+}
+
 // A message without a type ends the process while it is read. A program that jumps out of that goes
 // on with the stack that it has then.
 TEST(Deep, AReadingThatAJumpLeftInTheMiddleDoesNotCount) {
