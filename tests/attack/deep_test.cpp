@@ -341,14 +341,19 @@ TEST(Deep, AReadingThatAJumpLeftInTheMiddleDoesNotCount) {
     EXPECT_FALSE(guard.run([&] { use(family, without_a_type); }));
     EXPECT_PRED1(is_promised_ending, guard.last_words());
   };
-  size_t expected = 0, after_a_jump = 0;
-  on_small_stack([&] { expected = deepest_message(); });
-  on_small_stack([&] {
-    further_down(128, jump_out_of_a_reading);
-    after_a_jump = deepest_message();
-  });
-  EXPECT_LT(0U, expected);
-  EXPECT_EQ(expected, after_a_jump);
+  struct Case {
+    size_t jump_at, read_at;  ///< KiB of the stack in use
+  };
+  for (const Case one : {Case{128, 0}, Case{0, 128}}) {
+    size_t expected = 0, after_a_jump = 0;
+    on_small_stack([&] { further_down(one.read_at, [&] { expected = deepest_message(); }); });
+    on_small_stack([&] {
+      further_down(one.jump_at, jump_out_of_a_reading);
+      further_down(one.read_at, [&] { after_a_jump = deepest_message(); });
+    });
+    EXPECT_LT(0U, expected);
+    EXPECT_EQ(expected, after_a_jump) << one.read_at << " KiB down";
+  }
 }
 
 // An encoder measures once, and writes once from the end. Four times the depth takes four times the
