@@ -130,39 +130,43 @@ class Explanation {
   void refuse_length(const Reader &in, bool indefinite_taken, const Path *path);
   bool has_stack(const uint8_t *at, const Path *path);
 
-  const uint8_t *number(const Type &type, Reader in, uint32_t impl_tag, const Path *path);
-  const uint8_t *integer(Reader in, uint32_t impl_tag, const Path *path);
-  const uint8_t *null(Reader in, uint32_t impl_tag, const Path *path);
-  const uint8_t *any(Reader in, const Path *path);
-  const uint8_t *identifier(Reader in, uint32_t impl_tag, const Path *path);
-  const uint8_t *time(const Type &type, Reader in, uint32_t impl_tag, const Path *path);
+  // Each level of a nesting has the frames of value() and of the functions that enter it again. They
+  // are small: no function is inlined into value(), and a buffer for a refusal is in none of them.
+  [[gnu::noinline]] const uint8_t *number(const Type &type, Reader in, uint32_t impl_tag,
+                                          const Path *path);
+  [[gnu::noinline]] const uint8_t *integer(Reader in, uint32_t impl_tag, const Path *path);
+  [[gnu::noinline]] const uint8_t *null(Reader in, uint32_t impl_tag, const Path *path);
+  [[gnu::noinline]] const uint8_t *any(Reader in, const Path *path);
+  [[gnu::noinline]] const uint8_t *identifier(Reader in, uint32_t impl_tag, const Path *path);
+  [[gnu::noinline]] const uint8_t *time(const Type &type, Reader in, uint32_t impl_tag,
+                                        const Path *path);
   template <class Content>
-  const uint8_t *string(Reader in, uint32_t impl_tag, uint8_t own_tag, const Path *path);
+  [[gnu::noinline]] const uint8_t *string(Reader in, uint32_t impl_tag, uint8_t own_tag,
+                                          const Path *path);
+  [[gnu::noinline]] const uint8_t *attribute_value(Reader in, const Path *path);
+  [[gnu::noinline]] const uint8_t *elements(const Type &type, Reader in, uint32_t impl_tag,
+                                            const Path *path);
+  [[gnu::noinline]] const uint8_t *name(const Type &type, Reader in, uint32_t impl_tag,
+                                        const Path *path);
+  [[gnu::noinline]] const uint8_t *choice(const Type &type, Reader in, const Path *path);
+  [[gnu::noinline]] const uint8_t *sequence(const Type &type, Reader in, uint32_t impl_tag,
+                                            const Path *path);
+  [[gnu::noinline]] const uint8_t *message(Reader in, uint32_t impl_tag, const Path *path);
+  [[gnu::noinline]] const uint8_t *card_object(const Type &type, Reader in, const Path *path);
+  [[gnu::noinline]] const uint8_t *card_identifier(Reader in, const Path *path);
+
   template <class Content>
   const uint8_t *segments(const Reader &in, const Header &header, uint8_t own_tag, const Path *path,
                           uint32_t *octets);
   template <class Content>
   bool take(Reader &in, const Header &header, const Path *path, Octets *octets);
-  const uint8_t *attribute_value(Reader in, const Path *path);
-  const uint8_t *name(const Type &type, Reader in, uint32_t impl_tag, const Path *path);
-
-  // What stands on the stack once for each level of a nesting is small: a level holds the frames of
-  // the functions that enter one another, and no buffer of a refusal.
-  [[gnu::noinline]] const uint8_t *elements(const Type &type, Reader in, uint32_t impl_tag,
-                                            const Path *path);
-  [[gnu::noinline]] const uint8_t *choice(const Type &type, Reader in, const Path *path);
-  [[gnu::noinline]] const uint8_t *refuse_choice(const Type &type, const Reader &in,
-                                                 const Path *path);
-  [[gnu::noinline]] const uint8_t *sequence(const Type &type, Reader in, uint32_t impl_tag,
-                                            const Path *path);
   const uint8_t *tagged(const Field &field, Reader in, const Path *path);
   bool field(const Type &type, const Field &field, ContentReader &in, Numbers *numbers,
              const Path *path);
   [[gnu::noinline]] static bool allowed(const Type &type, const Field &field,
                                         const Numbers &numbers);
-  [[gnu::noinline]] const uint8_t *message(Reader in, uint32_t impl_tag, const Path *path);
-  [[gnu::noinline]] const uint8_t *card_object(const Type &type, Reader in, const Path *path);
-  const uint8_t *card_identifier(Reader in, const Path *path);
+  [[gnu::noinline]] const uint8_t *refuse_choice(const Type &type, const Reader &in,
+                                                 const Path *path);
 
   const uint8_t *const start_;
   pki_Fault *const fault_;
