@@ -120,36 +120,53 @@ class Explanation {
     return fail(at, path, "expected %s, but the enclosing element ends", expected);
   }
 
+  [[gnu::noinline]] const uint8_t *fail_expected(const Reader &in, const Path *path,
+                                                 uint8_t expected, uint8_t or_else = 0);
+  [[gnu::noinline]] const uint8_t *fail_found(const Reader &in, const Path *path, const char *why);
+
   bool header(Reader &in, uint32_t impl_tag, uint8_t own_tag, Forms forms, Header *header,
               const Path *path);
   void refuse_header(const Reader &in, uint8_t effective, Forms forms, const Path *path);
   void refuse_length(const Reader &in, bool indefinite_taken, const Path *path);
   bool has_stack(const uint8_t *at, const Path *path);
 
-  const uint8_t *number(const Type &type, Reader in, uint32_t impl_tag, const Path *path);
-  const uint8_t *integer(Reader in, uint32_t impl_tag, const Path *path);
-  const uint8_t *any(Reader in, const Path *path);
-  const uint8_t *identifier(Reader in, uint32_t impl_tag, const Path *path);
-  const uint8_t *time(const Type &type, Reader in, uint32_t impl_tag, const Path *path);
+  // Each level of a nesting has the frames of value() and of the functions that enter it again. They
+  // are small: no function is inlined into value(), and a buffer for a refusal is in none of them.
+  [[gnu::noinline]] const uint8_t *number(const Type &type, Reader in, uint32_t impl_tag,
+                                          const Path *path);
+  [[gnu::noinline]] const uint8_t *integer(Reader in, uint32_t impl_tag, const Path *path);
+  [[gnu::noinline]] const uint8_t *null(Reader in, uint32_t impl_tag, const Path *path);
+  [[gnu::noinline]] const uint8_t *any(Reader in, const Path *path);
+  [[gnu::noinline]] const uint8_t *identifier(Reader in, uint32_t impl_tag, const Path *path);
+  [[gnu::noinline]] const uint8_t *time(const Type &type, Reader in, uint32_t impl_tag,
+                                        const Path *path);
   template <class Content>
-  const uint8_t *string(Reader in, uint32_t impl_tag, uint8_t own_tag, const Path *path);
+  [[gnu::noinline]] const uint8_t *string(Reader in, uint32_t impl_tag, uint8_t own_tag,
+                                          const Path *path);
+  [[gnu::noinline]] const uint8_t *attribute_value(Reader in, const Path *path);
+  [[gnu::noinline]] const uint8_t *elements(const Type &type, Reader in, uint32_t impl_tag,
+                                            const Path *path);
+  [[gnu::noinline]] const uint8_t *name(const Type &type, Reader in, uint32_t impl_tag,
+                                        const Path *path);
+  [[gnu::noinline]] const uint8_t *choice(const Type &type, Reader in, const Path *path);
+  [[gnu::noinline]] const uint8_t *sequence(const Type &type, Reader in, uint32_t impl_tag,
+                                            const Path *path);
+  [[gnu::noinline]] const uint8_t *message(Reader in, uint32_t impl_tag, const Path *path);
+  [[gnu::noinline]] const uint8_t *card_object(const Type &type, Reader in, const Path *path);
+  [[gnu::noinline]] const uint8_t *card_identifier(Reader in, const Path *path);
+
   template <class Content>
   const uint8_t *segments(const Reader &in, const Header &header, uint8_t own_tag, const Path *path,
                           uint32_t *octets);
   template <class Content>
   bool take(Reader &in, const Header &header, const Path *path, Octets *octets);
-  const uint8_t *attribute_value(const Reader &in, const Path *path);
-  const uint8_t *elements(const Type &type, Reader in, uint32_t impl_tag, const Path *path);
-  const uint8_t *name(const Type &type, const Reader &in, uint32_t impl_tag, const Path *path);
-  const uint8_t *choice(const Type &type, const Reader &in, const Path *path);
-  const uint8_t *sequence(const Type &type, Reader in, uint32_t impl_tag, const Path *path);
   const uint8_t *tagged(const Field &field, Reader in, const Path *path);
   bool field(const Type &type, const Field &field, ContentReader &in, Numbers *numbers,
              const Path *path);
-  bool allowed(const Type &type, const Field &field, const Numbers &numbers) const;
-  const uint8_t *message(Reader in, uint32_t impl_tag, const Path *path);
-  const uint8_t *card_object(const Type &type, Reader in, const Path *path);
-  const uint8_t *card_identifier(Reader in, const Path *path);
+  [[gnu::noinline]] static bool allowed(const Type &type, const Field &field,
+                                        const Numbers &numbers);
+  [[gnu::noinline]] const uint8_t *refuse_choice(const Type &type, const Reader &in,
+                                                 const Path *path);
 
   const uint8_t *const start_;
   pki_Fault *const fault_;
@@ -168,6 +185,24 @@ const uint8_t *Explanation::fail(const uint8_t *at, const Path *path, const char
   std::vsnprintf(fault_->sentence, sizeof fault_->sentence, format, arguments);
   va_end(arguments);
   return nullptr;
+}
+
+/// Refuses the identifier octet that comes next, or the end, where another is expected.
+const uint8_t *Explanation::fail_expected(const Reader &in, const Path *path, uint8_t expected,
+                                          uint8_t or_else) {
+  const TagName first(expected), second(or_else);
+  char names[sizeof first.text + sizeof second.text + 4];
+  std::snprintf(names, sizeof names, "%s%s%s", first.text, or_else != 0 ? " or " : "",
+                or_else != 0 ? second.text : "");
+  if (in.at_end()) return fail_at_end(in.position(), path, names);
+  return fail(in.position(), path, "expected %s, found %s", names,
+              TagName(static_cast<uint8_t>(in.peek())).text);
+}
+
+/// Refuses an element that may not be there.
+const uint8_t *Explanation::fail_found(const Reader &in, const Path *path, const char *why) {
+  return fail(in.position(), path, "found %s, %s", TagName(static_cast<uint8_t>(in.peek())).text,
+              why);
 }
 
 // What nests is refused where the stack of the thread is used up. The C library is asked for its
@@ -194,15 +229,10 @@ bool Explanation::header(Reader &in, uint32_t impl_tag, uint8_t own_tag, Forms f
 
 void Explanation::refuse_header(const Reader &in, uint8_t effective, Forms forms,
                                 const Path *path) {
-  const TagName expected(effective);
-  if (in.at_end()) {
-    fail_at_end(in.position(), path, expected.text);
-    return;
-  }
-  const auto found = static_cast<uint8_t>(in.peek());
+  const int found = in.peek();
   const bool other_form = ((found & ~effective) & tag::constructed) != 0 && forms != Forms::any;
-  if (((found ^ effective) & ~tag::constructed) != 0 || other_form) {
-    fail(in.position(), path, "expected %s, found %s", expected.text, TagName(found).text);
+  if (found < 0 || ((found ^ effective) & ~tag::constructed) != 0 || other_form) {
+    fail_expected(in, path, effective);
     return;
   }
   refuse_length(in, forms != Forms::one, path);
@@ -274,6 +304,11 @@ const uint8_t *Explanation::integer(Reader in, uint32_t impl_tag, const Path *pa
   if (head.length == 0) return fail(in.position(), path, "an INTEGER without content");
   if (!in.skip(head.length)) return fail(in.position(), path, "a length of %u octets", head.length);
   return in.position();
+}
+
+const uint8_t *Explanation::null(Reader in, uint32_t impl_tag, const Path *path) {
+  Header head;
+  return header(in, impl_tag, tag::null, Forms::one, &head, path) ? in.position() : nullptr;
 }
 
 const uint8_t *Explanation::any(Reader in, const Path *path) {
@@ -375,7 +410,7 @@ const uint8_t *Explanation::segments(const Reader &in, const Header &header, uin
 // ---------------------------------------------------------------------------------------------
 
 /// A string under any identifier octet. The text of a name has two digits for it.
-const uint8_t *Explanation::attribute_value(const Reader &in, const Path *path) {
+const uint8_t *Explanation::attribute_value(Reader in, const Path *path) {
   constexpr int too_large_for_a_text = 100;
   const int octet = in.peek();
   if (octet < 0) return fail_at_end(in.position(), path, "an element");
@@ -404,8 +439,7 @@ const uint8_t *Explanation::elements(const Type &type, Reader in, uint32_t impl_
   return content.position();
 }
 
-const uint8_t *Explanation::name(const Type &type, const Reader &in, uint32_t impl_tag,
-                                 const Path *path) {
+const uint8_t *Explanation::name(const Type &type, Reader in, uint32_t impl_tag, const Path *path) {
   const bool outer = in_text_;
   in_text_ = true;
   const uint8_t *const next = elements(type, in, impl_tag, path);
@@ -430,8 +464,7 @@ const uint8_t *Explanation::tagged(const Field &field, Reader in, const Path *pa
   }
   // A tag of 0 is found by another octet, and then read as one that never stands there.
   if (field.tag == 0) {
-    return fail(in.position(), path, "found %s, which the library refuses here",
-                TagName(static_cast<uint8_t>(in.peek())).text);
+    return fail_found(in, path, "which the library refuses here");
   }
   Header head;
   const auto wrapper = static_cast<uint8_t>(field.tag | tag::constructed);
@@ -440,7 +473,7 @@ const uint8_t *Explanation::tagged(const Field &field, Reader in, const Path *pa
   return value(*field.type, content.position(), content.end(), 0, path);
 }
 
-const uint8_t *Explanation::choice(const Type &type, const Reader &in, const Path *path) {
+const uint8_t *Explanation::choice(const Type &type, Reader in, const Path *path) {
   const int octet = in.peek();
   if (octet < 0) return fail_at_end(in.position(), path, "one of several alternatives");
   // The record of a Time has the whole identifier octet for its kind.
@@ -449,6 +482,10 @@ const uint8_t *Explanation::choice(const Type &type, const Reader &in, const Pat
     const Path inner{path, type.fields[i].name, 0};
     if (type.fields[i].kind == kind) return tagged(type.fields[i], in, &inner);
   }
+  return refuse_choice(type, in, path);
+}
+
+const uint8_t *Explanation::refuse_choice(const Type &type, const Reader &in, const Path *path) {
   char expected[160];
   size_t written = 0;
   for (uint16_t i = 0; i < type.count && written < sizeof expected; ++i) {
@@ -457,11 +494,11 @@ const uint8_t *Explanation::choice(const Type &type, const Reader &in, const Pat
                                                  "%s%s", i == 0 ? "" : ", ", one.text));
   }
   return fail(in.position(), path, "expected one of %s, found %s", expected,
-              TagName(static_cast<uint8_t>(octet)).text);
+              TagName(static_cast<uint8_t>(in.peek())).text);
 }
 
 /// Whether a field may be there, by what its condition says of the numbers read before.
-bool Explanation::allowed(const Type &type, const Field &field, const Numbers &numbers) const {
+bool Explanation::allowed(const Type &type, const Field &field, const Numbers &numbers) {
   alignas(void *) char record[256] = {};
   if (type.size > sizeof record) return true;
   for (uint32_t i = 0; i < numbers.count; ++i) {
@@ -477,8 +514,7 @@ bool Explanation::field(const Type &type, const Field &field, ContentReader &in,
   const uint8_t *const from = in.position();
   const Path inner{path, field.name, 0};
   if (field.condition != nullptr && !allowed(type, field, *numbers)) {
-    fail(from, &inner, "found %s, %s", TagName(static_cast<uint8_t>(in.peek())).text,
-         field.condition->otherwise);
+    fail_found(in, &inner, field.condition->otherwise);
     return false;
   }
   const uint8_t *const next = tagged(field, in, &inner);
@@ -590,18 +626,13 @@ const uint8_t *Explanation::card_object(const Type &type, Reader in, const Path 
   while (in.peek() != tag::object_identifier) {
     const int octet = in.peek();
     if (octet != tag::sequence && octet != tag::set) {
-      if (octet < 0) return fail_at_end(in.position(), path, TagName(tag::sequence).text);
-      return fail(in.position(), path, "expected %s, found %s", TagName(tag::sequence).text,
-                  TagName(static_cast<uint8_t>(octet)).text);
+      return fail_expected(in, path, tag::sequence);
     }
     if (!header(in, static_cast<uint32_t>(octet), tag::sequence, Forms::one, &head, path)) {
       return nullptr;
     }
   }
-  if (in.position() == from) {
-    return fail(from, path, "expected %s, found %s", TagName(tag::sequence).text,
-                TagName(tag::object_identifier).text);
-  }
+  if (in.position() == from) return fail_expected(in, path, tag::sequence);
   ContentReader content = in.content(head.length);
   uint8_t id = 0;
   const Path id_path{path, "id", 0};
@@ -622,11 +653,7 @@ const uint8_t *Explanation::card_object(const Type &type, Reader in, const Path 
   }
   const int octet = content.peek();
   if (role == GdoRole::attribute_holder && octet != tag::bit_string && octet != tag::octet_string) {
-    if (octet < 0)
-      return fail_at_end(content.position(), &value_path, TagName(tag::bit_string).text);
-    return fail(content.position(), &value_path, "expected %s or %s, found %s",
-                TagName(tag::bit_string).text, TagName(tag::octet_string).text,
-                TagName(static_cast<uint8_t>(octet)).text);
+    return fail_expected(content, &value_path, tag::bit_string, tag::octet_string);
   }
   Header wrapped;
   if (!header(content, wrapper, tag::octet_string, Forms::one, &wrapped, &value_path)) {
@@ -665,11 +692,8 @@ const uint8_t *Explanation::value(const Type &type, const uint8_t *z, const uint
       return number(type, in, impl_tag, path);
     case Kind::integer:
       return integer(in, impl_tag, path);
-    case Kind::null: {
-      Reader rest = in;
-      Header head;
-      return header(rest, impl_tag, tag::null, Forms::one, &head, path) ? rest.position() : nullptr;
-    }
+    case Kind::null:
+      return null(in, impl_tag, path);
     case Kind::object_identifier:
       return identifier(in, impl_tag, path);
     case Kind::bit_string:

@@ -89,6 +89,8 @@ asn1::ReadingNested::~ReadingNested() {
   if (outermost_) reading = {};
 }
 
+void asn1::forget_reading() { reading = {}; }
+
 bool asn1::stack_for_nested() {
   find_bounds();
   const uintptr_t position = here();

@@ -8,9 +8,10 @@ namespace asn1 {
 /// they may use a third of what was left of the stack when the outermost was entered, so that
 /// whatever is read can also be written, copied and released on the same thread.
 ///
-/// A program may jump out of a reading, from the handler of the signal that ends the process or
-/// from its own allocator. What was left in the middle is forgotten as soon as a value is read that
-/// stands as far up on the stack or further: inside the other it would stand further down.
+/// A program may jump out of a reading. Where it does so from the handler of the signal that ends
+/// the process, forget_reading() has forgotten the reading. Where it does so from its own allocator,
+/// the next value that is read as far up on the stack or further counts as outermost: inside the
+/// other it would stand further down. A value that is read further down has less stack until then.
 class ReadingNested {
  public:
   ReadingNested();
@@ -25,6 +26,9 @@ class ReadingNested {
   bool outermost_;
   bool fits_;
 };
+
+/// Forgets the values that the calling thread is reading. The next one counts as outermost.
+void forget_reading();
 
 /// Whether there is stack to write or copy one more value inside another.
 bool stack_for_nested();

@@ -294,6 +294,40 @@ char further_down(size_t kibibytes, F f) {
   return room[0];
 }
 
+// A decoder leaves most of the stack for what comes after it. The explanation, which needs more for
+// each level, takes of that. The decoder refuses a level less for what is on the stack already: the
+// levels are those that it takes with somewhat more in use than an agreement has.
+TEST(Deep, WhatIsTakenOnASmallStackHasNoFaultThere) {
+  struct Case {
+    std::string_view family;
+    size_t level;  ///< octets of a level of the nesting
+    std::function<Bytes(size_t)> make;
+  };
+  const Case cases[] = {{"ContentInfo", 32, [](size_t n) { return messages(n, false); }},
+                        {"ContentInfo", 32, [](size_t n) { return messages(n, true); }},
+                        {"GDOObject", 15, card_objects}};
+  for (const Case &one : cases) {
+    const Family &family = family_named(one.family);
+    size_t taken = 0;
+    on_small_stack([&] {
+      size_t refused = 64 * kibi / one.level;
+      while (taken + 1 < refused) {
+        const size_t between = (taken + refused) / 2;
+        const auto read = [&] {
+          (use(family, one.make(between * one.level)) != -1 ? taken : refused) = between;
+        };
+        further_down(4, read);
+      }
+      ASSERT_LT(8U, taken);
+      for (size_t levels = taken - 8; levels <= taken; ++levels) {
+        EXPECT_EQ("", broken_agreement(family, one.make(levels * one.level)))
+            << family.name << " of " << levels << " levels";
+      }
+    });
+    EXPECT_LT(taken, 64 * kibi / one.level - 1);
+  }
+}
+
 // A message without a type ends the process while it is read. A program that jumps out of that goes
 // on with the stack that it has then.
 TEST(Deep, AReadingThatAJumpLeftInTheMiddleDoesNotCount) {
@@ -307,14 +341,19 @@ TEST(Deep, AReadingThatAJumpLeftInTheMiddleDoesNotCount) {
     EXPECT_FALSE(guard.run([&] { use(family, without_a_type); }));
     EXPECT_PRED1(is_promised_ending, guard.last_words());
   };
-  size_t expected = 0, after_a_jump = 0;
-  on_small_stack([&] { expected = deepest_message(); });
-  on_small_stack([&] {
-    further_down(128, jump_out_of_a_reading);
-    after_a_jump = deepest_message();
-  });
-  EXPECT_LT(0U, expected);
-  EXPECT_EQ(expected, after_a_jump);
+  struct Case {
+    size_t jump_at, read_at;  ///< KiB of the stack in use
+  };
+  for (const Case one : {Case{128, 0}, Case{0, 128}}) {
+    size_t expected = 0, after_a_jump = 0;
+    on_small_stack([&] { further_down(one.read_at, [&] { expected = deepest_message(); }); });
+    on_small_stack([&] {
+      further_down(one.jump_at, jump_out_of_a_reading);
+      further_down(one.read_at, [&] { after_a_jump = deepest_message(); });
+    });
+    EXPECT_LT(0U, expected);
+    EXPECT_EQ(expected, after_a_jump) << one.read_at << " KiB down";
+  }
 }
 
 // An encoder measures once, and writes once from the end. Four times the depth takes four times the

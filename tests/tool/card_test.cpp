@@ -140,7 +140,7 @@ TEST_F(ToolCard, CutsLongValuesBesideTheLinesOfTheTree) {
       "  │         00000000 00000000 00000000 00000000\n"
       "  │         00000000 00000000 00000000 00000000\n"
       "  │         00000000 00000000 00000000 00000000\n"
-      "  │         ... and 36 octets more\n"
+      "  │         ... and 36 more octets\n"
       "  └─ 11     container, 1 object\n"
       "     └─ 06  leaf, 00\n",
       cut);

@@ -304,10 +304,10 @@ TEST_F(ToolShow, CutsLongValuesUnlessAskedForAll) {
   const std::string input =
       characters(certificate_with(sequence(hex("06 03 2A 03 04") + element(0x04, value))));
   const std::string cut = run({"show"}, input).out;
-  EXPECT_NE(std::string::npos, cut.find("... and 36 octets more\n"));
+  EXPECT_NE(std::string::npos, cut.find("... and 36 more octets\n"));
   EXPECT_EQ(std::string::npos, cut.find("signatureValue"));
   const std::string full = run({"show", "--full"}, input).out;
-  EXPECT_EQ(std::string::npos, full.find("octets more"));
+  EXPECT_EQ(std::string::npos, full.find("more octets"));
   EXPECT_NE(std::string::npos, full.find("  signatureValue    01020304\n"));
 }
 
@@ -605,7 +605,7 @@ class ToolBadInput : public Tool {
 TEST_F(ToolBadInput, Empty) { check({"", "1: the input is empty"}); }
 
 TEST_F(ToolBadInput, NeitherPemNorDer) {
-  check({"Dear Sir,\n", "1: the input is neither PEM, for it has no BEGIN line, nor DER"});
+  check({"Dear Sir,\n", "1: the input is neither PEM, which has a BEGIN line, nor DER"});
 }
 
 TEST_F(ToolBadInput, TruncatedDer) {
@@ -627,7 +627,7 @@ TEST_F(ToolBadInput, GarbageBehindTheElement) {
   const Bytes one = certificate(Parts{});
   check({characters(one + hex("0A 00 00")),
          "2, offset " + std::to_string(one.size()) +
-             ": expected the end or SEQUENCE (30), found ENUMERATED (0A) and 3 octets in all",
+             ": expected the end or SEQUENCE (30), found ENUMERATED (0A), with 3 octets left",
          short_form});
 }
 
@@ -657,7 +657,7 @@ TEST_F(ToolBadInput, NoEndLine) {
 
 TEST_F(ToolBadInput, NotBase64) {
   check({"text\n-----BEGIN CERTIFICATE-----\nMA\nA*\n-----END CERTIFICATE-----\n",
-         "1 (line 2): line 4: \"*\" is no base64 character"});
+         "1 (line 2): line 4: \"*\" is not a base64 character"});
 }
 
 TEST_F(ToolBadInput, Base64EndsInsideAGroup) {
@@ -711,13 +711,13 @@ TEST_F(ToolBadInput, ExtensionsWithoutAVersion) {
              ": tbsCertificate.extensions: found [3] (A3), which needs a version above 1"});
 }
 
-TEST_F(ToolBadInput, OctetsBehindTheSignature) {
+TEST_F(ToolBadInput, OctetsAfterTheSignature) {
   Bytes octets = certificate(Parts{});
   const size_t offset = octets.size();
   octets = sequence(Bytes(octets.begin() + 3, octets.end()) + hex("05 00"));
   check({characters(octets),
          "1, offset " + std::to_string(offset) +
-             ": 2 octets behind the certificate that the decoder leaves alone",
+             ": 2 octets left over after the certificate",
          short_form});
 }
 
@@ -1023,8 +1023,8 @@ TEST_F(ToolOid, RefusesWhatIsNoIdentifierAndGoesOn) {
       {"060355040", "not hexadecimal octets"},
       {"0604550403", "offset 0: the header 06 04 promises 4 octets, but only 3 are left"},
       {"0401FF", "offset 0: expected OBJECT IDENTIFIER (06), found OCTET STRING (04)"},
-      {"06035504030500", "octets behind the identifier"},
-      {"noSuchName", "no identifier of this name"},
+      {"06035504030500", "octets left over after the identifier"},
+      {"noSuchName", "no identifier has this name"},
   }};
   for (const auto &[text, message] : rows) {
     const Outcome result = run({"oid", text, "2.5.4.3"});

@@ -514,7 +514,7 @@ TEST_F(ToolDetection, RefusesRubbishBehindAnElement) {
        {std::pair{"00 00 00", "end-of-contents (00)"}, std::pair{"0A 00 00", "ENUMERATED (0A)"}})
     EXPECT_EQ("orvelasn1: standard input: element 2, offset " +
                   std::to_string(ocsp_request().size()) +
-                  ": expected the end or SEQUENCE (30), found " + found + " and 3 octets in all\n",
+                  ": expected the end or SEQUENCE (30), found " + found + ", with 3 octets left\n",
               run({"show"}, characters(ocsp_request() + hex(rubbish))).err);
 }
 
@@ -807,7 +807,7 @@ TEST_F(ToolOtherCommands, GiveBackEveryOctet) {
 }
 
 TEST_F(ToolOtherCommands, SayThatAResponseIsNotWritten) {
-  EXPECT_EQ(": the library reads the type ocsp-response and does not write it\n",
+  EXPECT_EQ(": the library reads the type ocsp-response but does not write it\n",
             message({"recode"}, ocsp_response(basic_response())));
 }
 

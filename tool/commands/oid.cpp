@@ -43,10 +43,10 @@ Reading read(const std::string &text) {
     const auto fault = octets ? Syntax("ObjId").read(*octets).fault : std::nullopt;
     reading.fault = !octets ? "not hexadecimal octets"
                     : fault ? text_with_offset(*fault)
-                            : "octets behind the identifier";
+                            : "octets left over after the identifier";
   } else {
     reading.oids = named(text);
-    reading.fault = "no identifier of this name";
+    reading.fault = "no identifier has this name";
   }
   return reading;
 }

@@ -35,7 +35,7 @@ bool recode(const RecodeRequest &request) {
       [&](const Input &input, const Element &element, const Type &type, Record &record) {
         if (!type.is_written()) {
           complain(input.where(element) + ": the library reads the type " + type.name +
-                   " and does not write it");
+                   " but does not write it");
           return false;
         }
         if (request.fresh) record.forget_encodings();

@@ -65,7 +65,7 @@ class DerReader {
     } else if (!may_follow(header.tag)) {
       element.fault =
           Fault{0, "expected the end or " + tag_name(data_[0]) + ", found " + tag_name(header.tag) +
-                       " and " + std::to_string(rest.size()) + " octets in all"};
+                       ", with " + counted(rest.size(), "octet") + " left"};
     } else if (const auto size = element_size(rest, header)) {
       element.octets = rest.first(*size);
     } else {
@@ -130,7 +130,7 @@ Input::Input(const std::string &file)
   else if (is_pem(data))
     next_ = PemReader(data);
   else if (!read_header(data).fault.empty() && is_text(data))
-    next_ = no_element("the input is neither PEM, for it has no BEGIN line, nor DER");
+    next_ = no_element("the input is neither PEM, which has a BEGIN line, nor DER");
   else
     next_ = DerReader(data);
 }

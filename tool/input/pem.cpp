@@ -55,8 +55,8 @@ class Base64 {
         continue;
       }
       const int value = base64_value(c);
-      if (value < 0) return in_quotes(std::string(1, c)) + " is no base64 character";
-      if (padding_ != 0) return "there is base64 text behind the padding";
+      if (value < 0) return in_quotes(std::string(1, c)) + " is not a base64 character";
+      if (padding_ != 0) return "base64 text after the padding";
       group_ = group_ << 6 | static_cast<uint32_t>(value);
       if (++count_ == 4) {
         put(3);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "text/characters.h"
 #include "text/integers.h"
 #include "text/object_identifiers.h"
 
@@ -13,10 +14,6 @@ constexpr size_t octets_a_line = 20;
 constexpr size_t items_at_a_glance = 16;
 
 const Node &on_page(const Node &node) { return node.shown == nullptr ? node : *node.shown; }
-
-std::string count_text(size_t count) {
-  return std::to_string(count) + (count == 1 ? " element" : " elements");
-}
 
 /// Returns how many elements a page shows. It leaves out at least two, since it tells so in a line.
 size_t shown_items(size_t count, const View &view) {
@@ -72,7 +69,7 @@ struct BriefLine {
 std::optional<BriefLine> brief_line(const Node &field, const View &view) {
   const Node &node = on_page(field);
   if (const auto *const items = std::get_if<Node::Items>(&node.value))
-    return BriefLine{field.name, count_text(items->count), Tone::plain};
+    return BriefLine{field.name, counted(items->count, "element"), Tone::plain};
   const auto lines = lines_of(node, view);
   if (!lines) return std::nullopt;
   return BriefLine{field.name, lines->size() == 1 ? lines->front() : lines->front() + " ...",
@@ -160,7 +157,7 @@ void add_node(Page &page, std::string key, const Node &node, const View &view, s
   if (auto lines = lines_of(here, view)) {
     page.row(std::move(key), std::move(*lines), tone_of(here));
   } else if (const auto *const items = std::get_if<Node::Items>(&here.value)) {
-    page.row(std::move(key), count_text(items->count));
+    page.row(std::move(key), counted(items->count, "element"));
     add_items(page, *items, view, indent + 2);
   } else if (const auto *const fields = std::get_if<Node::Fields>(&here.value)) {
     page.row(std::move(key), Lines(fields->empty() ? 1 : 0, "(empty)"));

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "text/characters.h"
+
 namespace tool {
 
 namespace {
@@ -82,7 +84,7 @@ std::vector<std::string> dump(Octets octets, bool full) {
     lines.push_back(std::move(text));
   }
   if (shown < octets.size())
-    lines.push_back("... and " + std::to_string(octets.size() - shown) + " octets more");
+    lines.push_back("... and " + counted(octets.size() - shown, "more octet"));
   if (lines.empty()) lines.push_back("(empty)");
   return lines;
 }

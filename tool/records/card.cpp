@@ -2,6 +2,7 @@
 #include <array>
 
 #include "records/type.h"
+#include "text/characters.h"
 
 namespace tool {
 
@@ -35,8 +36,7 @@ std::string attribute_identifier(const GDOObject *attribute) { return identifier
 
 /// Returns what a container or an attribute holder holds: "2 objects".
 std::string count_text(const List *children, const char *kind) {
-  const int32_t count = List_len(children);
-  return std::to_string(count) + " " + kind + (count == 1 ? "" : "s");
+  return counted(static_cast<size_t>(List_len(children)), kind);
 }
 
 const char *kind_of_children(const GDOObject *object, bool sets) {

@@ -156,7 +156,7 @@ std::vector<Type> exchange_types() {
        .about = "the bags in the data of a message of a PFX",
        .heading = "SafeContents"},
       {.syntax = "SafeBag",
-       .about = "a key, a certificate or another thing in a PFX",
+       .about = "a key, a certificate or another item in a PFX",
        .by_hand = as<SafeBag>},
       {.syntax = "CertBag", .about = "a certificate in a PFX", .by_hand = as<CertBag>},
       {.syntax = "CRLBag", .about = "a CRL in a PFX", .by_hand = as<CRLBag>},

@@ -1,14 +1,13 @@
 // Signed and encrypted messages (PKCS #7, RFC 2315).
 #include "records/values.h"
+#include "text/characters.h"
 #include "text/object_identifiers.h"
 
 namespace tool {
 
 Node encrypted(const OctetString *string, const View &view) {
   if (string == nullptr) return {};
-  const size_t count = octets(string).size();
-  std::vector<std::string> lines{"encrypted, " + std::to_string(count) +
-                                 (count == 1 ? " octet" : " octets")};
+  std::vector<std::string> lines{"encrypted, " + counted(octets(string).size(), "octet")};
   if (view.full)
     for (std::string &line : dump(octets(string), true)) lines.push_back(std::move(line));
   return shown_as(describe(string, view), text(std::move(lines), nullptr));
@@ -76,7 +75,7 @@ std::vector<Type> message_types() {
       {.syntax = "SignerInfo",
        .about = "one signature of a signed message",
        .hints = {{"version", as<number>}}},
-      {.syntax = "IssuerAndSerialNumber", .about = "which certificate a message speaks of"},
+      {.syntax = "IssuerAndSerialNumber", .about = "which certificate a message refers to"},
       {.syntax = "EncryptedData",
        .about = "the content of an encrypted message",
        .hints = {{"version", as<number>}}},

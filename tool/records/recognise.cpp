@@ -127,8 +127,8 @@ Decoding decode(const Element &element, const Type *wanted) {
   Decoding decoding{std::move(made.front().record), std::nullopt, made.front().type};
   if (next != end)
     decoding.fault = Fault{static_cast<size_t>(next - element.octets.data()),
-                           std::to_string(end - next) + " octets behind the " +
-                               decoding.type->name + " that the decoder leaves alone"};
+                           counted(static_cast<size_t>(end - next), "octet") +
+                               " left over after the " + decoding.type->name};
   return decoding;
 }
 

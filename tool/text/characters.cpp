@@ -172,6 +172,10 @@ std::string in_quotes(std::string_view utf8) {
   return out;
 }
 
+std::string counted(size_t count, std::string_view noun) {
+  return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
+}
+
 std::string to_utf8(const CodePoints &text) {
   std::string out;
   for (const char32_t c : text) append_utf8(out, c >= octet_mark ? 0xFFFD : c);

@@ -34,6 +34,9 @@ std::string printable(std::string_view utf8);
 /// Returns the printable form of a text between quotation marks.
 std::string in_quotes(std::string_view utf8);
 
+/// Returns a number and what it counts: "1 octet", "2 octets".
+std::string counted(size_t count, std::string_view noun);
+
 /// Returns UTF-8 of the code points, with U+FFFD for each octet that is not text.
 std::string to_utf8(const CodePoints &text);
 

@@ -86,7 +86,7 @@ std::string date_and_time(Seconds seconds, const char *between) {
 /// "17 days", "1 hour", "under a minute"
 std::string duration(Seconds seconds) {
   const auto count = [](Seconds number, const char *unit) {
-    return std::to_string(number) + " " + unit + (number == 1 ? "" : "s");
+    return counted(static_cast<size_t>(number), unit);
   };
   if (seconds >= day) return count(seconds / day, "day");
   if (seconds >= hour) return count(seconds / hour, "hour");
