@@ -7,5 +7,7 @@
 
 #include "pki_explain.h"
 #include "pki_type.h"
+#include "pki_x680.h"
+#include "rfc4514.h"
 
 #endif
