@@ -128,10 +128,9 @@ uint32_t identifier_octets(const ObjId &identifier) {
     }
     return starts ? octets : 0;
   }
-  if (identifier.arcs[0] > last_root ||
-      (identifier.arcs[0] < last_root && identifier.arcs[1] >= arcs_of_root)) {
-    return 0;
-  }
+  // asn1_ObjId_d() splits the first number of an identifier such as 2.999 into larger roots.
+  const bool is_split = identifier.arcs[0] == last_root || identifier.arcs[1] < arcs_of_root;
+  if (!is_split || first_number(identifier) > most_of_first) return 0;
   asn1::Measure size;
   if (!size.add(octets_of(first_number(identifier)))) return 0;
   for (uint32_t i = 2; i < identifier.count; ++i) {

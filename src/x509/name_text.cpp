@@ -1,14 +1,13 @@
 // Distinguished names as a text.
 #include <strings.h>
 
-#include <algorithm>
 #include <charconv>
 #include <iterator>
 
 #include "core/library.h"
 #include "core/scan.h"
 #include "core/tags.h"
-#include "registry/name_attributes.h"
+#include "x509/name_writer.h"
 
 using namespace asn1;
 
@@ -18,143 +17,38 @@ using namespace asn1;
 
 namespace {
 
-constexpr bool needs_escape(char c) { return c == '/' || c == ','; }
-
-/// Whether a value goes into the text as it stands, without a NUL and without anything to escape.
-/// Looks at eight octets at a time: x - 1 borrows into the top bit of an octet where that octet is
-/// 0.
-bool is_plain(const ASN1String &value) {
-  constexpr uint64_t ones = 0x0101010101010101;
-  auto holds = [](uint64_t octets, char c) {
-    octets ^= ones * static_cast<uint8_t>(c);
-    return (octets - ones) & ~octets & (ones << 7);
-  };
-  uint32_t i = 0;
-  for (; value.length - i >= sizeof(uint64_t); i += sizeof(uint64_t)) {
-    uint64_t octets;
-    std::memcpy(&octets, value.data + i, sizeof octets);
-    if ((holds(octets, '\0') | holds(octets, '/') | holds(octets, ',')) != 0) return false;
-  }
-  for (; i < value.length; ++i) {
-    const auto c = static_cast<char>(value.data[i]);
-    if (c == '\0' || needs_escape(c)) return false;
-  }
-  return true;
-}
-
-/// Writes the text of a name into a buffer as far as it has room, and counts what the whole takes.
-/// It takes no memory.
-///
-/// The buffer is of char8_t, which, unlike char, is not allowed to alias the members of this class:
-/// they stay in registers while characters are written.
-class NameText {
- public:
-  NameText(char8_t *buffer, size_t size) : buffer_(buffer), size_(size) {}
-
-  /// The characters of the whole text, also where the buffer is shorter.
-  uint64_t length() const { return length_; }
-
-  /// Fails where an assertion has no value.
-  bool write(const RDNSequence *sequence) {
-    for (int32_t i = 0; i < List_len(sequence); ++i) {
-      character('/');
-      const auto *const rdn = static_cast<const RelativeDistinguishedName *>(List_get(sequence, i));
-      for (int32_t j = 0; j < List_len(rdn); ++j) {
-        if (j != 0) character(',');
-        if (!write(*static_cast<const AttributeValueAssertion *>(List_get(rdn, j)))) return false;
-      }
-    }
-    return true;
-  }
-
- private:
-  bool write(const AttributeValueAssertion &assertion) {
-    require(assertion.type != nullptr, "asn1_x680", "asn1_ObjId_cmp", "oid1 != NULL");
-    const char *const name = short_names.find(*assertion.type);
-    if (name != nullptr) {
-      for (const char *c = name; *c != '\0'; ++c) character(*c);
-    } else {
-      write_dotted(*assertion.type);
-    }
-    write_tag(assertion.valueTag);
-    if (assertion.value == nullptr) return false;
-    write_value(*assertion.value);
+/// What this library promises: a record that is not filled, and an identifier octet for which the
+/// text has no room, end the process.
+struct RequiredForm {
+  static bool can_write(const RelativeDistinguishedName *) { return true; }
+  static bool can_write(const ASN1String &) { return true; }
+  static bool can_write(const AttributeValueAssertion *assertion) {
+    require(assertion->type != nullptr, "asn1_x680", "asn1_ObjId_cmp", "oid1 != NULL");
     return true;
   }
 
   /// Writes the same characters as asn1_ObjId_sprint(): arcs are signed.
-  void write_dotted(const ObjId &oid) {
+  template <class Text>
+  static bool write_identifier(Text &text, const ObjId &oid) {
     for (uint32_t i = 0; i < oid.count; ++i) {
-      if (i != 0) character('.');
+      if (i != 0) text.character('.');
       char number[sizeof "-2147483648"] = {};
       const auto made = std::to_chars(number, std::end(number), static_cast<int32_t>(oid.arcs[i]));
-      for (const char *c = number; c != made.ptr; ++c) character(*c);
+      for (const char *c = number; c != made.ptr; ++c) text.character(*c);
     }
+    return true;
   }
 
-  /// Writes a number in parentheses, and "=". There is room for two characters of the number. One
-  /// that takes more ends the process.
-  void write_tag(int32_t tag) {
-    if (tag < -9 || tag > 99) {
-      fatal("asn1_x501", "asn1_RDNSequence_to_Name",
-            "valueTag does not fit \"(%i)=\" in six octets");
-    }
-    character('(');
-    if (tag < 0) character('-');
-    if (tag > 9) character(static_cast<char>('0' + tag / 10));
-    character(static_cast<char>('0' + (tag < 0 ? -tag : tag % 10)));
-    character(')');
-    character('=');
+  template <class Text>
+  [[noreturn]] static void write_number(Text &, int32_t) {
+    fatal("asn1_x501", "asn1_RDNSequence_to_Name", "valueTag does not fit \"(%i)=\" in six octets");
   }
-
-  /// Writes the octets before the first NUL, where the text of the value ends for every reader.
-  void write_value(const ASN1String &value) {
-    if (is_plain(value)) {
-      const uint64_t end = length_ + value.length;
-      size_t count = value.length;
-      if (end > size_) [[unlikely]] {
-        count = length_ < size_ ? static_cast<size_t>(size_ - length_) : 0;
-      }
-      if (count != 0) std::memcpy(buffer_ + length_, value.data, count);
-      length_ = end;
-      return;
-    }
-    for (uint32_t i = 0; i < value.length && value.data[i] != 0; ++i) {
-      const auto c = static_cast<char>(value.data[i]);
-      if (needs_escape(c)) character('/');
-      character(c);
-    }
-  }
-
-  void character(char c) {
-    if (length_ < size_) buffer_[length_] = static_cast<char8_t>(c);
-    ++length_;
-  }
-
-  char8_t *buffer_;
-  size_t size_;
-  uint64_t length_ = 0;  ///< may be too long for memory, of records that stand in several places
 };
 
 }  // namespace
 
-// Nearly every name is written once, to the stack, and then copied to a block of its size.
 Name *asn1_RDNSequence_to_Name(const RDNSequence *sequence) {
-  if (List_len(sequence) == 0) return nullptr;
-  char8_t scratch[512];
-  NameText first(scratch, sizeof scratch);
-  if (!first.write(sequence) || first.length() >= SIZE_MAX) return nullptr;
-  const auto length = static_cast<size_t>(first.length());
-  char *const text = new_array<char>(length + 1);
-  if (text == nullptr) return nullptr;
-  if (length <= sizeof scratch) {
-    std::memcpy(text, scratch, length);
-  } else {
-    // Every assertion has its value, so that this cannot fail.
-    NameText(reinterpret_cast<char8_t *>(text), length).write(sequence);
-  }
-  text[length] = '\0';
-  return text;
+  return List_len(sequence) == 0 ? nullptr : text_of_name<RequiredForm>(sequence);
 }
 
 // ---------------------------------------------------------------------------------------------
