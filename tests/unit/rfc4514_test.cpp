@@ -408,6 +408,7 @@ TEST(Rfc4514, ValuesThatAreNotOfTheirTypeAreHex) {
       {30, "D8 3D D8 3D", "1E04D83DD83D"},
       {30, "D8 3D E0 00", "1E04D83DE000"},
       {30, "DE 00 D8 3D", "1E04DE00D83D"},  // the wrong way round
+      {30, "DE 00 DE 00", "1E04DE00DE00"},  // the second half twice
       {30, "D8 3D DE", "1E03D83DDE"},
       {28, "00 00 61", "1C03000061"},
       {28, "00 00 00 61 00", "1C050000006100"},
