@@ -8,8 +8,8 @@
  * process. The time is linear in the size of a name, but for arcs of more than 32 bits, for which
  * see pki_ObjId_text() and pki_ObjId_parse().
  */
-#ifndef ORVELASN1_RFC4514_H
-#define ORVELASN1_RFC4514_H
+#ifndef ORVELPKI_RFC4514_H
+#define ORVELPKI_RFC4514_H
 
 #include "asn1_x501.h"
 #include "pki_x680.h"

@@ -12,6 +12,7 @@
 #pragma GCC visibility pop
 
 using namespace asn1;
+using pki::Text;
 
 namespace {
 

@@ -14,6 +14,7 @@
 #pragma GCC visibility pop
 
 using namespace asn1;
+using pki::Text;
 
 namespace {
 
