@@ -10,5 +10,6 @@
 #include "pki_x680.h"
 #include "rfc4514.h"
 #include "rfc5280.h"
+#include "rfc5652.h"
 
 #endif
