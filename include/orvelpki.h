@@ -10,7 +10,15 @@
 #include "pki_type.h"
 #include "pki_view.h"
 #include "pki_x680.h"
+#include "rfc2986.h"
+#include "rfc4055.h"
 #include "rfc4514.h"
 #include "rfc5280.h"
+#include "rfc5480.h"
+#include "rfc5652.h"
+#include "rfc5915.h"
+#include "rfc5958.h"
+#include "rfc7292.h"
+#include "rfc8017.h"
 
 #endif

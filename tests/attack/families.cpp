@@ -601,6 +601,9 @@ struct Forms {
 };
 constexpr Forms forms[] = {
     {"rfc5280", rfc5280_forms},
+    {"rfc5652", rfc5652_forms},
+    {"rfc7292", rfc7292_forms},
+    {"keys", key_forms},
 };
 
 }  // namespace

@@ -15,6 +15,9 @@ struct Form {
 };
 
 std::vector<Form> rfc5280_forms();
+std::vector<Form> rfc5652_forms();
+std::vector<Form> rfc7292_forms();
+std::vector<Form> key_forms();
 
 }  // namespace attack
 
