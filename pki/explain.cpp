@@ -7,6 +7,7 @@
 #include "core/engine.h"
 #include "core/stack.h"
 #include "pkcs/pkcs.h"
+#include "pki/forms/content.h"
 #include "pki/type.h"
 #include "universal/content.h"
 
@@ -129,6 +130,20 @@ class Explanation {
   void refuse_header(const Reader &in, uint8_t effective, Forms forms, const Path *path);
   void refuse_length(const Reader &in, bool indefinite_taken, const Path *path);
   bool has_stack(const uint8_t *at, const Path *path);
+
+  // The same for exact types, the forms of the RFCs.
+  bool exact_header(Reader &in, uint32_t impl_tag, uint8_t own_tag, Forms forms, Header *header,
+                    const Path *path);
+  bool close(ContentReader &in, const Header &header, const Path *path);
+  [[gnu::noinline]] const uint8_t *exact_value(const Type &type, Reader in, uint32_t impl_tag,
+                                               const Path *path);
+  [[gnu::noinline]] const uint8_t *exact_primitive(const Type &type, Reader in, uint32_t impl_tag,
+                                                   const Path *path);
+  [[gnu::noinline]] const uint8_t *exact_string(const Type &type, Reader in, uint32_t impl_tag,
+                                                const Path *path);
+  [[gnu::noinline]] const uint8_t *exact_any(const Type &type, Reader in, const Path *path);
+  [[gnu::noinline]] const uint8_t *exact_elements(const Type &type, Reader in, uint32_t impl_tag,
+                                                  const Path *path);
 
   // Each level of a nesting has the frames of value() and of the functions that enter it again. They
   // are small: no function is inlined into value(), and a buffer for a refusal is in none of them.
@@ -279,6 +294,121 @@ void Explanation::refuse_length(const Reader &in, bool indefinite_taken, const P
   }
   fail(at, path, "the header %s promises %u octets, but only %zu are left", octets, length,
        rest.left());
+}
+
+// ---------------------------------------------------------------------------------------------
+// The forms of the RFCs
+// ---------------------------------------------------------------------------------------------
+
+bool Explanation::exact_header(Reader &in, uint32_t impl_tag, uint8_t own_tag, Forms forms,
+                               Header *header, const Path *path) {
+  const Reader from = in;
+  if (!this->header(in, impl_tag, own_tag, forms, header, path)) return false;
+  if (header->length <= INT32_MAX) return true;
+  fail(from.position(), path, "a length of %u octets", header->length);
+  return false;
+}
+
+/// Whether the content is used up.
+bool Explanation::close(ContentReader &in, const Header &header, const Path *path) {
+  if (in.close(header)) return true;
+  if (in.at_end()) {
+    fail_at_end(in.position(), path, "the end-of-contents");
+  } else {
+    fail_found(in, path, "where the value ends");
+  }
+  return false;
+}
+
+const uint8_t *Explanation::exact_value(const Type &type, Reader in, uint32_t impl_tag,
+                                        const Path *path) {
+  switch (type.kind) {
+    case Kind::any:
+    case Kind::attribute_value:
+      return exact_any(type, in, path);
+    case Kind::bit_string:
+    case Kind::octet_string:
+    case Kind::character_string:
+      return exact_string(type, in, impl_tag, path);
+    case Kind::sequence_of:
+    case Kind::set_of:
+      return exact_elements(type, in, impl_tag, path);
+    default:
+      return exact_primitive(type, in, impl_tag, path);
+  }
+}
+
+const uint8_t *Explanation::exact_primitive(const Type &type, Reader in, uint32_t impl_tag,
+                                            const Path *path) {
+  Header head;
+  pki::View content;
+  if (!exact_header(in, impl_tag, type.identifier, Forms::one, &head, path)) return nullptr;
+  const uint8_t *const at = in.position();
+  content.length = head.length;
+  in.take(head.length, &content.data);
+  pki::Refusal refusal = nullptr;
+  switch (type.kind) {
+    case Kind::boolean:
+      refusal = pki::refuse_boolean(content);
+      break;
+    case Kind::enumerated:
+      refusal = pki::refuse_enumerated(content);
+      break;
+    case Kind::integer:
+      refusal = pki::refuse_integer(content);
+      break;
+    case Kind::null:
+      refusal = pki::refuse_null(content);
+      break;
+    case Kind::object_identifier:
+      refusal = pki::refuse_identifier(content, type.most);
+      break;
+    case Kind::utc_time:
+    case Kind::generalized_time:
+      refusal = pki::refuse_time(content);
+      break;
+    default:
+      refusal = "a type that stands in no input by itself";
+  }
+  return refusal == nullptr ? in.position() : fail(at, path, "%s", refusal);
+}
+
+const uint8_t *Explanation::exact_string(const Type &type, Reader in, uint32_t impl_tag,
+                                         const Path *path) {
+  Header head;
+  if (!exact_header(in, impl_tag, type.identifier, Forms::any, &head, path)) return nullptr;
+  pki::StringSize size;
+  pki::Refusal refusal = nullptr;
+  const uint8_t *at = in.position();
+  const uint8_t *const next = pki::take_string(in, head, type.kind == Kind::bit_string, &size,
+                                               &refusal, &at, [](pki::View) {});
+  return next != nullptr ? next : fail(at, path, "%s", refusal);
+}
+
+const uint8_t *Explanation::exact_any(const Type &type, Reader in, const Path *path) {
+  if (type.kind == Kind::attribute_value) {
+    const pki::Refusal refusal = pki::refuse_attribute_value(in);
+    if (refusal != nullptr) return fail(in.position(), path, "%s", refusal);
+  } else if (type.identifier != tag::any && in.peek() != type.identifier) {
+    return fail_expected(in, path, type.identifier);
+  }
+  const uint8_t *at = in.position();
+  const pki::Refusal refusal = pki::take_any(in, &at);
+  return refusal == nullptr ? in.position() : fail(at, path, "%s", refusal);
+}
+
+const uint8_t *Explanation::exact_elements(const Type &type, Reader in, uint32_t impl_tag,
+                                           const Path *path) {
+  Header head;
+  if (!exact_header(in, impl_tag, type.identifier, Forms::indefinite, &head, path)) return nullptr;
+  ContentReader content = in.exact_content(head);
+  Path inner{path, nullptr, 0};
+  for (; content.element_follows(); ++inner.index) {
+    const uint8_t *const next = value(*type.element, content.position(), content.end(), 0, &inner);
+    if (next == nullptr) return nullptr;
+    content.move_to(next);
+  }
+  return close(content, head, path) ? content.position() : nullptr;
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -468,6 +598,14 @@ const uint8_t *Explanation::tagged(const Field &field, Reader in, const Path *pa
   }
   Header head;
   const auto wrapper = static_cast<uint8_t>(field.tag | tag::constructed);
+  if (field.type->exact) {
+    if (!exact_header(in, 0, wrapper, Forms::indefinite, &head, path)) return nullptr;
+    ContentReader inside = in.exact_content(head);
+    const uint8_t *const next = value(*field.type, inside.position(), inside.end(), 0, path);
+    if (next == nullptr) return nullptr;
+    inside.move_to(next);
+    return close(inside, head, path) ? inside.position() : nullptr;
+  }
   if (!header(in, 0, wrapper, Forms::one, &head, path)) return nullptr;
   const Reader content = in.content(head.length);
   return value(*field.type, content.position(), content.end(), 0, path);
@@ -543,15 +681,17 @@ bool Explanation::field(const Type &type, const Field &field, ContentReader &in,
 const uint8_t *Explanation::sequence(const Type &type, Reader in, uint32_t impl_tag,
                                      const Path *path) {
   Header head;
-  if (!header(in, impl_tag, tag::sequence, type.any_length ? Forms::indefinite : Forms::one, &head,
-              path)) {
-    return nullptr;
-  }
-  ContentReader content = in.content(head);
+  const bool taken =
+      type.exact ? exact_header(in, impl_tag, type.identifier, Forms::indefinite, &head, path)
+                 : header(in, impl_tag, tag::sequence,
+                          type.any_length ? Forms::indefinite : Forms::one, &head, path);
+  if (!taken) return nullptr;
+  ContentReader content = type.exact ? in.exact_content(head) : in.content(head);
   Numbers numbers;
   for (uint16_t i = 0; i < type.count; ++i) {
     if (!field(type, type.fields[i], content, &numbers, path)) return nullptr;
   }
+  if (type.exact) return close(content, head, path) ? content.position() : nullptr;
   if (head.indefinite && !content.read_outer_eoc()) {
     return fail(content.position(), path, "expected the end-of-contents");
   }
@@ -684,6 +824,8 @@ const uint8_t *Explanation::value(const Type &type, const uint8_t *z, const uint
   if (type.functions.decode == nullptr && type.functions.encode != nullptr) {
     return fail(z, path, "a type that the library writes and never reads");
   }
+  const bool has_parts = type.kind == Kind::sequence || type.kind == Kind::choice;
+  if (type.exact && !has_parts) return exact_value(type, in, impl_tag, path);
   switch (type.kind) {
     case Kind::any:
       return any(in, path);

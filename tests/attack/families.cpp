@@ -7,6 +7,7 @@
 #include <type_traits>
 
 #include "family.h"
+#include "forms.h"
 #include "logotypes.h"
 
 namespace attack {
@@ -592,9 +593,25 @@ std::vector<Family> make_families() {
 
 }  // namespace
 
+namespace {
+
+struct Forms {
+  std::string_view group;
+  std::vector<Form> (*make)();
+};
+constexpr Forms forms[] = {
+    {"rfc5280", rfc5280_forms},
+};
+
+}  // namespace
+
 const std::vector<Family> &families() {
   static const std::vector<Family> all = [] {
     std::vector<Family> made = make_families();
+    for (const auto &[group, make] : forms) {
+      for (Form &form : make())
+        made.push_back(type(group, form.name, none, std::move(form.samples)));
+    }
     for (uint32_t i = 0; i < pki_Type_count(); ++i) {
       const pki_Type *const missing = pki_Type_get(i);
       if (std::ranges::find(made, missing, &Family::type) == made.end()) {

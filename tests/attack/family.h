@@ -56,6 +56,10 @@ struct Family : pki_Functions {
   std::vector<Bytes> samples;  ///< that decode and come back as they are
 
   bool has(Departure departure) const { return (departures & departure) != 0; }
+
+  /// Whether this is a form of an RFC, whose functions never end the process, and which encodes
+  /// whatever was decoded.
+  bool is_form() const { return name.starts_with("pki_"); }
 };
 
 /// All families, the members of a group side by side. A type that families.cpp does not name is in

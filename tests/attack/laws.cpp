@@ -278,6 +278,7 @@ void Trial::run(Octets input) {
   expect_same(plain, octets, Copy(input, 8, 0xFF).octets(), 0,
               "what stands after the end changes nothing");
   if (plain.consumed >= 0) {
+    demand(!family_.is_form() || !octets.empty(), "what was decoded as a form is encoded");
     read_again(input, octets);
     void *copied = nullptr;
     copy(plain.record, &copied);
@@ -363,7 +364,7 @@ std::string broken_law_of(const Family &family, Endings *endings, F f) {
   } catch (const Trial::Broken &broken) {
     return broken.law;
   } catch (const Trial::Ended &ended) {
-    if (!is_promised_ending(ended.words))
+    if (family.is_form() || !is_promised_ending(ended.words))
       return "only promised inputs end the process: " + ended.words;
     if (endings != nullptr) ++(*endings)[ended.words];
   }

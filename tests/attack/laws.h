@@ -29,7 +29,8 @@ bool is_promised_ending(const std::string &words);
 /// - a copy is written to the same octets, also when its original is gone;
 /// - a record is like itself and like its copy;
 /// - everything is released once;
-/// - only the promised inputs end the process.
+/// - only the promised inputs end the process, and none does for a form of an RFC;
+/// - what was decoded as such a form has an encoding.
 /// Departures are those of the family.
 std::string broken_law(const Family &family, Octets input, Endings *endings = nullptr);
 

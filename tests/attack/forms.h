@@ -1,0 +1,21 @@
+// Samples of the RFCs' forms: a file an RFC in forms/, each with a function that families.cpp calls.
+#ifndef ORVELASN1_TESTS_ATTACK_FORMS_H
+#define ORVELASN1_TESTS_ATTACK_FORMS_H
+
+#include <octets.h>
+
+#include "family.h"
+
+namespace attack {
+
+/// A type of liborvelpki, by the name of its functions, with samples in DER.
+struct Form {
+  const char *name;
+  std::vector<Bytes> samples;
+};
+
+std::vector<Form> rfc5280_forms();
+
+}  // namespace attack
+
+#endif
