@@ -74,6 +74,7 @@ const uint8_t *decode_list(const uint8_t *z, const uint8_t *end, uint32_t impl_t
 // ---------------------------------------------------------------------------------------------
 
 constexpr uint32_t length_octets = 2;
+constexpr uint32_t fixed_octets = 1 + log_id_octets + 8 + length_octets + 2 + length_octets;
 
 /// Whether a string is filled, and its octets fit a vector; one that is missing has none.
 bool fits(const OctetString *string) {
@@ -93,8 +94,7 @@ uint32_t measure_timestamp(const Record *record) {
     if (record->signature == nullptr || !fits(record->signature) || !fits(record->extensions)) {
       return 0;
     }
-    octets = 1 + log_id_octets + sizeof record->timestamp + length_octets +
-             octets_of(record->extensions) + 2 + length_octets + record->signature->length;
+    octets = fixed_octets + octets_of(record->extensions) + record->signature->length;
   }
   return octets <= UINT16_MAX ? octets : 0;
 }
