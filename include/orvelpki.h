@@ -5,8 +5,10 @@
 #ifndef ORVELPKI_H
 #define ORVELPKI_H
 
+#include "pki_crl.h"
 #include "pki_explain.h"
 #include "pki_type.h"
+#include "pki_view.h"
 #include "pki_x680.h"
 #include "rfc3709.h"
 #include "rfc3739.h"
