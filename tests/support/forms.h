@@ -18,8 +18,8 @@ namespace support {
 template <class T>
 void expect_form_refused(const RecordFamily<T> &family, const Bytes &octets) {
   SCOPED_TRACE(testing::PrintToString(octets));
-  T before = {};
-  EXPECT_EQ(nullptr, left_by_refusal(family.decode, octets, &before));
+  char before = 0;
+  EXPECT_EQ(nullptr, left_by_refusal(family.decode, octets, reinterpret_cast<T *>(&before)));
 }
 
 /// Decodes the octets, and checks that the record and its copy are written as `written`.
