@@ -15,6 +15,7 @@
 #include "rfc3779.h"
 #include "rfc4514.h"
 #include "rfc5280.h"
+#include "rfc6960.h"
 #include "rfc6962.h"
 #include "rfc7633.h"
 

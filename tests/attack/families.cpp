@@ -601,6 +601,7 @@ struct Forms {
 };
 constexpr Forms forms[] = {
     {"rfc5280", rfc5280_forms},
+    {"rfc6960", rfc6960_forms},
 };
 
 }  // namespace

@@ -15,6 +15,7 @@ struct Form {
 };
 
 std::vector<Form> rfc5280_forms();
+std::vector<Form> rfc6960_forms();
 
 }  // namespace attack
 
