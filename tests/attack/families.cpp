@@ -600,8 +600,14 @@ struct Forms {
   std::vector<Form> (*make)();
 };
 constexpr Forms forms[] = {
+    {"rfc3709", rfc3709_forms},
+    {"rfc3739", rfc3739_forms},
+    {"rfc3779", rfc3779_forms},
     {"rfc5280", rfc5280_forms},
+    {"rfc5280", rfc5280_extension_forms},
     {"rfc6960", rfc6960_forms},
+    {"rfc6962", rfc6962_forms},
+    {"rfc7633", rfc7633_forms},
 };
 
 }  // namespace
