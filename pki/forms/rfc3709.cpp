@@ -1,7 +1,5 @@
 // Logotypes (RFC 3709, 4.1). The module has implicit tags, but for those of a CHOICE (X.680, 31.2.7)
 // and those that say otherwise.
-#include "rfc3709.h"
-
 #include "pki/export.h"
 
 using namespace pki;

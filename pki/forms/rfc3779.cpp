@@ -1,6 +1,4 @@
 // Blocks of addresses and autonomous system numbers (RFC 3779).
-#include "rfc3779.h"
-
 #include "pki/export.h"
 
 using namespace pki;

@@ -1,6 +1,4 @@
 // Lists of signed certificate timestamps (RFC 6962, 3.3).
-#include "rfc6962.h"
-
 #include "pki/export.h"
 #include "pki/forms/timestamps.h"
 

@@ -1,6 +1,4 @@
 // The TLS feature extension (RFC 7633).
-#include "rfc7633.h"
-
 #include "pki/export.h"
 
 using namespace pki;
