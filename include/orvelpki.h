@@ -21,6 +21,7 @@
 #include "rfc5652.h"
 #include "rfc5915.h"
 #include "rfc5958.h"
+#include "rfc6960.h"
 #include "rfc6962.h"
 #include "rfc7292.h"
 #include "rfc7633.h"
