@@ -39,7 +39,8 @@ typedef enum pki_Kind {
   PKI_ATTRIBUTE_VALUE,   /**< a string of any identifier octet, which its record keeps */
   PKI_TYPED_CONTENT,     /**< of the type that the record's first field says */
   PKI_CARD_OBJECT,       /**< an object of a smart card */
-  PKI_CARD_IDENTIFIER    /**< the identifier of a card object's attribute */
+  PKI_CARD_IDENTIFIER,   /**< the identifier of a card object's attribute */
+  PKI_TLS_LIST           /**< an OCTET STRING with a list in the encoding of TLS; a List */
 } pki_Kind;
 
 /** How a field is tagged (X.680, 31.2). */

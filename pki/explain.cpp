@@ -7,7 +7,7 @@
 #include "core/engine.h"
 #include "core/stack.h"
 #include "pkcs/pkcs.h"
-#include "pki/forms/content.h"
+#include "pki/forms/timestamps.h"
 #include "pki/type.h"
 #include "universal/content.h"
 
@@ -349,7 +349,7 @@ const uint8_t *Explanation::exact_primitive(const Type &type, Reader in, uint32_
   Header head;
   pki::View content;
   if (!exact_header(in, impl_tag, type.identifier, Forms::one, &head, path)) return nullptr;
-  const uint8_t *const at = in.position();
+  const uint8_t *at = in.position();
   content.length = head.length;
   in.take(head.length, &content.data);
   pki::Refusal refusal = nullptr;
@@ -372,6 +372,9 @@ const uint8_t *Explanation::exact_primitive(const Type &type, Reader in, uint32_
     case Kind::utc_time:
     case Kind::generalized_time:
       refusal = pki::refuse_time(content);
+      break;
+    case Kind::tls_list:
+      refusal = pki::refuse_timestamps(content, &at);
       break;
     default:
       refusal = "a type that stands in no input by itself";
@@ -620,8 +623,8 @@ const uint8_t *Explanation::tagged(const Field &field, Reader in, const Path *pa
 const uint8_t *Explanation::choice(const Type &type, Reader in, const Path *path) {
   const int octet = in.peek();
   if (octet < 0) return fail_at_end(in.position(), path, "one of several alternatives");
-  // The record of a Time has the whole identifier octet for its kind.
-  const int kind = type.other_identifier != 0 ? octet : octet & tag::number;
+  // The record of liborvelasn1's Time has the whole identifier octet for its kind.
+  const int kind = type.other_identifier != 0 && !type.exact ? octet : octet & tag::number;
   for (uint16_t i = 0; i < type.count; ++i) {
     const Path inner{path, type.fields[i].name, 0};
     if (type.fields[i].kind == kind) return tagged(type.fields[i], in, &inner);
@@ -869,6 +872,8 @@ const uint8_t *Explanation::value(const Type &type, const uint8_t *z, const uint
       return card_object(type, in, path);
     case Kind::card_identifier:
       return card_identifier(in, path);
+    case Kind::tls_list:
+      break;  // a form of an RFC, which exact_value() reads
   }
   return fail(z, path, "a type that stands in no input by itself");
 }
