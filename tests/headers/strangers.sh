@@ -114,9 +114,9 @@ cat nobody.pem hostile.pem number.pem >all
 diff shown printed
 
 : >empty
-printf '\060\005\002' >cut
+printf '\060\005\002' >short
 printf -- '-----BEGIN CERTIFICATE-----\nMAMC' >open
-for bad in missing empty cut open; do
+for bad in missing empty short open; do
   if "$program" $bad; then
     echo "$bad was accepted"
     exit 1
