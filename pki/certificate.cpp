@@ -62,12 +62,10 @@ bool view(const Type &type, pki_Octets octets, pki_Octets (&fields)[Count]) {
          pki_view(asn1::handle_of(&type), octets.data, end, fields, Count) == end;
 }
 
-/// Whether the decoder of a type takes the octets and uses them up.
+/// Whether the decoder of a type takes the value that the octets begin with.
 bool is_value(const Type &type, pki_Octets octets) {
   pki_Fault fault;
-  return pki_explain(asn1::handle_of(&type), octets.data, octets.data + octets.length, &fault) ==
-             0 &&
-         fault.offset == octets.length;
+  return pki_explain(asn1::handle_of(&type), octets.data, octets.data + octets.length, &fault) == 0;
 }
 
 /// Reads octets that are one string, used up, segment by segment. `identifier` is that of the
