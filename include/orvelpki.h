@@ -5,6 +5,7 @@
 #ifndef ORVELPKI_H
 #define ORVELPKI_H
 
+#include "pki_certificate.h"
 #include "pki_crl.h"
 #include "pki_explain.h"
 #include "pki_type.h"
