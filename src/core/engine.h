@@ -16,6 +16,15 @@ inline OctetString *kept_octets(const Field &field, const void *record) {
 // Release
 // ---------------------------------------------------------------------------------------------
 
+/// Zeroes the octets of a string or a number, whose records begin alike.
+inline void wipe(const void *value, const Type &type) {
+  OctetString octets;
+  std::memcpy(&octets, value, sizeof octets);
+  if (octets.data == nullptr) return;
+  const bool bits = type.kind == Kind::bit_string;
+  explicit_bzero(octets.data, bits ? octets_of_bits(octets.length) : octets.length);
+}
+
 /// `abandoned` says that the record was not read to its end. A field may own more then than it does
 /// in a record that a caller holds.
 [[gnu::always_inline]] inline void release_field(const Field &field, void *record, bool abandoned) {
@@ -24,10 +33,7 @@ inline OctetString *kept_octets(const Field &field, const void *record) {
   } else if (!field.is_number) {
     void *const value = load(member_of(record, field.member));
     if (value != nullptr) {
-      if (field.wiped) {
-        const auto *const bits = static_cast<const BitString *>(value);
-        if (bits->data != nullptr) explicit_bzero(bits->data, octets_of_bits(bits->length));
-      }
+      if (field.wiped) wipe(value, *field.type);
       release(value, *field.type);
     }
   }
@@ -210,8 +216,9 @@ inline const uint8_t *decode_exact_elements(const uint8_t *z, const uint8_t *end
   return nullptr;
 }
 
-inline const uint8_t *decode_elements(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
-                                      void *place, uint32_t depth, const Type &type) {
+[[gnu::always_inline]] inline const uint8_t *decode_elements(const uint8_t *z, const uint8_t *end,
+                                                             uint32_t impl_tag, void *place,
+                                                             uint32_t depth, const Type &type) {
   if (type.exact) return decode_exact_elements(z, end, impl_tag, place, depth, type);
   const Type &element = *type.element;
   return decode_list(
@@ -219,8 +226,7 @@ inline const uint8_t *decode_elements(const uint8_t *z, const uint8_t *end, uint
       [&](const uint8_t *from, const uint8_t *limit, void **to, uint32_t inner_depth) {
         return decode(from, limit, 0, to, inner_depth, element);
       },
-      [&](void *value) { release(value, element); },
-      [&](List *list) { release_elements(list, element); });
+      [&](void *value) { release(value, element); }, [&](List *list) { release(list, type); });
 }
 
 }  // namespace asn1

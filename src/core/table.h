@@ -185,7 +185,7 @@ constexpr Field wiped(Field field) {
   return field;
 }
 
-/// A BIT STRING whose octets are zeroed before they are released.
+/// A string or an INTEGER whose octets are zeroed before they are released.
 template <class F>
 struct Wiped {
   static constexpr Field field = wiped(F::field);

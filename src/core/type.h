@@ -95,7 +95,7 @@ struct Field {
   Kept keeper = Kept::by_the_record;
   bool is_number = false;    ///< the value is a number inside the record
   bool optional = false;     ///< left out of the encoding where the record has none
-  bool wiped = false;        ///< a BIT STRING that is zeroed before it is released
+  bool wiped = false;        ///< a string or number that is zeroed before it is released
   bool may_be_null = false;  ///< an implicit tag that takes a null pointer
 };
 

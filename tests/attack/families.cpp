@@ -605,8 +605,11 @@ constexpr Forms forms[] = {
     {"rfc3779", rfc3779_forms},
     {"rfc5280", rfc5280_forms},
     {"rfc5280", rfc5280_extension_forms},
+    {"rfc5652", rfc5652_forms},
     {"rfc6962", rfc6962_forms},
+    {"rfc7292", rfc7292_forms},
     {"rfc7633", rfc7633_forms},
+    {"keys", key_forms},
 };
 
 }  // namespace
