@@ -234,6 +234,21 @@ const uint8_t *pki_GeneralNames_d(const uint8_t *z, const uint8_t *end, uint32_t
 List *pki_GeneralNames_clone(const List *pElement);
 
 /* -------------------------------------------------------------------------------------------- */
+/* Attributes                                                                                   */
+/* -------------------------------------------------------------------------------------------- */
+
+/**
+ * Attribute ::= SEQUENCE { type AttributeType, values SET OF AttributeValue } (Appendix A.1). The
+ * record is that of pkcs9.h: each value is one whole element, in an Any record.
+ */
+Attribute *pki_Attribute_new(void);
+void pki_Attribute_free(Attribute *pElement);
+uint32_t pki_Attribute_e(uint8_t **pp, const Attribute *pElement);
+const uint8_t *pki_Attribute_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
+                               Attribute **ppElement, uint32_t depth);
+Attribute *pki_Attribute_clone(const Attribute *pElement);
+
+/* -------------------------------------------------------------------------------------------- */
 /* Extensions of certificates                                                                   */
 /* -------------------------------------------------------------------------------------------- */
 
@@ -413,10 +428,7 @@ const uint8_t *pki_PolicyMapping_d(const uint8_t *z, const uint8_t *end, uint32_
                                    PolicyMapping **ppElement, uint32_t depth);
 PolicyMapping *pki_PolicyMapping_clone(const PolicyMapping *pElement);
 
-/**
- * SubjectDirectoryAttributes ::= SEQUENCE OF Attribute (4.2.1.8): a List of Attribute records, for
- * which rfc5652.h has functions.
- */
+/** SubjectDirectoryAttributes ::= SEQUENCE OF Attribute (4.2.1.8): a List of Attribute records. */
 void pki_SubjectDirectoryAttributes_free(List *pElement);
 uint32_t pki_SubjectDirectoryAttributes_e(uint8_t **pp, const List *pElement);
 const uint8_t *pki_SubjectDirectoryAttributes_d(const uint8_t *z, const uint8_t *end,

@@ -1,13 +1,21 @@
-// The extensions of certificates and revocation lists (RFC 5280, 4.2, 5.2, 5.3). The module has
-// implicit tags (Appendix A.2), but for those of a CHOICE (X.680, 31.2.7).
+// Attributes, and the extensions of certificates and revocation lists (RFC 5280, 4.2, 5.2, 5.3). The
+// module has implicit tags (Appendix A.2), but for those of a CHOICE (X.680, 31.2.7).
+#include "pki/forms/rfc5280_extensions.h"
+
 #include "pki/export.h"
-#include "pki/forms/names.h"
 #include "pki/forms/renamed.h"
-#include "pki/forms/rfc5652.h"
 
 using namespace pki;
 
 // clang-format off
+
+// Attribute ::= SEQUENCE {
+//   type    AttributeType,
+//   values  SET OF AttributeValue }
+using AttributeTable = Sequence<Attribute,
+    Required<&Attribute::type, ObjIdCodec>,
+    Required<&Attribute::values, SetOf<AnyCodec>>>;
+EXPORT_FORM(Attribute, Attribute, "Attribute", AttributeTable)
 
 // ---------------------------------------------------------------------------------------------
 // Keys

@@ -49,6 +49,7 @@ const Bytes issuers = sequence(hex("06 08 2B 06 01 05 05 07 30 02") + element(0x
 
 std::vector<Form> rfc5280_extension_forms() {
   return {
+      {"pki_Attribute", {attribute, empty_attribute}},
       {"pki_AuthorityKeyIdentifier",
        {authority_key, sequence(hex("80 01 AB")), sequence(hex("82 01 00")), sequence({})}},
       {"pki_SubjectKeyIdentifier", {hex("04 04 01 02 03 04"), hex("04 00")}},
