@@ -1,5 +1,4 @@
-// Shared by the tests of the RFCs' forms: what holds for every one of them, and short ways to look
-// into their records.
+// Shared by the tests of the RFCs' forms.
 #ifndef ORVELASN1_TESTS_FORMS_H
 #define ORVELASN1_TESTS_FORMS_H
 
@@ -7,36 +6,45 @@
 
 #include "records.h"
 
-/// The functions of a form: of a record, and of what is no record of its own.
+/// The functions of a form over a record.
 #define FORM(T, Record)                                                      \
-  ::support::RecordFamily<Record> {                                          \
+  support::RecordFamily<Record> {                                            \
     pki_##T##_new, pki_##T##_free, pki_##T##_e, pki_##T##_d, pki_##T##_clone \
   }
+
+/// The same of what is no record of its own.
 #define FORM_LIST(T, Record)                                           \
-  ::support::RecordFamily<Record> {                                    \
+  support::RecordFamily<Record> {                                      \
     nullptr, pki_##T##_free, pki_##T##_e, pki_##T##_d, pki_##T##_clone \
   }
 
 namespace support {
 
-/// Decodes octets, which must be used up. The record must come back as those octets, and so must a
-/// copy that outlives it.
+/// Checks that octets are refused, and that nothing is left in the place for the record.
 template <class T>
-Held<T> same(const RecordFamily<T> &family, const Bytes &octets) {
-  Held<T> first = decoded(family, octets);
-  EXPECT_EQ(octets, encoded(family, first));
-  Held<T> copy = cloned(family, first);
-  first.reset();
-  EXPECT_EQ(octets, encoded(family, copy));
-  return copy;
-}
-
-/// Checks that octets are refused, and that no record is left.
-template <class T>
-void expect_no_record(const RecordFamily<T> &family, const Bytes &octets) {
+void expect_form_refused(const RecordFamily<T> &family, const Bytes &octets) {
+  SCOPED_TRACE(testing::PrintToString(octets));
   uint64_t other = 0;
   T *const before = static_cast<T *>(static_cast<void *>(&other));
   EXPECT_EQ(nullptr, left_by_refusal(family.decode, octets, before));
+}
+
+/// Decodes the octets, which must be used up. Checks that the record is written as `written`, and
+/// so is a copy that outlives it, which is returned.
+template <class T>
+Held<T> expect_written(const RecordFamily<T> &family, const Bytes &octets, const Bytes &written) {
+  Held<T> record = decoded(family, octets);
+  EXPECT_EQ(written, encoded(family, record));
+  Held<T> copy = cloned(family, record);
+  record.reset();
+  EXPECT_EQ(written, encoded(family, copy));
+  return copy;
+}
+
+/// The same for octets that come back.
+template <class T>
+Held<T> expect_kept(const RecordFamily<T> &family, const Bytes &octets) {
+  return expect_written(family, octets, octets);
 }
 
 /// Checks that an element is read under its own tag and an implicit one only, and up to its end:
@@ -49,13 +57,13 @@ void expect_exact(const RecordFamily<T> &family, uint8_t tag, const Bytes &conte
     return Bytes(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(size));
   };
   const Bytes octets = element(tag, content);
-  same(family, octets);
+  expect_kept(family, octets);
   EXPECT_EQ(nullptr, family.clone(nullptr));
   EXPECT_EQ(0U, family.encode(nullptr, nullptr));
   family.free(nullptr);
   for (size_t size = 0; size < octets.size(); ++size) {
     SCOPED_TRACE(size);
-    expect_no_record(family, start(octets, size));
+    expect_form_refused(family, start(octets, size));
   }
   for (size_t size = 0; size < content.size(); ++size) {
     SCOPED_TRACE(size);
@@ -65,15 +73,15 @@ void expect_exact(const RecordFamily<T> &family, uint8_t tag, const Bytes &conte
       EXPECT_EQ(cut, encoded(family, record));
     }
   }
-  expect_no_record(family, element(tag ^ 1, content));
-  expect_no_record(family, element(tag | 0x80, content));
+  expect_form_refused(family, element(tag ^ 1, content));
+  expect_form_refused(family, element(tag | 0x80, content));
   const auto implicit = static_cast<uint8_t>(0x8A | (tag & constructed));
   decoded(family, element(implicit, content), 0, implicit);
   if ((tag & constructed) == 0) return;
-  expect_no_record(family, element(tag, content + hex("05 00")));
-  expect_no_record(family, element(tag ^ constructed, content));
+  expect_form_refused(family, element(tag, content + hex("05 00")));
+  expect_form_refused(family, element(tag ^ constructed, content));
   decoded(family, Bytes{tag, 0x80} + content + hex("00 00"));
-  expect_no_record(family, Bytes{tag, 0x80} + content);
+  expect_form_refused(family, Bytes{tag, 0x80} + content);
 }
 
 /// Checks that a new record lacks a field and has no encoding, or has that of no fields.
@@ -88,35 +96,6 @@ inline std::string dotted(const ObjId *identifier) {
   std::string text = made == nullptr ? "" : made;
   std::free(made);
   return text;
-}
-
-/// Returns an element of a list.
-template <class T>
-const T *at(const List *list, int32_t index) {
-  return static_cast<const T *>(List_get(list, index));
-}
-
-/// Checks that octets are refused, and that nothing is left in the place for the record.
-template <class T>
-void expect_form_refused(const RecordFamily<T> &family, const Bytes &octets) {
-  SCOPED_TRACE(testing::PrintToString(octets));
-  char before = 0;
-  EXPECT_EQ(nullptr, left_by_refusal(family.decode, octets, reinterpret_cast<T *>(&before)));
-}
-
-/// Decodes the octets, and checks that the record and its copy are written as `written`.
-template <class T>
-Held<T> expect_written(const RecordFamily<T> &family, const Bytes &octets, const Bytes &written) {
-  Held<T> record = decoded(family, octets);
-  EXPECT_EQ(written, encoded(family, record));
-  EXPECT_EQ(written, encoded(family, cloned(family, record)));
-  return record;
-}
-
-/// The same for octets that come back.
-template <class T>
-Held<T> expect_kept(const RecordFamily<T> &family, const Bytes &octets) {
-  return expect_written(family, octets, octets);
 }
 
 /// Returns element `index` of a list.

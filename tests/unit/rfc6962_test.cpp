@@ -3,16 +3,16 @@
 
 namespace {
 
-using support::at;
 using support::Bytes;
 using support::decoded;
 using support::element;
+using support::element_of;
 using support::encoded;
-using support::expect_no_record;
+using support::expect_form_refused;
+using support::expect_kept;
 using support::Held;
 using support::hex;
 using support::list_of;
-using support::same;
 using support::value;
 using support::operator+;
 
@@ -38,9 +38,9 @@ const Bytes plain = start + hex("00 00 04 03 00 02 30 00");
 const Bytes extended = start + hex("00 03 AA BB CC 08 07 00 00");
 
 TEST(SignedCertificateTimestampListForm, HasTheFieldsOfTheFirstVersion) {
-  const auto timestamps = same(family, list(vector(plain) + vector(extended)));
+  const auto timestamps = expect_kept(family, list(vector(plain) + vector(extended)));
   ASSERT_EQ(2, List_len(timestamps.get()));
-  const auto *first = at<pki_SignedCertificateTimestamp>(timestamps.get(), 0);
+  const auto *first = &element_of<pki_SignedCertificateTimestamp>(timestamps.get(), 0);
   EXPECT_EQ(0, first->version);
   EXPECT_EQ(log_id, Bytes(std::begin(first->logID), std::end(first->logID)));
   EXPECT_EQ(0x19ABCDEF012U, first->timestamp);
@@ -49,7 +49,7 @@ TEST(SignedCertificateTimestampListForm, HasTheFieldsOfTheFirstVersion) {
   EXPECT_EQ(3, first->signatureAlgorithm);
   EXPECT_EQ(hex("30 00"), value(first->signature));
   EXPECT_EQ(nullptr, first->opaque);
-  const auto *second = at<pki_SignedCertificateTimestamp>(timestamps.get(), 1);
+  const auto *second = &element_of<pki_SignedCertificateTimestamp>(timestamps.get(), 1);
   EXPECT_EQ(hex("AA BB CC"), value(second->extensions));
   EXPECT_EQ(8, second->hashAlgorithm);
   EXPECT_EQ(7, second->signatureAlgorithm);
@@ -57,48 +57,49 @@ TEST(SignedCertificateTimestampListForm, HasTheFieldsOfTheFirstVersion) {
 }
 
 TEST(SignedCertificateTimestampListForm, KeepsOtherVersionsWhole) {
-  const auto timestamps = same(family, list(vector(hex("01 AB CD")) + vector(hex("FF"))));
-  const auto *first = at<pki_SignedCertificateTimestamp>(timestamps.get(), 0);
+  const auto timestamps = expect_kept(family, list(vector(hex("01 AB CD")) + vector(hex("FF"))));
+  const auto *first = &element_of<pki_SignedCertificateTimestamp>(timestamps.get(), 0);
   EXPECT_EQ(1, first->version);
   EXPECT_EQ(hex("AB CD"), value(first->opaque));
   EXPECT_EQ(nullptr, first->signature);
-  const auto *second = at<pki_SignedCertificateTimestamp>(timestamps.get(), 1);
+  const auto *second = &element_of<pki_SignedCertificateTimestamp>(timestamps.get(), 1);
   EXPECT_EQ(255, second->version);
   EXPECT_EQ(0U, second->opaque->length);
 }
 
 TEST(SignedCertificateTimestampListForm, RefusesWhatIsCutOrLeftOver) {
   const Bytes whole = list(vector(plain));
-  for (size_t size = 0; size < whole.size(); ++size) expect_no_record(family, cut(whole, size));
+  for (size_t size = 0; size < whole.size(); ++size) expect_form_refused(family, cut(whole, size));
   // The same where all lengths around the cut fit it.
   for (const Bytes &timestamp : {plain, extended}) {
     for (size_t size = 0; size < timestamp.size(); ++size) {
       SCOPED_TRACE(size);
-      expect_no_record(family, list(vector(cut(timestamp, size))));
-      expect_no_record(family, list(vector(plain) + vector(cut(timestamp, size))));
+      expect_form_refused(family, list(vector(cut(timestamp, size))));
+      expect_form_refused(family, list(vector(plain) + vector(cut(timestamp, size))));
     }
-    expect_no_record(family, list(vector(timestamp + hex("00"))));
+    expect_form_refused(family, list(vector(timestamp + hex("00"))));
   }
-  expect_no_record(family, list({}));
-  expect_no_record(family, list(vector({})));
-  expect_no_record(family, list(vector(plain) + hex("00")));
-  expect_no_record(family, hex("04 00"));
-  expect_no_record(family, element(4, vector(vector(plain)) + hex("00")));
-  expect_no_record(family, element(4, hex("00 02") + vector(hex("FF"))));
+  expect_form_refused(family, list({}));
+  expect_form_refused(family, list(vector({})));
+  expect_form_refused(family, list(vector(plain) + hex("00")));
+  expect_form_refused(family, hex("04 00"));
+  expect_form_refused(family, element(4, vector(vector(plain)) + hex("00")));
+  expect_form_refused(family, element(4, hex("00 02") + vector(hex("FF"))));
 }
 
 TEST(SignedCertificateTimestampListForm, RefusesOtherElements) {
   const Bytes content = vector(vector(plain));
-  expect_no_record(family, element(5, content));
-  expect_no_record(family, element(0x84, content));
-  expect_no_record(family, element(0x24, element(4, content)));
+  expect_form_refused(family, element(5, content));
+  expect_form_refused(family, element(0x84, content));
+  expect_form_refused(family, element(0x24, element(4, content)));
   decoded(family, element(0x84, content), 0, 0x84);
 }
 
 TEST(SignedCertificateTimestampListForm, ReadsAsManyOctetsAsALengthCounts) {
   const Bytes largest = list(vector(hex("01") + Bytes(65532, 0xAB)));
   EXPECT_EQ(65532U,
-            at<pki_SignedCertificateTimestamp>(same(family, largest).get(), 0)->opaque->length);
+            element_of<pki_SignedCertificateTimestamp>(expect_kept(family, largest).get(), 0)
+                .opaque->length);
 }
 
 /// A list of one record.
@@ -168,12 +169,12 @@ TEST(SignedCertificateTimestampListForm, IsExplained) {
   EXPECT_EQ(PKI_TLS_LIST, pki_Type_kind(type));
   const auto fault_of = [type](const Bytes &octets) {
     pki_Fault fault{};
-    EXPECT_EQ(0, pki_explain(type, octets.data(), octets.data() + octets.size(), &fault));
+    EXPECT_EQ(1, pki_explain(type, octets.data(), octets.data() + octets.size(), &fault));
     return std::to_string(fault.offset) + ": " + fault.sentence;
   };
   EXPECT_EQ("2: a list without elements", fault_of(list({})));
   EXPECT_EQ("4: a timestamp without octets", fault_of(list(vector({}))));
-  EXPECT_EQ("57: a timestamp that ends inside a field",
+  EXPECT_EQ("55: a timestamp that ends inside a field",
             fault_of(list(vector(plain) + vector(cut(plain, 5)))));
   EXPECT_EQ("4: octets past the signature of a timestamp",
             fault_of(list(vector(plain + hex("00")))));
