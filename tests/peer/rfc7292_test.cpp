@@ -70,6 +70,22 @@ void each_certificate(const pki_PFX *pfx, void (*f)(const Certificate *)) {
   pki_AuthenticatedSafe_free(safe);
 }
 
+/// Returns what is not blank of the lines of a file that begin with `prefix`, without the prefix.
+std::string characters_of(const std::string &file, const std::string &prefix) {
+  std::ifstream in(std::filesystem::path(__FILE__).parent_path() / file);
+  std::string out;
+  for (std::string line; std::getline(in, line);)
+    if (line.starts_with(prefix)) out += line.substr(prefix.size());
+  std::erase_if(out, [](char c) { return c == ' '; });
+  return out;
+}
+
+TEST(ExampleOfTheHeader, IsTheOneThatIsTested) {
+  const std::string example = characters_of("../../include/rfc7292.h", " *     ");
+  EXPECT_NE(std::string::npos, example.find("each_certificate"));
+  EXPECT_NE(std::string::npos, characters_of("rfc7292_test.cpp", "").find(example));
+}
+
 std::multiset<Bytes> found_certificates;
 
 std::multiset<Bytes> certificates_of(const pki_PFX *store) {
