@@ -5,10 +5,15 @@
 #ifndef ORVELPKI_H
 #define ORVELPKI_H
 
+#include "pki_crl.h"
 #include "pki_explain.h"
 #include "pki_type.h"
+#include "pki_view.h"
 #include "pki_x680.h"
 #include "rfc2986.h"
+#include "rfc3709.h"
+#include "rfc3739.h"
+#include "rfc3779.h"
 #include "rfc4055.h"
 #include "rfc4514.h"
 #include "rfc5280.h"
@@ -16,7 +21,9 @@
 #include "rfc5652.h"
 #include "rfc5915.h"
 #include "rfc5958.h"
+#include "rfc6962.h"
 #include "rfc7292.h"
+#include "rfc7633.h"
 #include "rfc8017.h"
 
 #endif

@@ -1,7 +1,8 @@
 /**
  * @file pki_type.h
- * The types of liborvelasn1 as data: what each is called, what its fields are, where they stand in
- * its record and on the wire, and by which functions it is read and written.
+ * The types of liborvelasn1 and the forms of the RFCs as data: what each is called, what its fields
+ * are, where they stand in its record and on the wire, and by which functions it is read and
+ * written.
  *
  * Everything that these functions return is constant, lives as long as the library, and may be used
  * from any thread. No function allocates memory or ends the process.
@@ -39,7 +40,8 @@ typedef enum pki_Kind {
   PKI_ATTRIBUTE_VALUE,   /**< a string of any identifier octet, which its record keeps */
   PKI_TYPED_CONTENT,     /**< of the type that the record's first field says */
   PKI_CARD_OBJECT,       /**< an object of a smart card */
-  PKI_CARD_IDENTIFIER    /**< the identifier of a card object's attribute */
+  PKI_CARD_IDENTIFIER,   /**< the identifier of a card object's attribute */
+  PKI_TLS_LIST           /**< an OCTET STRING with a list in the encoding of TLS; a List */
 } pki_Kind;
 
 /** How a field is tagged (X.680, 31.2). */
@@ -103,14 +105,21 @@ const pki_Type *pki_Type_get(uint32_t index);
 
 /**
  * Finds a type by the name that the ASN.1 gives it, such as "TBSCertificate", or by that of its
- * record, such as "Certificate_TBS". Returns NULL where there is none.
+ * functions, as pki_Type_record() returns it. Where liborvelasn1 and an RFC's form share a name,
+ * that of
+ * the ASN.1 finds liborvelasn1's: "pki_Certificate" finds the form. Returns NULL where there is
+ * none.
  */
 const pki_Type *pki_Type_find(const char *name);
 
 /** Returns the name that the ASN.1 gives the type; "" for a list that has none. */
 const char *pki_Type_name(const pki_Type *type);
 
-/** Returns the name of the type's record and functions, the T of asn1_T_d; "" where it has none. */
+/**
+ * Returns the name of the type's functions: the T of asn1_T_d, which is that of its record, too; or
+ * the
+ * whole pki_T of pki_T_d for the form of an RFC. Returns "" where it has none.
+ */
 const char *pki_Type_record(const pki_Type *type);
 
 /** Returns what the type is. */

@@ -231,18 +231,6 @@ typedef struct pki_AuthenticatedData {
 /* -------------------------------------------------------------------------------------------- */
 
 /**
- * Attribute ::= SEQUENCE { attrType OBJECT IDENTIFIER, attrValues SET OF AttributeValue } (5.3),
- * also that of RFC 5280, appendix A.1, and of RFC 2986, 4.1. Each value is an Any: one whole
- * element.
- */
-Attribute *pki_Attribute_new(void);
-void pki_Attribute_free(Attribute *pElement);
-uint32_t pki_Attribute_e(uint8_t **pp, const Attribute *pElement);
-const uint8_t *pki_Attribute_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
-                               Attribute **ppElement, uint32_t depth);
-Attribute *pki_Attribute_clone(const Attribute *pElement);
-
-/**
  * SignedAttributes, UnsignedAttributes and the like ::= SET OF Attribute (5.3): a List of
  * Attribute records. Fields of this type stand under a tag of their own. This is the type under
  * the tag of SET OF, whose encoding is what a digest is made of (5.4, 9.2).

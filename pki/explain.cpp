@@ -7,7 +7,7 @@
 #include "core/engine.h"
 #include "core/stack.h"
 #include "pkcs/pkcs.h"
-#include "pki/forms/content.h"
+#include "pki/forms/timestamps.h"
 #include "pki/type.h"
 #include "universal/content.h"
 
@@ -303,6 +303,12 @@ void Explanation::refuse_length(const Reader &in, bool indefinite_taken, const P
 bool Explanation::exact_header(Reader &in, uint32_t impl_tag, uint8_t own_tag, Forms forms,
                                Header *header, const Path *path) {
   const Reader from = in;
+  if (!in.at_end() && !in.has_form_of(own_tag)) {
+    const auto implicit = static_cast<uint8_t>(impl_tag);
+    fail_expected(in, path,
+                  static_cast<uint8_t>((implicit != 0 ? implicit : own_tag) | tag::constructed));
+    return false;
+  }
   if (!this->header(in, impl_tag, own_tag, forms, header, path)) return false;
   if (header->length <= INT32_MAX) return true;
   fail(from.position(), path, "a length of %u octets", header->length);
@@ -343,7 +349,7 @@ const uint8_t *Explanation::exact_primitive(const Type &type, Reader in, uint32_
   Header head;
   pki::View content;
   if (!exact_header(in, impl_tag, type.identifier, Forms::one, &head, path)) return nullptr;
-  const uint8_t *const at = in.position();
+  const uint8_t *at = in.position();
   content.length = head.length;
   in.take(head.length, &content.data);
   pki::Refusal refusal = nullptr;
@@ -366,6 +372,9 @@ const uint8_t *Explanation::exact_primitive(const Type &type, Reader in, uint32_
     case Kind::utc_time:
     case Kind::generalized_time:
       refusal = pki::refuse_time(content);
+      break;
+    case Kind::tls_list:
+      refusal = pki::refuse_timestamps(content, &at);
       break;
     default:
       refusal = "a type that stands in no input by itself";
@@ -614,8 +623,8 @@ const uint8_t *Explanation::tagged(const Field &field, Reader in, const Path *pa
 const uint8_t *Explanation::choice(const Type &type, Reader in, const Path *path) {
   const int octet = in.peek();
   if (octet < 0) return fail_at_end(in.position(), path, "one of several alternatives");
-  // The record of a Time has the whole identifier octet for its kind.
-  const int kind = type.other_identifier != 0 ? octet : octet & tag::number;
+  // The record of liborvelasn1's Time has the whole identifier octet for its kind.
+  const int kind = type.other_identifier != 0 && !type.exact ? octet : octet & tag::number;
   for (uint16_t i = 0; i < type.count; ++i) {
     const Path inner{path, type.fields[i].name, 0};
     if (type.fields[i].kind == kind) return tagged(type.fields[i], in, &inner);
@@ -863,11 +872,85 @@ const uint8_t *Explanation::value(const Type &type, const uint8_t *z, const uint
       return card_object(type, in, path);
     case Kind::card_identifier:
       return card_identifier(in, path);
+    case Kind::tls_list:
+      break;  // a form of an RFC, which exact_value() reads
   }
   return fail(z, path, "a type that stands in no input by itself");
 }
 
+// ---------------------------------------------------------------------------------------------
+// Records that are not filled
+// ---------------------------------------------------------------------------------------------
+
+bool is_missing(pki_Fault *fault, const Path *path, const char *sentence) {
+  write_path(path, fault->path);
+  std::snprintf(fault->sentence, sizeof fault->sentence, "%s", sentence);
+  return true;
+}
+
+bool find_missing(const Type &type, const void *value, const Path *path, pki_Fault *fault);
+
+bool find_missing(const Field &field, const void *value, const Path *path, pki_Fault *fault) {
+  return value == nullptr && field.type->kind != Kind::null
+             ? is_missing(fault, path, "is missing")
+             : measure_tagged(field, value) == 0 && find_missing(*field.type, value, path, fault);
+}
+
+bool find_missing_field(const Field &field, const void *record, const Path *path,
+                        pki_Fault *fault) {
+  const Path inner{path, field.name, 0};
+  if (field.kept != no_member && kept_octets(field, record) != nullptr) return false;
+  if (field.by_hand != nullptr && field.by_hand->measure != nullptr) {
+    Measure size;
+    return !field.by_hand->measure(field, record, size) &&
+           is_missing(fault, &inner, "is missing, or has no encoding");
+  }
+  const void *const member = member_of(record, field.member);
+  if (field.is_number) return find_missing(field, member, &inner, fault);
+  const void *const value = load(member);
+  return (value != nullptr || !field.optional) && find_missing(field, value, &inner, fault);
+}
+
+/// Finds the first part without an encoding in a value that has none. The depth is that of the
+/// types, none of which nests.
+bool find_missing(const Type &type, const void *value, const Path *path, pki_Fault *fault) {
+  if (type.kind == Kind::sequence) {
+    for (uint16_t i = 0; i < type.count; ++i) {
+      if (find_missing_field(type.fields[i], value, path, fault)) return true;
+    }
+  } else if (type.kind == Kind::choice) {
+    const auto *const choice = static_cast<const GeneralName *>(value);
+    for (uint16_t i = 0; i < type.count; ++i) {
+      const Path inner{path, type.fields[i].name, 0};
+      if (type.fields[i].kind == choice->kind) {
+        return find_missing(type.fields[i], choice->value, &inner, fault);
+      }
+    }
+    return is_missing(fault, path, "its kind is that of no alternative");
+  } else if (type.element != nullptr) {
+    const auto *const list = static_cast<const List *>(value);
+    for (int32_t i = 0; i < List_len(list); ++i) {
+      const void *const element = List_get(list, i);
+      const Path inner{path, nullptr, static_cast<uint32_t>(i)};
+      if (element == nullptr) return is_missing(fault, &inner, "is missing");
+      if (measure(element, *type.element) == 0 &&
+          find_missing(*type.element, element, &inner, fault)) {
+        return true;
+      }
+    }
+  }
+  return is_missing(fault, path, "holds no value that can be encoded");
+}
+
 }  // namespace
+
+int32_t pki_find_missing(const pki_Type *type, const void *record, pki_Fault *fault) {
+  *fault = {};
+  const Type &form = type_of(type);
+  if (!form.exact) return is_missing(fault, nullptr, "its type is no form of an RFC") ? 1 : 0;
+  if (record == nullptr) return is_missing(fault, nullptr, "is missing") ? 1 : 0;
+  return measure(record, form) == 0 && find_missing(form, record, nullptr, fault) ? 1 : 0;
+}
 
 int32_t pki_explain(const pki_Type *type, const uint8_t *z, const uint8_t *end, pki_Fault *fault) {
   static constexpr uint8_t nothing = 0;

@@ -24,7 +24,7 @@ uint32_t words_of(uint32_t octets) {
   return words_in_front + (octets + octets_of_word - 1) / octets_of_word;
 }
 
-ObjId *new_identifier(uint32_t count) {
+inline ObjId *new_identifier(uint32_t count) {
   auto *const identifier = asn1::new_record<ObjId>();
   if (identifier == nullptr) return nullptr;
   identifier->arcs = asn1::new_array<uint32_t>(count);
@@ -76,43 +76,51 @@ uint8_t *write_number(uint64_t number, uint8_t *to) {
 
 }  // namespace
 
-// The common identifier, whose numbers fit, is read in one go; refuse_identifier() has the rules.
-ObjId *identifier_of(View content) {
-  const uint8_t *at = content.data;
-  const uint8_t *const end = at + content.length;
-  const auto numbers = std::count_if(at, end, [](uint8_t octet) { return octet < 0x80; });
-  ObjId *const identifier =
-      numbers == 0 ? nullptr : new_identifier(static_cast<uint32_t>(numbers) + 1);
-  if (identifier == nullptr) return nullptr;
-  uint32_t *arc = identifier->arcs;
-  uint64_t most = most_of_first;
-  while (at != end) {
-    uint64_t number = *at++;
-    if (number >= 0x80) {
-      bool fits = number != 0x80;
-      number &= 0x7F;
-      for (bool ends = false; fits && !ends;) {
-        fits = at != end;
-        if (!fits) break;
-        const uint8_t octet = *at++;
-        number = number << 7 | (octet & 0x7F);
-        fits = number <= most;
-        ends = octet < 0x80;
-      }
-      if (!fits) {
-        asn1_ObjId_free(identifier);
-        return refuse_identifier(content, 0) == nullptr ? whole_identifier(content) : nullptr;
-      }
-    }
-    if (arc == identifier->arcs) {
-      const uint64_t root = number < last_root * arcs_of_root ? number / arcs_of_root : last_root;
-      *arc++ = static_cast<uint32_t>(root);
-      number -= root * arcs_of_root;
-      most = UINT32_MAX;
-    }
-    *arc++ = static_cast<uint32_t>(number);
+namespace {
+
+/// Reads one number. Fails where it is more than `most`, has needless octets or no end.
+[[gnu::always_inline]] inline bool read_number(Reader &in, uint64_t most, uint64_t *number) {
+  uint8_t octet = 0;
+  if (!in.read_octet(&octet)) return false;
+  *number = octet;
+  if (octet < 0x80) [[likely]] {
+    return true;
   }
-  return identifier;
+  if (octet == 0x80) return false;
+  *number = octet & 0x7F;
+  do {
+    if (!in.read_octet(&octet)) return false;
+    *number = *number << 7 | (octet & 0x7F);
+    if (*number > most) return false;
+  } while (octet >= 0x80);
+  return true;
+}
+
+/// Reads the numbers of a content into arcs, of which there is one more than numbers.
+bool read_arcs(Reader in, uint32_t *arcs) {
+  uint64_t number = 0;
+  if (!read_number(in, most_of_first, &number)) return false;
+  const uint64_t root = number < last_root * arcs_of_root ? number / arcs_of_root : last_root;
+  *arcs++ = static_cast<uint32_t>(root);
+  *arcs++ = static_cast<uint32_t>(number - root * arcs_of_root);
+  while (!in.at_end()) {
+    if (!read_number(in, UINT32_MAX, &number)) return false;
+    *arcs++ = static_cast<uint32_t>(number);
+  }
+  return true;
+}
+
+}  // namespace
+
+ObjId *identifier_of(View content) {
+  const uint8_t *const end = content.data + content.length;
+  const auto numbers = std::count_if(content.data, end, [](uint8_t octet) { return octet < 0x80; });
+  ObjId *const identifier = new_identifier(static_cast<uint32_t>(numbers) + 1);
+  if (identifier == nullptr || read_arcs(Reader(content.data, end), identifier->arcs)) {
+    return identifier;
+  }
+  asn1_ObjId_free(identifier);
+  return refuse_identifier(content, 0) == nullptr ? whole_identifier(content) : nullptr;
 }
 
 uint32_t identifier_octets(const ObjId &identifier) {

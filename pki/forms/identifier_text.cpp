@@ -12,6 +12,7 @@
 #pragma GCC visibility pop
 
 using namespace asn1;
+using pki::Text;
 
 namespace {
 
@@ -202,8 +203,7 @@ class Arcs {
 
   bool at_end() const { return *cursor_ == '\0'; }
 
-  /// Reads the next arc and the dot after it. Fails where there is no arc, or nothing after the
-  /// dot.
+  /// Reads the next arc and the dot after it. Fails without an arc, or with nothing after the dot.
   bool next(Digits *digits) {
     const char *end = cursor_;
     while (is_digit(*end)) ++end;

@@ -14,6 +14,7 @@
 #pragma GCC visibility pop
 
 using namespace asn1;
+using pki::Text;
 
 namespace {
 
@@ -42,18 +43,17 @@ bool is_filled(const AttributeValueAssertion *assertion) {
 struct WholeForm {
   static bool can_write(const RelativeDistinguishedName *rdn) { return rdn != nullptr; }
   static bool can_write(const AttributeValueAssertion *assertion) { return is_filled(assertion); }
-  static bool can_write(const ASN1String &value) { return is_filled(value); }
 
-  template <class NameText>
-  static bool write_identifier(NameText &text, const ObjId &oid) {
+  template <class Output>
+  static bool write_identifier(Output &text, const ObjId &oid) {
     const Owned<char, std::free> digits(pki_ObjId_text(&oid));
     if (digits == nullptr) return false;
     for (const char *c = digits.get(); *c != '\0'; ++c) text.character(*c);
     return true;
   }
 
-  template <class NameText>
-  static void write_number(NameText &text, int32_t tag) {
+  template <class Output>
+  static void write_number(Output &text, int32_t tag) {
     char number[sizeof "-2147483648"];
     const auto made = std::to_chars(number, std::end(number), tag);
     for (const char *c = number; c != made.ptr; ++c) text.character(*c);

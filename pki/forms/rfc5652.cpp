@@ -5,14 +5,6 @@ using namespace pki;
 
 // clang-format off
 
-// Attribute ::= SEQUENCE {
-//   attrType    OBJECT IDENTIFIER,
-//   attrValues  SET OF AttributeValue }
-using AttributeTable = Sequence<Attribute,
-    Required<&Attribute::type, ObjIdCodec>,
-    Required<&Attribute::values, SetOf<AnyCodec>>>;
-EXPORT_FORM(Attribute, Attribute, "Attribute", AttributeTable)
-
 // Attributes ::= SET OF Attribute
 using AttributesTable = SetOf<AttributeCodec>;
 EXPORT_FORM_LIST(Attributes, List, "Attributes", AttributesTable)

@@ -4,10 +4,10 @@
 
 #include "pki/export.h"
 #include "pki/forms/rfc5280.h"
+#include "pki/forms/rfc5280_extensions.h"
 
 namespace pki {
 
-DECLARE_FORM(Attribute, Attribute, tag::sequence)
 DECLARE_FORM(Attributes, List, tag::set)
 DECLARE_FORM(ContentInfo, pki_ContentInfo, tag::sequence)
 

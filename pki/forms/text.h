@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace asn1 {
+namespace pki {
 
 /// Octets that are appended to. Once memory is exhausted, nothing more is, and the text has failed.
 class Text {
@@ -64,6 +64,6 @@ class Text {
   bool failed_ = false;
 };
 
-}  // namespace asn1
+}  // namespace pki
 
 #endif

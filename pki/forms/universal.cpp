@@ -31,9 +31,14 @@ template <auto Clone, class Record>
 void *cloned(const void *value) {
   return Clone(static_cast<const Record *>(value));
 }
-template <auto Free, class Record>
+/// Releases a record and the block that its member `Data` owns.
+template <auto Data>
 void released(void *value) {
-  Free(static_cast<Record *>(value));
+  using Record = typename asn1::MemberOf<decltype(Data)>::Record;
+  auto *const record = static_cast<Record *>(value);
+  if (record == nullptr) return;
+  std::free(record->*Data);
+  std::free(record);
 }
 
 uint32_t measure_octets(const uint8_t *data, uint32_t length) {
@@ -88,7 +93,7 @@ constexpr TypeFunctions integer_functions{.decode = decode_integer<OwnTag, Integ
                                           .measure = measure_integer,
                                           .write = write_integer<OwnTag>,
                                           .clone = cloned<asn1_Integer_clone, Integer>,
-                                          .free = released<asn1_Integer_free, Integer>};
+                                          .free = released<&Integer::data>};
 
 uint32_t number_at(const void *place) {
   uint32_t value;
@@ -182,7 +187,7 @@ constexpr TypeFunctions identifier_functions{
           out.header(tag::object_identifier, count);
         },
     .clone = cloned<asn1_ObjId_clone, ObjId>,
-    .free = released<asn1_ObjId_free, ObjId>};
+    .free = released<&ObjId::arcs>};
 
 // ---------------------------------------------------------------------------------------------
 // Strings
@@ -251,7 +256,7 @@ constexpr TypeFunctions string_functions{
           out.header(OwnTag, string.length);
         },
     .clone = cloned<asn1_ASN1String_clone, ASN1String>,
-    .free = released<asn1_ASN1String_free, ASN1String>};
+    .free = released<&ASN1String::data>};
 
 template <auto Encode>
 constexpr TypeFunctions bits_functions{
@@ -267,7 +272,7 @@ constexpr TypeFunctions bits_functions{
               [value](uint8_t **pp) { return Encode(pp, static_cast<const BitString *>(value)); });
         },
     .clone = cloned<asn1_BitString_clone, BitString>,
-    .free = released<asn1_BitString_free, BitString>};
+    .free = released<&BitString::data>};
 
 // ---------------------------------------------------------------------------------------------
 // Times
@@ -354,7 +359,7 @@ constexpr TypeFunctions any_functions{
           out.octets(any.data, any.length);
         },
     .clone = cloned<asn1_Any_clone, Any>,
-    .free = released<asn1_Any_free, Any>};
+    .free = released<&Any::data>};
 
 constexpr Type universal(Kind kind, uint8_t identifier, const char *name, const char *record,
                          const TypeFunctions &functions) {

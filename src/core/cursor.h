@@ -156,11 +156,18 @@ class Reader {
     return true;
   }
 
+  /// Whether the next octet, which there must be, has the constructed bit where a tag has it. read_tag()
+  /// does not ask for it.
+  bool has_form_of(uint8_t own_tag) const {
+    return (own_tag & tag::constructed) == 0 || (*z_ & tag::constructed) != 0;
+  }
+
   /// Takes a header of an exact type, whose content lies whole in front of the end.
   [[gnu::always_inline]] bool read_exact_header(uint32_t impl_tag, uint8_t own_tag, Forms forms,
                                                 Header *header, uint32_t depth) {
     Reader in = *this;
-    if (!in.read_header(impl_tag, own_tag, forms, header, depth) || header->length > INT32_MAX) {
+    if (!in.read_header(impl_tag, own_tag, forms, header, depth) || !has_form_of(own_tag) ||
+        header->length > INT32_MAX) {
       return false;
     }
     *this = in;

@@ -216,8 +216,9 @@ inline const uint8_t *decode_exact_elements(const uint8_t *z, const uint8_t *end
   return nullptr;
 }
 
-inline const uint8_t *decode_elements(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
-                                      void *place, uint32_t depth, const Type &type) {
+[[gnu::always_inline]] inline const uint8_t *decode_elements(const uint8_t *z, const uint8_t *end,
+                                                             uint32_t impl_tag, void *place,
+                                                             uint32_t depth, const Type &type) {
   if (type.exact) return decode_exact_elements(z, end, impl_tag, place, depth, type);
   const Type &element = *type.element;
   return decode_list(
@@ -225,8 +226,7 @@ inline const uint8_t *decode_elements(const uint8_t *z, const uint8_t *end, uint
       [&](const uint8_t *from, const uint8_t *limit, void **to, uint32_t inner_depth) {
         return decode(from, limit, 0, to, inner_depth, element);
       },
-      [&](void *value) { release(value, element); },
-      [&](List *list) { release_elements(list, element); });
+      [&](void *value) { release(value, element); }, [&](List *list) { release(list, type); });
 }
 
 }  // namespace asn1

@@ -14,11 +14,14 @@ namespace asn1 {
 /// its place, whose owner releases it.
 ///
 /// `decode(z, end, place, depth)` decodes one element; `release(element)` releases one and
-/// `release_list(list)` all of a list; null pointers come to both too.
+/// `release_list(list)` all of a list; null pointers come to both too. Always inlined: the walk of
+/// an unrolled list calls the functions of its elements, not those of any type.
 template <class Decode, class Release, class ReleaseList>
-const uint8_t *decode_list(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, uint32_t tag,
-                           List **place, uint32_t depth, Decode decode, Release release,
-                           ReleaseList release_list) {
+[[gnu::always_inline]] inline const uint8_t *decode_list(const uint8_t *z, const uint8_t *end,
+                                                         uint32_t impl_tag, uint32_t tag,
+                                                         List **place, uint32_t depth,
+                                                         Decode decode, Release release,
+                                                         ReleaseList release_list) {
   require(place != nullptr, "asn1_x680", "asn1_List_d", "ppList != NULL");
   if (z == nullptr) return nullptr;
   void *element = nullptr;

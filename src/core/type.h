@@ -37,7 +37,8 @@ enum class Kind : uint8_t {
   attribute_value,  ///< a string under any identifier octet, which the record keeps
   typed_content,    ///< what the identifier in the record's first field says
   card_object,      ///< an object of a smart card
-  card_identifier   ///< the identifier of such an object's attribute
+  card_identifier,  ///< the identifier of such an object's attribute
+  tls_list          ///< an OCTET STRING with a list in the presentation language of TLS
 };
 
 /// How a field is tagged; in the order of pki_Tagging.

@@ -21,15 +21,14 @@ namespace {
 /// text has no room, end the process.
 struct RequiredForm {
   static bool can_write(const RelativeDistinguishedName *) { return true; }
-  static bool can_write(const ASN1String &) { return true; }
   static bool can_write(const AttributeValueAssertion *assertion) {
     require(assertion->type != nullptr, "asn1_x680", "asn1_ObjId_cmp", "oid1 != NULL");
     return true;
   }
 
   /// Writes the same characters as asn1_ObjId_sprint(): arcs are signed.
-  template <class Text>
-  static bool write_identifier(Text &text, const ObjId &oid) {
+  template <class Output>
+  static bool write_identifier(Output &text, const ObjId &oid) {
     for (uint32_t i = 0; i < oid.count; ++i) {
       if (i != 0) text.character('.');
       char number[sizeof "-2147483648"] = {};
@@ -39,8 +38,8 @@ struct RequiredForm {
     return true;
   }
 
-  template <class Text>
-  [[noreturn]] static void write_number(Text &, int32_t) {
+  template <class Output>
+  [[noreturn]] static void write_number(Output &, int32_t) {
     fatal("asn1_x501", "asn1_RDNSequence_to_Name", "valueTag does not fit \"(%i)=\" in six octets");
   }
 };

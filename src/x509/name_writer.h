@@ -36,8 +36,7 @@ inline bool is_plain(const ASN1String &value) {
 /// A Form has what is not the same for every caller:
 ///
 ///   can_write(rdn)               whether an RDN is a list that can be read
-///   can_write(assertion)         the same for an assertion and its type
-///   can_write(string)            the same for a value
+///   can_write(assertion)         the same for an assertion and what it has
 ///   write_identifier(text, oid)  writes the numbers of an identifier; false where that fails
 ///   write_number(text, tag)      writes an identifier octet that takes more than two characters
 ///
@@ -80,7 +79,7 @@ class NameText {
       return false;
     }
     write_tag(assertion->valueTag);
-    if (assertion->value == nullptr || !Form::can_write(*assertion->value)) return false;
+    if (assertion->value == nullptr) return false;
     write_value(*assertion->value);
     return true;
   }
@@ -123,9 +122,8 @@ class NameText {
   uint64_t length_ = 0;  ///< may be too long for memory, of records that stand in several places
 };
 
-/// The text of a name, which the caller owns; NULL where it cannot be written or memory is
-/// exhausted. Nearly every name is written once, to the stack, and then copied to a block of its
-/// size.
+/// Makes the text of a name, which the caller owns. Returns NULL where it cannot be written, or
+/// memory is exhausted. Nearly every name is written once, to the stack, and then copied.
 template <class Form>
 Name *text_of_name(const RDNSequence *sequence) {
   char8_t scratch[512];

@@ -600,10 +600,10 @@ struct Forms {
   std::vector<Form> (*make)();
 };
 constexpr Forms forms[] = {
-    {"rfc5280", rfc5280_forms},
-    {"rfc5652", rfc5652_forms},
+    {"further", rfc3709_forms},           {"further", rfc3739_forms}, {"further", rfc3779_forms},
+    {"further", rfc6962_forms},           {"further", rfc7633_forms}, {"keys", key_forms},
+    {"rfc5280", rfc5280_extension_forms}, {"rfc5280", rfc5280_forms}, {"rfc5652", rfc5652_forms},
     {"rfc7292", rfc7292_forms},
-    {"keys", key_forms},
 };
 
 }  // namespace

@@ -14,10 +14,16 @@ struct Form {
   std::vector<Bytes> samples;
 };
 
+std::vector<Form> key_forms();
+std::vector<Form> rfc3709_forms();
+std::vector<Form> rfc3739_forms();
+std::vector<Form> rfc3779_forms();
+std::vector<Form> rfc5280_extension_forms();
 std::vector<Form> rfc5280_forms();
 std::vector<Form> rfc5652_forms();
+std::vector<Form> rfc6962_forms();
 std::vector<Form> rfc7292_forms();
-std::vector<Form> key_forms();
+std::vector<Form> rfc7633_forms();
 
 }  // namespace attack
 

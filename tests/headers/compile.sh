@@ -45,7 +45,7 @@ macros() { # HEADER...
   compile "$folder/macros" -dM -E | sed 's/^#define \([A-Za-z0-9_]*\).*/\1/' | sort
 }
 headers=$(cd "$include" && echo *.h)
-echo "$headers" | tr ' a-z.' '\nA-Z_' | sed 's/^PKI/ORVELPKI/; /^ORVEL/!s/^/ORVELASN1_/' >"$folder/expected"
+echo "$headers" | tr ' a-z.' '\nA-Z_' | sed 's/^PKI/ORVELPKI/; s/^RFC/ORVELPKI_RFC/; /^ORVEL/!s/^/ORVELASN1_/' >"$folder/expected"
 if [ "$language" = c ]; then
   printf '%s\n' List_destructor List_cloner List_comparison asn1_encoder asn1_decoder \
     List_contains List_clone List_free asn1_implicit_e asn1_explicit_e asn1_explicit_d \

@@ -738,6 +738,63 @@ static void use_descriptors(void) {
   functions->free(functions->create());
 }
 
+static void use_texts_of_names(void) {
+  ObjId *large = pki_ObjId_parse("2.25.18446744073709551616");
+  char *digits = pki_ObjId_text(large), *string;
+  RDNSequence *name = pki_name_parse_rfc4514("CN=a\\,b,C=DE");
+  Name *text = pki_RDNSequence_text(name);
+  string = pki_name_rfc4514(name);
+  EXPECT(large->arcs[0] == PKI_LARGE_ARCS && strcmp(digits, "2.25.18446744073709551616") == 0);
+  EXPECT(strcmp(text, "/c(19)=DE/cn(12)=a/,b") == 0);
+  EXPECT(strcmp(string, "CN=a\\,b,C=DE") == 0);
+  free(string);
+  free(digits);
+  asn1_Name_free(text);
+  asn1_RDNSequence_free(name);
+  asn1_ObjId_free(large);
+}
+
+static void use_views(void) {
+  static const uint8_t octets[] = {0x30, 0x03, 0x02, 0x01, 0x05};
+  pki_Octets fields[2], content;
+  pki_CertificateView certificate;
+  pki_ExtensionView extension;
+  pki_CrlReader reader;
+  pki_CrlEntry entry;
+  pki_Fault fault;
+  const pki_Octets whole = {octets, sizeof octets};
+  content = pki_view_content(whole);
+  EXPECT(pki_view_next(&content, &fields[0]) == 1 && fields[0].data == octets + 2);
+  EXPECT(pki_view(pki_Type_find("pki_Validity"), octets, octets + 5, fields, 2) == NULL);
+  EXPECT(pki_certificate_view(octets, octets + 5, &certificate) == NULL);
+  EXPECT(pki_extension_view(certificate.extensions, octets, 1, &extension) == 0);
+  EXPECT(pki_crl_open(&reader, octets, octets + 5) == 0);
+  EXPECT(pki_crl_next(&reader, &entry) == 0);
+  EXPECT(pki_crl_find(&reader, octets, 1, &entry) == 0);
+  EXPECT(pki_find_missing(pki_Type_find("pki_Validity"), NULL, &fault) == 1);
+}
+
+/* What a form does without a value; the other tests give it values. */
+#define LIST_FORM(T, Record)                               \
+  do {                                                     \
+    Record *place = NULL;                                  \
+    EXPECT(pki_##T##_d(NULL, NULL, 0, &place, 0) == NULL); \
+    EXPECT(pki_##T##_e(NULL, NULL) == 0);                  \
+    EXPECT(pki_##T##_clone(NULL) == NULL);                 \
+    pki_##T##_free(NULL);                                  \
+  } while (0);
+#define FORM(T, Record)             \
+  do {                              \
+    Record *made = pki_##T##_new(); \
+    EXPECT(made != NULL);           \
+    pki_##T##_free(made);           \
+  } while (0);                      \
+  LIST_FORM(T, Record)
+
+static void use_forms(void) {
+#include "every_form.h"
+}
+
 int main(void) {
   use_the_frame();
   use_numbers();
@@ -760,5 +817,8 @@ int main(void) {
   use_card_objects();
   use_getters();
   use_descriptors();
+  use_texts_of_names();
+  use_views();
+  use_forms();
   return failures == 0 ? 0 : 1;
 }

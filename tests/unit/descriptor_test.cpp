@@ -80,7 +80,11 @@ std::vector<std::string> split(const std::string &text, const std::string &separ
 
 size_t octets_of(const Member &member) {
   static const std::map<std::string, size_t> octets = {
-      {"uint8_t", 1}, {"int32_t", 4}, {"uint32_t", 4}, {"unsigned long", sizeof(unsigned long)}};
+      {"uint8_t", 1},
+      {"int32_t", 4},
+      {"uint32_t", 4},
+      {"uint64_t", 8},
+      {"unsigned long", sizeof(unsigned long)}};
   return member.is_pointer ? sizeof(void *) : octets.at(member.type);
 }
 
@@ -113,22 +117,28 @@ bool declares(const std::string &declaration) {
   return headers().find(declaration) != std::string::npos;
 }
 
-/// The T of every decoder asn1_T_d that needs nothing but the input, the tag, a place and the
-/// depth.
-std::set<std::string> families() {
-  const std::string prefix = "const uint8_t *asn1_";
-  std::set<std::string> found;
-  for (size_t at = headers().find(prefix); at != std::string::npos;
-       at = headers().find(prefix, at + 1)) {
-    const size_t open = headers().find('(', at), close = headers().find(");", at);
-    const std::string name = headers().substr(at + prefix.size(), open - at - prefix.size());
-    const auto parameters = split(headers().substr(open + 1, close - open - 1), ", ");
-    if (name.ends_with("_d") && parameters.size() == 5 && parameters[2] == "uint32_t impl_tag" &&
-        parameters[4] == "uint32_t depth") {
-      found.insert(name.substr(0, name.size() - 2));
+/// The T of every decoder asn1_T_d, and the pki_T of every pki_T_d, that needs nothing but the input,
+/// the tag, a place and the depth; and the record that it makes.
+const std::map<std::string, std::string> &families() {
+  static const auto all = [] {
+    const std::string prefix = "const uint8_t *";
+    std::map<std::string, std::string> found;
+    for (size_t at = headers().find(prefix); at != std::string::npos;
+         at = headers().find(prefix, at + 1)) {
+      const size_t open = headers().find('(', at), close = headers().find(");", at);
+      std::string name = headers().substr(at + prefix.size(), open - at - prefix.size());
+      const auto parameters = split(headers().substr(open + 1, close - open - 1), ", ");
+      if (!name.ends_with("_d") || parameters.size() != 5 ||
+          parameters[2] != "uint32_t impl_tag" || parameters[4] != "uint32_t depth") {
+        continue;
+      }
+      name.resize(name.size() - 2);
+      if (name.starts_with("asn1_")) name.erase(0, 5);
+      found[name] = parameters[3].substr(0, parameters[3].find(' '));
     }
-  }
-  return found;
+    return found;
+  }();
+  return all;
 }
 
 std::vector<const pki_Type *> types() {
@@ -143,9 +153,14 @@ std::vector<pki_Field> fields_of(const pki_Type *type) {
   return fields;
 }
 
-/// The name of the struct of a type: the objects of a card share one.
+/// Whether a type is a form of an RFC, with functions pki_T.
+bool is_form(const std::string &record) { return record.starts_with("pki_"); }
+
+/// The name of the struct of a type: the objects of a card share one, and a form may have that of
+/// liborvelasn1.
 std::string struct_of(const pki_Type *type) {
   const std::string record = pki_Type_record(type);
+  if (is_form(record)) return families().at(record);
   return pki_Type_kind(type) == PKI_CARD_OBJECT ? "GDOObject" : record;
 }
 
@@ -160,6 +175,7 @@ TEST(Headers, AreReadByThisTest) {
   EXPECT_EQ(0U, record_of("NoRecord").size);
   EXPECT_LT(100U, families().size());
   EXPECT_TRUE(families().contains("Validity"));
+  EXPECT_EQ("Certificate", families().at("pki_Certificate"));
   EXPECT_FALSE(families().contains("SeqOf"));
 }
 
@@ -168,8 +184,10 @@ TEST(Descriptors, AreThereForEveryFamilyOfTheHeadersAndForNothingElse) {
   for (const pki_Type *type : types()) {
     EXPECT_TRUE(described.insert(pki_Type_record(type)).second) << pki_Type_record(type);
   }
-  EXPECT_EQ(families(), described);
-  for (const std::string &name : families()) {
+  std::set<std::string> declared;
+  for (const auto &[name, record] : families()) declared.insert(name);
+  EXPECT_EQ(declared, described);
+  for (const std::string &name : declared) {
     const pki_Type *const found = pki_Type_find(name.c_str());
     ASSERT_NE(nullptr, found) << name;
     EXPECT_EQ(name, pki_Type_record(found));
@@ -247,10 +265,11 @@ TEST(Descriptors, HaveTheFunctionsOfTheHeaders) {
     const std::string record = pki_Type_record(type), of = struct_of(type);
     SCOPED_TRACE(record);
     const pki_Functions *const functions = pki_Type_functions(type);
-    const std::string f = "asn1_" + record;
+    const std::string f = is_form(record) ? record : "asn1_" + record;
     const bool by_name_only = record.starts_with("Logotype") || record == "HashAlgAndValue" ||
                               record == "OtherLogotypeInfo";
-    EXPECT_EQ(declares(of + " *asn1_" + of + "_new(void);"), functions->create != nullptr);
+    const std::string create = is_form(record) ? record : "asn1_" + of;
+    EXPECT_EQ(declares(of + " *" + create + "_new(void);"), functions->create != nullptr);
     EXPECT_EQ(
         declares("const uint8_t *" + f +
                  "_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, " + of + " **") &&

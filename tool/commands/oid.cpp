@@ -8,10 +8,8 @@ namespace tool {
 namespace {
 
 std::string names_text(const ObjId *oid) {
-  std::string names;
-  for (const std::string_view name : registry_names(oid))
-    names += (names.empty() ? "" : ", ") + std::string(name);
-  if (!names.empty()) return names;
+  const auto names = registry_names(oid);
+  if (!names.empty()) return joined(names);
   const std::string name = display_name(oid);
   return name.empty() ? "unknown" : name + " (not in the registry)";
 }

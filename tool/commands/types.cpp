@@ -2,17 +2,14 @@
 
 #include "commands/commands.h"
 #include "system/output.h"
+#include "text/characters.h"
 
 namespace tool {
 
 namespace {
 
 std::string notes(const Type &type) {
-  std::string out;
-  for (const std::string_view label : type.labels)
-    out += (out.empty() ? "  [" : ", ") + std::string(label);
-  if (!out.empty()) out += "]";
-  return out;
+  return type.labels.empty() ? "" : "  [" + joined(type.labels) + "]";
 }
 
 }  // namespace

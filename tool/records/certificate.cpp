@@ -17,13 +17,14 @@ Node describe(const AttributeValueAssertion *assertion, const View &view) {
 // What the key tells without arithmetic follows its fields.
 Node describe(const SubjectPKI *info, const View &view) {
   const Key key = read_key(info);
+  const std::string line = key_text(info, view);
   Description fields(view);
-  fields.all("SubjectPKI", info).field("keyKind", text(key_text(info, view), key.kind)).brief();
+  fields.all("SubjectPKI", info).field("keyKind", text(line, key.kind)).brief();
   if (key.bits) fields.hidden("keyBits", text("", *key.bits));
   if (!key.curve.empty()) fields.hidden("keyCurve", text("", key.curve));
   if (!key.exponent.empty()) fields.hidden("keyExponent", text("", key.exponent));
   Node record = fields.node();
-  return view.full ? record : shown_as(std::move(record), text(key_text(info, view), nullptr));
+  return view.full ? record : shown_as(std::move(record), text(line, nullptr));
 }
 
 // Extension ::= SEQUENCE { extnID, critical DEFAULT FALSE, extnValue }

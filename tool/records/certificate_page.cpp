@@ -78,10 +78,9 @@ std::string certificate_short_form(const void *record, const View &view) {
   const Standing state = standing(tbs.validity, view.moment);
   const auto quiet = [&view](const char *word) { return toned(word, Tone::quiet, view.colour); };
   return toned("Certificate", Tone::heading, view.colour) + "  " +
-         short_key_text(tbs.subjectPublicKeyInfo, view) + ", serial " +
-         short_serial(tbs.serialNumber) + "\n" + quiet("  subject  ") +
-         one_line(tbs.subjectSequence, view) + "\n" + quiet("  issuer   ") +
-         one_line(tbs.issuerSequence, view) + "\n" + quiet("  valid    ") +
+         short_key_text(tbs.subjectPublicKeyInfo) + ", serial " + short_serial(tbs.serialNumber) +
+         "\n" + quiet("  subject  ") + one_line(tbs.subjectSequence, view) + "\n" +
+         quiet("  issuer   ") + one_line(tbs.issuerSequence, view) + "\n" + quiet("  valid    ") +
          time_text(tbs.validity->notBefore) + " to " + time_text(tbs.validity->notAfter) +
          " UTC, " + toned(state.text, tone_of(state), view.colour) + "\n";
 }

@@ -11,13 +11,13 @@ namespace tool {
 // one for each extension.
 Node describe(const CRLEntry *entry, const View &view) {
   Node record = Description(view).all("CRLEntry", entry).node();
-  auto lines = lines_of(describe(entry->revocationDate, view), view);
+  std::vector<std::string> lines{time_text(entry->revocationDate, " UTC")};
   for (const auto *extension : elements<Extension>(entry->crlEntryExtensions)) {
     const Node node = describe(extension, view);
     for (const std::string &line : lines_of(node, view).value_or(std::vector<std::string>()))
-      lines->push_back(node.name + " " + line);
+      lines.push_back(node.name + " " + line);
   }
-  record = shown_as(std::move(record), text(std::move(*lines), nullptr));
+  record = shown_as(std::move(record), text(std::move(lines), nullptr));
   record.name = integer_text(entry->userCertificate);
   return record;
 }

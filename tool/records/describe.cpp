@@ -77,6 +77,7 @@ Node describe(const pki_Type *type, const void *value, const View &view) {
     case PKI_TYPED_CONTENT:
     case PKI_CARD_OBJECT:
     case PKI_CARD_IDENTIFIER:
+    case PKI_TLS_LIST:
       break;  // no value, or one that only its record's own description knows
   }
   return {};

@@ -19,15 +19,14 @@ constexpr BagValue bag_values[] = {
     {"certBag", "cert-bag"},        {"crlBag", "crl-bag"},
     {"secretBag", "secret-bag"},    {"safeContentBag", "safe-contents"}};
 
-/// Describes a bag whose value is of a type that only the caller knows. The name of the type is
-/// empty for a value of any type.
-Node bag(const char *id_name, const ObjId *id, const char *value_name, const Any *value,
-         std::string_view type, Octets element, const View &view) {
-  Description fields(view);
+/// Adds the fields of a bag whose value is of a type that only the caller knows. The name of the
+/// type is empty for a value of any type.
+Description &add_bag(Description &fields, const char *id_name, const ObjId *id,
+                     const char *value_name, const Any *value, std::string_view type,
+                     Octets element, const View &view) {
   fields.field(id_name, id).brief();
-  if (type.empty()) return fields.field(value_name, value).node();
-  return add_inside(fields, value_name, describe(value, view), read_inside(element, type, view))
-      .node();
+  if (type.empty()) return fields.field(value_name, value);
+  return add_inside(fields, value_name, describe(value, view), read_inside(element, type, view));
 }
 
 /// Returns the octets of an element that is an OCTET STRING.
@@ -98,29 +97,31 @@ Node encryption_algorithm(const AlgId *algorithm, const View &view) {
 // CertBag ::= SEQUENCE { certId, certValue [0] }
 Node describe(const CertBag *record, const View &view) {
   const bool known = is(record->certId, asn1_Get_x509Certificate);
-  return bag("certId", record->certId, "certValue", record->certValue, known ? "certificate" : "",
-             unwrapped(record->certValue), view);
+  Description fields(view);
+  return add_bag(fields, "certId", record->certId, "certValue", record->certValue,
+                 known ? "certificate" : "", unwrapped(record->certValue), view)
+      .node();
 }
 
 // CRLBag ::= SEQUENCE { crlId, crlValue [0] }
 Node describe(const CRLBag *record, const View &view) {
   const bool known = is(record->crlId, asn1_Get_x509Crl);
-  return bag("crlId", record->crlId, "crlValue", record->crlValue, known ? "crl" : "",
-             unwrapped(record->crlValue), view);
+  Description fields(view);
+  return add_bag(fields, "crlId", record->crlId, "crlValue", record->crlValue, known ? "crl" : "",
+                 unwrapped(record->crlValue), view)
+      .node();
 }
 
 // SafeBag ::= SEQUENCE { bagId, bagValue [0], bagAttributes OPTIONAL }
 Node describe(const SafeBag *record, const View &view) {
   const std::string kind = display_name(record->bagId);
   const auto *const known = std::ranges::find(bag_values, std::string_view(kind), &BagValue::kind);
+  const std::string_view type = known == std::end(bag_values) ? "" : known->type;
   Description fields(view);
-  fields.field("bagId", record->bagId).brief();
-  if (known == std::end(bag_values))
-    fields.field("bagValue", record->bagValue);
-  else
-    add_inside(fields, "bagValue", describe(record->bagValue, view),
-               read_inside(octets(record->bagValue), known->type, view));
-  return fields.field("bagAttributes", list_of("Attribute", record->bagAttributes, view)).node();
+  return add_bag(fields, "bagId", record->bagId, "bagValue", record->bagValue, type,
+                 octets(record->bagValue), view)
+      .field("bagAttributes", list_of("Attribute", record->bagAttributes, view))
+      .node();
 }
 
 namespace {

@@ -3,17 +3,12 @@
 #include <algorithm>
 
 #include "records/values.h"
+#include "text/characters.h"
 #include "text/object_identifiers.h"
 
 namespace tool {
 
 namespace {
-
-std::string joined(const std::vector<std::string> &words) {
-  std::string out;
-  for (const std::string &word : words) out += (out.empty() ? "" : ", ") + word;
-  return out;
-}
 
 // ---- Values of universal types -------------------------------------------------------------------
 
@@ -43,8 +38,7 @@ Node presence(Octets value, const View &) {
 Node named_bits(const BitString *bits, std::span<const char *const> names) {
   std::vector<std::string> words;
   for (uint32_t i = 0; i < bits->length; ++i)
-    if (asn1_BitString_test(bits, i) != 0)
-      words.push_back(i < names.size() ? names[i] : "bit " + std::to_string(i));
+    if (asn1_BitString_test(bits, i) != 0) words.push_back(word_of(names, i, "bit"));
   return text(words.empty() ? "none" : joined(words),
               Json::array(std::vector<Json>(words.begin(), words.end())));
 }

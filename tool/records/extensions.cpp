@@ -2,20 +2,17 @@
 #include "records/extension_values.h"
 #include "records/general_names.h"
 #include "records/type.h"
+#include "text/characters.h"
 #include "text/integers.h"
 
 namespace tool {
 
 namespace {
 
-std::vector<std::string> or_empty(std::vector<std::string> lines) {
-  if (lines.empty()) lines.emplace_back("(empty)");
-  return lines;
-}
-
 /// Returns the record. A page shows these lines in its place inside another one.
 Node with_lines(Node record, std::vector<std::string> lines) {
-  return shown_as(std::move(record), text(or_empty(std::move(lines)), nullptr));
+  if (lines.empty()) lines.emplace_back("(empty)");
+  return shown_as(std::move(record), text(std::move(lines), nullptr));
 }
 
 }  // namespace
@@ -95,8 +92,7 @@ Node revocation_reason(const uint32_t *number) {
       "unspecified",   "keyCompromise",        "cACompromise",    "affiliationChanged",
       "superseded",    "cessationOfOperation", "certificateHold", "reason 7",
       "removeFromCRL", "privilegeWithdrawn",   "aACompromise"};
-  const uint32_t code = *number;
-  const std::string name = code < std::size(names) ? names[code] : "reason " + std::to_string(code);
+  const std::string name = word_of(names, *number, "reason");
   return text(name, name);
 }
 

@@ -1,5 +1,6 @@
 // The Online Certificate Status Protocol (RFC 6960).
 #include "records/values.h"
+#include "text/characters.h"
 #include "text/object_identifiers.h"
 
 namespace tool {
@@ -56,10 +57,8 @@ Node response_status(const uint32_t *number) {
   static constexpr const char *words[] = {"successful",  "malformedRequest", "internalError",
                                           "tryLater",    "status 4",         "sigRequired",
                                           "unauthorized"};
-  const uint32_t status = *number;
-  const std::string word =
-      status < std::size(words) ? words[status] : "status " + std::to_string(status);
-  return text(word, word, status == 0 ? Tone::plain : Tone::alarm);
+  const std::string word = word_of(words, *number, "status");
+  return text(word, word, *number == 0 ? Tone::plain : Tone::alarm);
 }
 
 }  // namespace

@@ -73,7 +73,7 @@ Key read_key(const SubjectPKI *info) {
   return key;
 }
 
-std::string short_key_text(const SubjectPKI *info, const View &) {
+std::string short_key_text(const SubjectPKI *info) {
   const Key key = read_key(info);
   if (!key.curve.empty()) return key.kind + " " + key.curve;
   return key.bits ? key.kind + " " + std::to_string(*key.bits) + " bits" : key.kind;

@@ -20,7 +20,7 @@ Key read_key(const SubjectPKI *info);
 std::string key_text(const SubjectPKI *info, const View &view);
 
 /// Returns "RSA 2048 bits".
-std::string short_key_text(const SubjectPKI *info, const View &view);
+std::string short_key_text(const SubjectPKI *info);
 
 }  // namespace tool
 

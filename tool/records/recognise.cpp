@@ -52,10 +52,17 @@ Fault unrecognised(const Element &element) {
               "NAME takes it for one of them"};
 }
 
-Fault ambiguous(const std::vector<const Type *> &types) {
-  std::string names;
-  for (const Type *const type : types) names += (names.empty() ? "" : " or ") + type->name;
-  return {std::nullopt, "it may be " + names + ": say which with --type"};
+/// A record, and where its decoder stopped.
+struct Attempt {
+  const Type *type;
+  Record record;
+  const uint8_t *next;
+};
+
+Fault ambiguous(const std::vector<Attempt> &made) {
+  std::vector<std::string_view> names;
+  for (const Attempt &attempt : made) names.push_back(attempt.type->name);
+  return {std::nullopt, "it may be " + joined(names, " or ") + ": say which with --type"};
 }
 
 /// Returns the explanation of a refusal that goes furthest into the octets. If several types come
@@ -78,13 +85,6 @@ Fault explain(Octets octets, const std::vector<const Type *> &refused_by) {
   if (!best) return {std::nullopt, "the decoder refuses it"};
   return {best->offset, several ? all : best->text};
 }
-
-/// A record, and where its decoder stopped.
-struct Attempt {
-  const Type *type;
-  Record record;
-  const uint8_t *next;
-};
 
 std::vector<Attempt> attempts(Octets octets, const std::vector<const Type *> &tried) {
   std::vector<Attempt> made;
@@ -117,12 +117,7 @@ Decoding decode(const Element &element, const Type *wanted) {
   const auto takes_all = [end](const Attempt &attempt) { return attempt.next == end; };
   if (std::ranges::any_of(made, takes_all))
     std::erase_if(made, [&](const Attempt &attempt) { return !takes_all(attempt); });
-  if (made.size() > 1) {
-    std::vector<const Type *> possible;
-    possible.reserve(made.size());
-    for (const Attempt &attempt : made) possible.push_back(attempt.type);
-    return {std::nullopt, ambiguous(possible)};
-  }
+  if (made.size() > 1) return {std::nullopt, ambiguous(made)};
   const uint8_t *const next = made.front().next;
   Decoding decoding{std::move(made.front().record), std::nullopt, made.front().type};
   if (next != end)

@@ -176,6 +176,12 @@ std::string counted(size_t count, std::string_view noun) {
   return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
 }
 
+std::string word_of(std::span<const char *const> words, uint32_t number,
+                    std::string_view otherwise) {
+  if (number < words.size()) return words[number];
+  return std::string(otherwise) + " " + std::to_string(number);
+}
+
 std::string to_utf8(const CodePoints &text) {
   std::string out;
   for (const char32_t c : text) append_utf8(out, c >= octet_mark ? 0xFFFD : c);

@@ -37,6 +37,22 @@ std::string in_quotes(std::string_view utf8);
 /// Returns a number and what it counts: "1 octet", "2 octets".
 std::string counted(size_t count, std::string_view noun);
 
+/// Returns the words in one line.
+template <class Words>
+std::string joined(const Words &words, std::string_view separator = ", ") {
+  std::string out;
+  for (const auto &word : words) {
+    if (&word != &*std::begin(words)) out += separator;
+    out += word;
+  }
+  return out;
+}
+
+/// Returns the word for a number, or "reason 7" for a number without one, with `otherwise`
+/// "reason".
+std::string word_of(std::span<const char *const> words, uint32_t number,
+                    std::string_view otherwise);
+
 /// Returns UTF-8 of the code points, with U+FFFD for each octet that is not text.
 std::string to_utf8(const CodePoints &text);
 

@@ -87,7 +87,6 @@ const Bytes typed_otherwise = sequence(own_type + element(0xA0, hex("16 01 78"))
 
 std::vector<Form> rfc5652_forms() {
   return {
-      {"pki_Attribute", {attribute, many_values, sequence(own_type + set({}))}},
       {"pki_Attributes", {set({}), set(attributes)}},
       {"pki_ContentInfo", {content_info, sequence(own_type)}},
       {"pki_IssuerAndSerialNumber", {issued, sequence(hex("30 00 02 01 80"))}},

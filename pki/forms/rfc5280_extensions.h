@@ -1,0 +1,13 @@
+// Attributes and extensions, as fields of records.
+#ifndef ORVELPKI_FORMS_RFC5280_EXTENSIONS_H
+#define ORVELPKI_FORMS_RFC5280_EXTENSIONS_H
+
+#include "pki/forms/names.h"
+
+namespace pki {
+
+DECLARE_FORM(Attribute, Attribute, tag::sequence)
+
+}  // namespace pki
+
+#endif
