@@ -1,7 +1,8 @@
 #!/bin/sh
 # The example PROGRAM prints the DNS names of every certificate in a bundle of strangers: one without a
-# subject, with a directory name among its DNS names; one by hand, all names of which are hostile; and
-# octets that are no certificate. The block without a language in DOCUMENT is what it prints.
+# subject, with a directory name among its DNS names; one by hand, nearly all names of which are hostile;
+# one with an empty RDN in its subject; octets that are no certificate. The block without a language in
+# DOCUMENT is what it prints.
 #
 #   strangers.sh PROGRAM DOCUMENT
 set -eu
@@ -69,11 +70,15 @@ names=$(
   element 82 6122202262
 )
 extension=$(element 30 0603551D11 "$(element 04 "$(element 30 "$names")")")
-tbs=$(element 30 A003020102 020105 "$algorithm" "$name" "$(element 30 "$time$time")" "$name" \
-  "$(element 30 "$algorithm" 03020001)" "$(element A3 "$(element 30 "$extension")")")
-octets "$(element 30 "$tbs$algorithm" 030200AA)" >hostile.der
+certificate() { # SUBJECT EXTENSIONS
+  tbs=$(element 30 A003020102 020105 "$algorithm" "$name" "$(element 30 "$time$time")" "$1" \
+    "$(element 30 "$algorithm" 03020001)" "$2")
+  octets "$(element 30 "$tbs$algorithm" 030200AA)"
+}
+certificate "$name" "$(element A3 "$(element 30 "$extension")")" >hostile.der
+certificate "$(element 30 3100)" '' >hollow.der
 octets 3003020105 >number.der
-for file in hostile number; do
+for file in hostile hollow number; do
   {
     echo '-----BEGIN CERTIFICATE-----'
     openssl base64 -in $file.der
@@ -94,13 +99,14 @@ subject "CN=#800178"
   "\x1B[2J"
   "a\x22 \x22b"
   and 3 that cannot be read
+subject "", which has no text in RFC 4514
 no certificate: offset 2, tbsCertificate: expected SEQUENCE (30), found INTEGER (02)
 END
 for form in pem der; do
   cat nobody.$form someone.$form >good
   "$program" good >printed
   diff expected.good printed
-  cat good hostile.$form number.$form >all
+  cat good hostile.$form hollow.$form number.$form >all
   status=0
   "$program" all >printed || status=$?
   diff expected.all printed

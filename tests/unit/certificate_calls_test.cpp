@@ -652,7 +652,8 @@ TEST(QuestionsAboutACertificate, HaveAnAnswerWhateverTheOctetsAre) {
   }
   EXPECT_GT(decoded, whole.size() * 4);
   for (size_t i = 1; i <= all_names.size(); ++i) {
-    const Decoded cut(extension(alternative_name, Bytes(all_names.begin(), all_names.end() - i)));
+    const Decoded cut(extension(alternative_name,
+                                Bytes(all_names.data(), all_names.data() + all_names.size() - i)));
     ask_everything(cut);
   }
 }
