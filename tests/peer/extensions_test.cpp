@@ -2,7 +2,7 @@
 // library reads and writes back, and prints those that the library makes.
 #include <forms.h>
 
-#include "openssl.h"
+#include "revocation.h"
 
 namespace {
 
@@ -24,6 +24,16 @@ using support::text;
 using support::value;
 using support::write_file;
 
+/// The values of a list of extensions, by the texts of their identifiers.
+std::map<std::string, Bytes> values_of(const List *extensions) {
+  std::map<std::string, Bytes> values;
+  for (int32_t i = 0; i < List_len(extensions); ++i) {
+    const auto &extension = element_of<Extension>(extensions, i);
+    values[dotted(extension.extnID)] = value(extension.extnValue);
+  }
+  return values;
+}
+
 /// Makes the certificate "extensions.der" with extensions of a configuration, and returns them by
 /// the text of their identifiers.
 std::map<std::string, Bytes> made_by_openssl(const std::string &extensions) {
@@ -34,13 +44,7 @@ std::map<std::string, Bytes> made_by_openssl(const std::string &extensions) {
   openssl("req -x509 -new -config extensions.cnf -key " + key("ec") +
           " -outform DER -out extensions.der");
   const auto certificate = decoded(FORM(Certificate, Certificate), read_file("extensions.der"));
-  std::map<std::string, Bytes> values;
-  const List *const list = certificate->tbsCertificate->extensions;
-  for (int32_t i = 0; i < List_len(list); ++i) {
-    const auto &extension = element_of<Extension>(list, i);
-    values[dotted(extension.extnID)] = value(extension.extnValue);
-  }
-  return values;
+  return values_of(certificate->tbsCertificate->extensions);
 }
 
 /// What the tool prints of an extension that the library encoded.
@@ -155,6 +159,63 @@ TEST(ExtensionsOfOpenssl, AreReadAndComeBack) {
   EXPECT_EQ(16, systems->asnum->kind);
   EXPECT_EQ(5, systems->rdi->kind);
   EXPECT_EQ(19U, values.size());
+}
+
+TEST(ExtensionsOfOpenssl, OfARevocationListAreReadAndComeBack) {
+  write_file("list.cnf", text(R"([ca]
+default_ca=authority
+[authority]
+database=index.txt
+crlnumber=crlnumber
+default_md=sha256
+crl_extensions=extensions
+[extensions]
+authorityKeyIdentifier=keyid:always
+deltaCRL=critical,ASN1:INTEGER:0x1267
+issuingDistributionPoint=critical,@point
+freshestCRL=URI:http://a.example/d.crl
+[point]
+relativename=relative
+onlyCA=TRUE
+onlysomereasons=keyCompromise,CACompromise
+indirectCRL=TRUE
+[relative]
+CN=a
+)"));
+  write_file("crlnumber", text("0100\n"));
+  support::write_index(
+      {{"260131120000Z,superseded", "01"}, {"260131120000Z,keyTime,20251231235959Z", "02"}});
+  openssl("ca -gencrl -config list.cnf -crldays 1 -keyfile " + key("ec") + " -cert " +
+          support::authority("ec") + " -out list.pem");
+  openssl("crl -in list.pem -outform DER -out list.der");
+  const auto crl = expect_kept(FORM(CertificateRevocationList, CertificateRevocationList),
+                               read_file("list.der"));
+
+  auto values = values_of(crl->tbsCertList->crlExtensions);
+  EXPECT_EQ(5U, values.size());
+  kept(FORM(AuthorityKeyIdentifier, AuthorityKeyIdentifier), values, "2.5.29.35");
+  EXPECT_EQ(256U, asn1_Integer_get(kept(FORM_LIST(CRLNumber, Integer), values, "2.5.29.20").get()));
+  EXPECT_EQ(4711U,
+            asn1_Integer_get(kept(FORM_LIST(BaseCRLNumber, Integer), values, "2.5.29.27").get()));
+  kept(FORM_LIST(CRLDistributionPoints, List), values, "2.5.29.46");
+  const auto point =
+      kept(FORM(IssuingDistributionPoint, pki_IssuingDistributionPoint), values, "2.5.29.28");
+  EXPECT_EQ(1, point->distributionPoint->kind);
+  EXPECT_EQ(0U, point->onlyContainsUserCerts);
+  EXPECT_NE(0U, point->onlyContainsCACerts);
+  EXPECT_EQ(hex("60"), value(point->onlySomeReasons));
+  EXPECT_NE(0U, point->indirectCRL);
+  EXPECT_EQ(0U, point->onlyContainsAttributeCerts);
+
+  const List *const entries = crl->tbsCertList->revokedCertificates;
+  ASSERT_EQ(2, List_len(entries));
+  const auto reason = FORM_LIST(CRLReason, Integer);
+  auto first = values_of(element_of<CRLEntry>(entries, 0).crlEntryExtensions);
+  EXPECT_EQ(4U, asn1_Integer_get(kept(reason, first, "2.5.29.21").get()));
+  auto second = values_of(element_of<CRLEntry>(entries, 1).crlEntryExtensions);
+  EXPECT_EQ(1U, asn1_Integer_get(kept(reason, second, "2.5.29.21").get()));
+  EXPECT_STREQ("20251231235959Z",
+               kept(FORM_LIST(InvalidityDate, GeneralizedTime), second, "2.5.29.24").get());
 }
 
 /// Whether the tool prints these lines, whatever stands between them.
