@@ -5,6 +5,7 @@
 #ifndef ORVELPKI_H
 #define ORVELPKI_H
 
+#include "pki_certificate.h"
 #include "pki_crl.h"
 #include "pki_explain.h"
 #include "pki_type.h"
@@ -21,6 +22,7 @@
 #include "rfc5652.h"
 #include "rfc5915.h"
 #include "rfc5958.h"
+#include "rfc6960.h"
 #include "rfc6962.h"
 #include "rfc7292.h"
 #include "rfc7633.h"

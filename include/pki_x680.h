@@ -18,6 +18,7 @@
 #define ORVELPKI_X680_H
 
 #include "asn1_x680.h"
+#include "pki_type.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -51,6 +52,13 @@ char *pki_ObjId_text(const ObjId *oid);
  * The time is quadratic in the digits of one arc that takes more than 32 bits.
  */
 ObjId *pki_ObjId_parse(const char *text);
+
+/**
+ * Returns the form of the values that an identifier stands in front of: the content of an extension's
+ * `extnValue`, the `content` of a ContentInfo, the `bagValue` of a SafeBag, the `qualifier` of a policy,
+ * the parameters of an algorithm. NULL where the library has none, and for NULL.
+ */
+const pki_Type *pki_Type_defined_by(const ObjId *identifier);
 
 #ifdef __cplusplus
 }

@@ -9,9 +9,10 @@ namespace asn1 {
 /// whatever is read can also be written, copied and released on the same thread.
 ///
 /// A program may jump out of a reading. Where it does so from the handler of the signal that ends
-/// the process, forget_reading() has forgotten the reading. Where it does so from its own allocator,
-/// the next value that is read as far up on the stack or further counts as outermost: inside the
-/// other it would stand further down. A value that is read further down has less stack until then.
+/// the process, forget_reading() has forgotten the reading. Where it does so from its own
+/// allocator, the next value that is read as far up on the stack or further counts as outermost:
+/// inside the other it would stand further down. A value that is read further down has less stack
+/// until then.
 class ReadingNested {
  public:
   ReadingNested();

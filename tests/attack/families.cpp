@@ -603,7 +603,7 @@ constexpr Forms forms[] = {
     {"further", rfc3709_forms},           {"further", rfc3739_forms}, {"further", rfc3779_forms},
     {"further", rfc6962_forms},           {"further", rfc7633_forms}, {"keys", key_forms},
     {"rfc5280", rfc5280_extension_forms}, {"rfc5280", rfc5280_forms}, {"rfc5652", rfc5652_forms},
-    {"rfc7292", rfc7292_forms},
+    {"rfc6960", rfc6960_forms},           {"rfc7292", rfc7292_forms},
 };
 
 }  // namespace

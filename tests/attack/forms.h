@@ -21,6 +21,7 @@ std::vector<Form> rfc3779_forms();
 std::vector<Form> rfc5280_extension_forms();
 std::vector<Form> rfc5280_forms();
 std::vector<Form> rfc5652_forms();
+std::vector<Form> rfc6960_forms();
 std::vector<Form> rfc6962_forms();
 std::vector<Form> rfc7292_forms();
 std::vector<Form> rfc7633_forms();

@@ -774,6 +774,35 @@ static void use_views(void) {
   EXPECT(pki_find_missing(pki_Type_find("pki_Validity"), NULL, &fault) == 1);
 }
 
+static void use_questions_about_a_certificate(void) {
+  static List *(*const lists[])(const Certificate *, uint32_t *) = {
+      pki_dns_names,  pki_mail_addresses, pki_uris,         pki_ip_addresses,
+      pki_crl_places, pki_ocsp_places,    pki_issuer_places};
+  Certificate *certificate = pki_Certificate_new();
+  char text[] = "700101000001Z";
+  Time time;
+  uint32_t number = 1;
+  int64_t from = 1, to = 1;
+  size_t i;
+  time.kind = 23;
+  time.value = text;
+  for (i = 0; i < sizeof lists / sizeof *lists; i++) {
+    List *list = lists[i](certificate, &number);
+    EXPECT(list != NULL && List_len(list) == 0 && number == 0);
+    List_free(list, asn1_IA5String_free);
+  }
+  EXPECT(pki_find_extension(NULL, asn1_Get_id_ce_keyUsage()) == NULL);
+  EXPECT(pki_key_usage(certificate, &number) == 0 && number == 0);
+  EXPECT((PKI_DIGITAL_SIGNATURE | PKI_DECIPHER_ONLY) == 0x101);
+  EXPECT(pki_allows_purpose(certificate, asn1_Get_id_kp_serverAuth()) == 1);
+  EXPECT(pki_may_issue(certificate, &number) == 0 && number == 0);
+  EXPECT(pki_subject_key_identifier(certificate).data == NULL);
+  EXPECT(pki_authority_key_identifier(certificate).data == NULL);
+  EXPECT(pki_validity(certificate, &from, &to) == 0 && from == 0 && to == 0);
+  EXPECT(pki_Time_seconds(&time, &from) == 1 && from == 1);
+  pki_Certificate_free(certificate);
+}
+
 /* What a form does without a value; the other tests give it values. */
 #define LIST_FORM(T, Record)                               \
   do {                                                     \
@@ -819,6 +848,7 @@ int main(void) {
   use_descriptors();
   use_texts_of_names();
   use_views();
+  use_questions_about_a_certificate();
   use_forms();
   return failures == 0 ? 0 : 1;
 }

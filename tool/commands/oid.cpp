@@ -20,13 +20,14 @@ std::string description(const ObjId *oid) {
          names_text(oid) + "\n";
 }
 
-/// What a text means: a dotted form has a dot, an encoded form begins with a digit, and all else is
-/// a name.
+/// The identifiers that a text stands for. `fault` says why there is none.
 struct Reading {
   std::vector<Owned<ObjId>> oids;
   std::string fault;
 };
 
+/// Reads a text. A dotted form has a dot, an encoded form begins with a digit, and all else is a
+/// name.
 Reading read(const std::string &text) {
   Reading reading;
   const auto add = [&reading](Owned<ObjId> oid) {

@@ -80,11 +80,10 @@ class DerReader {
   /// constructed one, or, after a tagged one, another of the same class. Padding, line ends and
   /// the like are primitive and universal.
   bool may_follow(uint8_t tag) const {
-    constexpr uint8_t constructed_bit = 0x20;
     constexpr uint8_t class_bits = 0xC0;
     const uint8_t first = data_[0];
     const bool tagged = (first & class_bits) != 0;
-    return tag == first || (tag & constructed_bit) != 0 ||
+    return tag == first || (tag & tag::constructed) != 0 ||
            (tagged && (tag & class_bits) == (first & class_bits));
   }
 
@@ -99,7 +98,7 @@ bool is_text(Octets data) {
   return true;
 }
 
-/// Returns a reader of one element, which tells why the input holds no element.
+/// Returns a reader of one element, whose fault says why the input holds no element.
 std::function<std::optional<Element>()> no_element(std::string why) {
   return [why = std::move(why), taken = false]() mutable {
     std::optional<Element> element;

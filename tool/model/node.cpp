@@ -15,7 +15,8 @@ constexpr size_t items_at_a_glance = 16;
 
 const Node &on_page(const Node &node) { return node.shown == nullptr ? node : *node.shown; }
 
-/// Returns how many elements a page shows. It leaves out at least two, since it tells so in a line.
+/// Returns how many elements a page shows. Leaves out none or at least two: the line that says so
+/// takes the place of one.
 size_t shown_items(size_t count, const View &view) {
   return view.full || count <= items_at_a_glance + 1 ? count : items_at_a_glance;
 }

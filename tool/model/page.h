@@ -45,8 +45,8 @@ class Page {
   std::vector<Section> sections_;
 };
 
-/// Returns a hexadecimal dump in lines of sixteen octets. Cuts a long one unless `full`; its last
-/// line then tells how much is left out.
+/// Returns a hexadecimal dump in lines of sixteen octets. Cuts a long one unless `full`; the last
+/// line then has the number of octets left out.
 std::vector<std::string> dump(Octets octets, bool full);
 
 }  // namespace tool

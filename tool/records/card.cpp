@@ -22,7 +22,7 @@ const char *name_of(Role role) {
   return names[static_cast<size_t>(role)];
 }
 
-/// Returns an identifier of so many octets, the most significant one first.
+/// Returns the digits of an identifier of `size` octets, the most significant octet first.
 template <size_t size>
 std::string identifier(const GDOObject *object) {
   std::array<uint8_t, size> octets{};

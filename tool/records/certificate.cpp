@@ -14,7 +14,7 @@ Node describe(const AttributeValueAssertion *assertion, const View &view) {
 
 // SubjectPublicKeyInfo ::= SEQUENCE { algorithm, subjectPublicKey }
 //
-// What the key tells without arithmetic follows its fields.
+// The kind and the size of the key follow the fields.
 Node describe(const SubjectPKI *info, const View &view) {
   const Key key = read_key(info);
   const std::string line = key_text(info, view);
@@ -29,7 +29,7 @@ Node describe(const SubjectPKI *info, const View &view) {
 
 // Extension ::= SEQUENCE { extnID, critical DEFAULT FALSE, extnValue }
 //
-// In a list the identifier takes the place of the number, and the value is all that is shown.
+// In a list the identifier replaces the number, and only the value is shown.
 Node describe(const Extension *extension, const View &view) {
   const ExtensionValue value = read_extension(extension, view);
   Description fields(view);

@@ -1,4 +1,4 @@
-// Certificates as people want to read them: a page and a short form of their own.
+// The page and the short form of a certificate, which are not made from its description.
 #ifndef ORVELASN1_TOOL_RECORDS_CERTIFICATE_PAGE_H
 #define ORVELASN1_TOOL_RECORDS_CERTIFICATE_PAGE_H
 

@@ -7,8 +7,8 @@ namespace tool {
 
 // CRLEntry ::= SEQUENCE { userCertificate, revocationDate, crlEntryExtensions OPTIONAL }
 //
-// In a list the serial number takes the place of the number, and there is a line for the date and
-// one for each extension.
+// In a list the serial number replaces the number of the element. One line has the date, and one
+// each extension.
 Node describe(const CRLEntry *entry, const View &view) {
   Node record = Description(view).all("CRLEntry", entry).node();
   std::vector<std::string> lines{time_text(entry->revocationDate, " UTC")};

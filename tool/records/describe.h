@@ -1,6 +1,6 @@
-// The descriptions of the library's records. Each overload of describe() is defined in the file of
-// its syntax, with the fields of the ASN.1. A null pointer is not described: Description leaves out
-// a field that is not there.
+// The descriptions of the library's records: of any type by the library's description of it, and of
+// some by an overload of describe(), which the file of their syntax defines. A null pointer is not
+// described: Description leaves out a field that is not there.
 #ifndef ORVELASN1_TOOL_RECORDS_DESCRIBE_H
 #define ORVELASN1_TOOL_RECORDS_DESCRIBE_H
 

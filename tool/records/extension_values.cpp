@@ -64,15 +64,14 @@ Node nonce(Octets value, const View &view) {
 }
 
 Node policies(Octets value, const View &view) {
-  constexpr uint8_t sequence = 0x30;
   if (Syntax("Any", true).fault(value)) return {};
   std::vector<std::string> lines;
   std::vector<Json> objects;
   for (const Octets policy : components(value)) {
     const auto identifier = decoded(asn1_ObjId_d, asn1_ObjId_free, component(policy, 0));
-    if (policy[0] != sequence || !identifier) return {};
+    if (policy[0] != tag::sequence || !identifier) return {};
     const Octets qualifiers = component(policy, 1);
-    const bool qualified = !qualifiers.empty() && qualifiers[0] == sequence;
+    const bool qualified = !qualifiers.empty() && qualifiers[0] == tag::sequence;
     lines.push_back(label(identifier.get(), view) + (qualified ? ", qualified" : ""));
     put_oid(objects.emplace_back(Json::object()), "policyIdentifier", identifier.get());
   }

@@ -8,7 +8,7 @@ namespace tool {
 
 namespace {
 
-/// Describes a record and the size that its key is known by.
+/// Describes a record, and adds the number of bits of its modulus or prime.
 Node with_bits(const char *type, const void *record, const Integer *modulus, const View &view) {
   const uint64_t bits = bit_length(modulus);
   return Description(view)
@@ -38,7 +38,7 @@ Node describe(const DomainParameters *parameters, const View &view) {
 
 // PrivateKeyInfo ::= SEQUENCE { version, privateKeyAlgorithm, privateKey, attributes [0] }
 //
-// The octets of an RSA key are decoded; no family reads other keys.
+// The octets of an RSA key are decoded. The library has no types for other keys.
 Node describe(const PrivateKeyInfo *info, const View &view) {
   Description fields(view);
   fields.field("version", version(info->version))

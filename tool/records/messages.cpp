@@ -47,17 +47,17 @@ Node certificates_inside(const List *certificates, const View &view) {
 
 Node crls_inside(const List *crls, const View &view) { return list_inside(crls, "crl", view); }
 
-/// Whether there is a content. Many a SEQUENCE begins with an identifier; a message in a file of
-/// its own also has a content.
+/// Whether there is a content. Many types begin with an identifier; a message in a file of its own
+/// has a content after it.
 bool has_content(Octets octets) {
-  constexpr uint8_t wrapper = 0xA0;
+  constexpr uint8_t wrapper = tag::context | tag::constructed;
   const Octets content = component(octets, 1);
   return !content.empty() && content[0] == wrapper;
 }
 
 }  // namespace
 
-// A record of SignedData has certificates and CRLs undecoded.
+// A SignedData record keeps its certificates and CRLs undecoded.
 std::vector<Type> message_types() {
   return {
       {.syntax = "ContentInfo",

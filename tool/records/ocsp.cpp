@@ -104,7 +104,7 @@ std::vector<Type> ocsp_types() {
       {.syntax = "OCSPCertStatus",
        .about = "good, revoked or unknown",
        .by_hand = as<OCSPCertStatus>},
-      // The record has the reason 0, unspecified, if the input has no reason.
+      // Without a reason in the input the record has 0, unspecified.
       {.syntax = "RevokedInfo",
        .about = "when and why a certificate was revoked",
        .hints = {{"revocationReason", as<revocation_reason>}}},

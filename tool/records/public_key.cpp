@@ -14,7 +14,8 @@ std::vector<Owned<Integer>> integers(Octets encoding, size_t count) {
   if (encoding.empty()) return found;
   const uint8_t *const end = encoding.data() + encoding.size();
   uint32_t length = 0;
-  const uint8_t *z = asn1_TagLength_d(encoding.data(), end, 0, 0x30, nullptr, &length, nullptr, 0);
+  const uint8_t *z =
+      asn1_TagLength_d(encoding.data(), end, 0, tag::sequence, nullptr, &length, nullptr, 0);
   while (z != nullptr && z < end && found.size() < count) {
     auto integer = take(asn1_Integer_d, asn1_Integer_free, z, end);
     if (integer) found.push_back(std::move(integer));

@@ -6,7 +6,7 @@
 
 namespace tool {
 
-/// What a public key tells without any arithmetic.
+/// The kind of a public key and what is known of its size.
 struct Key {
   std::string kind;              ///< "RSA", "EC", "Ed25519", or the name of its algorithm
   std::optional<uint64_t> bits;  ///< of the modulus, the prime or the curve

@@ -61,6 +61,7 @@ struct Attempt {
 
 Fault ambiguous(const std::vector<Attempt> &made) {
   std::vector<std::string_view> names;
+  names.reserve(made.size());
   for (const Attempt &attempt : made) names.push_back(attempt.type->name);
   return {std::nullopt, "it may be " + joined(names, " or ") + ": say which with --type"};
 }

@@ -7,7 +7,7 @@
 
 namespace tool {
 
-/// What came of decoding an element.
+/// The result of decoding an element.
 struct Decoding {
   std::optional<Record> record;
   std::optional<Fault> fault;  ///< why there is no record, or what follows the element
@@ -15,8 +15,8 @@ struct Decoding {
 };
 
 /// Returns the types that an element may be: `wanted` where that is not null, else those of its PEM
-/// label, else those whose structure it has. Where it has no such structure, those are returned
-/// whose structure it follows furthest. Runs no decoder.
+/// label, else those whose structure it has, or follows furthest where it has none in full. Runs no
+/// decoder.
 std::vector<const Type *> candidates(const Element &element, const Type *wanted);
 
 /// Decodes an element as its candidate, or as the one of several that takes all its octets.

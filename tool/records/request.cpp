@@ -6,7 +6,7 @@ namespace tool {
 
 // Attribute ::= SEQUENCE { type, values SET OF ANY }
 //
-// In a list the type takes the place of the number, and the values are all that is shown.
+// In a list the type replaces the number, and only the values are shown.
 Node describe(const Attribute *attribute, const View &view) {
   Node values = list_of("Any", attribute->values, view);
   Node readable = read_attribute(attribute, view);

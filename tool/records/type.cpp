@@ -60,7 +60,7 @@ std::string expected_end(Octets rest) { return "expected the end, found " + tag_
 Syntax::Reading read_one(const pki_Type *type, Octets octets, const std::string &prefix = {}) {
   pki_Fault fault;
   const int32_t wrong = pki_explain(type, octets.data(), octets.data() + octets.size(), &fault);
-  // BOOLEAN and ENUMERATED are read from nothing.
+  // No octets are a BOOLEAN or an ENUMERATED for the decoders.
   if (wrong == 0 && octets.empty())
     return {0, Fault{0, "expected " + tag_name(pki_Type_identifier(type)) + ", found nothing"}};
   if (wrong == 0) return {fault.offset, std::nullopt};
@@ -72,14 +72,12 @@ Syntax::Reading read_one(const pki_Type *type, Octets octets, const std::string 
 
 /// Reads a SEQUENCE OF. The library has the types of its elements only.
 Syntax::Reading read_list(const pki_Type *element, Octets octets) {
-  constexpr uint8_t sequence = 0x30;
-  constexpr uint8_t constructed_bit = 0x20;
   const Header header = read_header(octets);
   const auto refused = [](size_t at, const std::string &text) {
     return Syntax::Reading{at, Fault{at, text}};
   };
-  if (!octets.empty() && (octets[0] | constructed_bit) != sequence)
-    return refused(0, "expected " + tag_name(sequence) + ", found " + tag_name(octets[0]));
+  if (!octets.empty() && (octets[0] | tag::constructed) != tag::sequence)
+    return refused(0, "expected " + tag_name(tag::sequence) + ", found " + tag_name(octets[0]));
   if (!header.fault.empty()) return refused(0, header.fault);
   const size_t size = header.indefinite ? octets.size() : header.size + header.length;
   size_t at = header.size;

@@ -1,6 +1,6 @@
-// The types that an input may hold. Each family of syntaxes has a table of what the library's
-// description of a type does not say; type.cpp lists the families. What reads, shows, traces or
-// writes an element asks here how.
+// The types that an input may hold, and how their values are read, shown, traced and written. Each
+// family of syntaxes has a table of what the library's description of a type does not say; type.cpp
+// lists the families.
 #ifndef ORVELASN1_TOOL_RECORDS_TYPE_H
 #define ORVELASN1_TOOL_RECORDS_TYPE_H
 
@@ -50,7 +50,7 @@ struct Syntax {
   Node describe(const void *record, const View &view) const;
 };
 
-/// Where a field of a record is shown otherwise than its type alone says.
+/// How a field of a record is shown where its type alone does not say.
 struct Hint {
   std::string_view field;
   Node (*describe)(const void *value, const View &view) = nullptr;  ///< null: as its type is

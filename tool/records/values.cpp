@@ -25,8 +25,6 @@ Bytes element(uint8_t tag, Octets content) {
 /// Returns a SEQUENCE in which the fields that the public form tags implicitly are tagged as the
 /// library has them, explicitly; no octets where there is another field.
 Bytes explicitly_tagged(Octets value, const pki_Type *type) {
-  constexpr uint8_t constructed_bit = 0x20;
-  constexpr uint8_t sequence = 0x30;
   Bytes content;
   size_t taken = 0;
   for (const Octets component : components(value)) {
@@ -34,8 +32,8 @@ Bytes explicitly_tagged(Octets value, const pki_Type *type) {
     pki_Field field;
     uint32_t i = 0;
     while (pki_Type_field(type, i, &field) != 0 &&
-           header.tag != ((field.tag & ~constructed_bit) |
-                          (pki_Type_identifier(field.type) & constructed_bit)))
+           header.tag != ((field.tag & ~tag::constructed) |
+                          (pki_Type_identifier(field.type) & tag::constructed)))
       ++i;
     if (header.indefinite || i == pki_Type_field_count(type)) return {};
     const Bytes inner = element(pki_Type_identifier(field.type), component.subspan(header.size));
@@ -44,8 +42,9 @@ Bytes explicitly_tagged(Octets value, const pki_Type *type) {
     taken += component.size();
   }
   const Header header = read_header(value);
-  return header.tag == sequence && header.size + taken == value.size() ? element(sequence, content)
-                                                                       : Bytes();
+  return header.tag == tag::sequence && header.size + taken == value.size()
+             ? element(tag::sequence, content)
+             : Bytes();
 }
 
 /// Returns the value with a line below it that names its form.

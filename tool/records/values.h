@@ -16,7 +16,7 @@ struct Inside {
 using Describe = Node (*)(const void *record, const View &view);
 
 /// Reads octets that must be exactly one value. Explains them before any decoder runs: for some
-/// inputs a decoder ends the process. `describe` stands in for what the syntax says.
+/// inputs a decoder ends the process. `describe` replaces the description of the syntax.
 Inside read_value(Octets octets, const Syntax &syntax, const View &view,
                   Describe describe = nullptr);
 
@@ -37,7 +37,7 @@ struct ValueRow {
   const char *type;       ///< as pki_Type_find() takes it; null for a string of any type
   bool list = false;      ///< a SEQUENCE OF the type
   Describe describe = nullptr;
-  /// Reads a value that universal types are enough for; comes first.
+  /// Reads a value by hand, and is tried first. Returns an empty node for octets of another form.
   Node (*read)(Octets value, const View &view) = nullptr;
   /// Describes the public form, with implicit tags where the library's own has explicit ones.
   Describe describe_public = nullptr;
@@ -46,7 +46,7 @@ struct ValueRow {
 /// Reads a value as its row says.
 Inside read_value(Octets value, const ValueRow &row, const View &view);
 
-/// Reads a character string of any type. Returns an empty node where the octets are none.
+/// Reads a character string of any type. Returns an empty node for other octets.
 Node string_value(Octets value, const View &view);
 
 /// The row of a character string of any type.

@@ -108,8 +108,7 @@ CodePoints from_utf8(Octets octets) {
 }
 
 std::optional<CodePoints> from_string(uint32_t tag, Octets value) {
-  constexpr uint32_t constructed_bit = 0x20;
-  switch (tag & ~constructed_bit) {
+  switch (tag & ~uint32_t{tag::constructed}) {
     case 0x0C:
       return from_utf8(value);
     case 0x12:

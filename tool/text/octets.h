@@ -18,6 +18,13 @@ namespace tool {
 using Octets = std::span<const uint8_t>;
 using Bytes = std::vector<uint8_t>;
 
+/// Identifier octets, and their bit for a constructed value (X.690, 8.1.2).
+namespace tag {
+constexpr uint8_t constructed = 0x20;
+constexpr uint8_t sequence = 0x30;
+constexpr uint8_t context = 0x80;
+}  // namespace tag
+
 /// Returns the two digits of each octet, in capitals, without anything between them.
 std::string hex(Octets octets);
 
