@@ -20,8 +20,8 @@ extern "C" {
 /**
  * LogotypeExtn ::= SEQUENCE { communityLogos [0] EXPLICIT SEQUENCE OF LogotypeInfo OPTIONAL,
  * issuerLogo [1] EXPLICIT LogotypeInfo OPTIONAL, subjectLogo [2] EXPLICIT LogotypeInfo OPTIONAL,
- * otherLogos [3] EXPLICIT SEQUENCE OF OtherLogotypeInfo OPTIONAL }. `otherLogos` has
- * OtherLogotypeInfo records.
+ * otherLogos [3] EXPLICIT SEQUENCE OF OtherLogotypeInfo OPTIONAL }, the extension
+ * 1.3.6.1.5.5.7.1.12. `otherLogos` has OtherLogotypeInfo records.
  */
 LogotypeExtn *pki_LogotypeExtn_new(void);
 void pki_LogotypeExtn_free(LogotypeExtn *pElement);

@@ -35,7 +35,10 @@ typedef struct pki_SemanticsInformation {
   List *nameRegistrationAuthorities; /**< GeneralName records, owned, or NULL */
 } pki_SemanticsInformation;
 
-/** QCStatements ::= SEQUENCE OF QCStatement: a List of pki_QCStatement records. */
+/**
+ * QCStatements ::= SEQUENCE OF QCStatement, the extension 1.3.6.1.5.5.7.1.3: a List of
+ * pki_QCStatement records.
+ */
 void pki_QCStatements_free(List *pElement);
 uint32_t pki_QCStatements_e(uint8_t **pp, const List *pElement);
 const uint8_t *pki_QCStatements_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,

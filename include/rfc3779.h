@@ -50,7 +50,8 @@ typedef struct pki_IPAddressFamily {
 } pki_IPAddressFamily;
 
 /**
- * IPAddrBlocks ::= SEQUENCE OF IPAddressFamily (2.2.3.1): a List of pki_IPAddressFamily records.
+ * IPAddrBlocks ::= SEQUENCE OF IPAddressFamily (2.2.3.1), the extension 1.3.6.1.5.5.7.1.7: a List
+ * of pki_IPAddressFamily records.
  */
 void pki_IPAddrBlocks_free(List *pElement);
 uint32_t pki_IPAddrBlocks_e(uint8_t **pp, const List *pElement);
@@ -126,7 +127,7 @@ typedef struct pki_ASIdentifiers {
   pki_ASIdentifierChoice *rdi;   /**< owned, or NULL */
 } pki_ASIdentifiers;
 
-/** ASIdentifiers (3.2.3.1). */
+/** ASIdentifiers (3.2.3.1), the extension 1.3.6.1.5.5.7.1.8. */
 pki_ASIdentifiers *pki_ASIdentifiers_new(void);
 void pki_ASIdentifiers_free(pki_ASIdentifiers *pElement);
 uint32_t pki_ASIdentifiers_e(uint8_t **pp, const pki_ASIdentifiers *pElement);

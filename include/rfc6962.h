@@ -35,10 +35,12 @@ pki_SignedCertificateTimestamp *pki_SignedCertificateTimestamp_clone(
     const pki_SignedCertificateTimestamp *pElement);
 
 /**
- * SignedCertificateTimestampList ::= OCTET STRING (3.3): a List of pki_SignedCertificateTimestamp
- * records. The content is in the encoding of TLS. Neither the list nor an element is empty, each
- * has
- * fewer than 2^16 octets, and each element is used up. A string in segments is refused.
+ * SignedCertificateTimestampList ::= OCTET STRING (3.3), the extension 1.3.6.1.4.1.11129.2.4.2 of
+ * a certificate and 1.3.6.1.4.1.11129.2.4.5 of an OCSP response: a List of
+ * pki_SignedCertificateTimestamp records.
+ *
+ * The content is in the encoding of TLS. Neither the list nor an element is empty, each has fewer
+ * than 2^16 octets, and each element is used up. A string in segments is refused.
  */
 void pki_SignedCertificateTimestampList_free(List *pElement);
 uint32_t pki_SignedCertificateTimestampList_e(uint8_t **pp, const List *pElement);

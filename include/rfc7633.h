@@ -17,8 +17,8 @@ extern "C" {
 /* -------------------------------------------------------------------------------------------- */
 
 /**
- * Features ::= SEQUENCE OF INTEGER (RFC 7633, 4.1): a List of Integer records, each the number of
- * a TLS extension.
+ * Features ::= SEQUENCE OF INTEGER (RFC 7633, 4.1), the extension 1.3.6.1.5.5.7.1.24: a List of
+ * Integer records, each the number of a TLS extension.
  */
 void pki_Features_free(List *pElement);
 uint32_t pki_Features_e(uint8_t **pp, const List *pElement);
