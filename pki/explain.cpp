@@ -328,20 +328,27 @@ bool Explanation::close(ContentReader &in, const Header &header, const Path *pat
 
 const uint8_t *Explanation::exact_value(const Type &type, Reader in, uint32_t impl_tag,
                                         const Path *path) {
-  switch (type.kind) {
-    case Kind::any:
-    case Kind::attribute_value:
-      return exact_any(type, in, path);
-    case Kind::bit_string:
-    case Kind::octet_string:
-    case Kind::character_string:
-      return exact_string(type, in, impl_tag, path);
-    case Kind::sequence_of:
-    case Kind::set_of:
-      return exact_elements(type, in, impl_tag, path);
-    default:
-      return exact_primitive(type, in, impl_tag, path);
+  const auto is = [&type](auto... kinds) { return ((type.kind == kinds) || ...); };
+  if (is(Kind::any, Kind::attribute_value)) return exact_any(type, in, path);
+  if (is(Kind::bit_string, Kind::octet_string, Kind::character_string)) {
+    return exact_string(type, in, impl_tag, path);
   }
+  if (is(Kind::sequence_of, Kind::set_of)) return exact_elements(type, in, impl_tag, path);
+  return exact_primitive(type, in, impl_tag, path);
+}
+
+/// Why the content of a primitive value is refused. `*at`, which is where it begins, may be moved
+/// to where it goes wrong.
+pki::Refusal refuse_content(const Type &type, pki::View content, const uint8_t **at) {
+  const Kind kind = type.kind;
+  if (kind == Kind::boolean) return pki::refuse_boolean(content);
+  if (kind == Kind::enumerated) return pki::refuse_enumerated(content);
+  if (kind == Kind::integer) return pki::refuse_integer(content);
+  if (kind == Kind::null) return pki::refuse_null(content);
+  if (kind == Kind::object_identifier) return pki::refuse_identifier(content, type.most);
+  if (kind == Kind::utc_time || kind == Kind::generalized_time) return pki::refuse_time(content);
+  if (kind == Kind::tls_list) return pki::refuse_timestamps(content, at);
+  return "a type that stands in no input by itself";
 }
 
 const uint8_t *Explanation::exact_primitive(const Type &type, Reader in, uint32_t impl_tag,
@@ -352,33 +359,7 @@ const uint8_t *Explanation::exact_primitive(const Type &type, Reader in, uint32_
   const uint8_t *at = in.position();
   content.length = head.length;
   in.take(head.length, &content.data);
-  pki::Refusal refusal = nullptr;
-  switch (type.kind) {
-    case Kind::boolean:
-      refusal = pki::refuse_boolean(content);
-      break;
-    case Kind::enumerated:
-      refusal = pki::refuse_enumerated(content);
-      break;
-    case Kind::integer:
-      refusal = pki::refuse_integer(content);
-      break;
-    case Kind::null:
-      refusal = pki::refuse_null(content);
-      break;
-    case Kind::object_identifier:
-      refusal = pki::refuse_identifier(content, type.most);
-      break;
-    case Kind::utc_time:
-    case Kind::generalized_time:
-      refusal = pki::refuse_time(content);
-      break;
-    case Kind::tls_list:
-      refusal = pki::refuse_timestamps(content, &at);
-      break;
-    default:
-      refusal = "a type that stands in no input by itself";
-  }
+  const pki::Refusal refusal = refuse_content(type, content, &at);
   return refusal == nullptr ? in.position() : fail(at, path, "%s", refusal);
 }
 

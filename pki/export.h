@@ -16,27 +16,25 @@
 
 namespace pki {
 
-/// A type of this form with its names and public functions. Functions that replace the engine's are
-/// those of the form, unless some are given.
-constexpr Type described(const Type &form, const char *name, const char *record,
-                         const TypeFunctions &by_hand, const asn1::PublicFunctions &functions) {
-  Type type = form;
-  if (by_hand.decode != nullptr) type.by_hand = by_hand;
+/// A type of this form with its names and public functions.
+constexpr Type described(Type type, const char *name, const char *record,
+                         const asn1::PublicFunctions &functions) {
   type.name = name;
   type.record = record;
   type.functions = {functions.create, functions.decode, functions.encode,
                     functions.clone,  functions.free,   functions.compare};
   return type;
 }
-constexpr Type described(const Type *form, const char *name, const char *record,
-                         const TypeFunctions &by_hand, const asn1::PublicFunctions &functions) {
-  return described(*form, name, record, by_hand, functions);
-}
 
+constexpr const Type &form_at(const Type &form) { return form; }
+constexpr const Type &form_at(const Type *form) { return *form; }
+
+/// The type of a table, with the functions that the table brings in place of the engine's.
 template <class Table>
-consteval TypeFunctions functions_of() {
-  if constexpr (requires { Table::functions; }) return Table::functions;
-  return {};
+consteval Type form_of() {
+  Type type = form_at(Table::type);
+  if constexpr (requires { Table::functions; }) type.by_hand = Table::functions;
+  return type;
 }
 
 /// The public decoder of every form. A CHOICE takes no tag in place of its own (X.680, 31.2.7).
@@ -59,7 +57,7 @@ const uint8_t *decode_form(const uint8_t *z, const uint8_t *end, uint32_t impl_t
   extern const Type T##Type;                                                                       \
   using T##Codec = Codec<T##Type, Record, Table::identifier>;                                      \
   constinit const Type T##Type = described(                                                        \
-      Table::type, asn1_name, "pki_" #T, functions_of<Table>(),                                    \
+      form_of<Table>(), asn1_name, "pki_" #T,                                                      \
       {__VA_ARGS__.decode =                                                                        \
            [](const uint8_t *z, const uint8_t *end, uint32_t impl_tag, void **place,               \
               uint32_t depth) { return decode_form(z, end, impl_tag, place, depth, T##Type); },    \

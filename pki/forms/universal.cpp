@@ -363,8 +363,8 @@ constexpr TypeFunctions any_functions{
 
 constexpr Type universal(Kind kind, uint8_t identifier, const char *name, const char *record,
                          const TypeFunctions &functions) {
-  return described({.kind = kind, .identifier = identifier, .exact = true}, name, record, functions,
-                   {});
+  return described({.kind = kind, .identifier = identifier, .exact = true, .by_hand = functions},
+                   name, record, {});
 }
 
 template <uint8_t Number>
@@ -387,15 +387,18 @@ constinit const Type IntegerType =
     universal(Kind::integer, tag::integer, "INTEGER", "Integer", integer_functions<tag::integer>);
 constinit const Type OptionalEnumeratedType = universal(
     Kind::integer, tag::enumerated, "ENUMERATED", "Integer", integer_functions<tag::enumerated>);
-constinit const Type BooleanType = described(
-    {.kind = Kind::boolean, .identifier = tag::boolean, .exact = true, .size = sizeof(uint32_t)},
-    "BOOLEAN", "Boolean", boolean_functions, {});
-constinit const Type EnumeratedType =
-    described({.kind = Kind::enumerated,
-               .identifier = tag::enumerated,
-               .exact = true,
-               .size = sizeof(uint32_t)},
-              "ENUMERATED", "Enumerated", enumerated_functions, {});
+constinit const Type BooleanType = described({.kind = Kind::boolean,
+                                              .identifier = tag::boolean,
+                                              .exact = true,
+                                              .size = sizeof(uint32_t),
+                                              .by_hand = boolean_functions},
+                                             "BOOLEAN", "Boolean", {});
+constinit const Type EnumeratedType = described({.kind = Kind::enumerated,
+                                                 .identifier = tag::enumerated,
+                                                 .exact = true,
+                                                 .size = sizeof(uint32_t),
+                                                 .by_hand = enumerated_functions},
+                                                "ENUMERATED", "Enumerated", {});
 constinit const Type NullType = universal(Kind::null, tag::null, "NULL", "Null", null_functions);
 constinit const Type ObjIdType = universal(Kind::object_identifier, tag::object_identifier,
                                            "OBJECT IDENTIFIER", "ObjId", identifier_functions<0>);
@@ -430,9 +433,11 @@ constinit const Type GeneralizedTimeType =
               time_functions<tag::generalized_time, 27, asn1_GeneralizedTime_clone>);
 constinit const Type AnyType =
     universal(Kind::any, tag::any, "ANY", "Any", any_functions<tag::any>);
-constinit const Type constructed_any[8] = {tagged_any<0>, tagged_any<1>, tagged_any<2>,
-                                           tagged_any<3>, tagged_any<4>, tagged_any<5>,
-                                           tagged_any<6>, tagged_any<7>};
+constinit const Type TaggedAny0Type = tagged_any<0>;
+constinit const Type TaggedAny1Type = tagged_any<1>;
+constinit const Type TaggedAny2Type = tagged_any<2>;
+constinit const Type TaggedAny3Type = tagged_any<3>;
+constinit const Type TaggedAny5Type = tagged_any<5>;
 
 // Time ::= CHOICE {
 //   utcTime      UTCTime,
@@ -444,7 +449,7 @@ constinit const Type TimeType = described({.kind = Kind::choice,
                                            .size = sizeof(Time),
                                            .count = 2,
                                            .fields = time_fields},
-                                          "Time", "Time", {}, {});
+                                          "Time", "Time", {});
 
 }  // namespace pki
 

@@ -66,10 +66,23 @@ using EnumeratedCodec = NumberCodec<EnumeratedType, tag::enumerated>;
 using NullCodec = Codec<NullType, void, tag::null>;
 
 /// [Number] IMPLICIT over an element that is kept whole, tag included.
-extern const Type constructed_any[8];
 template <uint8_t Number>
-using TaggedAnyCodec =
-    Codec<constructed_any[Number], Any, tag::context | tag::constructed | Number>;
+struct TaggedAny;
+#define DECLARE_TAGGED_ANY(number)                                                            \
+  extern const Type TaggedAny##number##Type;                                                  \
+  template <>                                                                                 \
+  struct TaggedAny<number> {                                                                  \
+    using Codec =                                                                             \
+        pki::Codec<TaggedAny##number##Type, Any, tag::context | tag::constructed | (number)>; \
+  };
+DECLARE_TAGGED_ANY(0)
+DECLARE_TAGGED_ANY(1)
+DECLARE_TAGGED_ANY(2)
+DECLARE_TAGGED_ANY(3)
+DECLARE_TAGGED_ANY(5)
+#undef DECLARE_TAGGED_ANY
+template <uint8_t Number>
+using TaggedAnyCodec = typename TaggedAny<Number>::Codec;
 
 constexpr Type exact(Type type) {
   type.exact = true;
