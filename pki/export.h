@@ -16,12 +16,12 @@
 
 namespace pki {
 
-/// A type of this form with its names and public functions. Functions that replace the engine's are
-/// those of the form, unless some are given.
+/// A type of this form with its names and public functions, and with functions that replace those of
+/// the engine.
 constexpr Type described(const Type &form, const char *name, const char *record,
                          const TypeFunctions &by_hand, const asn1::PublicFunctions &functions) {
   Type type = form;
-  if (by_hand.decode != nullptr) type.by_hand = by_hand;
+  type.by_hand = by_hand;
   type.name = name;
   type.record = record;
   type.functions = {functions.create, functions.decode, functions.encode,
