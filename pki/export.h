@@ -16,18 +16,9 @@
 
 namespace pki {
 
-<<<<<<< HEAD
 /// A type of this form with its names and public functions.
 constexpr Type described(Type type, const char *name, const char *record,
                          const asn1::PublicFunctions &functions) {
-=======
-/// A type of this form with its names and public functions, and with functions that replace those of
-/// the engine.
-constexpr Type described(const Type &form, const char *name, const char *record,
-                         const TypeFunctions &by_hand, const asn1::PublicFunctions &functions) {
-  Type type = form;
-  type.by_hand = by_hand;
->>>>>>> ext
   type.name = name;
   type.record = record;
   type.functions = {functions.create, functions.decode, functions.encode,
