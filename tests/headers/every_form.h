@@ -1,6 +1,7 @@
 /* Every form of an RFC: FORM(T, Record), or LIST_FORM where there is no pki_T_new(). */
 /* clang-format off */
 FORM(AlgId, AlgId)
+FORM(Attribute, Attribute)
 FORM(AttributeValueAssertion, AttributeValueAssertion)
 LIST_FORM(Attributes, List)
 FORM(AuthenticatedData, pki_AuthenticatedData)

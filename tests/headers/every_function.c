@@ -774,6 +774,12 @@ static void use_views(void) {
   EXPECT(pki_find_missing(pki_Type_find("pki_Validity"), NULL, &fault) == 1);
 }
 
+static void use_signed_octets(void) {
+  pki_SignerInfo *signer = pki_SignerInfo_new();
+  EXPECT(pki_SignerInfo_signed_octets(NULL, signer) == 0);
+  pki_SignerInfo_free(signer);
+}
+
 /* What a form does without a value; the other tests give it values. */
 #define LIST_FORM(T, Record)                               \
   do {                                                     \
@@ -819,6 +825,7 @@ int main(void) {
   use_descriptors();
   use_texts_of_names();
   use_views();
+  use_signed_octets();
   use_forms();
   return failures == 0 ? 0 : 1;
 }
