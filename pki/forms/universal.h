@@ -63,7 +63,9 @@ extern const Type EnumeratedType;
 extern const Type NullType;
 using BooleanCodec = NumberCodec<BooleanType, tag::boolean>;
 using EnumeratedCodec = NumberCodec<EnumeratedType, tag::enumerated>;
-using NullCodec = Codec<NullType, void, tag::null>;
+struct NullCodec : Codec<NullType, void, tag::null> {
+  static constexpr bool may_be_null = true;
+};
 
 /// [Number] IMPLICIT over an element that is kept whole, tag included.
 template <uint8_t Number>

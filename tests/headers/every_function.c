@@ -803,6 +803,24 @@ static void use_questions_about_a_certificate(void) {
   pki_Certificate_free(certificate);
 }
 
+static void use_ocsp_forms(void) {
+  OCSPResponse *response = pki_OCSPResponse_new();
+  pki_SignedCertificateTimestamp *timestamp = pki_SignedCertificateTimestamp_new();
+  pki_SignedCertificateTimestamp *copy = pki_SignedCertificateTimestamp_clone(timestamp);
+  EXPECT(pki_OCSPResponse_basic(response) == NULL);
+  EXPECT(copy != NULL && copy->timestamp == 0);
+  EXPECT(pki_Type_defined_by(asn1_Get_id_ce_keyUsage()) == pki_Type_find("pki_KeyUsage"));
+  pki_SignedCertificateTimestamp_free(copy);
+  pki_SignedCertificateTimestamp_free(timestamp);
+  pki_OCSPResponse_free(response);
+}
+
+static void use_signed_octets(void) {
+  pki_SignerInfo *signer = pki_SignerInfo_new();
+  EXPECT(pki_SignerInfo_signed_octets(NULL, signer) == 0);
+  pki_SignerInfo_free(signer);
+}
+
 /* What a form does without a value; the other tests give it values. */
 #define LIST_FORM(T, Record)                               \
   do {                                                     \
@@ -849,6 +867,8 @@ int main(void) {
   use_texts_of_names();
   use_views();
   use_questions_about_a_certificate();
+  use_signed_octets();
+  use_ocsp_forms();
   use_forms();
   return failures == 0 ? 0 : 1;
 }
