@@ -12,7 +12,6 @@ using namespace support;
 
 const auto messages = FORM(ContentInfo, pki_ContentInfo);
 const auto signed_messages = FORM(SignedData, pki_SignedData);
-const auto signers = FORM(SignerInfo, pki_SignerInfo);
 const auto enveloped_messages = FORM(EnvelopedData, pki_EnvelopedData);
 const auto encrypted_messages = FORM(EncryptedData, pki_EncryptedData);
 const auto digested_messages = FORM(DigestedData, pki_DigestedData);

@@ -22,53 +22,8 @@ const auto pss = FORM(RSASSA_PSS_params, pki_RSASSA_PSS_params);
 // The example of the header rfc7292.h
 // ---------------------------------------------------------------------------------------------
 
-// Decodes the list that an OCTET STRING holds. Returns NULL where it does not.
-static List *list_in(const Any *string, const uint8_t *(*decode)(const uint8_t *, const uint8_t *,
-                                                                 uint32_t, List **, uint32_t)) {
-  OctetString *octets = NULL;
-  List *list = NULL;
-  if (string == NULL) return NULL;
-  asn1_OctetString_d(string->data, string->data + string->length, 0, &octets, 0);
-  if (octets != NULL) decode(octets->data, octets->data + octets->length, 0, &list, 0);
-  asn1_OctetString_free(octets);
-  return list;
-}
-
-static Certificate *certificate_in(const SafeBag *bag) {
-  const Any *value = bag->bagValue;
-  CertBag *cert_bag = NULL;
-  OctetString *octets = NULL;
-  Certificate *certificate = NULL;
-  if (asn1_ObjId_cmp(bag->bagId, asn1_Get_certBag()) != 0) return NULL;
-  pki_CertBag_d(value->data, value->data + value->length, 0, &cert_bag, 0);
-  if (cert_bag == NULL) return NULL;
-  if (asn1_ObjId_cmp(cert_bag->certId, asn1_Get_x509Certificate()) == 0) {
-    value = cert_bag->certValue;
-    asn1_OctetString_d(value->data, value->data + value->length, 0, &octets, 0);
-  }
-  if (octets != NULL) {
-    pki_Certificate_d(octets->data, octets->data + octets->length, 0, &certificate, 0);
-  }
-  asn1_OctetString_free(octets);
-  pki_CertBag_free(cert_bag);
-  return certificate;
-}
-
-void each_certificate(const pki_PFX *pfx, void (*f)(const Certificate *)) {
-  List *safe = list_in(pfx->authSafe->content, pki_AuthenticatedSafe_d);
-  for (int32_t i = 0; i < List_len(safe); ++i) {
-    // A content that is encrypted is no OCTET STRING, and opens to no list.
-    const pki_ContentInfo *info = (const pki_ContentInfo *)List_get(safe, i);
-    List *bags = list_in(info->content, pki_SafeContents_d);
-    for (int32_t j = 0; j < List_len(bags); ++j) {
-      Certificate *certificate = certificate_in((const SafeBag *)List_get(bags, j));
-      if (certificate != NULL) f(certificate);
-      pki_Certificate_free(certificate);
-    }
-    pki_SafeContents_free(bags);
-  }
-  pki_AuthenticatedSafe_free(safe);
-}
+// rfc7292_example.c
+extern "C" void each_certificate(const pki_PFX *pfx, void (*f)(const Certificate *));
 
 /// Returns what is not blank of the lines of a file that begin with `prefix`, without the prefix.
 std::string characters_of(const std::string &file, const std::string &prefix) {
@@ -83,7 +38,7 @@ std::string characters_of(const std::string &file, const std::string &prefix) {
 TEST(ExampleOfTheHeader, IsTheOneThatIsTested) {
   const std::string example = characters_of("../../include/rfc7292.h", " *     ");
   EXPECT_NE(std::string::npos, example.find("each_certificate"));
-  EXPECT_NE(std::string::npos, characters_of("rfc7292_test.cpp", "").find(example));
+  EXPECT_NE(std::string::npos, characters_of("rfc7292_example.c", "").find(example));
 }
 
 std::multiset<Bytes> found_certificates;
@@ -113,19 +68,26 @@ TEST(StoreOfOpenssl, HasItsCertificates) {
             certificates_of(store.get()));
 }
 
+/// Returns the list in an OCTET STRING, which the caller owns.
+template <auto Decode>
+List *list_in(const Any *string) {
+  const auto octets = record_of<asn1_OctetString_free>(asn1_OctetString_d, value(string));
+  return decode(Decode, value(octets.get())).record;
+}
+
 TEST(StoreOfOpenssl, KeepsWhatIsEncrypted) {
   certificate_file("rsa");
   openssl("pkcs12 -export -passout pass:secret -in rsa.crt -inkey rsa.pem -out store.p12");
   const auto store = kept(stores, read_file("store.p12"));
   EXPECT_EQ(std::multiset<Bytes>(), certificates_of(store.get()));
-  List *const safe = list_in(store->authSafe->content, pki_AuthenticatedSafe_d);
+  List *const safe = list_in<pki_AuthenticatedSafe_d>(store->authSafe->content);
   ASSERT_EQ(2, List_len(safe));
   const auto &first = element_of<const pki_ContentInfo>(safe, 0);
   EXPECT_EQ(0, asn1_ObjId_cmp(asn1_Get_encryptedData(), first.contentType));
   const auto message = record_of<pki_EncryptedData_free>(pki_EncryptedData_d, value(first.content));
   EXPECT_LT(0U, message->encryptedContentInfo->encryptedContent->length);
   List *const bags =
-      list_in(element_of<const pki_ContentInfo>(safe, 1).content, pki_SafeContents_d);
+      list_in<pki_SafeContents_d>(element_of<const pki_ContentInfo>(safe, 1).content);
   ASSERT_EQ(1, List_len(bags));
   const auto &bag = element_of<const SafeBag>(bags, 0);
   EXPECT_EQ(0, asn1_ObjId_cmp(asn1_Get_pkcs_8ShroudedKeyBag(), bag.bagId));
