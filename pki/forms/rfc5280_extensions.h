@@ -7,6 +7,7 @@
 namespace pki {
 
 DECLARE_FORM(Attribute, Attribute, tag::sequence)
+DECLARE_FORM(AuthorityInfoAccessSyntax, AuthorityInfoAccessSyntax, tag::sequence)
 
 }  // namespace pki
 

@@ -5,21 +5,6 @@
 
 using namespace pki;
 
-namespace pki {
-
-DECLARE_FORM(AuthorityInfoAccessSyntax, AuthorityInfoAccessSyntax, tag::sequence)
-
-}  // namespace pki
-
-namespace {
-
-/// NULL under a tag. Its value is a null pointer.
-struct NoValueCodec : NullCodec {
-  static constexpr bool may_be_null = true;
-};
-
-}  // namespace
-
 // clang-format off
 
 // CertID ::= SEQUENCE {
@@ -113,9 +98,9 @@ EXPORT_FORM(RevokedInfo, pki_RevokedInfo, "RevokedInfo", RevokedInfoTable)
 //   revoked  [1] IMPLICIT RevokedInfo,
 //   unknown  [2] IMPLICIT NULL }
 using OCSPCertStatusTable = Choice<OCSPCertStatus,
-    Alternative<0, "good", Implicit<0, NoValueCodec>>,
+    Alternative<0, "good", Implicit<0, NullCodec>>,
     Alternative<1, "revoked", Implicit<1, RevokedInfoCodec>>,
-    Alternative<2, "unknown", Implicit<2, NoValueCodec>>>;
+    Alternative<2, "unknown", Implicit<2, NullCodec>>>;
 EXPORT_FORM(OCSPCertStatus, OCSPCertStatus, "CertStatus", OCSPCertStatusTable)
 
 // SingleResponse ::= SEQUENCE {
