@@ -2,6 +2,7 @@
 #include "pki/export.h"
 #include "pki/forms/renamed.h"
 #include "pki/forms/rfc5280.h"
+#include "pki/forms/rfc5280_extensions.h"
 
 using namespace pki;
 
