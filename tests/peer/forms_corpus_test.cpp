@@ -196,4 +196,83 @@ TEST_F(FormsOfTheCorpus, ReadEveryCertificate) {
   EXPECT_EQ(expected, faults);
 }
 
+TEST_F(FormsOfTheCorpus, ReadEveryRevocationList) {
+  // OpenSSL reads these: it takes a SET in primitive form, and a time with control characters.
+  const std::map<std::string, std::string> expected = {
+      {"2354ed09b97ef3c2c303.der", "tbsCertList.nextUpdate.utcTime: a time with other characters"},
+      {"3b2fff98694d1770218b.der", "tbsCertList.issuer[6]: expected SET (31), found SET (11)"},
+      {"f777b1e7a63d009471b1.der", "tbsCertList.nextUpdate.utcTime: a time with other characters"}};
+  std::map<std::string, std::string> refused;
+  Counts counts;
+  Faults faults;
+  for (const File &file : files_of("crls")) {
+    const Input input(file.octets);
+    pki_Fault fault;
+    if (pki_explain(pki_Type_find("pki_CertificateRevocationList"), input.z(), input.end(),
+                    &fault) != 0) {
+      refused[file.name] = std::string(fault.path) + ": " + fault.sentence;
+      continue;
+    }
+    const Decoded<CertificateRevocationList> result =
+        decode(pki_CertificateRevocationList_d, file.octets);
+    ASSERT_TRUE(result.ok()) << file.name;
+    CertificateRevocationList *const list = result.record;
+    const Bytes taken(file.octets.begin(), file.octets.begin() + result.consumed);
+    EXPECT_EQ(taken, encode(pki_CertificateRevocationList_e, list));
+    expect_extensions(list->tbsCertList->crlExtensions, counts, faults);
+    // The reader counts the same entries.
+    pki_CrlReader reader;
+    pki_CrlEntry entry;
+    ASSERT_EQ(1, pki_crl_open(&reader, input.z(), input.end()));
+    for (int32_t i = 0; i < List_len(list->tbsCertList->revokedCertificates); ++i) {
+      const auto *const revoked =
+          static_cast<const CRLEntry *>(List_get(list->tbsCertList->revokedCertificates, i));
+      expect_extensions(revoked->crlEntryExtensions, counts, faults);
+      ASSERT_EQ(1, pki_crl_next(&reader, &entry)) << file.name << " " << i;
+    }
+    EXPECT_EQ(0, pki_crl_next(&reader, &entry)) << file.name;
+    drop(list->tbsEncoded);
+    drop(list->tbsCertList->issuerEncoded);
+    EXPECT_EQ(taken, encode(pki_CertificateRevocationList_e, list)) << file.name;
+    pki_CertificateRevocationList_free(list);
+  }
+  EXPECT_EQ(expected, refused);
+  print("crl", counts);
+  // Each is malformed.
+  const Faults values = {
+      {"2.5.29.20 : the header 02 3A promises 58 octets, but only 2 are left", 1},
+      {"2.5.29.21 : expected ENUMERATED (0A), found INTEGER (02)", 1},
+      {"2.5.29.35 : found [1] (81), where the value ends", 1},
+      {"2.5.29.35 : found [APPLICATION 3] (43), where the value ends", 1},
+      {"2.5.29.35 : the header 30 73 promises 115 octets, but only 22 are left", 1}};
+  EXPECT_EQ(values, faults);
+}
+
+TEST_F(FormsOfTheCorpus, ReadEveryStatusMessage) {
+  for (const File &file : files_of("ocsp-requests")) {
+    const Decoded<OCSPRequest> result = decode(pki_OCSPRequest_d, file.octets);
+    ASSERT_TRUE(result.ok()) << file.name;
+    EXPECT_EQ(file.octets, encode(pki_OCSPRequest_e, result.record)) << file.name;
+    pki_OCSPRequest_free(result.record);
+  }
+  for (const File &file : files_of("ocsp-responses")) {
+    // Its status has no content.
+    const bool malformed = file.name == "04ec8d87621c32560d50.der";
+    const Input input(file.octets);
+    OCSPResponse *response = nullptr;
+    EXPECT_EQ(malformed ? nullptr : input.end(),
+              pki_OCSPResponse_d(input.z(), input.end(), 0, &response, 0));
+    if (response == nullptr) continue;
+    EXPECT_EQ(file.octets, encode(pki_OCSPResponse_e, response)) << file.name;
+    BasicOCSPResponse *const basic = pki_OCSPResponse_basic(response);
+    ASSERT_NE(nullptr, basic) << file.name;
+    EXPECT_LT(0, List_len(basic->certs)) << file.name;
+    drop(basic->tbsResponseDataBytes);
+    EXPECT_EQ(value(response->responseBytes->response), encode(pki_BasicOCSPResponse_e, basic))
+        << file.name;
+    pki_BasicOCSPResponse_free(basic);
+    pki_OCSPResponse_free(response);
+  }
+}
+
 }  // namespace
