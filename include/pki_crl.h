@@ -1,8 +1,7 @@
 /**
  * @file pki_crl.h
  * Certificate revocation lists of any size, entry by entry: the list stays where it is, and nothing
- * is
- * allocated. The views are those of pki_view.h.
+ * is allocated. The views are those of pki_view.h.
  */
 #ifndef ORVELPKI_CRL_H
 #define ORVELPKI_CRL_H
@@ -47,24 +46,21 @@ typedef struct pki_CrlEntry {
 
 /**
  * Opens the revocation list at `z`. Returns 1, or 0 where the octets up to `end` are none. The
- * reader
- * owns nothing, and needs no closing.
+ * reader owns nothing, and needs no closing.
  */
 int32_t pki_crl_open(pki_CrlReader *reader, const uint8_t *z, const uint8_t *end);
 
 /**
  * Reads the next entry. Returns 1; 0 past the last one; -1 where the octets there are no entry, and
- * then
- * the reader stays in front of them.
+ * then the reader stays in front of them.
  */
 int32_t pki_crl_next(pki_CrlReader *reader, pki_CrlEntry *entry);
 
 /**
  * Finds the entry of a serial number, given as the content octets of its INTEGER in the shortest
- * form
- * (X.690, 8.3.2), from the first entry on, wherever pki_crl_next() is. Returns 1; 0 where no entry
- * has the
- * number; -1 where the octets up to there are no list of entries. The time is linear in the list.
+ * form (X.690, 8.3.2), from the first entry on, wherever pki_crl_next() is. Returns 1; 0 where no
+ * entry has the number; -1 where the octets up to there are no list of entries. The time is linear
+ * in the list.
  */
 int32_t pki_crl_find(const pki_CrlReader *reader, const uint8_t *serial, uint32_t length,
                      pki_CrlEntry *entry);

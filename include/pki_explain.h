@@ -41,25 +41,19 @@ int32_t pki_explain(const pki_Type *type, const uint8_t *z, const uint8_t *end, 
 
 /**
  * Finds the field for which a record of one of the RFCs' forms has no encoding: one that is
- * missing, or
- * holds what no decoder would read. `type` is the form's, such as pki_Type_find("pki_Certificate"),
- * and
- * `record` what its encoder takes.
+ * missing, or holds what no decoder would read. `type` is the form's, such as
+ * pki_Type_find("pki_Certificate"), and `record` what its encoder takes.
  *
  * Returns 0 where the encoder writes the record. Returns 1 where it returns 0: `fault->path` is
- * then the
- * first such field, as in "tbsCertificate.validity.notAfter", and `fault->sentence` says what is
- * wrong
- * with it. Allocates nothing. `type` and `fault` must not be NULL.
+ * then the first such field, as in "tbsCertificate.validity.notAfter", and `fault->sentence` says
+ * what is wrong with it. Allocates nothing. `type` and `fault` must not be NULL.
  */
 int32_t pki_find_missing(const pki_Type *type, const void *record, pki_Fault *fault);
 
 /**
  * Writes the name of an identifier octet (X.690, 8.1.2) as faults have it, such as "SEQUENCE (30)"
- * or
- * "[3] (A3)", into a buffer of `size` octets, 48 of which hold every name. Cuts a longer name, and
- * ends
- * it with a NUL octet. Returns the buffer.
+ * or "[3] (A3)", into a buffer of `size` octets, 48 of which hold every name. Cuts a longer name,
+ * and ends it with a NUL octet. Returns the buffer.
  */
 const char *pki_identifier_name(uint8_t octet, char *buffer, uint32_t size);
 

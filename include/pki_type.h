@@ -106,9 +106,8 @@ const pki_Type *pki_Type_get(uint32_t index);
 /**
  * Finds a type by the name that the ASN.1 gives it, such as "TBSCertificate", or by that of its
  * functions, as pki_Type_record() returns it. Where liborvelasn1 and an RFC's form share a name,
- * that of
- * the ASN.1 finds liborvelasn1's: "pki_Certificate" finds the form. Returns NULL where there is
- * none.
+ * that of the ASN.1 finds liborvelasn1's: "pki_Certificate" finds the form. Returns NULL where
+ * there is none.
  */
 const pki_Type *pki_Type_find(const char *name);
 
@@ -117,8 +116,7 @@ const char *pki_Type_name(const pki_Type *type);
 
 /**
  * Returns the name of the type's functions: the T of asn1_T_d, which is that of its record, too; or
- * the
- * whole pki_T of pki_T_d for the form of an RFC. Returns "" where it has none.
+ * the whole pki_T of pki_T_d for the form of an RFC. Returns "" where it has none.
  */
 const char *pki_Type_record(const pki_Type *type);
 

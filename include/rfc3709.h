@@ -1,8 +1,7 @@
 /**
  * @file rfc3709.h
  * The logotypes of certificates (RFC 3709), in the functions that rfc5280.h describes. The records
- * are
- * those of logotype.h.
+ * are those of logotype.h.
  */
 #ifndef ORVELPKI_RFC3709_H
 #define ORVELPKI_RFC3709_H

@@ -1,8 +1,7 @@
 /**
  * @file rfc3739.h
  * The statements of qualified certificates (RFC 3739; ETSI EN 319 412-5), in the functions that
- * rfc5280.h
- * describes.
+ * rfc5280.h describes.
  */
 #ifndef ORVELPKI_RFC3739_H
 #define ORVELPKI_RFC3739_H

@@ -1,8 +1,7 @@
 /**
  * @file rfc3779.h
  * The addresses and autonomous system numbers of certificates (RFC 3779), in the functions that
- * rfc5280.h
- * describes.
+ * rfc5280.h describes.
  */
 #ifndef ORVELPKI_RFC3779_H
 #define ORVELPKI_RFC3779_H

@@ -4,24 +4,20 @@
  *
  * Every type `T` here, and in the other headers of liborvelpki that are called after an RFC, has
  * functions of the shapes that asn1_x680.h describes: pki_T_new(), pki_T_free(), pki_T_e(),
- * pki_T_d()
- * and pki_T_clone(). A type without a record of its own, such as a list, has no pki_T_new().
- * They differ from those of liborvelasn1 in what they promise:
+ * pki_T_d() and pki_T_clone(). A type without a record of its own, such as a list, has no
+ * pki_T_new(). They differ from those of liborvelasn1 in what they promise:
  *
  * - No input ends the process, and no argument does: a null pointer where a pointer is required
- * fails.
+ *   fails.
  * - A decoder takes what its RFC allows, in DER and in BER (X.690). What is left over inside an
- * element
- *   is refused. On failure it stores NULL. Lengths above 2^31 - 1 octets are refused.
+ *   element is refused. On failure it stores NULL. Lengths above 2^31 - 1 octets are refused.
  * - An encoder writes DER. What was decoded from DER is written back octet for octet. An encoder
- * returns
- *   0 for a record that is not filled; pki_find_missing() says which field it is. Elements of a SET OF are
- *   written in the order of their list.
+ *   returns 0 for a record that is not filled; pki_find_missing() says which field it is. Elements
+ *   of a SET OF are written in the order of their list.
  * - A copy has all that its original has.
  *
  * The records are those of liborvelasn1 where these can hold every value. A record that was decoded
- * or
- * filled for the functions here is released by them: pki_Certificate_free(), not
+ * or filled for the functions here is released by them: pki_Certificate_free(), not
  * asn1_Certificate_free().
  */
 #ifndef ORVELPKI_RFC5280_H

@@ -5,8 +5,7 @@
  *
  * Nothing is signed, verified, encrypted or decrypted. A decoder takes messages of any version, in
  * DER and in BER. What was of indefinite length is written with definite lengths, and strings in
- * one
- * piece; but an Any is written as it was read.
+ * one piece; but an Any is written as it was read.
  */
 #ifndef ORVELPKI_RFC5652_H
 #define ORVELPKI_RFC5652_H
@@ -408,13 +407,11 @@ pki_SignerInfo *pki_SignerInfo_clone(const pki_SignerInfo *pElement);
 /**
  * Writes the octets that the signature is made of where there are signed attributes: these, encoded
  * under the tag of SET OF (5.4). Returns their number, and takes `pp`, as an encoder does. Returns
- * 0
- * where there are no signed attributes: the signature is made of the content itself then.
+ * 0 where there are no signed attributes: the signature is made of the content itself then.
  *
  * The octets are those that were read, but for the first. Without kept octets, and where those have
  * an indefinite length, `signedAttrs` is encoded. A signer who fills that list has to put it into
- * the
- * order of DER, by the octets of the elements (X.690, 11.6).
+ * the order of DER, by the octets of the elements (X.690, 11.6).
  */
 uint32_t pki_SignerInfo_signed_octets(uint8_t **pp, const pki_SignerInfo *pElement);
 

@@ -138,7 +138,8 @@ class CommandLine {
     CLI::Option *const json = command->add_flag("--json", json_, "One JSON object a line");
     json->excludes(brief);
     command->add_flag("--oids", show_.view.oids, "The dotted identifier beside each name");
-    command->add_flag("--full", show_.view.full, "Long values in full, such as keys and signatures");
+    command->add_flag("--full", show_.view.full,
+                      "Long values in full, such as keys and signatures");
     command
         ->add_option("--at", moment_, "The moment for which validity is judged, such as 2030-01-31")
         ->type_name("TIME")

@@ -156,8 +156,8 @@ class Reader {
     return true;
   }
 
-  /// Whether the next octet, which there must be, has the constructed bit where a tag has it. read_tag()
-  /// does not ask for it.
+  /// Whether the next octet, which there must be, has the constructed bit where a tag has it.
+  /// read_tag() does not ask for it.
   bool has_form_of(uint8_t own_tag) const {
     return (own_tag & tag::constructed) == 0 || (*z_ & tag::constructed) != 0;
   }

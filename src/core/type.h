@@ -128,15 +128,15 @@ struct Type {
   bool any_length = false;           ///< a SEQUENCE that may have an indefinite length
   bool copies_unknown_kind = false;  ///< a CHOICE whose copy may lack an alternative
   bool nests = false;                ///< that may hold a value of its own type, to any depth
-  /// A form of an RFC. Its content is used up or it is refused; it may have an indefinite length, up to
-  /// the end-of-contents wherever that stands (X.690, 8.1.3.6); a null pointer fails, and never ends
-  /// the process.
+  /// A form of an RFC. Its content is used up or it is refused; it may have an indefinite length,
+  /// up to the end-of-contents wherever that stands (X.690, 8.1.3.6); a null pointer fails, and
+  /// never ends the process.
   bool exact = false;
-  uint16_t size = 0;                 ///< octets of the record
-  uint16_t count = 0;                ///< fields
-  uint16_t most = 0;                 ///< content octets that an exact identifier may have; 0: any number
-  const Field *fields = nullptr;     ///< the components in the order of the wire, or alternatives
-  const Type *element = nullptr;     ///< of a SEQUENCE OF or SET OF
+  uint16_t size = 0;   ///< octets of the record
+  uint16_t count = 0;  ///< fields
+  uint16_t most = 0;   ///< content octets that an exact identifier may have; 0: any number
+  const Field *fields = nullptr;  ///< the components in the order of the wire, or alternatives
+  const Type *element = nullptr;  ///< of a SEQUENCE OF or SET OF
   TypeFunctions by_hand{};
 #ifdef ORVELASN1_DESCRIBES
   const char *name = nullptr;    ///< as the ASN.1 has it

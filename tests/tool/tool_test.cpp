@@ -716,8 +716,7 @@ TEST_F(ToolBadInput, OctetsAfterTheSignature) {
   const size_t offset = octets.size();
   octets = sequence(Bytes(octets.begin() + 3, octets.end()) + hex("05 00"));
   check({characters(octets),
-         "1, offset " + std::to_string(offset) +
-             ": 2 octets left over after the certificate",
+         "1, offset " + std::to_string(offset) + ": 2 octets left over after the certificate",
          short_form});
 }
 

@@ -79,12 +79,11 @@ std::vector<std::string> split(const std::string &text, const std::string &separ
 }
 
 size_t octets_of(const Member &member) {
-  static const std::map<std::string, size_t> octets = {
-      {"uint8_t", 1},
-      {"int32_t", 4},
-      {"uint32_t", 4},
-      {"uint64_t", 8},
-      {"unsigned long", sizeof(unsigned long)}};
+  static const std::map<std::string, size_t> octets = {{"uint8_t", 1},
+                                                       {"int32_t", 4},
+                                                       {"uint32_t", 4},
+                                                       {"uint64_t", 8},
+                                                       {"unsigned long", sizeof(unsigned long)}};
   return member.is_pointer ? sizeof(void *) : octets.at(member.type);
 }
 
@@ -117,8 +116,8 @@ bool declares(const std::string &declaration) {
   return headers().find(declaration) != std::string::npos;
 }
 
-/// The T of every decoder asn1_T_d, and the pki_T of every pki_T_d, that needs nothing but the input,
-/// the tag, a place and the depth; and the record that it makes.
+/// The T of every decoder asn1_T_d, and the pki_T of every pki_T_d, that needs nothing but the
+/// input, the tag, a place and the depth; and the record that it makes.
 const std::map<std::string, std::string> &families() {
   static const auto all = [] {
     const std::string prefix = "const uint8_t *";
@@ -128,8 +127,8 @@ const std::map<std::string, std::string> &families() {
       const size_t open = headers().find('(', at), close = headers().find(");", at);
       std::string name = headers().substr(at + prefix.size(), open - at - prefix.size());
       const auto parameters = split(headers().substr(open + 1, close - open - 1), ", ");
-      if (!name.ends_with("_d") || parameters.size() != 5 ||
-          parameters[2] != "uint32_t impl_tag" || parameters[4] != "uint32_t depth") {
+      if (!name.ends_with("_d") || parameters.size() != 5 || parameters[2] != "uint32_t impl_tag" ||
+          parameters[4] != "uint32_t depth") {
         continue;
       }
       name.resize(name.size() - 2);
