@@ -220,8 +220,8 @@ List *names_of_subject(const Certificate *certificate, NameKind kind, uint32_t *
 
 /// Takes the full name of a DistributionPoint.
 void take_point(Names &names, pki_Octets point) {
-  constexpr uint8_t name_in_point = tag::context | tag::constructed | 0;
-  constexpr uint8_t full_name = tag::context | tag::constructed | 0;
+  constexpr uint8_t name_in_point = tag::context | tag::constructed;  // [0]
+  constexpr uint8_t full_name = tag::context | tag::constructed;      // [0]
   constexpr uint8_t relative_name = tag::context | tag::constructed | 1;
   pki_Octets fields[3], name, content;
   if (!view(DistributionPointType, point, fields)) return names.refuse();
@@ -376,7 +376,7 @@ pki_Octets pki_authority_key_identifier(const Certificate *certificate) {
   pki_Octets value, fields[3], content;
   return find_value(certificate, asn1_Get_id_ce_authorityKeyIdentifier(), &value) &&
                  view(AuthorityKeyIdentifierType, value, fields) &&
-                 open(fields[0], tag::context | 0, &content)
+                 open(fields[0], tag::context, &content)
              ? content
              : pki_Octets();
 }
