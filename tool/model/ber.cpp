@@ -11,6 +11,7 @@ namespace tool::ber {
 namespace {
 
 constexpr uint8_t more_follows = 0x80;
+constexpr uint8_t low_bits = 0x7F;
 
 /// Reads the identifier octets. Moves `at` past them.
 void read_identifier(Octets rest, size_t &at, Header &header) {
@@ -28,7 +29,7 @@ void read_identifier(Octets rest, size_t &at, Header &header) {
       return;
     }
     const uint8_t octet = rest[at++];
-    header.number = header.number << 7 | (octet & ~more_follows);
+    header.number = header.number << 7 | (octet & low_bits);
     if (octet < more_follows) return;
   }
 }
@@ -46,13 +47,13 @@ void read_length(Octets rest, size_t &at, Header &header) {
   header.indefinite = first == more_follows;
   if (header.indefinite && !header.constructed())
     header.fault = "a primitive element of indefinite length";
-  for (size_t count = first & ~more_follows; count != 0; --count) {
+  for (size_t count = first & low_bits; count != 0; --count) {
     if (at == rest.size()) {
       header.fault = "the input ends inside the length octets";
       return;
     }
     if (header.length >> (8 * (sizeof header.length - 1)) != 0) {
-      header.fault = "a length of " + counted(first & 0x7F, "octet") + ", which no input has";
+      header.fault = "a length of " + counted(first & low_bits, "octet") + ", which no input has";
       return;
     }
     header.length = header.length << 8 | rest[at++];
@@ -65,8 +66,7 @@ bool is_text(Octets octets) {
 
 /// Whether a primitive universal content is one that the tag may have.
 bool fits(uint8_t number, Octets content) {
-  constexpr uint8_t boolean = 1, integer = 2, bits = 3, string = 4, null = 5, identifier = 6,
-                    enumerated = 10, first_text = 18, last_text = 28, utf8 = 12, bmp = 30;
+  using namespace universal;
   const auto sign_alone = [&] {
     return content.size() > 1 &&
            ((content[0] == 0 && content[1] < 0x80) || (content[0] == 0xFF && content[1] >= 0x80));
@@ -75,11 +75,12 @@ bool fits(uint8_t number, Octets content) {
   if (number == null) return content.empty();
   if (content.empty()) return false;
   if (number == integer || number == enumerated) return !sign_alone();
-  if (number == bits) return content[0] < 8;
-  if (number == string) return true;
-  if (number == identifier) return content[0] != 0x80 && content.back() < 0x80;
-  if (number == bmp) return content.size() % 2 == 0;
-  return (number == utf8 || (number >= first_text && number <= last_text)) && is_text(content);
+  if (number == bit_string) return content[0] < 8;
+  if (number == octet_string) return true;
+  if (number == object_identifier) return content[0] != 0x80 && content.back() < 0x80;
+  if (number == bmp_string) return content.size() % 2 == 0;
+  return (number == utf8_string || (number >= numeric_string && number <= universal_string)) &&
+         is_text(content);
 }
 
 }  // namespace
@@ -116,12 +117,11 @@ std::string tag_name(const Header &header) {
 }
 
 void Levels::open(const Level &inner) {
-  size_t number =
-      (top_.end - inner.end) << 2 | (top_.indefinite ? 1U : 0U) | (top_.string ? 2U : 0U);
+  size_t number = (top_.end - inner.end) << 1 | (top_.indefinite ? 1U : 0U);
   uint8_t mark = more_follows;
   // The last octet pushed is the first one read: it has the highest bits.
   do {
-    outer_.push_back(static_cast<uint8_t>((number & 0x7F) | mark));
+    outer_.push_back(static_cast<uint8_t>((number & low_bits) | mark));
     number >>= 7;
     mark = 0;
   } while (number != 0);
@@ -133,10 +133,10 @@ void Levels::close() {
   size_t number = 0;
   for (bool last = false; !last;) {
     last = (outer_.back() & more_follows) != 0;
-    number = number << 7 | (outer_.back() & 0x7F);
+    number = number << 7 | (outer_.back() & low_bits);
     outer_.pop_back();
   }
-  top_ = {top_.end + (number >> 2), (number & 1) != 0, (number & 2) != 0};
+  top_ = {top_.end + (number >> 1), (number & 1) != 0};
   --depth_;
 }
 
@@ -156,7 +156,7 @@ std::optional<size_t> element_size(Octets rest) {
       if (!header.constructed())
         at += header.length;
       else
-        levels.open({header.indefinite ? level.end : at + header.length, header.indefinite, false});
+        levels.open({header.indefinite ? level.end : at + header.length, header.indefinite});
     }
     while (levels.depth() != 0 && !levels.top().indefinite && at == levels.top().end)
       levels.close();
@@ -168,12 +168,22 @@ bool is_element(Octets content) {
   if (content.size() < 2) return false;
   const Header header = read_header(content);
   if (!header.fault.empty()) return false;
-  constexpr uint8_t sequence = 16, set = 17;
   const uint8_t number = header.universal_number();
-  if (header.constructed() ? header.universal() && number != sequence && number != set
-                           : !fits(number, content.subspan(header.size, header.length)))
+  if (header.constructed()
+          ? header.is_universal() && number != universal::sequence && number != universal::set
+          : !fits(number, content.subspan(header.size, header.length)))
     return false;
   return element_size(content) == content.size();
+}
+
+Owned<AlgId> record_of(Octets identifier) {
+  constexpr size_t longest = 64;
+  Owned<AlgId> none(nullptr, pki_AlgId_free);
+  if (identifier.empty() || identifier.size() > longest) return none;
+  const auto size = static_cast<uint8_t>(identifier.size());
+  Bytes element{tag::sequence, static_cast<uint8_t>(size + 2), 6, size};
+  element.insert(element.end(), identifier.begin(), identifier.end());
+  return decoded(pki_AlgId_d, pki_AlgId_free, element);
 }
 
 }  // namespace tool::ber

@@ -34,6 +34,10 @@ struct OutlineLine {
 
   /// Returns the content octets, as many as there are.
   Octets content() const { return octets.subspan(header.size); }
+
+  /// Returns the universal tag that says how the content is read: its own, or that of its type
+  /// under an implicit tag; 0 where it is not known.
+  uint8_t meant() const;
 };
 
 /// What is wrong with an input, and where.
@@ -49,24 +53,6 @@ struct OutlineFault {
 /// @return the first fault.
 std::optional<OutlineFault> outline(Octets octets, const pki_Type *type, bool list,
                                     const std::function<bool(const OutlineLine &)> &tell);
-
-/// How the lines of an outline are written.
-struct OutlineStyle {
-  bool colour = false;  ///< escape sequences for a terminal
-  bool oids = false;    ///< the dotted form after each name
-  bool full = false;    ///< long values and dumps to their end
-  bool hex = false;     ///< a dump of the octets below each line
-};
-
-/// Returns the text of a line: offset, lengths of header and content, and, further to the right
-/// with each level, the field, the type and a short value. Ends with a newline. `octets` is the
-/// size of the input, which says how wide the columns are.
-std::string outline_text(const OutlineLine &line, size_t octets, const OutlineStyle &style);
-
-/// Returns the lines of an outline for a page, without newlines, at most about `most`; the last one
-/// then says that there are more. Nothing is known of the octets where `type` is null.
-std::vector<std::string> outline_lines(Octets octets, const pki_Type *type, bool list,
-                                       const OutlineStyle &style, size_t most);
 
 }  // namespace tool
 
