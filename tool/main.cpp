@@ -7,6 +7,7 @@
 #include <exception>
 
 #include "commands/commands.h"
+#include "model/outline_path.h"
 #include "system/output.h"
 #include "text/characters.h"
 
@@ -20,6 +21,7 @@ constexpr const char *overview = R"(Examples:
   orvelasn1 show server.pem                what is in a certificate, a CRL, a request ...
   orvelasn1 show --short /etc/ssl/certs/*  a few lines for each
   orvelasn1 show --json chain.pem | jq .   one JSON object a line
+  orvelasn1 tree server.pem                the outline of its octets
   orvelasn1 trace server.der               how the decoder reads it
   orvelasn1 recode --fresh server.der      whether it comes back octet by octet
   orvelasn1 name '/c=DE/cn(12)=Example'    the octets of a name
@@ -42,6 +44,19 @@ constexpr const char *show_examples = R"(Examples:
 
 The members of the JSON objects have the names of the library's fields; those of
 certificates are described in certificate.schema.json.)";
+
+constexpr const char *tree_examples = R"(Examples:
+  orvelasn1 tree server.pem                   where each field stands, and what it holds
+  orvelasn1 tree --hex broken.der             with the octets, up to the fault and past it
+  orvelasn1 tree --type any data.der          without names from a type
+  orvelasn1 tree --path 'tbsCertificate.extensions[subjectAltName]' server.pem
+  orvelasn1 tree --path tbsCertificate.subjectPublicKeyInfo --extract server.pem >key.der
+  orvelasn1 tree --path 'tbsCertificate.extensions[2].extnValue' --content server.pem |
+    orvelasn1 tree --type general-names
+
+A path has the names of fields, and in brackets the numbers of elements or the identifiers that
+they begin with; messages about faults have such paths, too. Each line has the offset in the
+element, the octets of its header and of its content, the field, the type and a value.)";
 
 constexpr const char *trace_examples = R"(Examples:
   orvelasn1 trace server.der
@@ -95,6 +110,7 @@ class CommandLine {
       return std::string("orvelasn1: ") + error.what() + "\nTry \"orvelasn1 --help\".\n";
     });
     add_show();
+    add_tree();
     add_trace();
     add_recode();
     add_name();
@@ -131,6 +147,13 @@ class CommandLine {
         });
   }
 
+  void add_colour(CLI::App *command) {
+    command->add_option("--color", colour_, "Colours: auto, always or never")
+        ->type_name("WHEN")
+        ->check(CLI::IsMember({"auto", "always", "never"}))
+        ->capture_default_str();
+  }
+
   void add_show() {
     CLI::App *const command = add("show", "Print what elements hold", show_examples);
     command->add_option("FILE", show_.files, "PEM or DER; standard input without one, or for -");
@@ -146,10 +169,7 @@ class CommandLine {
         ->check([](const std::string &text) {
           return tool::seconds_of(text) ? "" : "expected 2030-01-31 or 2030-01-31T12:00:00Z";
         });
-    command->add_option("--color", colour_, "Colours: auto, always or never")
-        ->type_name("WHEN")
-        ->check(CLI::IsMember({"auto", "always", "never"}))
-        ->capture_default_str();
+    add_colour(command);
     add_type(command);
     command->callback([this] {
       using Form = tool::ShowRequest::Form;
@@ -158,6 +178,33 @@ class CommandLine {
       show_.view.colour = colour_wanted(colour_);
       show_.view.moment = moment_.empty() ? tool::now() : *tool::seconds_of(moment_);
       command_ = [this] { return tool::show(show_); };
+    });
+  }
+
+  void add_tree() {
+    CLI::App *const command = add("tree", "Print the outline of any DER or BER", tree_examples);
+    command->add_option("FILE", tree_.files, "PEM or DER; standard input without one, or for -");
+    command
+        ->add_option("--path", tree_.path, "One place, such as tbsCertificate.extensions[keyUsage]")
+        ->type_name("PATH")
+        ->check([](const std::string &path) {
+          return tool::OutlinePath::parse(path)
+                     ? ""
+                     : "expected names with dots between them, and numbers or identifiers in "
+                       "brackets, such as tbsCertificate.extensions[keyUsage].extnValue[0]";
+        });
+    command->add_flag("--extract", tree_.extract,
+                      "The octets of the place, in place of its outline");
+    command->add_flag("--content", tree_.content, "The same without identifier and length octets");
+    command->add_flag("--hex", tree_.style.hex, "A dump of the octets below each line");
+    command->add_flag("--oids", tree_.style.oids, "The dotted identifier beside each name");
+    command->add_flag("--full", tree_.style.full, "Long values and dumps to their end");
+    add_colour(command);
+    add_type(command);
+    command->callback([this] {
+      tree_.type = tool::type_named(type_);
+      tree_.style.colour = colour_wanted(colour_);
+      command_ = [this] { return tool::tree(tree_); };
     });
   }
 
@@ -231,6 +278,7 @@ class CommandLine {
   bool brief_ = false;
   bool json_ = false;
   tool::ShowRequest show_;
+  tool::TreeRequest tree_;
   std::vector<std::string> files_;
   tool::RecodeRequest recode_;
   std::string name_text_;

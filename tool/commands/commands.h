@@ -2,6 +2,7 @@
 #ifndef ORVELASN1_TOOL_COMMANDS_COMMANDS_H
 #define ORVELASN1_TOOL_COMMANDS_COMMANDS_H
 
+#include "model/outline_text.h"
 #include "model/view.h"
 #include "records/type.h"
 
@@ -20,6 +21,18 @@ bool show(const ShowRequest &request);
 
 /// Prints what the library traces while it decodes each element.
 bool trace(const std::vector<std::string> &files, const Type *type);
+
+struct TreeRequest {
+  std::vector<std::string> files;
+  const Type *type = nullptr;
+  std::string path;      ///< of the one place to show; empty for all
+  bool extract = false;  ///< its octets in place of its outline
+  bool content = false;  ///< its content octets
+  OutlineStyle style;
+};
+
+/// Prints the outline of each element, or of one place in it, or writes the octets of that place.
+bool tree(const TreeRequest &request);
 
 struct RecodeRequest {
   std::string file = "-";

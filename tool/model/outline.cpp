@@ -1,0 +1,305 @@
+#include "model/outline.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tool {
+
+namespace {
+
+using Kind = OutlineLine::Kind;
+
+using namespace ber::universal;
+
+/// Whether one path leads to the other.
+bool on_one_way(std::string_view a, std::string_view b) {
+  if (a.size() > b.size()) std::swap(a, b);
+  return b.starts_with(a) &&
+         (a.empty() || a.size() == b.size() || b[a.size()] == '.' || b[a.size()] == '[');
+}
+
+/// What the types find wrong, each at a place that the outline comes to later.
+class Faults {
+ public:
+  struct Fault {
+    size_t offset;
+    std::string path;
+    std::string sentence;
+
+    std::string text() const { return path.empty() ? sentence : path + ": " + sentence; }
+  };
+
+  /// Holds the octets of an input from `at` to `end` against a type. `whole` where they must be one
+  /// value.
+  void expect(const pki_Type *type, Octets input, size_t at, size_t end, const std::string &path,
+              bool whole) {
+    pki_Fault found;
+    const uint8_t *const start = input.data() + at;
+    const bool wrong = pki_explain(type, start, input.data() + end, &found) != 0;
+    if (wrong)
+      add(at + found.offset, path, found.path, found.sentence);
+    else if (at == end)
+      add(at, path, "", "expected a value, but the enclosing element ends");
+    else if (whole && found.offset < end - at)
+      add(at + found.offset, path, "",
+          "expected the end, found " +
+              ber::tag_name(ber::read_header(input.subspan(at + found.offset))));
+  }
+
+  bool empty() const { return waiting_.empty(); }
+
+  /// Takes the first fault that the test is true of.
+  template <class Test>
+  std::optional<Fault> take(Test test) {
+    const auto found = std::ranges::find_if(waiting_, test);
+    if (found == waiting_.end()) return std::nullopt;
+    std::optional<Fault> taken(std::move(*found));
+    waiting_.erase(found);
+    return taken;
+  }
+
+ private:
+  void add(size_t offset, const std::string &around, std::string_view inside,
+           std::string sentence) {
+    std::string path = around;
+    if (!path.empty() && !inside.empty() && inside[0] != '[') path += '.';
+    path += inside;
+    waiting_.push_back({offset, std::move(path), std::move(sentence)});
+  }
+
+  std::vector<Fault>
+      waiting_;  // one for each value that begins in another, and some depth of these
+};
+
+/// The walk over the elements of an input.
+class Walk {
+ public:
+  Walk(Octets input, const pki_Type *type, bool list,
+       const std::function<bool(const OutlineLine &)> &tell)
+      : input_(input), grammar_(type, list), levels_(input.size()), tell_(tell) {}
+
+  std::optional<OutlineFault> run() {
+    while (goes_on_ && at_ < input_.size()) {
+      step();
+      close_levels();
+    }
+    close_levels();
+    tell_faults([](const Faults::Fault &) { return true; });
+    return first_;
+  }
+
+ private:
+  Octets left() const { return input_.subspan(at_, levels_.top().end - at_); }
+
+  void tell(const OutlineLine &line) {
+    if (goes_on_) goes_on_ = tell_(line);
+  }
+
+  void tell_fault(size_t offset, std::string text, size_t depth) {
+    if (!first_) first_ = OutlineFault{offset, text};
+    OutlineLine line;
+    line.kind = Kind::fault;
+    line.offset = offset;
+    line.depth = depth;
+    line.text = std::move(text);
+    tell(line);
+  }
+
+  /// Tells what no type was there to find wrong, or not in time.
+  void tell_own_fault(std::string why) {
+    tell_fault(at_, Faults::Fault{at_, grammar_.path(), std::move(why)}.text(), levels_.depth());
+  }
+
+  /// Tells the faults that the test is true of. Returns whether there was one.
+  template <class Test>
+  bool tell_faults(Test test) {
+    bool told = false;
+    while (!faults_.empty()) {
+      const auto fault = faults_.take(test);
+      if (!fault) break;
+      tell_fault(fault->offset, fault->text(), levels_.depth());
+      told = true;
+    }
+    return told;
+  }
+
+  /// Reads the next element, or what is in its place.
+  void step() {
+    OutlineLine line;
+    line.offset = at_;
+    line.depth = levels_.depth();
+    line.header = ber::read_header(left());
+    if (line.header.size == 0) return give_up(line.header.fault);
+    line.octets = left();
+    if (!line.header.indefinite && !line.header.overlong)
+      line.octets = line.octets.first(line.header.size + line.header.length);
+    line.same_path = std::exchange(same_path_, false);
+    const size_t level = levels_.depth();
+    line.place = grammar_.next(level, line.header.identifier);
+    if (line.place.list && line.header.identifier != tag::sequence)
+      tell_own_fault("expected SEQUENCE, found " + ber::tag_name(line.header));
+    if (line.place.begins)
+      faults_.expect(line.place.type, input_, at_, levels_.top().end, grammar_.path(line.place),
+                     line.place.fills);
+    descend(line);
+  }
+
+  /// Tells an element, and goes into it or past it.
+  void descend(OutlineLine &line) {
+    const size_t start = at_ + line.header.size;
+    const size_t end = line.header.indefinite ? levels_.top().end : at_ + line.octets.size();
+    const Octets content = line.content();
+    const Octets inside = line.header.constructed() ? Octets() : string_content(line);
+    line.holds = !line.header.overlong &&
+                 (line.place.content != nullptr || (may_hold(line) && ber::is_element(inside)));
+    if (!faults_.empty())
+      tell_faults([&](const Faults::Fault &fault) { return fault.offset < at_; });
+    tell(line);
+    const bool told = !faults_.empty() && tell_faults([&](const Faults::Fault &fault) {
+      return is_of(fault, line, start, end);
+    });
+    if (line.header.overlong && end != cut_) {
+      if (!told) tell_own_fault(line.header.fault);
+      cut_ = end;
+    }
+    if (line.header.identifier == 0 && !told) tell_own_fault("a tag of 0, which no element has");
+    if (line.header.identifier == object_identifier)
+      grammar_.note_identifier(levels_.depth(), content);
+    if (line.header.constructed()) {
+      at_ = start;
+      same_path_ = line.place.wraps;
+      levels_.open({end, line.header.indefinite});
+      grammar_.open(levels_.depth(), line.place);
+    } else if (line.holds) {
+      at_ = end - inside.size();
+      if (inside.empty())
+        faults_.expect(line.place.content, input_, at_, end, grammar_.path(line.place), true);
+      same_path_ = true;
+      levels_.open({end, false});
+      grammar_.open_string(levels_.depth(), line.place);
+    } else if (line.header.overlong) {
+      at_ = start;
+      tell_rest();
+    } else {
+      at_ = end;
+    }
+  }
+
+  /// Whether a fault belongs to an element from `at_` to `end`, whose content begins at `start`.
+  bool is_of(const Faults::Fault &fault, const OutlineLine &line, size_t start, size_t end) const {
+    const size_t place = fault.offset;
+    if (place < at_) return false;
+    if (place == at_) return on_one_way(fault.path, grammar_.path(line.place));
+    if (place < start) return true;
+    if (line.header.constructed() || line.holds) return false;
+    return place < end || (place == end && start == end && fault.path == grammar_.path(line.place));
+  }
+
+  /// Returns the octets of a string, without the count of unused bits; nothing where some are.
+  static Octets string_content(const OutlineLine &line) {
+    const Octets content = line.content();
+    if (line.meant() != bit_string) return content;
+    return content.empty() || content[0] != 0 ? Octets() : content.subspan(1);
+  }
+
+  /// Whether the element is a string that may hold another.
+  static bool may_hold(const OutlineLine &line) {
+    const pki_Type *const type = line.place.type;
+    return !line.header.constructed() &&
+           (line.meant() == octet_string || line.meant() == bit_string) &&
+           (type == nullptr || pki_Type_kind(type) != PKI_TLS_LIST);
+  }
+
+  /// Closes the levels that end here.
+  void close_levels() {
+    while (goes_on_ && levels_.depth() != 0) {
+      const ber::Levels::Level &level = levels_.top();
+      const bool at_end = at_ == level.end;
+      if (level.indefinite && !at_end && ber::ends_contents(left()))
+        tell_end_of_contents();
+      else if (!at_end)
+        return;
+      else if (level.indefinite && at_ != cut_)
+        missing_end();
+      close_level();
+    }
+  }
+
+  void tell_end_of_contents() {
+    OutlineLine line;
+    line.kind = Kind::end_of_contents;
+    line.offset = at_;
+    line.depth = levels_.depth();
+    line.header.size = 2;
+    line.octets = left().first(2);
+    tell(line);
+    at_ += 2;
+  }
+
+  void missing_end() {
+    cut_ = at_;
+    if (!tell_faults_here()) tell_own_fault("expected the end-of-contents");
+  }
+
+  void close_level() {
+    if (!faults_.empty()) tell_faults_here();
+    grammar_.close(levels_.depth());
+    levels_.close();
+  }
+
+  /// Tells the faults at the end of the innermost level.
+  bool tell_faults_here() {
+    if (!grammar_.knows(levels_.depth())) return false;
+    return tell_faults([&](const Faults::Fault &fault) {
+      return fault.offset == at_ && fault.path.starts_with(grammar_.path()) &&
+             on_one_way(fault.path, grammar_.path());
+    });
+  }
+
+  /// Tells why there is no element here, and what is left of the innermost element.
+  void give_up(const std::string &why) {
+    const bool told = tell_faults([&](const Faults::Fault &fault) { return fault.offset <= at_; });
+    if (!told && levels_.top().end != cut_) tell_own_fault(why);
+    tell_rest();
+  }
+
+  void tell_rest() {
+    cut_ = levels_.top().end;
+    OutlineLine line;
+    line.kind = Kind::rest;
+    line.offset = at_;
+    line.depth = levels_.depth();
+    line.octets = left();
+    if (!line.octets.empty()) tell(line);
+    at_ = cut_;
+    // What is wrong in there was told.
+    while (!faults_.empty() && faults_.take([&](const Faults::Fault &f) { return f.offset < at_; }))
+      continue;
+  }
+
+  const Octets input_;
+  Grammar grammar_;
+  ber::Levels levels_;
+  const std::function<bool(const OutlineLine &)> &tell_;
+  Faults faults_;
+  std::optional<OutlineFault> first_;
+  size_t at_ = 0;
+  size_t cut_ = SIZE_MAX;  ///< the end of the octets that something in front of it left too few
+  bool same_path_ = true;  ///< of the next element
+  bool goes_on_ = true;
+};
+
+}  // namespace
+
+uint8_t OutlineLine::meant() const {
+  if (header.is_universal() || place.type == nullptr || place.wraps || place.list)
+    return header.universal_number();
+  return pki_Type_identifier(place.type) & ber::number_bits;
+}
+
+std::optional<OutlineFault> outline(Octets octets, const pki_Type *type, bool list,
+                                    const std::function<bool(const OutlineLine &)> &tell) {
+  return Walk(octets, type, list, tell).run();
+}
+
+}  // namespace tool
