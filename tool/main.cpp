@@ -27,6 +27,7 @@ constexpr const char *overview = R"(Examples:
   orvelasn1 oid 2.5.29.15                  what an identifier is
   orvelasn1 types                          what "show" and the like can read
   orvelasn1 crl ca.crl --serial 0A1B       is it revoked?
+  orvelasn1 key server.pem server.key      do they belong together?
 
 Inputs are PEM or DER, with one element or many. What an element is, its PEM label or its
 structure tells, or you do, with --type. Without a file, or for the file "-", standard
@@ -92,6 +93,17 @@ The status is that of grep: 0 where a certificate is revoked, 1 where none is, a
 is not known: what is asked for or the CRL cannot be read to its end, or is of another issuer,
 or lists only what has changed. Without a question it is 0, or 2.)";
 
+constexpr const char *key_examples = R"(Examples:
+  orvelasn1 key server.pem server.key && echo "they belong together"
+  orvelasn1 key /etc/ssl/private/* /etc/ssl/certs/*    what belongs to what?
+  orvelasn1 key --json server.pem | jq -r '.pins[]'    the pin, as curl --pinnedpubkey has it
+
+Certificates, requests and keys are sorted by their public key. That of a private key is
+computed where the key does not hold it. A pin is the SHA-256 digest of a SubjectPublicKeyInfo.
+
+The status is 0 where all have one key, 1 where there are several, and 2 where that is not
+known: an element cannot be read, has no key or an encrypted one.)";
+
 bool colour_wanted(const std::string &when) {
   if (when != "auto") return when == "always";
   const char *const no_color = std::getenv("NO_COLOR");
@@ -117,6 +129,7 @@ class CommandLine {
     add_oid();
     add_types();
     add_crl();
+    add_key();
   }
 
   /// Returns the status of the tool.
@@ -288,6 +301,18 @@ class CommandLine {
     });
   }
 
+  void add_key() {
+    CLI::App *const command =
+        add("key", "Say which certificates, requests and keys belong together", key_examples);
+    command->add_option("FILE", key_.files, "PEM or DER; standard input without one, or for -");
+    command->add_flag("--json", key_.json, "One JSON object a line, for each key");
+    add_colour(command);
+    command->callback([this] {
+      fill(key_.view);
+      question_ = [this] { return tool::key(key_); };
+    });
+  }
+
   CLI::App app_{"Shows, traces and writes back ASN.1 structures of public-key infrastructures",
                 "orvelasn1"};
   std::function<bool()> command_;
@@ -306,6 +331,7 @@ class CommandLine {
   std::vector<std::string> oids_;
   bool list_ = false;
   tool::CrlRequest crl_;
+  tool::KeyRequest key_;
 };
 
 }  // namespace

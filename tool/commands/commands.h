@@ -63,6 +63,15 @@ struct CrlRequest {
 /// where there is none. Without serial numbers, sums up each CRL.
 Answer crl(const CrlRequest &request);
 
+struct KeyRequest {
+  std::vector<std::string> files;
+  bool json = false;
+  View view;
+};
+
+/// Sorts what has a key by its public key: "yes" where all have one.
+Answer key(const KeyRequest &request);
+
 }  // namespace tool
 
 #endif
