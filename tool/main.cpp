@@ -10,6 +10,7 @@
 #include "model/outline_path.h"
 #include "system/output.h"
 #include "text/characters.h"
+#include "text/serials.h"
 
 namespace {
 
@@ -27,6 +28,8 @@ constexpr const char *overview = R"(Examples:
   orvelasn1 name '/c=DE/cn(12)=Example'    the octets of a name
   orvelasn1 oid 2.5.29.15                  what an identifier is
   orvelasn1 types                          what "show" and the like can read
+  orvelasn1 crl ca.crl --serial 0A1B       is it revoked?
+  orvelasn1 key server.pem server.key      do they belong together?
 
 Inputs are PEM or DER, with one element or many. What an element is, its PEM label or its
 structure tells, or you do, with --type. Without a file, or for the file "-", standard
@@ -91,6 +94,31 @@ constexpr const char *oid_examples = R"(Examples:
   orvelasn1 oid commonName keyUsage   from the names that "show" prints
   orvelasn1 oid --list | sort -k 2    the whole registry)";
 
+constexpr const char *crl_examples = R"(Examples:
+  orvelasn1 crl ca.crl                            a summary
+  orvelasn1 crl ca.crl --serial 0A:1B             revoked? when? why?
+  orvelasn1 crl ca.crl --serial dec:2587          the same in decimal digits
+  orvelasn1 crl ca.crl --certificate server.pem   by the certificate
+  orvelasn1 crl --json ca.crl | jq .reasons
+
+A serial number is hexadecimal, as 0A1B, 0a:1b or 0x0A1B, or decimal after "dec:". A
+certificate is asked for only where the CRL is of its issuer.
+
+The status is that of grep: 0 where a certificate is revoked, 1 where none is, and 2 where that
+is not known: what is asked for or the CRL cannot be read to its end, or is of another issuer,
+or lists only what has changed. Without a question it is 0, or 2.)";
+
+constexpr const char *key_examples = R"(Examples:
+  orvelasn1 key server.pem server.key && echo "they belong together"
+  orvelasn1 key /etc/ssl/private/* /etc/ssl/certs/*    what belongs to what?
+  orvelasn1 key --json server.pem | jq -r '.pins[]'    the pin, as curl --pinnedpubkey has it
+
+Certificates, requests and keys are sorted by their public key. That of a private key is
+computed where the key does not hold it. A pin is the SHA-256 digest of a SubjectPublicKeyInfo.
+
+The status is 0 where all have one key, 1 where there are several, and 2 where that is not
+known: an element cannot be read, has no key or an encrypted one.)";
+
 bool colour_wanted(const std::string &when) {
   if (when != "auto") return when == "always";
   const char *const no_color = std::getenv("NO_COLOR");
@@ -116,6 +144,8 @@ class CommandLine {
     add_name();
     add_oid();
     add_types();
+    add_crl();
+    add_key();
   }
 
   /// Returns the status of the tool.
@@ -125,10 +155,21 @@ class CommandLine {
     } catch (const CLI::ParseError &error) {
       return app_.exit(error) == 0 ? status_good : status_wrong_usage;
     }
+    if (question_) return ask();
     return command_() ? status_good : status_bad_input;
   }
 
  private:
+  /// Returns the answer as a status: what ends a question is no answer.
+  int ask() {
+    try {
+      return static_cast<int>(question_());
+    } catch (const std::exception &error) {
+      tool::complain(tool::printable(std::string_view(error.what())));
+      return static_cast<int>(tool::Answer::unknown);
+    }
+  }
+
   CLI::App *add(const std::string &name, const std::string &purpose, const char *examples) {
     CLI::App *const command = app_.add_subcommand(name, purpose);
     command->footer(examples);
@@ -147,13 +188,6 @@ class CommandLine {
         });
   }
 
-  void add_colour(CLI::App *command) {
-    command->add_option("--color", colour_, "Colours: auto, always or never")
-        ->type_name("WHEN")
-        ->check(CLI::IsMember({"auto", "always", "never"}))
-        ->capture_default_str();
-  }
-
   void add_show() {
     CLI::App *const command = add("show", "Print what elements hold", show_examples);
     command->add_option("FILE", show_.files, "PEM or DER; standard input without one, or for -");
@@ -163,20 +197,14 @@ class CommandLine {
     command->add_flag("--oids", show_.view.oids, "The dotted identifier beside each name");
     command->add_flag("--full", show_.view.full,
                       "Long values in full, such as keys and signatures");
-    command
-        ->add_option("--at", moment_, "The moment for which validity is judged, such as 2030-01-31")
-        ->type_name("TIME")
-        ->check([](const std::string &text) {
-          return tool::seconds_of(text) ? "" : "expected 2030-01-31 or 2030-01-31T12:00:00Z";
-        });
+    add_moment(command);
     add_colour(command);
     add_type(command);
     command->callback([this] {
       using Form = tool::ShowRequest::Form;
       show_.form = json_ ? Form::json : brief_ ? Form::brief : Form::page;
       show_.type = tool::type_named(type_);
-      show_.view.colour = colour_wanted(colour_);
-      show_.view.moment = moment_.empty() ? tool::now() : *tool::seconds_of(moment_);
+      fill(show_.view);
       command_ = [this] { return tool::show(show_); };
     });
   }
@@ -269,9 +297,69 @@ class CommandLine {
     command->callback([this] { command_ = tool::list_types; });
   }
 
+  void add_colour(CLI::App *command) {
+    command->add_option("--color", colour_, "Colours: auto, always or never")
+        ->type_name("WHEN")
+        ->check(CLI::IsMember({"auto", "always", "never"}))
+        ->capture_default_str();
+  }
+
+  void add_moment(CLI::App *command) {
+    command
+        ->add_option("--at", moment_, "The moment for which validity is judged, such as 2030-01-31")
+        ->type_name("TIME")
+        ->check([](const std::string &text) {
+          return tool::seconds_of(text) ? "" : "expected 2030-01-31 or 2030-01-31T12:00:00Z";
+        });
+  }
+
+  void fill(tool::View &view) const {
+    view.colour = colour_wanted(colour_);
+    view.moment = moment_.empty() ? tool::now() : *tool::seconds_of(moment_);
+  }
+
+  void add_crl() {
+    CLI::App *const command =
+        add("crl", "Say whether certificates are revoked, or sum up a CRL", crl_examples);
+    command->add_option("FILE", crl_.file, "PEM or DER; standard input without one, or for -");
+    command
+        ->add_option("--serial", crl_.serials,
+                     "The serial number of a certificate; may be repeated")
+        ->type_name("HEX")
+        ->allow_extra_args(false)
+        ->check([](const std::string &text) {
+          return tool::serial_of(text) ? "" : "expected 0A1B, 0a:1b, 0x0A1B or dec:2587";
+        });
+    command
+        ->add_option("--certificate", crl_.certificates,
+                     "A file whose certificates are asked for; may be repeated")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+    command->add_flag("--json", crl_.json, "One JSON object a line");
+    add_moment(command);
+    add_colour(command);
+    command->callback([this] {
+      fill(crl_.view);
+      question_ = [this] { return tool::crl(crl_); };
+    });
+  }
+
+  void add_key() {
+    CLI::App *const command =
+        add("key", "Say which certificates, requests and keys belong together", key_examples);
+    command->add_option("FILE", key_.files, "PEM or DER; standard input without one, or for -");
+    command->add_flag("--json", key_.json, "One JSON object a line, for each key");
+    add_colour(command);
+    command->callback([this] {
+      fill(key_.view);
+      question_ = [this] { return tool::key(key_); };
+    });
+  }
+
   CLI::App app_{"Shows, traces and writes back ASN.1 structures of public-key infrastructures",
                 "orvelasn1"};
   std::function<bool()> command_;
+  std::function<tool::Answer()> question_;  ///< what is run in place of a command
   std::string type_;
   std::string colour_ = "auto";
   std::string moment_;
@@ -286,6 +374,8 @@ class CommandLine {
   std::string name_output_;
   std::vector<std::string> oids_;
   bool list_ = false;
+  tool::CrlRequest crl_;
+  tool::KeyRequest key_;
 };
 
 }  // namespace
