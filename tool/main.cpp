@@ -18,7 +18,7 @@ constexpr int status_bad_input = 1;
 constexpr int status_wrong_usage = 2;
 
 constexpr const char *overview = R"(Examples:
-  orvelasn1 show server.pem                what is in a certificate, a CRL, a request ...
+  orvelasn1 server.pem                     what is in a certificate, a CRL, a request ...
   orvelasn1 show --short /etc/ssl/certs/*  a few lines for each
   orvelasn1 show --json chain.pem | jq .   one JSON object a line
   orvelasn1 trace server.der               how the decoder reads it
@@ -29,8 +29,9 @@ constexpr const char *overview = R"(Examples:
 
 Inputs are PEM, DER, or a text with either in base64, such as JSON or XML, with one
 element or many. What an element is, its PEM label or its structure tells, or you do,
-with --type. Without a file, or for the file "-", standard input is read. The status is 0 when all is well, 1 for bad input, and 2 for
-wrong usage. "orvelasn1 COMMAND --help" tells more about a command.)";
+with --type. Without a file, or for the file "-", standard input is read. A file without
+a command is shown. The status is 0 when all is well, 1 for bad input, and 2 for wrong
+usage. "orvelasn1 COMMAND --help" tells more about a command.)";
 
 constexpr const char *show_examples = R"(Examples:
   orvelasn1 show server.pem                    a page for each element
@@ -85,6 +86,11 @@ bool colour_wanted(const std::string &when) {
          (terminal == nullptr || std::string_view(terminal) != "dumb");
 }
 
+/// Whether a word that is no command is meant as a file to show.
+bool looks_like_file(const std::string &word) {
+  return word == "-" || word.find_first_of("/.") != word.npos || access(word.c_str(), F_OK) == 0;
+}
+
 /// Says what is wrong with the first option of a command that it does not have. Returns an empty
 /// text where there is no such option.
 std::string unknown_option(const CLI::App *app) {
@@ -136,7 +142,11 @@ class CommandLine {
   /// Returns the status of the tool.
   int run(int argc, char **argv) {
     std::vector<std::string> words(argv + 1, argv + argc);
-    if (!words.empty() && !words[0].starts_with("-") && !is_command(words[0])) {
+    const bool names_command =
+        words.empty() || is_command(words[0]) || (words[0].starts_with("-") && words[0] != "-");
+    if (!names_command && looks_like_file(words[0])) {
+      words.insert(words.begin(), "show");
+    } else if (!names_command) {
       tool::complain(no_command(words[0]));
       return status_wrong_usage;
     }
@@ -162,8 +172,8 @@ class CommandLine {
     return std::ranges::find(names, word) != names.end();
   }
   std::string no_command(const std::string &word) const {
-    return tool::in_quotes(word) + " is no command" + tool::did_you_mean(word, commands()) +
-           " (\"orvelasn1 --help\" lists them all)";
+    return tool::in_quotes(word) + " is no command and no file" +
+           tool::did_you_mean(word, commands()) + " (\"orvelasn1 --help\" lists them all)";
   }
 
   CLI::App *add(const std::string &name, const std::string &purpose, const char *examples) {

@@ -295,8 +295,10 @@ TEST_F(InputForms, TakesAnElementForWhatItIs) {
 TEST_F(InputForms, AsksWhetherAnotherWordWasMeant) {
   const std::vector<std::pair<std::vector<std::string>, std::string>> rows{
       {{"shwo"},
-       "\"shwo\" is no command; did you mean \"show\"? (\"orvelasn1 --help\" lists them all)\n"},
-      {{"frobnicate"}, "\"frobnicate\" is no command (\"orvelasn1 --help\" lists them all)\n"},
+       "\"shwo\" is no command and no file; did you mean \"show\"? (\"orvelasn1 --help\" lists "
+       "them all)\n"},
+      {{"frobnicate"},
+       "\"frobnicate\" is no command and no file (\"orvelasn1 --help\" lists them all)\n"},
       {{"show", "--shrot"},
        "\"--shrot\" is no option of \"show\"; did you mean \"--short\"?\nTry \"orvelasn1 show "
        "--help\".\n"},
@@ -312,8 +314,10 @@ TEST_F(InputForms, AsksWhetherAnotherWordWasMeant) {
        "--type: no type has the name \"certifcate\"; did you mean \"certificate\"? (\"orvelasn1 "
        "types\" lists them all)\nTry \"orvelasn1 trace --help\".\n"},
       {{std::string(100, 's')},
-       "\"" + std::string(100, 's') + "\" is no command (\"orvelasn1 --help\" lists them all)\n"},
-      {{"\x1B[31m"}, "\"\\x1B[31m\" is no command (\"orvelasn1 --help\" lists them all)\n"},
+       "\"" + std::string(100, 's') +
+           "\" is no command and no file (\"orvelasn1 --help\" lists them all)\n"},
+      {{"\x1B[31m"},
+       "\"\\x1B[31m\" is no command and no file (\"orvelasn1 --help\" lists them all)\n"},
   };
   for (const auto &[words, expected] : rows) {
     const Outcome result = run(words);
@@ -321,6 +325,32 @@ TEST_F(InputForms, AsksWhetherAnotherWordWasMeant) {
     EXPECT_EQ("", result.out);
     EXPECT_EQ("orvelasn1: " + expected, result.err);
   }
+}
+
+TEST_F(InputForms, ShowsAFileWithoutACommand) {
+  const std::string path = file("c.pem", pem_);
+  const std::string shown = run({"show", "--at", "2030-01-01", path}).out;
+  EXPECT_TRUE(shown.starts_with("Certificate  " + path));
+  const Outcome result = run({path, "--at", "2030-01-01"});
+  EXPECT_EQ(0, result.status);
+  EXPECT_EQ(shown, result.out);
+  EXPECT_EQ(shown + shown, run({path, "--at=2030-01-01", path}).out);
+  EXPECT_EQ(json::parse(run({"-", "--json"}, pem_).out)["pem"], pem_);
+  const Outcome none = run({path + ".pem"});
+  EXPECT_EQ(1, none.status);
+  EXPECT_EQ("orvelasn1: " + path + ".pem: No such file or directory\n", none.err);
+}
+
+TEST_F(InputForms, TakesAFileWithThePlainestNameAndACommandFirst) {
+  file("plain", pem_);
+  file("types", pem_);
+  const auto in_folder = [this](const std::string &word) {
+    return run_program({"sh", "-c", "cd '" + path(".") + "' && '" ORVELASN1_TOOL_PATH "' " + word},
+                       "", {});
+  };
+  EXPECT_TRUE(in_folder("plain").out.starts_with("Certificate  plain: element 1"));
+  EXPECT_EQ(run({"types"}).out, in_folder("types").out);
+  EXPECT_TRUE(in_folder("./types").out.starts_with("Certificate  ./types: element 1"));
 }
 
 }  // namespace
