@@ -10,6 +10,7 @@
 #include "model/outline_path.h"
 #include "system/output.h"
 #include "text/characters.h"
+#include "text/nearest.h"
 #include "text/serials.h"
 
 namespace {
@@ -19,7 +20,7 @@ constexpr int status_bad_input = 1;
 constexpr int status_wrong_usage = 2;
 
 constexpr const char *overview = R"(Examples:
-  orvelasn1 show server.pem                what is in a certificate, a CRL, a request ...
+  orvelasn1 server.pem                     what is in a certificate, a CRL, a request ...
   orvelasn1 show --short /etc/ssl/certs/*  a few lines for each
   orvelasn1 show --json chain.pem | jq .   one JSON object a line
   orvelasn1 tree server.pem                the outline of its octets
@@ -31,10 +32,11 @@ constexpr const char *overview = R"(Examples:
   orvelasn1 crl ca.crl --serial 0A1B       is it revoked?
   orvelasn1 key server.pem server.key      do they belong together?
 
-Inputs are PEM or DER, with one element or many. What an element is, its PEM label or its
-structure tells, or you do, with --type. Without a file, or for the file "-", standard
-input is read. The status is 0 when all is well, 1 for bad input, and 2 for
-wrong usage. "orvelasn1 COMMAND --help" tells more about a command.)";
+Inputs are PEM, DER, or a text with either in base64, such as JSON or XML, with one
+element or many. What an element is, its PEM label or its structure tells, or you do,
+with --type. Without a file, or for the file "-", standard input is read. A file without
+a command is shown. The status is 0 when all is well, 1 for bad input, and 2 for wrong
+usage. "orvelasn1 COMMAND --help" tells more about a command.)";
 
 constexpr const char *show_examples = R"(Examples:
   orvelasn1 show server.pem                    a page for each element
@@ -127,6 +129,43 @@ bool colour_wanted(const std::string &when) {
          (terminal == nullptr || std::string_view(terminal) != "dumb");
 }
 
+/// Whether a word that is no command is meant as a file to show.
+bool looks_like_file(const std::string &word) {
+  return word == "-" || word.find_first_of("/.") != word.npos || access(word.c_str(), F_OK) == 0;
+}
+
+/// Says what is wrong with the first option of a command that it does not have. Returns an empty
+/// text where there is no such option.
+std::string unknown_option(const CLI::App *app) {
+  std::vector<const CLI::App *> parsed{app};
+  for (const CLI::App *const command : app->get_subcommands()) parsed.push_back(command);
+  for (const CLI::App *const command : parsed) {
+    std::vector<std::string> known;
+    for (const CLI::Option *const option : command->get_options())
+      for (const std::string &name : option->get_lnames()) known.push_back("--" + name);
+    for (const std::string &word : command->remaining())
+      if (word.starts_with("-"))
+        return tool::in_quotes(word) + " is no option of \"" + command->get_name() + "\"" +
+               tool::did_you_mean(word.substr(0, word.find('=')), known);
+  }
+  return {};
+}
+
+std::string failure_message(const CLI::App *app, const CLI::Error &error) {
+  const std::string option = unknown_option(app);
+  const auto commands = app->get_subcommands();
+  return "orvelasn1: " + (option.empty() ? error.what() : option) + "\nTry \"orvelasn1 " +
+         (commands.empty() ? "" : commands.front()->get_name() + " ") + "--help\".\n";
+}
+
+/// Says that no type has this name.
+std::string no_type(const std::string &name) {
+  std::vector<std::string> known;
+  for (const tool::Type &type : tool::types()) known.push_back(type.name);
+  return "no type has the name " + tool::in_quotes(name) + tool::did_you_mean(name, known) +
+         " (\"orvelasn1 types\" lists them all)";
+}
+
 /// The command line of the tool. Parsing it fills a request and picks the command to run.
 class CommandLine {
  public:
@@ -134,9 +173,7 @@ class CommandLine {
     app_.require_subcommand(1);
     app_.set_version_flag("--version", "orvelasn1 " ORVELASN1_VERSION);
     app_.footer(overview);
-    app_.failure_message([](const CLI::App *, const CLI::Error &error) {
-      return std::string("orvelasn1: ") + error.what() + "\nTry \"orvelasn1 --help\".\n";
-    });
+    app_.failure_message(failure_message);
     add_show();
     add_tree();
     add_trace();
@@ -150,8 +187,18 @@ class CommandLine {
 
   /// Returns the status of the tool.
   int run(int argc, char **argv) {
+    std::vector<std::string> words(argv + 1, argv + argc);
+    const bool names_command =
+        words.empty() || is_command(words[0]) || (words[0].starts_with("-") && words[0] != "-");
+    if (!names_command && looks_like_file(words[0])) {
+      words.insert(words.begin(), "show");
+    } else if (!names_command) {
+      tool::complain(no_command(words[0]));
+      return status_wrong_usage;
+    }
     try {
-      app_.parse(argc, argv);
+      std::ranges::reverse(words);  // as CLI11 takes them
+      app_.parse(std::move(words));
     } catch (const CLI::ParseError &error) {
       return app_.exit(error) == 0 ? status_good : status_wrong_usage;
     }
@@ -170,6 +217,22 @@ class CommandLine {
     }
   }
 
+  std::vector<std::string> commands() const {
+    std::vector<std::string> names;
+    for (const CLI::App *const command :
+         app_.get_subcommands([](const CLI::App *) { return true; }))
+      names.push_back(command->get_name());
+    return names;
+  }
+  bool is_command(const std::string &word) const {
+    const auto names = commands();
+    return std::ranges::find(names, word) != names.end();
+  }
+  std::string no_command(const std::string &word) const {
+    return tool::in_quotes(word) + " is no command and no file" +
+           tool::did_you_mean(word, commands()) + " (\"orvelasn1 --help\" lists them all)";
+  }
+
   CLI::App *add(const std::string &name, const std::string &purpose, const char *examples) {
     CLI::App *const command = app_.add_subcommand(name, purpose);
     command->footer(examples);
@@ -182,9 +245,7 @@ class CommandLine {
                      "What elements are taken for, whatever their label; \"types\" lists the names")
         ->type_name("NAME")
         ->check([](const std::string &name) {
-          return tool::type_named(name) != nullptr
-                     ? ""
-                     : "no type has this name; \"orvelasn1 types\" lists them all";
+          return tool::type_named(name) != nullptr ? "" : no_type(name);
         });
   }
 

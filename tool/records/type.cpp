@@ -18,8 +18,9 @@ bool is_list(const pki_Type *type) {
 
 // A new family is one line here and in type.h, and a file of its own.
 constexpr std::vector<Type> (*families[])() = {
-    certificate_types, crl_types,      request_types, ocsp_types,      key_types,
-    message_types,     exchange_types, card_types,    extension_types, universal_types};
+    certificate_types, crl_types,       request_types,       ocsp_types,
+    key_types,         message_types,   exchange_types,      card_types,
+    extension_types,   universal_types, elliptic_curve_types};
 
 /// Returns "rsa-public-key" for "RSAPublicKey".
 std::string hyphenated(std::string_view name) {

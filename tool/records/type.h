@@ -122,6 +122,7 @@ std::vector<Type> extension_types();
 std::vector<Type> request_types();
 std::vector<Type> ocsp_types();
 std::vector<Type> key_types();
+std::vector<Type> elliptic_curve_types();
 std::vector<Type> message_types();
 std::vector<Type> exchange_types();
 std::vector<Type> card_types();
