@@ -140,6 +140,7 @@ class CommandLine {
     command->add_flag("--oids", show_.view.oids, "The dotted identifier beside each name");
     command->add_flag("--full", show_.view.full,
                       "Long values in full, such as keys and signatures");
+    command->add_flag("--secrets", show_.view.secrets, "The secret octets of private keys");
     command
         ->add_option("--at", moment_, "The moment for which validity is judged, such as 2030-01-31")
         ->type_name("TIME")
