@@ -258,6 +258,7 @@ class CommandLine {
     command->add_flag("--oids", show_.view.oids, "The dotted identifier beside each name");
     command->add_flag("--full", show_.view.full,
                       "Long values in full, such as keys and signatures");
+    command->add_flag("--secrets", show_.view.secrets, "The secret octets of private keys");
     add_moment(command);
     add_colour(command);
     add_type(command);

@@ -27,14 +27,21 @@ Time time_in(const void *value, const pki_Type *type) {
 }
 
 /// Describes the alternative of a CHOICE, whose record is its number and a pointer.
-Node alternative(const pki_Type *type, const void *record, const View &view) {
+Node alternative(const pki_Type *type, const void *record, bool bare, const View &view) {
   pki_Field field;
   for (uint32_t i = 0; pki_Type_field(type, i, &field) != 0; ++i) {
-    const void *const value = pointer_at(record, sizeof(void *));
-    if (field.kind == *static_cast<const uint8_t *>(record) && value != nullptr)
-      return Description(view).field(field.name, describe(field.type, value, view)).node();
+    if (field.kind != *static_cast<const uint8_t *>(record)) continue;
+    const void *const value = pointer_at(record, field.offset);
+    if (value == nullptr && pki_Type_kind(field.type) != PKI_NULL) continue;
+    const Node chosen = describe(field.type, value, view);
+    Node node = Description(view).field(field.name, chosen).node();
+    return bare ? shown_as(std::move(node), chosen) : node;
   }
   return {};
+}
+
+bool is_name(const pki_Type *type) {
+  return std::string_view(pki_Type_name(type)) == "RDNSequence";
 }
 
 }  // namespace
@@ -69,10 +76,11 @@ Node describe(const pki_Type *type, const void *value, const View &view) {
     case PKI_SET_OF:
       return list_of(pki_Type_element(type), static_cast<const List *>(value), view);
     case PKI_CHOICE:
-      return alternative(type, value, view);
+      return alternative(type, value, row != nullptr && row->bare, view);
     case PKI_NAME:
       return name_text(static_cast<const Name *>(value), view);
     case PKI_NULL:
+      return text("present", true);
     case PKI_ATTRIBUTE_VALUE:
     case PKI_TYPED_CONTENT:
     case PKI_CARD_OBJECT:
@@ -94,10 +102,6 @@ Node list_of(const char *element, const List *list, const View &view) {
   return list == nullptr ? Node() : list_of(pki_Type_find(element), list, view);
 }
 
-Node describe(const char *type, const void *value, const View &view) {
-  return describe(pki_Type_find(type), value, view);
-}
-
 Node version(const Integer *integer) {
   Node node = number(integer);
   const uint32_t value = asn1_Integer_get(integer);
@@ -115,7 +119,7 @@ Node time_of(uint8_t kind, const char *value) {
 
 Node rdn_sequence(const RDNSequence *name, const View &view) {
   if (name == nullptr) return {};
-  return text(List_len(name) == 0 ? "(empty)" : one_line(name, view), json_of_name(name));
+  return text(one_line(name, view), json_of_name(name));
 }
 
 Node name_text(const Name *name, const View &view) {
@@ -159,17 +163,19 @@ Description &Description::hidden(std::string name, Node node) {
   return node.empty() ? *this : add(std::move(name), shown_as(std::move(node), Node()));
 }
 
+Description &Description::page_only(std::string name, Node node) {
+  return add(std::move(name), shown_as(Node(), std::move(node)));
+}
+
 Description &Description::encoding(std::string name, const OctetString *octets) {
   return octets == nullptr ? *this : hidden(std::move(name), describe(octets, view_));
 }
 
 Description &Description::name(const std::string &name, const RDNSequence *sequence,
-                               const Name *text, const OctetString *encoded) {
+                               const OctetString *encoded) {
   hidden(name + "Sequence", rdn_sequence(sequence, view_));
-  Node node = name_text(text, view_);
-  if (!node.empty() && sequence != nullptr)
-    node = shown_as(std::move(node), rdn_sequence(sequence, view_));
-  field(name, std::move(node));
+  if (sequence == nullptr) return field(name, Node());
+  field(name, text(one_line(sequence, view_), utf8_text(sequence)));
   return encoding(name + "Encoded", encoded);
 }
 
@@ -177,18 +183,12 @@ Description &Description::all(const pki_Type *type, const void *record) {
   const Type *const row = row_of(type);
   pki_Field field;
   for (uint32_t i = 0; pki_Type_field(type, i, &field) != 0; ++i) {
-    Hint hint;
-    if (row != nullptr)
-      for (const Hint &one : row->hints)
-        if (one.field == field.name) hint = one;
+    const Hint hint = hint_for(row, field);
     const void *const value = value_at(record, field);
     const auto *const kept = static_cast<const OctetString *>(
         field.encoded_offset == PKI_NO_MEMBER ? nullptr : pointer_at(record, field.encoded_offset));
-    if (pki_Type_kind(field.type) == PKI_NAME) {
-      const bool three_forms = field.text_offset != PKI_NO_MEMBER;
-      name(field.name, static_cast<const RDNSequence *>(three_forms ? value : nullptr),
-           static_cast<const Name *>(three_forms ? pointer_at(record, field.text_offset) : value),
-           kept);
+    if (is_name(field.type)) {
+      name(field.name, static_cast<const RDNSequence *>(value), kept);
     } else if (hint.starts_period) {
       pki_Field end;
       pki_Type_field(type, ++i, &end);

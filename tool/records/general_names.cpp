@@ -52,7 +52,7 @@ std::string general_name_text(const GeneralName *name, const View &view) {
     case uri:
       return word + printable(text_of(octets(value_of<IA5String>(name))));
     case directory:
-      return word + directory_text(value_of<Name>(name), view);
+      return word + one_line(value_of<RDNSequence>(name), view);
     case ip_address:
       return word + address_text(octets(value_of<OctetString>(name)));
     case registered:
@@ -83,7 +83,7 @@ Json json_of(const GeneralName *name) {
     case uri:
       return object.put("value", to_utf8(from_utf8(octets(value_of<IA5String>(name)))));
     case directory:
-      return object.put("value", to_utf8(from_utf8(octets_of(value_of<Name>(name)))));
+      return object.put("value", utf8_text(value_of<RDNSequence>(name)));
     case ip_address:
       return object.put("value", address_text(octets(value_of<OctetString>(name))));
     case registered:

@@ -21,17 +21,17 @@ Node describe(const Attribute *attribute, const View &view) {
 
 std::vector<Type> request_types() {
   return {
-      {.syntax = "CertificationRequest",
+      {.syntax = "pki_CertificationRequest",
        .about = "a request for a certificate (PKCS #10)",
        .labels = {"CERTIFICATE REQUEST", "NEW CERTIFICATE REQUEST"},
        .stands_alone = true},
-      {.syntax = "CertRequestInfo",
+      {.syntax = "pki_CertRequestInfo",
        .about = "the signed part of a request for a certificate",
        .hints = {{"version", as<version>},
                  brief("subject"),
                  brief("subjectPKInfo"),
                  brief("attributes")}},
-      {.syntax = "Attribute",
+      {.syntax = "pki_Attribute",
        .about = "an attribute of a request, a key or a message (PKCS #9)",
        .by_hand = as<Attribute>},
   };
