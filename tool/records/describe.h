@@ -114,6 +114,9 @@ Node named_bits(const BitString *bits, std::span<const char *const> names);
 /// Describes the reason of a revocation: "keyCompromise".
 Node revocation_reason(const Integer *code);
 
+/// Returns the name of the reason of a revocation.
+std::string reason_name(uint32_t code);
+
 /// Describes a distinguished name as a structure. A page shows it in one line.
 Node rdn_sequence(const RDNSequence *name, const View &view);
 

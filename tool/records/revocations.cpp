@@ -77,8 +77,7 @@ std::optional<Seconds> Revocation::invalid_since() const {
 std::string reason_text(int32_t reason) {
   if (reason == Revocation::no_reason) return "no reason given";
   if (reason == Revocation::unreadable_reason) return "a reason that cannot be read";
-  const auto number = static_cast<uint32_t>(reason);
-  return lines_of(revocation_reason(&number), View())->front();
+  return reason_name(static_cast<uint32_t>(reason));
 }
 
 std::optional<RevocationList> RevocationList::open(Octets octets, std::optional<Fault> &fault) {
