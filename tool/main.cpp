@@ -47,8 +47,9 @@ constexpr const char *show_examples = R"(Examples:
   openssl s_client -connect example.org:443 -showcerts </dev/null | orvelasn1 show
   orvelasn1 show --json *.pem | jq -r 'select(.tbsCertificate.validity.daysLeft < 30).pem'
 
-The members of the JSON objects have the names of the library's fields; those of
-certificates are described in certificate.schema.json.)";
+The members of the JSON objects have the names of the library's fields, after some that answer
+common questions; certificate.schema.json describes those of certificates. An element that is
+refused is an object with the member "error" then, and no message.)";
 
 constexpr const char *tree_examples = R"(Examples:
   orvelasn1 tree server.pem                   where each field stands, and what it holds
@@ -255,6 +256,10 @@ class CommandLine {
     CLI::Option *const brief = command->add_flag("--short", brief_, "A few lines for each element");
     CLI::Option *const json = command->add_flag("--json", json_, "One JSON object a line");
     json->excludes(brief);
+    command
+        ->add_flag("--compact", show_.view.compact,
+                   "With --json: no octets that stand there in another form, too")
+        ->needs(json);
     command->add_flag("--oids", show_.view.oids, "The dotted identifier beside each name");
     command->add_flag("--full", show_.view.full,
                       "Long values in full, such as keys and signatures");

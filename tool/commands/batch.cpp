@@ -104,11 +104,11 @@ bool for_each_element(const std::vector<std::string> &files, const ElementJob &j
 }
 
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const RecordJob &job) {
+                     const RecordJob &job, const FaultJob &refused) {
   return for_each_element(files, [&](const Input &input, const Element &element) {
     Decoding decoding = decode(element, wanted);
     const bool done = decoding.record && job(input, element, *decoding.type, *decoding.record);
-    if (decoding.fault) report(input, element, *decoding.fault);
+    if (decoding.fault) refused(input, element, *decoding.fault);
     return done && !decoding.fault;
   });
 }

@@ -23,10 +23,13 @@ bool for_each_element(const std::vector<std::string> &files, const ElementJob &j
 
 using RecordJob = std::function<bool(const Input &, const Element &, const Type &, Record &)>;
 
-/// Decodes each element and runs `job` for each record, isolated from the rest. Reports elements
-/// that are refused.
+/// Says what is wrong with an element: report(), or what a command has in its place.
+using FaultJob = std::function<void(const Input &, const Element &, const Fault &)>;
+
+/// Decodes each element and runs `job` for each record, isolated from the rest. Runs `refused` for
+/// elements that are refused.
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const RecordJob &job);
+                     const RecordJob &job, const FaultJob &refused = report);
 
 }  // namespace tool
 

@@ -28,13 +28,6 @@ struct Group {
   std::vector<Bytes> digests;  ///< of each form of SubjectPublicKeyInfo that it stands in
 };
 
-/// Returns base64 in one line.
-std::string one_line_base64(Octets octets) {
-  std::string text = base64(octets);
-  std::erase(text, '\n');
-  return text;
-}
-
 class Sorter {
  public:
   explicit Sorter(const KeyRequest &request) : request_(request) {}
@@ -119,7 +112,7 @@ class Sorter {
     page.section(kind_of_key(group.places.front().holder.spki),
                  group.places.size() > 1 ? "" : "alone");
     for (const Bytes &digest : group.digests)
-      page.row("pin (SHA-256)", {hex(digest), one_line_base64(digest)});
+      page.row("pin (SHA-256)", {hex(digest), base64_line(digest)});
     for (const Place &place : group.places) page.row(place.where, about(place.holder));
     return page.text() + "\n";
   }
@@ -148,7 +141,7 @@ class Sorter {
     std::vector<Json> pins;
     for (const Bytes &digest : group.digests) {
       digests.emplace_back(hex(digest));
-      pins.emplace_back("sha256//" + one_line_base64(digest));
+      pins.emplace_back("sha256//" + base64_line(digest));
     }
     Json object = Json::object();
     object.put("key", kind_of_key(group.places.front().holder.spki))

@@ -12,18 +12,29 @@ namespace {
 std::string valid_utf8(std::string_view text) { return to_utf8(from_utf8(octets_of(text))); }
 
 /// Returns one JSON object: the members that all types have, and the fields of the record. A type
-/// without a PEM label has its octets in hexadecimal.
+/// without a PEM label has its octets in hexadecimal. A compact object has no octets of the whole.
 std::string json_line(const Input &input, const Element &element, const Type &type,
                       const Record &record, const View &view) {
   Json object = Json::object();
   object.put("type", type.name)
       .put("file", valid_utf8(input.name()))
       .put("element", element.number);
-  if (type.labels.empty())
+  if (type.labels.empty() && !view.compact)
     object.put("octets", hex(element.octets));
-  else
+  else if (!view.compact)
     object.put("pem", pem(type.labels.front(), element.octets));
   put_members(object, type.describe(record.get(), view));
+  return object.text() + "\n";
+}
+
+/// Returns one JSON object in the place of an element that is refused.
+std::string json_line(const Input &input, const Element &element, const Fault &fault) {
+  Json object = Json::object();
+  object.put("file", valid_utf8(input.name()))
+      .put("element", element.number)
+      .put("error", valid_utf8(fault.text));
+  if (fault.offset) object.put("offset", *fault.offset);
+  if (!fault.path.empty()) object.put("path", valid_utf8(fault.path));
   return object.text() + "\n";
 }
 
@@ -46,6 +57,12 @@ bool show(const ShowRequest &request) {
             break;
         }
         return true;
+      },
+      [&request](const Input &input, const Element &element, const Fault &fault) {
+        if (request.form == ShowRequest::Form::json)
+          emit(json_line(input, element, fault));
+        else
+          report(input, element, fault);
       });
 }
 

@@ -127,9 +127,9 @@ Node describe(const AlgId *algorithm, const View &view) {
   Inside parameters = read_parameters(algorithm, view);
   const std::string name = label(algorithm->algorithm, view);
   Description fields(view);
-  fields.field("algorithm", algorithm->algorithm)
-      .brief()
-      .field("parameters", algorithm->parameters);
+  fields.field("algorithm", algorithm->algorithm).brief();
+  const bool complete = parameters.read && parameters.malformed.empty();
+  if (!complete || !view.compact) fields.field("parameters", algorithm->parameters);
   if (!parameters.malformed.empty()) fields.hidden("malformed", text("", parameters.malformed));
   if (parameters.read) fields.field("decoded", parameters.node);
   Node record = fields.node();

@@ -163,12 +163,17 @@ Description &Description::hidden(std::string name, Node node) {
   return node.empty() ? *this : add(std::move(name), shown_as(std::move(node), Node()));
 }
 
+Description &Description::undecoded(std::string name, Node node) {
+  return view_.compact ? *this : hidden(std::move(name), std::move(node));
+}
+
 Description &Description::page_only(std::string name, Node node) {
   return add(std::move(name), shown_as(Node(), std::move(node)));
 }
 
 Description &Description::encoding(std::string name, const OctetString *octets) {
-  return octets == nullptr ? *this : hidden(std::move(name), describe(octets, view_));
+  return octets == nullptr || view_.compact ? *this
+                                            : hidden(std::move(name), describe(octets, view_));
 }
 
 Description &Description::name(const std::string &name, const RDNSequence *sequence,

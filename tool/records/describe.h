@@ -146,13 +146,18 @@ class Description {
     return all(pki_Type_find(type), record);
   }
 
-  /// Adds the encoding that a record keeps besides its fields. Only JSON has it.
+  /// Adds the encoding that a record keeps besides its fields. Only JSON that is not compact has
+  /// it.
   Description &encoding(std::string name, const OctetString *octets);
 
   /// Adds a name in three forms: its structure NAMESequence, its text NAME, and NAMEEncoded where
   /// that is kept. A page shows one.
   Description &name(const std::string &name, const RDNSequence *sequence,
                     const OctetString *encoded);
+
+  /// Adds octets, or a value that holds them, in front of what they are, which is then the field
+  /// "decoded". Compact JSON does not have them.
+  Description &undecoded(std::string name, Node node);
 
   /// Adds a field that JSON does not have.
   Description &page_only(std::string name, Node node);

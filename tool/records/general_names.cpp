@@ -29,6 +29,8 @@ const T *value_of(const GeneralName *name) {
   return static_cast<const T *>(name->value);
 }
 
+}  // namespace
+
 std::string address_text(Octets address) {
   constexpr size_t ipv4 = 4;
   constexpr size_t ipv6 = 16;
@@ -37,8 +39,6 @@ std::string address_text(Octets address) {
   inet_ntop(address.size() == ipv4 ? AF_INET : AF_INET6, address.data(), text, sizeof text);
   return text;
 }
-
-}  // namespace
 
 std::string general_name_text(const GeneralName *name, const View &view) {
   std::string word = std::string(word_for(name->kind)) + " ";

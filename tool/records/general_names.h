@@ -15,6 +15,9 @@ std::vector<std::string> general_name_lines(const List *names, const View &view)
 
 Json json_of(const GeneralName *name);
 
+/// Returns "192.0.2.1" or "2001:db8::1"; the digits of octets that are no address.
+std::string address_text(Octets address);
+
 }  // namespace tool
 
 #endif

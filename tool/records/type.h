@@ -36,7 +36,7 @@ struct Syntax {
     std::string path;
     std::string sentence;
 
-    Fault fault() const { return {offset, (path.empty() ? "" : path + ": ") + sentence}; }
+    Fault fault() const { return {offset, (path.empty() ? "" : path + ": ") + sentence, path}; }
   };
 
   /// How far the decoder reads, and why no further; no fault where it takes a value. An input that

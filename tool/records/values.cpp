@@ -72,7 +72,10 @@ Inside read_value(Octets value, const ValueRow &row, const View &view) {
 Description &add_inside(Description &fields, std::string name, Node octets, Inside inside) {
   if (inside.node.empty()) return fields.field(std::move(name), std::move(octets));
   if (!inside.malformed.empty()) fields.hidden("malformed", text("", inside.malformed));
-  fields.hidden(std::move(name), std::move(octets));
+  if (inside.read && inside.malformed.empty())
+    fields.undecoded(std::move(name), std::move(octets));
+  else
+    fields.hidden(std::move(name), std::move(octets));
   if (inside.read) return fields.field("decoded", std::move(inside.node));
   return fields.page_only("decoded", std::move(inside.node));
 }

@@ -33,7 +33,8 @@ Node sound_value(Octets octets, const pki_Type *type, const View &view,
                  Describe describe = nullptr);
 
 /// Adds octets under their name, and past them the field "decoded" with what they are. A page shows
-/// that field only. Adds the octets alone where `inside` is empty.
+/// that field only, and compact JSON too where all of them are read. Adds the octets alone where
+/// `inside` is empty.
 Description &add_inside(Description &fields, std::string name, Node octets, Inside inside);
 
 /// Describes octets of no known type.
