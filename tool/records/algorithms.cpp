@@ -2,7 +2,7 @@
 // Diffie-Hellman (RFC 3279), passwords (PKCS #5, RFC 8018; PKCS #12) and ciphers.
 #include <algorithm>
 
-#include "records/values.h"
+#include "records/components.h"
 #include "text/characters.h"
 #include "text/integers.h"
 #include "text/object_identifiers.h"
@@ -11,34 +11,9 @@ namespace tool {
 
 namespace {
 
-/// Reads the fields of a SEQUENCE one after the other. Those that are not there are left out.
-class Parameters {
- public:
-  Parameters(Octets octets, const View &view) : parts_(components(octets)), view_(view) {}
-
-  /// Adds the next component if it is of the type. Adds nothing otherwise.
-  Parameters &take(const char *name, const char *type, Describe describe = nullptr) {
-    if (next_ == parts_.size()) return *this;
-    Inside inside = read_value(parts_[next_], type, view_, describe);
-    if (!inside.malformed.empty()) return *this;
-    ++next_;
-    fields_.field(name, std::move(inside.node));
-    return *this;
-  }
-
-  /// Returns the record; nothing where a component is left.
-  Node node() { return parts_.empty() || next_ < parts_.size() ? Node() : fields_.node(); }
-
- private:
-  std::vector<Octets> parts_;
-  size_t next_ = 0;
-  const View &view_;
-  Description fields_{view_};
-};
-
 // PBKDF2-params ::= SEQUENCE { salt, iterationCount, keyLength OPTIONAL, prf OPTIONAL }
 Node pbkdf2(Octets octets, const View &view) {
-  return Parameters(octets, view)
+  return Components(octets, view)
       .take("salt", "OctetString")
       .take("iterationCount", "Integer", as<number>)
       .take("keyLength", "Integer", as<number>)
@@ -48,7 +23,7 @@ Node pbkdf2(Octets octets, const View &view) {
 
 // PBES2-params ::= SEQUENCE { keyDerivationFunc, encryptionScheme }
 Node pbes2(Octets octets, const View &view) {
-  return Parameters(octets, view)
+  return Components(octets, view)
       .take("keyDerivationFunc", "pki_AlgId")
       .take("encryptionScheme", "pki_AlgId")
       .node();
@@ -56,7 +31,7 @@ Node pbes2(Octets octets, const View &view) {
 
 // PBMAC1-params ::= SEQUENCE { keyDerivationFunc, messageAuthScheme }
 Node pbmac1(Octets octets, const View &view) {
-  return Parameters(octets, view)
+  return Components(octets, view)
       .take("keyDerivationFunc", "pki_AlgId")
       .take("messageAuthScheme", "pki_AlgId")
       .node();
@@ -65,7 +40,7 @@ Node pbmac1(Octets octets, const View &view) {
 // scrypt-params ::= SEQUENCE { salt, costParameter, blockSize, parallelizationParameter, keyLength
 //   OPTIONAL } (RFC 7914, 7.1)
 Node scrypt(Octets octets, const View &view) {
-  return Parameters(octets, view)
+  return Components(octets, view)
       .take("salt", "OctetString")
       .take("costParameter", "Integer", as<number>)
       .take("blockSize", "Integer", as<number>)
@@ -76,7 +51,7 @@ Node scrypt(Octets octets, const View &view) {
 
 // GCMParameters ::= SEQUENCE { aes-nonce, aes-ICVlen DEFAULT 12 } (RFC 5084, 3.2)
 Node gcm(Octets octets, const View &view) {
-  return Parameters(octets, view)
+  return Components(octets, view)
       .take("aes-nonce", "OctetString")
       .take("aes-ICVlen", "Integer", as<number>)
       .node();
@@ -88,7 +63,6 @@ constexpr bool sequence_of = true;
 /// algorithm.
 constexpr ValueRow rows[] = {
     {"mgf1", "pki_AlgId"},
-    {"id-dsa", "DssParms"},
     {"dsa", "DssParms"},
     {"dhpublicnumber", "DomainParameters"},
     {.name = "PBKDF2", .type = "Any", .read = pbkdf2},

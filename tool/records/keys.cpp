@@ -44,7 +44,7 @@ struct KeyRow {
 constexpr KeyRow key_rows[] = {{"rsaEncryption", "pki_RSAPrivateKey"},
                                {"rsassa-pss", "pki_RSAPrivateKey"},
                                {"rsaes-oaep", "pki_RSAPrivateKey"},
-                               {"ecPublicKey", "pki_ECPrivateKey"},
+                               {"id-ecPublicKey", "pki_ECPrivateKey"},
                                {"Ed25519", "OctetString", as<secret_octets>},
                                {"Ed448", "OctetString", as<secret_octets>},
                                {"X25519", "OctetString", as<secret_octets>},
