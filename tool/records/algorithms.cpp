@@ -63,6 +63,7 @@ constexpr bool sequence_of = true;
 /// algorithm.
 constexpr ValueRow rows[] = {
     {"mgf1", "pki_AlgId"},
+    {"id-dsa", "DssParms"},
     {"dsa", "DssParms"},
     {"dhpublicnumber", "DomainParameters"},
     {.name = "PBKDF2", .type = "Any", .read = pbkdf2},
@@ -96,25 +97,27 @@ Inside read_parameters(const AlgId *algorithm, const View &view) {
 
 // AlgorithmIdentifier ::= SEQUENCE { algorithm, parameters OPTIONAL }
 //
-// A page shows parameters of one line behind the name.
+// A page shows parameters of one line behind the name, and others below it.
 Node describe(const AlgId *algorithm, const View &view) {
   Inside parameters = read_parameters(algorithm, view);
-  const std::string name = label(algorithm->algorithm, view);
+  auto lines = lines_of(parameters.node, view);
   Description fields(view);
-  fields.field("algorithm", algorithm->algorithm)
-      .brief()
-      .field("parameters", algorithm->parameters);
+  fields.field("algorithm", algorithm->algorithm);
+  if (!parameters.node.empty() && !lines) fields.brief();
+  fields.field("parameters", algorithm->parameters);
   if (!parameters.malformed.empty()) fields.hidden("malformed", text("", parameters.malformed));
   if (parameters.read) fields.field("decoded", parameters.node);
-  Node record = fields.node();
-  if (parameters.node.empty()) return shown_as(std::move(record), text(name, nullptr));
-  auto lines = lines_of(parameters.node, view);
-  if (lines && lines->size() == 1)
-    return shown_as(std::move(record), text(name + ", " + lines->front(), nullptr));
-  return shown_as(std::move(record), Description(view)
-                                         .field("algorithm", algorithm->algorithm)
-                                         .field("parameters", std::move(parameters.node))
-                                         .node());
+  if (!parameters.node.empty() && !lines)
+    return shown_as(fields.node(), Description(view)
+                                       .field("algorithm", algorithm->algorithm)
+                                       .field("parameters", std::move(parameters.node))
+                                       .node());
+  std::vector<std::string> shown{label(algorithm->algorithm, view)};
+  if (lines && parameters.read && lines->size() == 1)
+    shown.front() += ", " + lines->front();
+  else if (lines)
+    for (const std::string &line : *lines) shown.push_back("  " + line);
+  return shown_as(fields.node(), text(std::move(shown), nullptr));
 }
 
 Node with_bits(const char *type, const void *record, const Integer *modulus, const View &view) {

@@ -49,7 +49,7 @@ constexpr KeyRow key_rows[] = {{"rsaEncryption", "pki_RSAPrivateKey"},
                                {"Ed448", "OctetString", as<secret_octets>},
                                {"X25519", "OctetString", as<secret_octets>},
                                {"X448", "OctetString", as<secret_octets>},
-                               {"dsa", "Integer", as<secret_number>},
+                               {"id-dsa", "Integer", as<secret_number>},
                                {"dhKeyAgreement", "Integer", as<secret_number>},
                                {"dhpublicnumber", "Integer", as<secret_number>}};
 
