@@ -12,16 +12,17 @@ namespace {
 std::string valid_utf8(std::string_view text) { return to_utf8(from_utf8(octets_of(text))); }
 
 /// Returns one JSON object: the members that all types have, and the fields of the record. A type
-/// without a PEM label has its octets in hexadecimal. A compact object has no octets of the whole.
+/// without a PEM label has its octets in hexadecimal. Octets that may hold a private key are left
+/// out unless the view asks for secrets, and all of them from a compact object.
 std::string json_line(const Input &input, const Element &element, const Type &type,
                       const Record &record, const View &view) {
   Json object = Json::object();
   object.put("type", type.name)
       .put("file", valid_utf8(input.name()))
       .put("element", element.number);
-  if (type.labels.empty() && !view.compact)
-    object.put("octets", hex(element.octets));
-  else if (!view.compact)
+  const bool is_hidden = view.compact || (type.secret && !view.secrets);
+  if (!is_hidden && type.labels.empty()) object.put("octets", hex(element.octets));
+  if (!is_hidden && !type.labels.empty())
     object.put("pem", pem(type.labels.front(), element.octets));
   put_members(object, type.describe(record.get(), view));
   return object.text() + "\n";

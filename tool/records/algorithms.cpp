@@ -2,7 +2,7 @@
 // Diffie-Hellman (RFC 3279), passwords (PKCS #5, RFC 8018; PKCS #12) and ciphers.
 #include <algorithm>
 
-#include "records/values.h"
+#include "records/components.h"
 #include "text/characters.h"
 #include "text/integers.h"
 #include "text/object_identifiers.h"
@@ -11,34 +11,9 @@ namespace tool {
 
 namespace {
 
-/// Reads the fields of a SEQUENCE one after the other. Those that are not there are left out.
-class Parameters {
- public:
-  Parameters(Octets octets, const View &view) : parts_(components(octets)), view_(view) {}
-
-  /// Adds the next component if it is of the type. Adds nothing otherwise.
-  Parameters &take(const char *name, const char *type, Describe describe = nullptr) {
-    if (next_ == parts_.size()) return *this;
-    Inside inside = read_value(parts_[next_], type, view_, describe);
-    if (!inside.malformed.empty()) return *this;
-    ++next_;
-    fields_.field(name, std::move(inside.node));
-    return *this;
-  }
-
-  /// Returns the record; nothing where a component is left.
-  Node node() { return parts_.empty() || next_ < parts_.size() ? Node() : fields_.node(); }
-
- private:
-  std::vector<Octets> parts_;
-  size_t next_ = 0;
-  const View &view_;
-  Description fields_{view_};
-};
-
 // PBKDF2-params ::= SEQUENCE { salt, iterationCount, keyLength OPTIONAL, prf OPTIONAL }
 Node pbkdf2(Octets octets, const View &view) {
-  return Parameters(octets, view)
+  return Components(octets, view)
       .take("salt", "OctetString")
       .take("iterationCount", "Integer", as<number>)
       .take("keyLength", "Integer", as<number>)
@@ -48,7 +23,7 @@ Node pbkdf2(Octets octets, const View &view) {
 
 // PBES2-params ::= SEQUENCE { keyDerivationFunc, encryptionScheme }
 Node pbes2(Octets octets, const View &view) {
-  return Parameters(octets, view)
+  return Components(octets, view)
       .take("keyDerivationFunc", "pki_AlgId")
       .take("encryptionScheme", "pki_AlgId")
       .node();
@@ -56,7 +31,7 @@ Node pbes2(Octets octets, const View &view) {
 
 // PBMAC1-params ::= SEQUENCE { keyDerivationFunc, messageAuthScheme }
 Node pbmac1(Octets octets, const View &view) {
-  return Parameters(octets, view)
+  return Components(octets, view)
       .take("keyDerivationFunc", "pki_AlgId")
       .take("messageAuthScheme", "pki_AlgId")
       .node();
@@ -65,7 +40,7 @@ Node pbmac1(Octets octets, const View &view) {
 // scrypt-params ::= SEQUENCE { salt, costParameter, blockSize, parallelizationParameter, keyLength
 //   OPTIONAL } (RFC 7914, 7.1)
 Node scrypt(Octets octets, const View &view) {
-  return Parameters(octets, view)
+  return Components(octets, view)
       .take("salt", "OctetString")
       .take("costParameter", "Integer", as<number>)
       .take("blockSize", "Integer", as<number>)
@@ -76,7 +51,7 @@ Node scrypt(Octets octets, const View &view) {
 
 // GCMParameters ::= SEQUENCE { aes-nonce, aes-ICVlen DEFAULT 12 } (RFC 5084, 3.2)
 Node gcm(Octets octets, const View &view) {
-  return Parameters(octets, view)
+  return Components(octets, view)
       .take("aes-nonce", "OctetString")
       .take("aes-ICVlen", "Integer", as<number>)
       .node();
@@ -122,25 +97,28 @@ Inside read_parameters(const AlgId *algorithm, const View &view) {
 
 // AlgorithmIdentifier ::= SEQUENCE { algorithm, parameters OPTIONAL }
 //
-// A page shows parameters of one line behind the name.
+// A page shows parameters of one line behind the name, and others below it.
 Node describe(const AlgId *algorithm, const View &view) {
   Inside parameters = read_parameters(algorithm, view);
-  const std::string name = label(algorithm->algorithm, view);
+  auto lines = lines_of(parameters.node, view);
   Description fields(view);
-  fields.field("algorithm", algorithm->algorithm).brief();
+  fields.field("algorithm", algorithm->algorithm);
+  if (!parameters.node.empty() && !lines) fields.brief();
   const bool complete = parameters.read && parameters.malformed.empty();
   if (!complete || !view.compact) fields.field("parameters", algorithm->parameters);
   if (!parameters.malformed.empty()) fields.hidden("malformed", text("", parameters.malformed));
   if (parameters.read) fields.field("decoded", parameters.node);
-  Node record = fields.node();
-  if (parameters.node.empty()) return shown_as(std::move(record), text(name, nullptr));
-  auto lines = lines_of(parameters.node, view);
-  if (lines && lines->size() == 1)
-    return shown_as(std::move(record), text(name + ", " + lines->front(), nullptr));
-  return shown_as(std::move(record), Description(view)
-                                         .field("algorithm", algorithm->algorithm)
-                                         .field("parameters", std::move(parameters.node))
-                                         .node());
+  if (!parameters.node.empty() && !lines)
+    return shown_as(fields.node(), Description(view)
+                                       .field("algorithm", algorithm->algorithm)
+                                       .field("parameters", std::move(parameters.node))
+                                       .node());
+  std::vector<std::string> shown{label(algorithm->algorithm, view)};
+  if (lines && parameters.read && lines->size() == 1)
+    shown.front() += ", " + lines->front();
+  else if (lines)
+    for (const std::string &line : *lines) shown.push_back("  " + line);
+  return shown_as(fields.node(), text(std::move(shown), nullptr));
 }
 
 Node with_bits(const char *type, const void *record, const Integer *modulus, const View &view) {

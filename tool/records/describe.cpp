@@ -102,6 +102,28 @@ Node list_of(const char *element, const List *list, const View &view) {
   return list == nullptr ? Node() : list_of(pki_Type_find(element), list, view);
 }
 
+Node with_lines(Node record, std::vector<std::string> lines) {
+  if (lines.empty()) lines.emplace_back("(empty)");
+  return shown_as(std::move(record), text(std::move(lines), nullptr));
+}
+
+std::vector<std::string> flat_lines(const Node &node, const View &view) {
+  if (auto lines = lines_of(node, view)) return std::move(*lines);
+  const Node &here = node.shown == nullptr ? node : *node.shown;
+  std::vector<std::string> lines;
+  const auto add = [&](const std::string &name, const Node &part) {
+    for (const std::string &line : flat_lines(part, view)) lines.push_back(name + line);
+  };
+  if (const auto *const fields = std::get_if<Node::Fields>(&here.value))
+    for (const Node &field : *fields) add(field.name + " ", field);
+  if (const auto *const items = std::get_if<Node::Items>(&here.value))
+    for (size_t i = 0; i < items->count; ++i) {
+      const Node item = items->at(i);
+      add(item.name.empty() ? "" : item.name + " ", item);
+    }
+  return lines;
+}
+
 Node version(const Integer *integer) {
   Node node = number(integer);
   const uint32_t value = asn1_Integer_get(integer);
@@ -163,8 +185,10 @@ Description &Description::hidden(std::string name, Node node) {
   return node.empty() ? *this : add(std::move(name), shown_as(std::move(node), Node()));
 }
 
-Description &Description::undecoded(std::string name, Node node) {
-  return view_.compact ? *this : hidden(std::move(name), std::move(node));
+Description &Description::undecoded(std::string name, Node octets, Node shown) {
+  last_ = fields_.size();
+  return add(std::move(name),
+             shown_as(view_.compact ? Node() : std::move(octets), std::move(shown)));
 }
 
 Description &Description::page_only(std::string name, Node node) {

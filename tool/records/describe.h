@@ -26,6 +26,19 @@ Node describe(const Extension *extension, const View &view);
 Node describe(const CRLEntry *entry, const View &view);
 Node describe(const GeneralName *name, const View &view);
 Node describe(const AuthorityKeyIdentifier *identifier, const View &view);
+Node describe(const NameConstraints *constraints, const View &view);
+Node describe(const pki_DisplayText *display, const View &view);
+Node describe(const pki_UserNotice *notice, const View &view);
+Node describe(const pki_PolicyQualifierInfo *qualifier, const View &view);
+Node describe(const pki_PolicyInformation *policy, const View &view);
+Node describe(const pki_IssuingDistributionPoint *point, const View &view);
+Node describe(const pki_IPAddressFamily *family, const View &view);
+Node describe(const pki_ASIdentifierChoice *choice, const View &view);
+Node describe(const pki_ASIdentifiers *identifiers, const View &view);
+Node describe(const pki_QCStatement *statement, const View &view);
+Node describe(const pki_SemanticsInformation *semantics, const View &view);
+Node describe(const pki_MonetaryValue *value, const View &view);
+Node describe(const pki_PdsLocation *location, const View &view);
 Node describe(const BasicConstraints *constraints, const View &view);
 Node describe(const GeneralSubtree *subtree, const View &view);
 Node describe(const PolicyConstraints *constraints, const View &view);
@@ -59,6 +72,12 @@ Node describe(const pki_Type *type, const void *value, const View &view);
 /// Describes a message. A content of the type data is an element of the type of this name; null for
 /// data of any kind.
 Node message(const pki_ContentInfo *info, const char *data_type, const View &view);
+
+/// Returns the record. A page shows these lines in its place inside another one.
+Node with_lines(Node record, std::vector<std::string> lines);
+
+/// Returns the lines of a node, and of one that has none those of what is in it: "cA TRUE".
+std::vector<std::string> flat_lines(const Node &node, const View &view);
 
 /// Returns the octets as a text. Fails if they are not a text that can be printed as it is.
 std::optional<std::string> text_in(Octets octets);
@@ -155,9 +174,8 @@ class Description {
   Description &name(const std::string &name, const RDNSequence *sequence,
                     const OctetString *encoded);
 
-  /// Adds octets, or a value that holds them, in front of what they are, which is then the field
-  /// "decoded". Compact JSON does not have them.
-  Description &undecoded(std::string name, Node node);
+  /// Adds octets that a page shows as what they are. Compact JSON does not have them.
+  Description &undecoded(std::string name, Node octets, Node shown);
 
   /// Adds a field that JSON does not have.
   Description &page_only(std::string name, Node node);

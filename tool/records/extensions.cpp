@@ -8,21 +8,6 @@
 
 namespace tool {
 
-namespace {
-
-/// Returns the record. A page shows these lines in its place inside another one.
-Node with_lines(Node record, std::vector<std::string> lines) {
-  if (lines.empty()) lines.emplace_back("(empty)");
-  return shown_as(std::move(record), text(std::move(lines), nullptr));
-}
-
-}  // namespace
-
-// GeneralName ::= CHOICE
-Node describe(const GeneralName *name, const View &view) {
-  return text(general_name_text(name, view), json_of(name));
-}
-
 // AuthorityKeyIdentifier ::= SEQUENCE { keyIdentifier [0], authorityCertIssuer [1],
 //   authorityCertSerialNumber [2] }
 Node describe(const AuthorityKeyIdentifier *identifier, const View &view) {
@@ -46,28 +31,29 @@ Node describe(const BasicConstraints *constraints, const View &view) {
 
 // GeneralSubtree ::= SEQUENCE { base, minimum [0], maximum [1] }
 Node describe(const GeneralSubtree *subtree, const View &view) {
-  std::string line = general_name_text(subtree->base, view);
+  const Node base = subtree_base(subtree->base, view);
+  std::string line = lines_of(base, view)->front();
   if (subtree->minimum != nullptr) line += ", minimum " + number_text(subtree->minimum);
   if (subtree->maximum != nullptr) line += ", maximum " + number_text(subtree->maximum);
-  return with_lines(Description(view).all("pki_GeneralSubtree", subtree).node(), {line});
+  return with_lines(Description(view)
+                        .field("base", base)
+                        .field("minimum", number(subtree->minimum))
+                        .field("maximum", number(subtree->maximum))
+                        .node(),
+                    {line});
 }
 
-// PolicyConstraints ::= SEQUENCE { requireExplicitPolicy [0], inhibitPolicyMapping [1] }
-Node describe(const PolicyConstraints *constraints, const View &view) {
+// NameConstraints ::= SEQUENCE { permittedSubtrees [0], excludedSubtrees [1] }
+Node describe(const NameConstraints *constraints, const View &view) {
   std::vector<std::string> lines;
-  if (constraints->requireExplicitPolicy != nullptr)
-    lines.push_back("explicit policy after " + number_text(constraints->requireExplicitPolicy));
-  if (constraints->inhibitPolicyMapping != nullptr)
-    lines.push_back("no policy mapping after " + number_text(constraints->inhibitPolicyMapping));
-  return with_lines(Description(view).all("pki_PolicyConstraints", constraints).node(),
+  const auto add = [&](const char *word, const List *subtrees) {
+    for (const auto *subtree : elements<GeneralSubtree>(subtrees))
+      lines.push_back(word + lines_of(*describe(subtree, view).shown, view)->front());
+  };
+  add("permitted ", constraints->permittedSubtrees);
+  add("excluded ", constraints->excludedSubtrees);
+  return with_lines(Description(view).all("pki_NameConstraints", constraints).node(),
                     std::move(lines));
-}
-
-// One element of PolicyMappings: SEQUENCE { issuerDomainPolicy, subjectDomainPolicy }
-Node describe(const PolicyMapping *mapping, const View &view) {
-  return with_lines(Description(view).all("pki_PolicyMapping", mapping).node(),
-                    {label(mapping->issuerDomainPolicy, view) + " is " +
-                     label(mapping->subjectDomainPolicy, view)});
 }
 
 // PrivateKeyUsagePeriod ::= SEQUENCE { notBefore [0], notAfter [1] }
@@ -123,46 +109,21 @@ Node extended_key_usage(const List *purposes, const View &view) {
   return text(view.oids ? words : std::vector<std::string>{joined(words)}, Json::array(objects));
 }
 
-/// Adds the alternative of a point's own name, which JSON has among the fields of the point.
-Description &add_point_name(Description &fields, const DistributionPointName *name,
-                            const View &view) {
-  constexpr uint8_t full_name = 0;
-  if (name == nullptr) return fields;
-  const auto *const list = static_cast<const List *>(name->value);
-  if (name->kind == full_name)
-    return fields.field("fullName", list_of("pki_GeneralName", list, view));
-  const Bytes relative =
-      encoded([list](uint8_t **pp) { return pki_RelativeDistinguishedName_e(pp, list); });
-  return fields.field("nameRelativeToCRLIssuer",
-                      text("relative to the issuer " + hex(relative), hex(relative)));
+/// Features ::= SEQUENCE OF INTEGER, numbers of extensions of TLS (RFC 7633)
+Node features(const List *numbers) {
+  std::vector<std::string> words;
+  std::vector<Json> json;
+  for (const auto *number : elements<Integer>(numbers)) {
+    const std::string digits = number_text(number);
+    words.push_back(digits == "5"    ? "status_request"
+                    : digits == "17" ? "status_request_v2"
+                                     : "extension " + digits);
+    json.push_back(json_of_number(number));
+  }
+  return text(joined(words), Json::array(json));
 }
 
 }  // namespace
-
-// DistributionPointName ::= CHOICE { fullName [0], nameRelativeToCRLIssuer [1] }
-Node describe(const DistributionPointName *name, const View &view) {
-  Description fields(view);
-  return add_point_name(fields, name, view).node();
-}
-
-// DistributionPoint ::= SEQUENCE { distributionPoint [0], reasons [1], cRLIssuer [2] }
-Node describe(const DistributionPoint *point, const View &view) {
-  Description fields(view);
-  add_point_name(fields, point->distributionPoint, view).field("reasons", point->reasons);
-  Node record =
-      fields.field("cRLIssuer", list_of("pki_GeneralName", point->cRLIssuer, view)).node();
-  std::vector<std::string> lines;
-  for (const Node &field : std::get<Node::Fields>(record.value)) {
-    if (field.name == "reasons") {
-      lines.push_back("  only for some reasons, bits " + hex(octets(point->reasons)));
-      continue;
-    }
-    const char *const word = field.name == "cRLIssuer" ? "  issued by " : "";
-    for (const std::string &line : lines_of(field, view).value_or(std::vector<std::string>()))
-      lines.push_back(word + line);
-  }
-  return with_lines(std::move(record), std::move(lines));
-}
 
 // AccessDescription ::= SEQUENCE { accessMethod, accessLocation }
 Node describe(const AccessDescription *access, const View &view) {
@@ -179,10 +140,6 @@ Type logotype(const char *name) { return {.syntax = name, .about = "a part of lo
 
 std::vector<Type> extension_types() {
   return {
-      {.syntax = "pki_OtherName", .about = "a name of a kind of its own"},
-      {.syntax = "pki_GeneralName",
-       .about = "a name of one of several kinds",
-       .by_hand = as<GeneralName>},
       {.syntax = "pki_AuthorityKeyIdentifier",
        .about = "which key an issuer signed with",
        .by_hand = as<AuthorityKeyIdentifier>},
@@ -192,25 +149,14 @@ std::vector<Type> extension_types() {
        .by_hand = as<BasicConstraints>},
       {.syntax = "pki_GeneralSubtree",
        .about = "a part of the names of one kind",
-       .hints = {{"minimum", as<number>}, {"maximum", as<number>}},
        .by_hand = as<GeneralSubtree>},
-      {.syntax = "pki_NameConstraints", .about = "which names an issuer may give"},
-      {.syntax = "pki_PolicyConstraints",
-       .about = "from where on policies must be stated",
-       .hints = {{"requireExplicitPolicy", as<number>}, {"inhibitPolicyMapping", as<number>}},
-       .by_hand = as<PolicyConstraints>},
-      {.syntax = "pki_PolicyMapping",
-       .about = "two policies that are alike",
-       .by_hand = as<PolicyMapping>},
+      {.syntax = "pki_NameConstraints",
+       .about = "which names an issuer may give",
+       .by_hand = as<NameConstraints>},
+      {.syntax = "pki_Features", .about = "what a server must offer", .by_hand = as<features>},
       {.syntax = "pki_PrivateKeyUsagePeriod",
        .about = "from when and until when a key signs",
        .by_hand = as<pki_PrivateKeyUsagePeriod>},
-      {.syntax = "pki_DistributionPointName",
-       .about = "where a CRL is found",
-       .by_hand = as<DistributionPointName>},
-      {.syntax = "pki_DistributionPoint",
-       .about = "where a CRL is found, for which reasons and from which issuer",
-       .by_hand = as<DistributionPoint>},
       {.syntax = "pki_AccessDescription",
        .about = "a service and where it is found",
        .by_hand = as<AccessDescription>},
@@ -219,9 +165,6 @@ std::vector<Type> extension_types() {
       {.syntax = "pki_ExtKeyUsageSyntax",
        .about = "for which purposes a key is",
        .by_hand = as<extended_key_usage>},
-      {.syntax = "pki_InhibitAnyPolicy",
-       .about = "from where on anyPolicy counts no more",
-       .by_hand = as<number>},
       {.syntax = "pki_CRLNumber", .about = "the number of a CRL", .by_hand = as<number>},
       {.syntax = "pki_BaseCRLNumber",
        .about = "the number of the CRL that a delta CRL goes with",

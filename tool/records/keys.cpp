@@ -44,12 +44,12 @@ struct KeyRow {
 constexpr KeyRow key_rows[] = {{"rsaEncryption", "pki_RSAPrivateKey"},
                                {"rsassa-pss", "pki_RSAPrivateKey"},
                                {"rsaes-oaep", "pki_RSAPrivateKey"},
-                               {"ecPublicKey", "pki_ECPrivateKey"},
+                               {"id-ecPublicKey", "pki_ECPrivateKey"},
                                {"Ed25519", "OctetString", as<secret_octets>},
                                {"Ed448", "OctetString", as<secret_octets>},
                                {"X25519", "OctetString", as<secret_octets>},
                                {"X448", "OctetString", as<secret_octets>},
-                               {"dsa", "Integer", as<secret_number>},
+                               {"id-dsa", "Integer", as<secret_number>},
                                {"dhKeyAgreement", "Integer", as<secret_number>},
                                {"dhpublicnumber", "Integer", as<secret_number>}};
 

@@ -30,12 +30,12 @@ Node message(const pki_ContentInfo *info, const char *data_type, const View &vie
     return add_inside(fields, "content", describe(info->content, view),
                       read_value(content, "pki_Nonce", view))
         .node();
-  Inside inside = data_type == nullptr ? Inside() : read_value(octets(data.get()), data_type, view);
   if (data_type == nullptr)
-    return fields.field("content", owning(octets_with_text(data.get(), view), std::move(data)))
-        .node();
-  add_inside(fields, "content", secret(describe(info->content, view), view), std::move(inside))
-      .brief();
+    fields.field("content", octets_with_text(data.get(), view));
+  else
+    add_inside(fields, "content", secret(describe(info->content, view), view),
+               read_value(octets(data.get()), data_type, view))
+        .brief();
   return owning(fields.node(), std::move(data));
 }
 

@@ -50,25 +50,17 @@ Node refused(const Source &source, const std::string &sentence, const View &view
                    view);
 }
 
-/// Whether an element that begins with this octet is of a type.
-bool begins(const pki_Type *type, uint8_t octet) {
-  if (pki_Type_kind(type) != PKI_CHOICE) {
-    const uint8_t own = pki_Type_identifier(type);
-    return own == 0 || own == octet || (own | tag::constructed) == octet;
-  }
-  pki_Field field;
-  for (uint32_t i = 0; pki_Type_field(type, i, &field) != 0; ++i)
-    if (field.tagging == PKI_UNTAGGED && field.found_by == 0
-            ? begins(field.type, octet)
-            : (field.found_by | tag::constructed) == (octet | tag::constructed))
-      return true;
-  return false;
-}
+bool same_number(uint8_t a, uint8_t b) { return (a | tag::constructed) == (b | tag::constructed); }
 
 /// Whether an element that begins with this octet is a field, in either form.
 bool begins(const pki_Field &field, uint8_t octet) {
-  if (field.tagging == PKI_UNTAGGED) return begins(field.type, octet);
-  return (field.tag | tag::constructed) == (octet | tag::constructed);
+  if (field.tagging != PKI_UNTAGGED) return same_number(field.tag, octet);
+  if (pki_Type_kind(field.type) != PKI_CHOICE)
+    return field.found_by == 0 || same_number(field.found_by, octet);
+  pki_Field alternative;
+  for (uint32_t i = 0; pki_Type_field(field.type, i, &alternative) != 0; ++i)
+    if (begins(alternative, octet)) return true;
+  return false;
 }
 
 /// Returns the node, which now keeps the copy that it borrows from too.
@@ -136,9 +128,12 @@ Node fields_of(const Source &source, const pki_Type *type, const View &view) {
     fields.field(field.name,
                  field_of(source.part(parts[next++], field.name), field, view, hint.describe));
   }
-  for (; next < parts.size(); ++next)
-    fields.field("malformed", refused(source.part(parts[next], ""),
-                                      "expected the end, found " + tag_name(parts[next][0]), view));
+  if (next < parts.size()) {
+    const uint8_t *const rest = parts[next].data();
+    const Octets left(rest, static_cast<size_t>(&parts.back().back() + 1 - rest));
+    fields.field("unexpected", refused(source.part(left, ""),
+                                       "expected the end, found " + tag_name(*rest), view));
+  }
   return fields.node();
 }
 
@@ -184,7 +179,7 @@ Node value_of(const Source &source, const pki_Type *type, const View &view, Desc
 Node with_rest(Node node, const Source &rest, const View &view) {
   Node marked = refused(rest, "expected the end, found " + tag_name(rest.octets[0]), view);
   if (auto *const fields = std::get_if<Node::Fields>(&node.value)) {
-    marked.name = "malformed";
+    marked.name = "unexpected";
     fields->push_back(std::move(marked));
     node.shown = nullptr;
   } else if (auto lines = lines_of(node, view)) {
