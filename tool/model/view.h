@@ -14,6 +14,7 @@ struct View {
   bool oids = false;    ///< the dotted form after each name
   bool full = false;    ///< long values to their end, and keys and signatures
   bool colour = false;  ///< escape sequences for a terminal
+  size_t columns = 80;  ///< the width of a page, at least 40
   Seconds moment = 0;   ///< the moment for which validity is judged
   uint32_t depth = 0;   ///< how many messages, bags and objects are around what is described
 
