@@ -9,6 +9,8 @@
 #include "commands/commands.h"
 #include "model/outline_path.h"
 #include "system/output.h"
+#include "system/pager.h"
+#include "system/terminal.h"
 #include "text/characters.h"
 #include "text/nearest.h"
 #include "text/serials.h"
@@ -123,11 +125,7 @@ The status is 0 where all have one key, 1 where there are several, and 2 where t
 known: an element cannot be read, has no key or an encrypted one.)";
 
 bool colour_wanted(const std::string &when) {
-  if (when != "auto") return when == "always";
-  const char *const no_color = std::getenv("NO_COLOR");
-  const char *const terminal = std::getenv("TERM");
-  return isatty(STDOUT_FILENO) != 0 && (no_color == nullptr || *no_color == '\0') &&
-         (terminal == nullptr || std::string_view(terminal) != "dumb");
+  return when == "auto" ? tool::takes_colours() : when == "always";
 }
 
 /// Whether a word that is no command is meant as a file to show.
@@ -204,7 +202,8 @@ class CommandLine {
       return app_.exit(error) == 0 ? status_good : status_wrong_usage;
     }
     if (question_) return ask();
-    return command_() ? status_good : status_bad_input;
+    const auto status = [this] { return command_() ? status_good : status_bad_input; };
+    return pages_ ? tool::run_paged(status) : status();
   }
 
  private:
@@ -250,6 +249,16 @@ class CommandLine {
         });
   }
 
+  void add_no_pager(CLI::App *command) {
+    command->add_flag("--no-pager", no_pager_, "Print all at once, however long it is");
+  }
+
+  /// Whether a command shows what it prints in a pager. What is typed comes before that.
+  bool pages(const std::vector<std::string> &files) const {
+    const bool typed = files.empty() || std::ranges::find(files, "-") != files.end();
+    return !no_pager_ && !(typed && isatty(STDIN_FILENO) != 0);
+  }
+
   void add_show() {
     CLI::App *const command = add("show", "Print what elements hold", show_examples);
     command->add_option("FILE", show_.files, "PEM or DER; standard input without one, or for -");
@@ -266,12 +275,15 @@ class CommandLine {
     command->add_flag("--secrets", show_.view.secrets, "The secret octets of private keys");
     add_moment(command);
     add_colour(command);
+    add_no_pager(command);
     add_type(command);
     command->callback([this] {
       using Form = tool::ShowRequest::Form;
       show_.form = json_ ? Form::json : brief_ ? Form::brief : Form::page;
       show_.type = tool::type_named(type_);
       fill(show_.view);
+      show_.view.columns = tool::page_columns();
+      pages_ = show_.form != Form::json && pages(show_.files);
       command_ = [this] { return tool::show(show_); };
     });
   }
@@ -361,7 +373,11 @@ class CommandLine {
 
   void add_types() {
     CLI::App *const command = add("types", "List the types that are read", types_examples);
-    command->callback([this] { command_ = tool::list_types; });
+    add_no_pager(command);
+    command->callback([this] {
+      pages_ = !no_pager_;
+      command_ = tool::list_types;
+    });
   }
 
   void add_colour(CLI::App *command) {
@@ -427,6 +443,8 @@ class CommandLine {
                 "orvelasn1"};
   std::function<bool()> command_;
   std::function<tool::Answer()> question_;  ///< what is run in place of a command
+  bool pages_ = false;
+  bool no_pager_ = false;
   std::string type_;
   std::string colour_ = "auto";
   std::string moment_;

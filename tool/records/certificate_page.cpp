@@ -55,7 +55,7 @@ void add_key(Page &page, const Certificate *certificate, const View &view) {
 std::string certificate_page(const void *record, const std::string &where, const View &view) {
   const auto *const certificate = static_cast<const Certificate *>(record);
   const Certificate_TBS &tbs = *certificate->tbsCertificate;
-  Page page(view.colour);
+  Page page(view);
   page.section("Certificate", where);
   page.row("version", version_text(tbs.version));
   page.row("serialNumber", integer_text(tbs.serialNumber));
