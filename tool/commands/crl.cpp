@@ -269,7 +269,7 @@ void Search::sum_up(const Input &input, const Element &element, const Revocation
         .put("lastRevocation", date(last));
     return emit(object.text() + "\n");
   }
-  Page page(request_.view.colour);
+  Page page(request_.view);
   page.section("CertificateRevocationList", input.where(element));
   page.row("issuer", name_text(list.issuer()));
   page.row("thisUpdate", time_text(from.get(), " UTC"));

@@ -108,7 +108,7 @@ class Sorter {
   }
 
   std::string page_of(const Group &group) const {
-    Page page(request_.view.colour, request_.view.columns);
+    Page page(request_.view);
     page.section(kind_of_key(group.places.front().holder.spki),
                  group.places.size() > 1 ? "" : "alone");
     for (const Bytes &digest : group.digests)
@@ -118,7 +118,7 @@ class Sorter {
   }
 
   std::string page_of_unknown() const {
-    Page page(request_.view.colour, request_.view.columns);
+    Page page(request_.view);
     page.section("Keys that are not known");
     for (const Place &place : unknown_) page.row(place.where, about(place.holder));
     return page.text() + "\n";
