@@ -26,7 +26,7 @@ class InputForms : public Tool {
 
   /// What is said of an input that is not well, without the name of the tool.
   std::string message(const std::string &input) const {
-    const Outcome result = run({"show", "--json"}, input);
+    const Outcome result = run({"show"}, input);
     EXPECT_EQ(1, result.status);
     const std::string start = "orvelasn1: standard input: element ";
     EXPECT_TRUE(result.err.starts_with(start)) << result.err;
