@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <system_error>
 
 #include "system/isolate.h"
@@ -61,11 +62,12 @@ class Patience {
 };
 
 /// Runs the job for each element of an input.
-bool for_each_element(Input &input, const ElementJob &job) {
+bool for_each_element(Input &input, const ElementJob &job, const Watch &watch) {
   Patience patience;
   bool all_well = true;
   for (auto elements = input.take(elements_a_child); !elements.empty() && !patience.is_over();
-       elements = input.take(elements_a_child))
+       elements = input.take(elements_a_child)) {
+    if (watch.seen) std::ranges::for_each(elements, watch.seen);
     all_well &= run_isolated(
         elements.size(),
         [&](size_t i) {
@@ -77,6 +79,8 @@ bool for_each_element(Input &input, const ElementJob &job) {
           return good;
         },
         [&](size_t i, const std::string &words) { report_end(input, elements[i], words); });
+  }
+  if (watch.ended) watch.ended(input);
   return all_well;
 }
 
@@ -86,7 +90,8 @@ void report(const Input &input, const Element &element, const Fault &fault) {
   complain(input.where(element, fault) + ": " + fault.text);
 }
 
-bool for_each_element(const std::vector<std::string> &files, const ElementJob &job) {
+bool for_each_element(const std::vector<std::string> &files, const ElementJob &job,
+                      const Watch &watch) {
   const std::vector<std::string> standard_input{"-"};
   bool all_well = true;
   for (const std::string &file : files.empty() ? standard_input : files) {
@@ -94,7 +99,7 @@ bool for_each_element(const std::vector<std::string> &files, const ElementJob &j
       complain("reading standard input, end it with control-D");
     try {
       Input input(file);
-      all_well &= for_each_element(input, job);
+      all_well &= for_each_element(input, job, watch);
     } catch (const std::system_error &error) {
       report_file(file, error);
       all_well = false;
@@ -104,13 +109,14 @@ bool for_each_element(const std::vector<std::string> &files, const ElementJob &j
 }
 
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const RecordJob &job, const FaultJob &refused) {
-  return for_each_element(files, [&](const Input &input, const Element &element) {
+                     const RecordJob &job, const FaultJob &refused, const Watch &watch) {
+  const auto decode_and_run = [&](const Input &input, const Element &element) {
     Decoding decoding = decode(element, wanted);
     const bool done = decoding.record && job(input, element, *decoding.type, *decoding.record);
     if (decoding.fault) refused(input, element, *decoding.fault);
     return done && !decoding.fault;
-  });
+  };
+  return for_each_element(files, decode_and_run, watch);
 }
 
 }  // namespace tool

@@ -14,12 +14,19 @@ void report(const Input &input, const Element &element, const Fault &fault);
 
 using ElementJob = std::function<bool(const Input &, const Element &)>;
 
+/// What a command does in the tool's own process, beside its jobs. Both may be null.
+struct Watch {
+  std::function<void(const Element &)> seen;  ///< for each element, before its job
+  std::function<void(const Input &)> ended;   ///< past the last job of an input
+};
+
 /// Runs `job` for each element of each file, isolated from the rest. Reports a file that cannot be
 /// read and an element that ends its process, and goes on with the others. Where many elements in
 /// a row of a DER input fail, skips the rest of it.
 ///
 /// @return whether all went well.
-bool for_each_element(const std::vector<std::string> &files, const ElementJob &job);
+bool for_each_element(const std::vector<std::string> &files, const ElementJob &job,
+                      const Watch &watch = {});
 
 using RecordJob = std::function<bool(const Input &, const Element &, const Type &, Record &)>;
 
@@ -29,7 +36,8 @@ using FaultJob = std::function<void(const Input &, const Element &, const Fault 
 /// Decodes each element and runs `job` for each record, isolated from the rest. Runs `refused` for
 /// elements that are refused.
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const RecordJob &job, const FaultJob &refused = report);
+                     const RecordJob &job, const FaultJob &refused = report,
+                     const Watch &watch = {});
 
 }  // namespace tool
 

@@ -1,6 +1,7 @@
 #include "commands/batch.h"
 #include "commands/commands.h"
 #include "input/pem.h"
+#include "records/chain.h"
 #include "system/output.h"
 #include "text/characters.h"
 
@@ -39,9 +40,21 @@ std::string json_line(const Input &input, const Element &element, const Fault &f
   return object.text() + "\n";
 }
 
+/// Collects the certificates of each input, and ends its pages with their chain.
+Watch chain_after_pages(Chain &chain, const View &view) {
+  return {[&chain](const Element &element) { chain.add(element); },
+          [&chain, &view](const Input &input) {
+            emit(chain.page(input.name(), view));
+            chain = Chain();
+          }};
+}
+
 }  // namespace
 
 bool show(const ShowRequest &request) {
+  Chain chain;
+  const bool has_chain = request.form == ShowRequest::Form::page &&
+                         (request.type == nullptr || request.type->name == "certificate");
   return for_each_record(
       request.files, request.type,
       [&request](const Input &input, const Element &element, const Type &type,
@@ -64,7 +77,8 @@ bool show(const ShowRequest &request) {
           emit(json_line(input, element, fault));
         else
           report(input, element, fault);
-      });
+      },
+      has_chain ? chain_after_pages(chain, request.view) : Watch());
 }
 
 }  // namespace tool
