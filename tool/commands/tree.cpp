@@ -29,13 +29,23 @@ class Output {
   std::string text_;
 };
 
+/// Whether the octets follow a type into one of its fields' own fields, and no further.
+bool follows_far(const Type &type, Octets octets) {
+  pki_Fault fault;
+  return pki_explain(type.syntax.type, octets.data(), octets.data() + octets.size(), &fault) == 0 ||
+         std::string_view(fault.path).find('.') != std::string_view::npos;
+}
+
 /// Returns the type of an element: the one that it is taken for, or the one of several that takes
-/// all its octets. Returns null where none is sure.
+/// all its octets. Returns null where none is sure: any element has the structure of some small
+/// type up to a few octets.
 const Type *type_of(const Element &element, const Type *wanted) {
   auto tried = candidates(element, wanted);
-  if (tried.size() > 1)
-    std::erase_if(tried,
-                  [&](const Type *type) { return type->syntax.fault(element.octets).has_value(); });
+  const bool is_named = wanted != nullptr || !element.label.empty();
+  std::erase_if(tried, [&](const Type *type) {
+    return tried.size() > 1 ? type->syntax.fault(element.octets).has_value()
+                            : !is_named && !follows_far(*type, element.octets);
+  });
   return tried.size() == 1 ? tried.front() : nullptr;
 }
 

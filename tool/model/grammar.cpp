@@ -229,6 +229,7 @@ void Grammar::open_string(size_t level, const Place &place) {
         .kind = Kind::value,
         .type = place.content,
         .of = place.content,
+        .whole = true,
         .defines = true},
        place);
 }

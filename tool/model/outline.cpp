@@ -128,19 +128,19 @@ class Walk {
     OutlineLine line;
     line.offset = at_;
     line.depth = levels_.depth();
-    line.header = ber::read_header(left());
-    if (line.header.size == 0) return give_up(line.header.fault);
     line.octets = left();
-    if (!line.header.indefinite && !line.header.overlong)
-      line.octets = line.octets.first(line.header.size + line.header.length);
+    line.header = ber::read_header(line.octets);
     line.same_path = std::exchange(same_path_, false);
-    const size_t level = levels_.depth();
-    line.place = grammar_.next(level, line.header.identifier);
-    if (line.place.list && line.header.identifier != tag::sequence)
-      tell_own_fault("expected SEQUENCE, found " + ber::tag_name(line.header));
+    line.place = grammar_.next(levels_.depth(), line.octets[0]);
     if (line.place.begins)
       faults_.expect(line.place.type, input_, at_, levels_.top().end, grammar_.path(line.place),
                      line.place.fills);
+    if (line.header.size == 0) return give_up(line.header.fault);
+    if (line.header.identifier == 0) return give_up("a tag of 0, which no element has");
+    if (line.place.list && line.header.identifier != tag::sequence)
+      tell_own_fault("expected SEQUENCE, found " + ber::tag_name(line.header));
+    if (!line.header.indefinite && !line.header.overlong)
+      line.octets = line.octets.first(line.header.size + line.header.length);
     descend(line);
   }
 
@@ -149,9 +149,8 @@ class Walk {
     const size_t start = at_ + line.header.size;
     const size_t end = line.header.indefinite ? levels_.top().end : at_ + line.octets.size();
     const Octets content = line.content();
-    const Octets inside = line.header.constructed() ? Octets() : string_content(line);
-    line.holds = !line.header.overlong &&
-                 (line.place.content != nullptr || (may_hold(line) && ber::is_element(inside)));
+    const auto inside = may_hold(line) ? string_content(line) : std::nullopt;
+    line.holds = inside && (line.place.content != nullptr || ber::is_element(*inside));
     if (!faults_.empty())
       tell_faults([&](const Faults::Fault &fault) { return fault.offset < at_; });
     tell(line);
@@ -162,7 +161,6 @@ class Walk {
       if (!told) tell_own_fault(line.header.fault);
       cut_ = end;
     }
-    if (line.header.identifier == 0 && !told) tell_own_fault("a tag of 0, which no element has");
     if (line.header.identifier == object_identifier)
       grammar_.note_identifier(levels_.depth(), content);
     if (line.header.constructed()) {
@@ -171,8 +169,8 @@ class Walk {
       levels_.open({end, line.header.indefinite});
       grammar_.open(levels_.depth(), line.place);
     } else if (line.holds) {
-      at_ = end - inside.size();
-      if (inside.empty())
+      at_ = end - inside->size();
+      if (inside->empty())
         faults_.expect(line.place.content, input_, at_, end, grammar_.path(line.place), true);
       same_path_ = true;
       levels_.open({end, false});
@@ -195,19 +193,20 @@ class Walk {
     return place < end || (place == end && start == end && fault.path == grammar_.path(line.place));
   }
 
-  /// Returns the octets of a string, without the count of unused bits; nothing where some are.
-  static Octets string_content(const OutlineLine &line) {
-    const Octets content = line.content();
-    if (line.meant() != bit_string) return content;
-    return content.empty() || content[0] != 0 ? Octets() : content.subspan(1);
-  }
-
   /// Whether the element is a string that may hold another.
   static bool may_hold(const OutlineLine &line) {
     const pki_Type *const type = line.place.type;
-    return !line.header.constructed() &&
+    return !line.header.constructed() && !line.header.overlong &&
            (line.meant() == octet_string || line.meant() == bit_string) &&
            (type == nullptr || pki_Type_kind(type) != PKI_TLS_LIST);
+  }
+
+  /// Returns the octets of a string, without the count of unused bits; nothing where some are.
+  static std::optional<Octets> string_content(const OutlineLine &line) {
+    const Octets content = line.content();
+    if (line.meant() != bit_string) return content;
+    if (content.empty() || content[0] != 0) return std::nullopt;
+    return content.subspan(1);
   }
 
   /// Closes the levels that end here.

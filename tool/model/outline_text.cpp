@@ -99,7 +99,8 @@ std::string name_of(const OutlineLine &line) {
     if (!name.empty()) name += '.';
     name += place.alternative;
   }
-  if (name.empty() && place.begins && !place.list) name = pki_Type_name(place.type);
+  if (name.empty() && place.begins && pki_Type_name(place.type) != ber::tag_name(line.header))
+    name = pki_Type_name(place.type);
   return name;
 }
 
