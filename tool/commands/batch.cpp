@@ -59,10 +59,12 @@ bool for_each_element(const std::vector<std::string> &files,
 }
 
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const RecordJob &job) {
+                     const RecordJob &job,
+                     const std::function<void(const Input &, const Element &)> &refused) {
   return for_each_element(files, [&](const Input &input, const Element &element) {
     Decoding decoding = decode(element, wanted);
     const bool done = decoding.record && job(input, element, *decoding.type, *decoding.record);
+    if (!decoding.record && refused) refused(input, element);
     if (decoding.fault) report(input, element, *decoding.fault);
     return done && !decoding.fault;
   });

@@ -21,10 +21,11 @@ bool for_each_element(const std::vector<std::string> &files,
 
 using RecordJob = std::function<bool(const Input &, const Element &, const Type &, Record &)>;
 
-/// Decodes each element and runs `job` for each record, isolated from the rest. Reports elements
-/// that are refused.
+/// Decodes each element and runs `job` for each record, isolated from the rest. Runs `refused` for
+/// each element that is refused, and reports it.
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const RecordJob &job);
+                     const RecordJob &job,
+                     const std::function<void(const Input &, const Element &)> &refused = nullptr);
 
 }  // namespace tool
 

@@ -1,5 +1,6 @@
 #include "commands/batch.h"
 #include "commands/commands.h"
+#include "commands/outlines.h"
 #include "input/pem.h"
 #include "system/output.h"
 #include "text/characters.h"
@@ -46,6 +47,11 @@ bool show(const ShowRequest &request) {
             break;
         }
         return true;
+      },
+      [&request](const Input &input, const Element &element) {
+        if (request.form != ShowRequest::Form::page || element.octets.empty()) return;
+        const OutlineStyle style{request.view.colour, request.view.oids, request.view.full, false};
+        print_outline(element, request.type, input.where(element), style);
       });
 }
 
