@@ -112,15 +112,19 @@ class Walk {
 
   /// Tells the faults that the test is true of. Returns whether there was one.
   template <class Test>
-  bool tell_faults(Test test) {
+  bool tell_faults(Test test, size_t depth) {
     bool told = false;
     while (!faults_.empty()) {
       const auto fault = faults_.take(test);
       if (!fault) break;
-      tell_fault(fault->offset, fault->text(), levels_.depth());
+      tell_fault(fault->offset, fault->text(), depth);
       told = true;
     }
     return told;
+  }
+  template <class Test>
+  bool tell_faults(Test test) {
+    return tell_faults(test, levels_.depth());
   }
 
   /// Reads the next element, or what is in its place.
@@ -132,8 +136,8 @@ class Walk {
     line.header = ber::read_header(line.octets);
     line.same_path = std::exchange(same_path_, false);
     line.place = grammar_.next(levels_.depth(), line.octets[0]);
-    if (line.place.begins)
-      faults_.expect(line.place.type, input_, at_, levels_.top().end, grammar_.path(line.place),
+    if (line.place.begins != nullptr)
+      faults_.expect(line.place.begins, input_, at_, levels_.top().end, grammar_.path(line.place),
                      line.place.fills);
     if (line.header.size == 0) return give_up(line.header.fault);
     if (line.header.identifier == 0) return give_up("a tag of 0, which no element has");
@@ -237,22 +241,28 @@ class Walk {
 
   void missing_end() {
     cut_ = at_;
-    if (!tell_faults_here()) tell_own_fault("expected the end-of-contents");
-  }
-
-  void close_level() {
-    if (!faults_.empty()) tell_faults_here();
-    grammar_.close(levels_.depth());
-    levels_.close();
-  }
-
-  /// Tells the faults at the end of the innermost level.
-  bool tell_faults_here() {
-    if (!grammar_.knows(levels_.depth())) return false;
-    return tell_faults([&](const Faults::Fault &fault) {
-      return fault.offset == at_ && fault.path.starts_with(grammar_.path()) &&
-             on_one_way(fault.path, grammar_.path());
+    const bool told = tell_faults([&](const Faults::Fault &fault) {
+      return fault.offset == at_ && on_one_way(fault.path, grammar_.path());
     });
+    if (!told) tell_own_fault("expected the end-of-contents");
+  }
+
+  /// Closes a level, and tells what it should still have had. What the level around it should not
+  /// have is told with the element that comes next.
+  void close_level() {
+    const size_t depth = levels_.depth();
+    levels_.close();
+    if (!faults_.empty() && grammar_.knows(depth)) {
+      const std::string &path = grammar_.path();
+      const size_t fewest = path.size() + (at_ == levels_.top().end ? 0 : 1);
+      tell_faults(
+          [&](const Faults::Fault &fault) {
+            return fault.offset == at_ && fault.path.size() >= fewest &&
+                   on_one_way(fault.path, path);
+          },
+          depth);
+    }
+    grammar_.close(depth);
   }
 
   /// Tells why there is no element here, and what is left of the innermost element.
