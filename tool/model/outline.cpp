@@ -1,7 +1,8 @@
 #include "model/outline.h"
 
-#include <algorithm>
 #include <utility>
+
+#include "model/outline_faults.h"
 
 namespace tool {
 
@@ -10,66 +11,6 @@ namespace {
 using Kind = OutlineLine::Kind;
 
 using namespace ber::universal;
-
-/// Whether one path leads to the other.
-bool on_one_way(std::string_view a, std::string_view b) {
-  if (a.size() > b.size()) std::swap(a, b);
-  return b.starts_with(a) &&
-         (a.empty() || a.size() == b.size() || b[a.size()] == '.' || b[a.size()] == '[');
-}
-
-/// What the types find wrong, each at a place that the outline comes to later.
-class Faults {
- public:
-  struct Fault {
-    size_t offset;
-    std::string path;
-    std::string sentence;
-
-    std::string text() const { return path.empty() ? sentence : path + ": " + sentence; }
-  };
-
-  /// Holds the octets of an input from `at` to `end` against a type. `whole` where they must be one
-  /// value.
-  void expect(const pki_Type *type, Octets input, size_t at, size_t end, const std::string &path,
-              bool whole) {
-    pki_Fault found;
-    const uint8_t *const start = input.data() + at;
-    const bool wrong = pki_explain(type, start, input.data() + end, &found) != 0;
-    if (wrong)
-      add(at + found.offset, path, found.path, found.sentence);
-    else if (at == end)
-      add(at, path, "", "expected a value, but the enclosing element ends");
-    else if (whole && found.offset < end - at)
-      add(at + found.offset, path, "",
-          "expected the end, found " +
-              ber::tag_name(ber::read_header(input.subspan(at + found.offset))));
-  }
-
-  bool empty() const { return waiting_.empty(); }
-
-  /// Takes the first fault that the test is true of.
-  template <class Test>
-  std::optional<Fault> take(Test test) {
-    const auto found = std::ranges::find_if(waiting_, test);
-    if (found == waiting_.end()) return std::nullopt;
-    std::optional<Fault> taken(std::move(*found));
-    waiting_.erase(found);
-    return taken;
-  }
-
- private:
-  void add(size_t offset, const std::string &around, std::string_view inside,
-           std::string sentence) {
-    std::string path = around;
-    if (!path.empty() && !inside.empty() && inside[0] != '[') path += '.';
-    path += inside;
-    waiting_.push_back({offset, std::move(path), std::move(sentence)});
-  }
-
-  std::vector<Fault>
-      waiting_;  // one for each value that begins in another, and some depth of these
-};
 
 /// The walk over the elements of an input.
 class Walk {
@@ -84,7 +25,7 @@ class Walk {
       close_levels();
     }
     close_levels();
-    tell_faults([](const Faults::Fault &) { return true; });
+    tell_faults([](const TypeFault &) { return true; });
     return first_;
   }
 
@@ -107,7 +48,7 @@ class Walk {
 
   /// Tells what no type was there to find wrong, or not in time.
   void tell_own_fault(std::string why) {
-    tell_fault(at_, Faults::Fault{at_, grammar_.path(), std::move(why)}.text(), levels_.depth());
+    tell_fault(at_, TypeFault{at_, grammar_.path(), std::move(why)}.text(), levels_.depth());
   }
 
   /// Tells the faults that the test is true of. Returns whether there was one.
@@ -155,10 +96,9 @@ class Walk {
     const Octets content = line.content();
     const auto inside = may_hold(line) ? string_content(line) : std::nullopt;
     line.holds = inside && (line.place.content != nullptr || ber::is_element(*inside));
-    if (!faults_.empty())
-      tell_faults([&](const Faults::Fault &fault) { return fault.offset < at_; });
+    if (!faults_.empty()) tell_faults([&](const TypeFault &fault) { return fault.offset < at_; });
     tell(line);
-    const bool told = !faults_.empty() && tell_faults([&](const Faults::Fault &fault) {
+    const bool told = !faults_.empty() && tell_faults([&](const TypeFault &fault) {
       return is_of(fault, line, start, end);
     });
     if (line.header.overlong && end != cut_) {
@@ -188,7 +128,7 @@ class Walk {
   }
 
   /// Whether a fault belongs to an element from `at_` to `end`, whose content begins at `start`.
-  bool is_of(const Faults::Fault &fault, const OutlineLine &line, size_t start, size_t end) const {
+  bool is_of(const TypeFault &fault, const OutlineLine &line, size_t start, size_t end) const {
     const size_t place = fault.offset;
     if (place < at_) return false;
     if (place == at_) return on_one_way(fault.path, grammar_.path(line.place));
@@ -241,7 +181,7 @@ class Walk {
 
   void missing_end() {
     cut_ = at_;
-    const bool told = tell_faults([&](const Faults::Fault &fault) {
+    const bool told = tell_faults([&](const TypeFault &fault) {
       return fault.offset == at_ && on_one_way(fault.path, grammar_.path());
     });
     if (!told) tell_own_fault("expected the end-of-contents");
@@ -256,7 +196,7 @@ class Walk {
       const std::string &path = grammar_.path();
       const size_t fewest = path.size() + (at_ == levels_.top().end ? 0 : 1);
       tell_faults(
-          [&](const Faults::Fault &fault) {
+          [&](const TypeFault &fault) {
             return fault.offset == at_ && fault.path.size() >= fewest &&
                    on_one_way(fault.path, path);
           },
@@ -267,7 +207,7 @@ class Walk {
 
   /// Tells why there is no element here, and what is left of the innermost element.
   void give_up(const std::string &why) {
-    const bool told = tell_faults([&](const Faults::Fault &fault) { return fault.offset <= at_; });
+    const bool told = tell_faults([&](const TypeFault &fault) { return fault.offset <= at_; });
     if (!told && levels_.top().end != cut_) tell_own_fault(why);
     tell_rest();
   }
@@ -282,15 +222,14 @@ class Walk {
     if (!line.octets.empty()) tell(line);
     at_ = cut_;
     // What is wrong in there was told.
-    while (!faults_.empty() && faults_.take([&](const Faults::Fault &f) { return f.offset < at_; }))
-      continue;
+    faults_.forget([&](const TypeFault &fault) { return fault.offset < at_; });
   }
 
   const Octets input_;
   Grammar grammar_;
   ber::Levels levels_;
   const std::function<bool(const OutlineLine &)> &tell_;
-  Faults faults_;
+  TypeFaults faults_;
   std::optional<OutlineFault> first_;
   size_t at_ = 0;
   size_t cut_ = SIZE_MAX;  ///< the end of the octets that something in front of it left too few
