@@ -16,7 +16,7 @@ namespace {
 using Kind = Difference::Kind;
 using Lines = std::vector<std::string>;
 
-constexpr size_t most_lines = 16;
+constexpr size_t most_lines = 64;
 
 /// Returns the octets of a value that is shown as a dump of several lines.
 std::optional<Bytes> dumped(const Lines &lines) {
@@ -80,6 +80,14 @@ class Writer {
     if (!a.empty()) out += line("-", a, Tone::alarm);
     if (!b.empty()) out += line("+", b, Tone::plain);
     emit(out);
+  }
+
+  /// Writes that the octets differ in nothing that is described.
+  void write_unseen(size_t a, size_t b, size_t offset) {
+    any_ = true;
+    if (request_.json) return emit(start("encoding", "").put("offset", offset).text() + "\n");
+    emit(head("(encoding)") + "  " + std::to_string(a) + " and " + counted(b, "octet") +
+         ", different from offset " + std::to_string(offset) + " on, in nothing that is shown\n");
   }
 
   bool any() const { return any_; }
@@ -199,10 +207,8 @@ bool compare(const DiffRequest &request, const Input &a, const Element &in_a, co
                      [&writer](const Difference &difference) { writer.write(difference); });
     if (!writer.any()) {
       const auto [at, place] = std::ranges::mismatch(in_a.octets, in_b.octets);
-      writer.write_whole("encoding",
-                         octets_text(in_a) + ", from offset " +
-                             std::to_string(at - in_a.octets.begin()) + " on others",
-                         octets_text(in_b));
+      writer.write_unseen(in_a.octets.size(), in_b.octets.size(),
+                          static_cast<size_t>(at - in_a.octets.begin()));
     }
   }
   outcome.differs = true;

@@ -33,13 +33,15 @@ bool reads_the_same(const Node &a, const Node &b) {
   return one->lines == other->lines;
 }
 
-/// Whether a node is a record of values that a page shows as a text, such as an algorithm.
+/// Whether a node is a record of values that a page shows as a text, such as an algorithm. What a
+/// page shows of an extension does not tell whether it is critical.
 bool is_simple(const Node &node) {
   const auto *const fields = fields_of(node);
   return fields != nullptr && node.shown != nullptr &&
          std::holds_alternative<Node::Text>(node.shown->value) &&
          std::ranges::none_of(*fields, [](const Node &field) {
-           return is_record(field) || is_list(field) || field.name == "decoded";
+           return is_record(field) || is_list(field) || field.name == "decoded" ||
+                  field.name == "extnValue";
          });
 }
 
