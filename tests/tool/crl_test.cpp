@@ -264,6 +264,29 @@ TEST_F(Crl, AnAnswerAsJson) {
             json::parse(missing.out));
 }
 
+TEST_F(Crl, SaysWhatIsMalformedOutsideTheEntries) {
+  // Past the version, the algorithm and a name of 15 octets stands thisUpdate, at offset 29.
+  const Bytes broken =
+      sequence(sequence(hex("02 01 01") + hex(ed25519) + common_name("CA") + utc("201301000000Z") +
+                        element(0xA0, sequence(extension("55 1D 14", hex("05 00"))))) +
+               hex(ed25519) + element(0x03, hex("00 01")));
+  const Outcome result = run({"crl"}, characters(broken));
+  EXPECT_EQ(2, result.status);
+  EXPECT_EQ(
+      "orvelasn1: standard input: element 1, offset 29: thisUpdate: \"201301000000Z\" is no date\n"
+      "orvelasn1: standard input: element 1, offset 46: crlExtensions: the value of cRLNumber is "
+      "no "
+      "INTEGER\n",
+      result.err);
+  const Bytes no_name = sequence(sequence(hex("02 01 01") + hex(ed25519) +
+                                          sequence(hex("31 02 05 00")) + utc("200101000000Z")) +
+                                 hex(ed25519) + element(0x03, hex("00 01")));
+  const Outcome unnamed = run({"crl"}, characters(no_name));
+  EXPECT_EQ(2, unnamed.status);
+  EXPECT_TRUE(unnamed.err.starts_with("orvelasn1: standard input: element 1, offset 18: issuer"))
+      << unnamed.err;
+}
+
 TEST_F(Crl, SaysWhereTheEntriesAreMalformed) {
   Bytes many;
   for (int i = 0; i < 20; ++i) many = many + sequence(integer("02"));

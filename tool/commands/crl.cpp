@@ -242,8 +242,7 @@ void Search::sum_up(const Input &input, const Element &element, const Revocation
   const auto until = decoded(asn1_Time_d, asn1_Time_free, list.next_update());
   const auto number = list.number();
   const auto base = list.base_number();
-  if (!number || !base)
-    trouble(input.where(element) + ": the extensions of the CRL cannot be read");
+  for (const Fault &fault : list.faults()) report_fault(input, element, fault);
   const auto present = [](const std::optional<Octets> &one) { return one && !one->empty(); };
   if (request_.json) {
     const auto date = [](const std::optional<Seconds> &one) {
