@@ -44,8 +44,8 @@ class Sorter {
     for (const std::string &file : request_.files.empty() ? standard_input : request_.files)
       read(file);
     for (Group &group : groups_) add_digests(group);
-    std::ranges::stable_partition(groups_,
-                                  [](const Group &group) { return group.places.size() > 1; });
+    std::stable_partition(groups_.begin(), groups_.end(),
+                          [](const Group &group) { return group.places.size() > 1; });
     for (const Group &group : groups_) emit(request_.json ? json_of(group) : page_of(group));
     if (!unknown_.empty()) emit(request_.json ? json_of_unknown() : page_of_unknown());
     if (trouble_) return Answer::unknown;
