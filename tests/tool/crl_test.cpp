@@ -139,6 +139,13 @@ TEST_F(Crl, ADeltaDoesNotSayThatACertificateIsNotRevoked) {
             answer({"--serial", "0x1000"}, delta));
 }
 
+TEST_F(Crl, ExtensionsThatCannotBeReadMayBeThoseOfADelta) {
+  EXPECT_EQ(
+      "2 0A: not revoked\norvelasn1: standard input: element 1: its extensions cannot be read: "
+      "whether it lists all that is revoked is not known\n",
+      answer({"--serial", "0A"}, crl(entries, extension("55 1D 1B", hex("05 00")))));
+}
+
 TEST_F(Crl, WhatCannotBeReadIsNeitherRevokedNorNot) {
   // The second entry ends at offset 86, where its date should be.
   const Bytes broken = crl(entry("01") + sequence(integer("02")) + entry("03"), {});

@@ -167,10 +167,15 @@ class Search {
       question.asked = true;
       emit(missing_line(input, element, where, question));
       const auto base = list.base_number();
-      if (!base || !base->empty())
-        trouble(input.where(element) +
-                ": a delta CRL lists only what has changed: ask the CRL that it is based on" +
-                (base ? ", number " + hex(*base) : std::string()));
+      if (!base)
+        trouble(
+            input.where(element) +
+            ": its extensions cannot be read: whether it lists all that is revoked is not known");
+      else if (!base->empty())
+        trouble(
+            input.where(element) +
+            ": a delta CRL lists only what has changed: ask the CRL that it is based on, number " +
+            hex(*base));
     }
   }
 
