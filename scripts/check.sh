@@ -22,10 +22,7 @@ want_test_tools() {
 want_what_presets_need() {
   for preset in $presets; do
     case $preset in
-      m32)
-        want g++-multilib links g++ -m32
-        want nettle-dev:i386 links g++ -m32 -lhogweed -lnettle -lgmp
-        ;;
+      m32) want g++-multilib links g++ -m32 ;;
       clang)
         want clang has clang++
         want libclang-rt-dev links clang++ -fsanitize=address,undefined

@@ -91,14 +91,12 @@ provide() {
     say "These are missing, by the names of their Debian packages:" >&2
     for package in $missing; do say "  $package" >&2; done
     if has apt-get >/dev/null; then
-      case $missing in *:i386*) say "Before them: sudo dpkg --add-architecture i386" >&2 ;; esac
       fail "Run this once as root, or install them: sudo apt-get install$missing"
     fi
     fail "Install what your system has in their place, then run this again."
   fi
   say "Installing$missing"
   export DEBIAN_FRONTEND=noninteractive
-  case $missing in *:i386*) dpkg --add-architecture i386 ;; esac
   # The names must be split.
   # shellcheck disable=SC2086
   { apt-get update -q && apt-get install -q -y --no-install-recommends $missing; } ||

@@ -33,6 +33,7 @@ constexpr const char *overview = R"(Examples:
   orvelasn1 types                          what "show" and the like can read
   orvelasn1 crl ca.crl --serial 0A1B       is it revoked?
   orvelasn1 key server.pem server.key      do they belong together?
+  orvelasn1 diff old.pem new.pem           what has changed?
 
 Inputs are PEM, DER, or a text with either in base64, such as JSON or XML, with one
 element or many. What an element is, its PEM label or its structure tells, or you do,
@@ -124,6 +125,20 @@ computed where the key does not hold it. A pin is the SHA-256 digest of a Subjec
 The status is 0 where all have one key, 1 where there are several, and 2 where that is not
 known: an element cannot be read, has no key or an encrypted one.)";
 
+constexpr const char *diff_examples = R"(Examples:
+  orvelasn1 diff old.pem new.pem                      what has changed?
+  orvelasn1 diff --json old.crl new.crl | jq -r .path
+  orvelasn1 diff old.crl new.crl | grep -c '^+'
+  openssl req -in server.csr -pubkey -noout | orvelasn1 diff - server.pub
+
+The first element of one file is compared with the first of the other, the second with the
+second, and so on. Each difference stands under the path of its place: "-" is before what the
+first file has, "+" before what the second has. Extensions, entries of a CRL and their like are
+compared by their identifiers and numbers, wherever they stand.
+
+The status is that of diff: 0 where there is no difference, 1 where there is one, and 2 where
+something cannot be read.)";
+
 bool colour_wanted(const std::string &when) {
   return when == "auto" ? tool::takes_colours() : when == "always";
 }
@@ -182,6 +197,7 @@ class CommandLine {
     add_types();
     add_crl();
     add_key();
+    add_diff();
   }
 
   /// Returns the status of the tool.
@@ -439,6 +455,21 @@ class CommandLine {
     });
   }
 
+  void add_diff() {
+    CLI::App *const command = add("diff", "Say what differs between two files", diff_examples);
+    command->add_option("A", diff_.a, "PEM or DER; standard input for -")->required();
+    command->add_option("B", diff_.b, "PEM or DER; standard input for -")->required();
+    command->add_flag("--json", diff_.json, "One JSON object a line, for each difference");
+    command->add_flag("--oids", diff_.view.oids, "The dotted identifier beside each name");
+    add_type(command);
+    add_colour(command);
+    command->callback([this] {
+      fill(diff_.view);
+      diff_.type = tool::type_named(type_);
+      question_ = [this] { return tool::diff(diff_); };
+    });
+  }
+
   CLI::App app_{"Shows, traces and writes back ASN.1 structures of public-key infrastructures",
                 "orvelasn1"};
   std::function<bool()> command_;
@@ -461,6 +492,7 @@ class CommandLine {
   bool list_ = false;
   tool::CrlRequest crl_;
   tool::KeyRequest key_;
+  tool::DiffRequest diff_;
 };
 
 }  // namespace

@@ -217,6 +217,23 @@ TEST_F(Key, WhatIsEncryptedIsListed) {
   EXPECT_EQ(2, page.status);
 }
 
+TEST_F(Key, WhatIsEncryptedInTheOldWayIsListedToo) {
+  const std::string key = generated({"-algorithm", "RSA", "-pkeyopt", "rsa_keygen_bits:1024"});
+  const std::string old = openssl({"rsa", "-traditional", "-aes128", "-passout", "pass:x"}, key);
+  const auto [status, lines] = sorted({}, key + old);
+  EXPECT_EQ(2, status);
+  ASSERT_EQ(2U, lines.size());
+  EXPECT_EQ("private key", lines[1]["elements"][0]["what"]);
+  EXPECT_NE("", lines[1]["elements"][0]["why"]);
+}
+
+TEST_F(Key, RubbishIsSkipped) {
+  const Outcome result = run({"key"}, std::string(1000, '\0'));
+  EXPECT_EQ(2, result.status);
+  EXPECT_EQ("", result.out);
+  EXPECT_LE(std::ranges::count(result.err, '\n'), 17) << result.err;
+}
+
 TEST_F(Key, LooksIntoBundles) {
   const std::string certificate = file("c.pem", make_certificate(ec_key));
   openssl({"pkcs12", "-export", "-in", certificate, "-inkey", path("key.pem"), "-out", path("p12"),

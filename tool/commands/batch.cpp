@@ -109,11 +109,15 @@ bool for_each_element(const std::vector<std::string> &files, const ElementJob &j
 }
 
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const RecordJob &job, const FaultJob &refused, const Watch &watch) {
+                     const RecordJob &job, const RefusalJob &refused, const Watch &watch) {
   const auto decode_and_run = [&](const Input &input, const Element &element) {
     Decoding decoding = decode(element, wanted);
-    const bool done = decoding.record && job(input, element, *decoding.type, *decoding.record);
-    if (decoding.fault) refused(input, element, *decoding.fault);
+    const bool decoded = decoding.record.has_value();
+    const bool done = decoded && job(input, element, *decoding.type, *decoding.record);
+    if (decoding.fault && refused)
+      refused(input, element, *decoding.fault, decoded);
+    else if (decoding.fault)
+      report(input, element, *decoding.fault);
     return done && !decoding.fault;
   };
   return for_each_element(files, decode_and_run, watch);

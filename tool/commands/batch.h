@@ -30,13 +30,13 @@ bool for_each_element(const std::vector<std::string> &files, const ElementJob &j
 
 using RecordJob = std::function<bool(const Input &, const Element &, const Type &, Record &)>;
 
-/// Says what is wrong with an element: report(), or what a command has in its place.
-using FaultJob = std::function<void(const Input &, const Element &, const Fault &)>;
+/// What a command does in place of report(). An element that was decoded has something left over.
+using RefusalJob = std::function<void(const Input &, const Element &, const Fault &, bool decoded)>;
 
-/// Decodes each element and runs `job` for each record, isolated from the rest. Runs `refused` for
-/// elements that are refused.
+/// Decodes each element and runs `job` for each record, isolated from the rest. Runs `refused`, or
+/// report() where it is null, for each element that is refused.
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const RecordJob &job, const FaultJob &refused = report,
+                     const RecordJob &job, const RefusalJob &refused = nullptr,
                      const Watch &watch = {});
 
 }  // namespace tool

@@ -85,6 +85,18 @@ struct KeyRequest {
 /// Sorts what has a key by its public key: "yes" where all have one.
 Answer key(const KeyRequest &request);
 
+struct DiffRequest {
+  std::string a;
+  std::string b;
+  const Type *type = nullptr;
+  bool json = false;
+  View view;
+};
+
+/// Says where the elements of two files differ, the first with the first and so on: "yes" where
+/// they are alike.
+Answer diff(const DiffRequest &request);
+
 }  // namespace tool
 
 #endif

@@ -40,12 +40,12 @@ class Search {
     for (const std::string &text : request_.serials) add_serial(text);
     for (const std::string &file : request_.certificates)
       for_each(file, [this](const Input &input, const Element &element, bool) {
-        add_certificate(input, element);
+        return add_certificate(input, element);
       });
     if (trouble_) return Answer::unknown;
     for (Question &question : questions_) by_serial_.emplace(text_of(question.serial), &question);
     for_each(request_.file, [this](const Input &input, const Element &element, bool many) {
-      read(input, element, many);
+      return read(input, element, many);
     });
     for (const Question &question : questions_)
       if (!question.asked && !trouble_)
@@ -62,20 +62,26 @@ class Search {
     trouble_ = true;
   }
 
-  /// Calls `job` for each element of a file that is one.
+  /// Calls `job` for each element of a file. It returns whether the element is what it wants. Ends
+  /// where many in a row are not: octets that are no structure may still be elements, half a
+  /// million of them in a megabyte.
   void for_each(const std::string &file,
-                const std::function<void(const Input &, const Element &, bool many)> &job) {
+                const std::function<bool(const Input &, const Element &, bool many)> &job) {
+    constexpr size_t most_strangers = 16;
     try {
       Input input(file);
       constexpr size_t at_once = 2;
       std::vector<Element> elements = input.take(at_once);
       const bool many = elements.size() > 1;
+      size_t strangers = 0;
       for (; !elements.empty(); elements = input.take(at_once))
-        for (const Element &element : elements)
-          if (element.fault)
-            report_fault(input, element, *element.fault);
-          else
-            job(input, element, many);
+        for (const Element &element : elements) {
+          if (element.fault) report_fault(input, element, *element.fault);
+          strangers = !element.fault && job(input, element, many) ? 0 : strangers + 1;
+          if (strangers == most_strangers)
+            return trouble(input.where(element) + ": the rest is skipped: " +
+                           std::to_string(most_strangers) + " elements in a row cannot be read");
+        }
     } catch (const std::system_error &error) {
       trouble(printable(std::string_view(file)) + ": " + error.code().message());
     }
@@ -104,12 +110,13 @@ class Search {
     questions_.push_back(std::move(question));
   }
 
-  void add_certificate(const Input &input, const Element &element) {
+  bool add_certificate(const Input &input, const Element &element) {
     const uint8_t *const end = element.octets.data() + element.octets.size();
     pki_CertificateView view;
     if (pki_certificate_view(element.octets.data(), end, &view) == nullptr) {
       const auto fault = Syntax("pki_Certificate").fault(element.octets);
-      return report_fault(input, element, fault.value_or(Fault{0, "it is no certificate"}));
+      report_fault(input, element, fault.value_or(Fault{0, "it is no certificate"}));
+      return false;
     }
     const pki_Octets serial = pki_view_content(view.serialNumber);
     const Octets number = shortest(Octets(serial.data, serial.length));
@@ -118,18 +125,20 @@ class Search {
     question.serial.assign(number.begin(), number.end());
     question.issuer.assign(view.issuer.data, view.issuer.data + view.issuer.length);
     questions_.push_back(std::move(question));
+    return true;
   }
 
-  void read(const Input &input, const Element &element, bool many) {
+  bool read(const Input &input, const Element &element, bool many) {
     std::optional<Fault> fault;
     const auto list = RevocationList::open(element.octets, fault);
     if (fault) report_fault(input, element, *fault);
-    if (!list) return;
+    if (!list) return false;
     faults_ = 0;
     if (questions_.empty())
       sum_up(input, element, *list);
     else
       search(input, element, *list, many);
+    return true;
   }
 
   // ---- Questions --------------------------------------------------------------------------------
@@ -158,10 +167,15 @@ class Search {
       question.asked = true;
       emit(missing_line(input, element, where, question));
       const auto base = list.base_number();
-      if (!base || !base->empty())
-        trouble(input.where(element) +
-                ": a delta CRL lists only what has changed: ask the CRL that it is based on" +
-                (base ? ", number " + hex(*base) : std::string()));
+      if (!base)
+        trouble(
+            input.where(element) +
+            ": its extensions cannot be read: whether it lists all that is revoked is not known");
+      else if (!base->empty())
+        trouble(
+            input.where(element) +
+            ": a delta CRL lists only what has changed: ask the CRL that it is based on, number " +
+            hex(*base));
     }
   }
 
@@ -242,8 +256,7 @@ void Search::sum_up(const Input &input, const Element &element, const Revocation
   const auto until = decoded(asn1_Time_d, asn1_Time_free, list.next_update());
   const auto number = list.number();
   const auto base = list.base_number();
-  if (!number || !base)
-    trouble(input.where(element) + ": the extensions of the CRL cannot be read");
+  for (const Fault &fault : list.faults()) report_fault(input, element, fault);
   const auto present = [](const std::optional<Octets> &one) { return one && !one->empty(); };
   if (request_.json) {
     const auto date = [](const std::optional<Seconds> &one) {

@@ -14,6 +14,10 @@ namespace tool {
 
 namespace {
 
+/// How many elements in a row may have no key. Octets that are no structure may still be elements,
+/// half a million of them in a megabyte.
+constexpr size_t most_strangers = 16;
+
 /// Something that has a key, and where it stands.
 struct Place {
   std::string file;
@@ -37,8 +41,8 @@ class Sorter {
     for (const std::string &file : request_.files.empty() ? standard_input : request_.files)
       read(file);
     for (Group &group : groups_) add_digests(group);
-    std::ranges::stable_partition(groups_,
-                                  [](const Group &group) { return group.places.size() > 1; });
+    std::stable_partition(groups_.begin(), groups_.end(),
+                          [](const Group &group) { return group.places.size() > 1; });
     for (const Group &group : groups_) emit(request_.json ? json_of(group) : page_of(group));
     if (!unknown_.empty()) emit(request_.json ? json_of_unknown() : page_of_unknown());
     if (trouble_) return Answer::unknown;
@@ -51,26 +55,41 @@ class Sorter {
     try {
       Input input(file);
       constexpr size_t at_once = 64;
-      std::vector<Element> elements;
-      while (!(elements = input.take(at_once)).empty())
-        for (const Element &element : elements) add(input, element);
+      size_t strangers = 0;
+      for (auto elements = input.take(at_once); !elements.empty(); elements = input.take(at_once))
+        for (const Element &element : elements) {
+          strangers = add(input, element) ? 0 : strangers + 1;
+          if (strangers == most_strangers) return skip_rest(input, element);
+        }
     } catch (const std::system_error &error) {
       complain(printable(std::string_view(file)) + ": " + error.code().message());
       trouble_ = true;
     }
   }
 
-  void add(const Input &input, const Element &element) {
-    if (element.fault) {
-      report(input, element, *element.fault);
-      trouble_ = true;
-      return;
-    }
+  void skip_rest(const Input &input, const Element &element) {
+    complain(input.where(element) + ": the rest is skipped: " + std::to_string(most_strangers) +
+             " elements in a row have no key");
+    trouble_ = true;
+  }
+
+  /// Adds what has a key in an element. Returns whether there is something.
+  bool add(const Input &input, const Element &element) {
+    std::vector<KeyHolder> holders;
+    if (!element.fault) holders = key_holders(element.octets);
+    if (holders.empty() && element.label.ends_with("PRIVATE KEY"))
+      holders.push_back({"private key",
+                         "",
+                         {},
+                         false,
+                         element.fault ? element.fault->text
+                                       : "it is no key: if it is encrypted, decrypt it first"});
     // What stands beside a key in many files, and has none.
-    if (element.label.ends_with("PARAMETERS") || element.label.ends_with("CRL")) return;
-    auto holders = key_holders(element.octets);
+    if (element.label.ends_with("PARAMETERS") || element.label.ends_with("CRL")) return true;
     if (holders.empty()) {
-      report(input, element, {std::nullopt, "it has no key: \"orvelasn1 show\" tells what it is"});
+      report(input, element,
+             element.fault.value_or(
+                 Fault{std::nullopt, "it has no key: \"orvelasn1 show\" tells what it is"}));
       trouble_ = true;
     }
     for (KeyHolder &holder : holders) {
@@ -85,6 +104,7 @@ class Sorter {
       if (is_new) groups_.emplace_back();
       groups_[at->second].places.push_back(std::move(place));
     }
+    return !holders.empty();
   }
 
   /// Adds the pins of the forms that stand there, or else that of the one that was made.

@@ -1,5 +1,6 @@
 #include "commands/batch.h"
 #include "commands/commands.h"
+#include "commands/outlines.h"
 #include "input/pem.h"
 #include "records/chain.h"
 #include "system/output.h"
@@ -72,11 +73,14 @@ bool show(const ShowRequest &request) {
         }
         return true;
       },
-      [&request](const Input &input, const Element &element, const Fault &fault) {
-        if (request.form == ShowRequest::Form::json)
-          emit(json_line(input, element, fault));
-        else
-          report(input, element, fault);
+      [&request](const Input &input, const Element &element, const Fault &fault, bool decoded) {
+        if (request.form == ShowRequest::Form::json) return emit(json_line(input, element, fault));
+        if (request.form == ShowRequest::Form::page && !decoded && !element.octets.empty()) {
+          const View &view = request.view;
+          print_outline(element, request.type, input.where(element),
+                        {view.colour, view.oids, view.full, false});
+        }
+        report(input, element, fault);
       },
       has_chain ? chain_after_pages(chain, request.view) : Watch());
 }

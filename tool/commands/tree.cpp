@@ -2,51 +2,13 @@
 
 #include "commands/batch.h"
 #include "commands/commands.h"
+#include "commands/outlines.h"
 #include "model/outline_path.h"
 #include "system/output.h"
 
 namespace tool {
 
 namespace {
-
-/// Collects text and writes it in large pieces.
-class Output {
- public:
-  Output() = default;
-  Output(const Output &) = delete;
-  Output &operator=(const Output &) = delete;
-  ~Output() { emit(text_); }
-
-  void add(std::string_view text) {
-    text_ += text;
-    if (text_.size() < enough) return;
-    emit(text_);
-    text_.clear();
-  }
-
- private:
-  static constexpr size_t enough = 65536;
-  std::string text_;
-};
-
-/// Returns the type of an element: the one that it is taken for, or the one of several that takes
-/// all its octets. Returns null where none is sure.
-const Type *type_of(const Element &element, const Type *wanted) {
-  auto tried = candidates(element, wanted);
-  if (tried.size() > 1)
-    std::erase_if(tried,
-                  [&](const Type *type) { return type->syntax.fault(element.octets).has_value(); });
-  return tried.size() == 1 ? tried.front() : nullptr;
-}
-
-/// Tells the lines of an element's outline.
-std::optional<Fault> each_line(const Element &element, const Type *wanted,
-                               const std::function<bool(const OutlineLine &)> &tell) {
-  const Type *const type = type_of(element, wanted);
-  const auto fault = outline(element.octets, type == nullptr ? nullptr : type->syntax.type, false, tell);
-  if (!fault) return std::nullopt;
-  return Fault{fault->offset, fault->text};
-}
 
 /// Prints what the path leads to; nothing where it leads nowhere. Returns the first fault in there.
 std::optional<Fault> print(const Element &element, const TreeRequest &request,
@@ -98,7 +60,9 @@ bool tree(const TreeRequest &request) {
              extract(element, request, search);
            else
              fault = print(element, request, search);
-           if (!fault) fault = element.fault;
+           // The reader of DER knows fewer tags and lengths than the outline.
+           const bool is_pem = element.line != 0;
+           if (!fault && (is_pem || element.octets.empty())) fault = element.fault;
            if (!fault && !search.is_found()) fault = Fault{std::nullopt, search.why_not()};
            if (fault) report(input, element, *fault);
            return !fault;

@@ -115,7 +115,7 @@ void append(std::string &path, const Place &place) {
 }  // namespace
 
 Grammar::Grammar(const pki_Type *type, bool list) {
-  if (type == nullptr) return;
+  if (type == nullptr || pki_Type_kind(type) == PKI_ANY) return;
   frames_.push_back({.level = 0, .kind = Kind::value, .type = type, .whole = !list});
   list_ = list;
 }
@@ -137,13 +137,14 @@ Place Grammar::next(size_t level, uint8_t identifier) {
     place.type = frame.type;
     place.list = list_ && level == 0;
     place.fills = frame.kind == Kind::value && frame.whole;
-    place.begins = place.fills || (list_ && level == 1);
+    if (place.fills || (list_ && level == 1)) place.begins = frame.type;
     if (frame.kind == Kind::list) place.index = frame.next;
     ++frame.next;
   }
   if (place.list) return place;
   choose(place, identifier);
   define(frame, field, place);
+  choose(place, identifier);
   return place;
 }
 
@@ -174,14 +175,14 @@ void Grammar::define(const Frame &frame, std::string_view field, Place &place) c
       continue;
     const bool in_string = !any || row.in_string;
     (in_string ? place.content : place.type) = pki_Type_find(row.type);
-    place.begins = !in_string;
+    if (!in_string) place.begins = place.type;
     return;
   }
   const bool in_string = field == "extnValue" || field == "eContent";
   const pki_Type *const type = any || in_string ? type_defined_by(frame.identifier) : nullptr;
   if (type == nullptr) return;
   (any ? place.type : place.content) = type;
-  place.begins = any;
+  if (any) place.begins = place.type;
 }
 
 /// Returns the name of the type around the innermost record.
@@ -207,7 +208,7 @@ void Grammar::open(size_t level, const Place &place) {
               .field = place.field.empty() ? outer.field : place.field,
               .identifier = outer.identifier,
               .inner = outer.inner,
-              .defines = place.begins};
+              .defines = place.begins != nullptr};
   if (place.wraps) {
     frame.kind = Kind::value;
   } else if (place.list || is_list(kind)) {
@@ -229,6 +230,7 @@ void Grammar::open_string(size_t level, const Place &place) {
         .kind = Kind::value,
         .type = place.content,
         .of = place.content,
+        .whole = true,
         .defines = true},
        place);
 }

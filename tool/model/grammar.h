@@ -17,10 +17,11 @@ struct Place {
   std::optional<size_t> index;        ///< in a list
   const pki_Type *type = nullptr;     ///< of the value; null where it is not known
   const pki_Type *content = nullptr;  ///< of what is inside the string, by an identifier
-  bool wraps = false;   ///< whether the element is an explicit tag around a value of the type
-  bool list = false;    ///< whether it is a SEQUENCE OF the type
-  bool begins = false;  ///< whether a value begins here that no type around it looks into
-  bool fills = false;   ///< whether such a value must take all octets of its level
+  bool wraps = false;  ///< whether the element is an explicit tag around a value of the type
+  bool list = false;   ///< whether it is a SEQUENCE OF the type
+  bool fills = false;  ///< whether a value that begins here must take all octets of its level
+  const pki_Type *begins = nullptr;  ///< the type of a value that begins here, of which the types
+                                     ///< around it say nothing; null elsewhere
 };
 
 /// Follows an input from element to element through the types. Levels are those of the input: 0 is

@@ -1,7 +1,8 @@
 #include "model/outline.h"
 
-#include <algorithm>
 #include <utility>
+
+#include "model/outline_faults.h"
 
 namespace tool {
 
@@ -10,66 +11,6 @@ namespace {
 using Kind = OutlineLine::Kind;
 
 using namespace ber::universal;
-
-/// Whether one path leads to the other.
-bool on_one_way(std::string_view a, std::string_view b) {
-  if (a.size() > b.size()) std::swap(a, b);
-  return b.starts_with(a) &&
-         (a.empty() || a.size() == b.size() || b[a.size()] == '.' || b[a.size()] == '[');
-}
-
-/// What the types find wrong, each at a place that the outline comes to later.
-class Faults {
- public:
-  struct Fault {
-    size_t offset;
-    std::string path;
-    std::string sentence;
-
-    std::string text() const { return path.empty() ? sentence : path + ": " + sentence; }
-  };
-
-  /// Holds the octets of an input from `at` to `end` against a type. `whole` where they must be one
-  /// value.
-  void expect(const pki_Type *type, Octets input, size_t at, size_t end, const std::string &path,
-              bool whole) {
-    pki_Fault found;
-    const uint8_t *const start = input.data() + at;
-    const bool wrong = pki_explain(type, start, input.data() + end, &found) != 0;
-    if (wrong)
-      add(at + found.offset, path, found.path, found.sentence);
-    else if (at == end)
-      add(at, path, "", "expected a value, but the enclosing element ends");
-    else if (whole && found.offset < end - at)
-      add(at + found.offset, path, "",
-          "expected the end, found " +
-              ber::tag_name(ber::read_header(input.subspan(at + found.offset))));
-  }
-
-  bool empty() const { return waiting_.empty(); }
-
-  /// Takes the first fault that the test is true of.
-  template <class Test>
-  std::optional<Fault> take(Test test) {
-    const auto found = std::ranges::find_if(waiting_, test);
-    if (found == waiting_.end()) return std::nullopt;
-    std::optional<Fault> taken(std::move(*found));
-    waiting_.erase(found);
-    return taken;
-  }
-
- private:
-  void add(size_t offset, const std::string &around, std::string_view inside,
-           std::string sentence) {
-    std::string path = around;
-    if (!path.empty() && !inside.empty() && inside[0] != '[') path += '.';
-    path += inside;
-    waiting_.push_back({offset, std::move(path), std::move(sentence)});
-  }
-
-  std::vector<Fault>
-      waiting_;  // one for each value that begins in another, and some depth of these
-};
 
 /// The walk over the elements of an input.
 class Walk {
@@ -84,7 +25,7 @@ class Walk {
       close_levels();
     }
     close_levels();
-    tell_faults([](const Faults::Fault &) { return true; });
+    tell_faults([](const TypeFault &) { return true; });
     return first_;
   }
 
@@ -107,20 +48,24 @@ class Walk {
 
   /// Tells what no type was there to find wrong, or not in time.
   void tell_own_fault(std::string why) {
-    tell_fault(at_, Faults::Fault{at_, grammar_.path(), std::move(why)}.text(), levels_.depth());
+    tell_fault(at_, TypeFault{at_, grammar_.path(), std::move(why)}.text(), levels_.depth());
   }
 
   /// Tells the faults that the test is true of. Returns whether there was one.
   template <class Test>
-  bool tell_faults(Test test) {
+  bool tell_faults(Test test, size_t depth) {
     bool told = false;
     while (!faults_.empty()) {
       const auto fault = faults_.take(test);
       if (!fault) break;
-      tell_fault(fault->offset, fault->text(), levels_.depth());
+      tell_fault(fault->offset, fault->text(), depth);
       told = true;
     }
     return told;
+  }
+  template <class Test>
+  bool tell_faults(Test test) {
+    return tell_faults(test, levels_.depth());
   }
 
   /// Reads the next element, or what is in its place.
@@ -128,19 +73,19 @@ class Walk {
     OutlineLine line;
     line.offset = at_;
     line.depth = levels_.depth();
-    line.header = ber::read_header(left());
-    if (line.header.size == 0) return give_up(line.header.fault);
     line.octets = left();
-    if (!line.header.indefinite && !line.header.overlong)
-      line.octets = line.octets.first(line.header.size + line.header.length);
+    line.header = ber::read_header(line.octets);
     line.same_path = std::exchange(same_path_, false);
-    const size_t level = levels_.depth();
-    line.place = grammar_.next(level, line.header.identifier);
+    line.place = grammar_.next(levels_.depth(), line.octets[0]);
+    if (line.place.begins != nullptr)
+      faults_.expect(line.place.begins, input_, at_, levels_.top().end, grammar_.path(line.place),
+                     line.place.fills);
+    if (line.header.size == 0) return give_up(line.header.fault);
+    if (line.header.identifier == 0) return give_up("a tag of 0, which no element has");
     if (line.place.list && line.header.identifier != tag::sequence)
       tell_own_fault("expected SEQUENCE, found " + ber::tag_name(line.header));
-    if (line.place.begins)
-      faults_.expect(line.place.type, input_, at_, levels_.top().end, grammar_.path(line.place),
-                     line.place.fills);
+    if (!line.header.indefinite && !line.header.overlong)
+      line.octets = line.octets.first(line.header.size + line.header.length);
     descend(line);
   }
 
@@ -149,20 +94,17 @@ class Walk {
     const size_t start = at_ + line.header.size;
     const size_t end = line.header.indefinite ? levels_.top().end : at_ + line.octets.size();
     const Octets content = line.content();
-    const Octets inside = line.header.constructed() ? Octets() : string_content(line);
-    line.holds = !line.header.overlong &&
-                 (line.place.content != nullptr || (may_hold(line) && ber::is_element(inside)));
-    if (!faults_.empty())
-      tell_faults([&](const Faults::Fault &fault) { return fault.offset < at_; });
+    const auto inside = may_hold(line) ? string_content(line) : std::nullopt;
+    line.holds = inside && (line.place.content != nullptr || ber::is_element(*inside));
+    if (!faults_.empty()) tell_faults([&](const TypeFault &fault) { return fault.offset < at_; });
     tell(line);
-    const bool told = !faults_.empty() && tell_faults([&](const Faults::Fault &fault) {
+    const bool told = !faults_.empty() && tell_faults([&](const TypeFault &fault) {
       return is_of(fault, line, start, end);
     });
     if (line.header.overlong && end != cut_) {
       if (!told) tell_own_fault(line.header.fault);
       cut_ = end;
     }
-    if (line.header.identifier == 0 && !told) tell_own_fault("a tag of 0, which no element has");
     if (line.header.identifier == object_identifier)
       grammar_.note_identifier(levels_.depth(), content);
     if (line.header.constructed()) {
@@ -171,8 +113,8 @@ class Walk {
       levels_.open({end, line.header.indefinite});
       grammar_.open(levels_.depth(), line.place);
     } else if (line.holds) {
-      at_ = end - inside.size();
-      if (inside.empty())
+      at_ = end - inside->size();
+      if (inside->empty())
         faults_.expect(line.place.content, input_, at_, end, grammar_.path(line.place), true);
       same_path_ = true;
       levels_.open({end, false});
@@ -186,7 +128,7 @@ class Walk {
   }
 
   /// Whether a fault belongs to an element from `at_` to `end`, whose content begins at `start`.
-  bool is_of(const Faults::Fault &fault, const OutlineLine &line, size_t start, size_t end) const {
+  bool is_of(const TypeFault &fault, const OutlineLine &line, size_t start, size_t end) const {
     const size_t place = fault.offset;
     if (place < at_) return false;
     if (place == at_) return on_one_way(fault.path, grammar_.path(line.place));
@@ -195,19 +137,20 @@ class Walk {
     return place < end || (place == end && start == end && fault.path == grammar_.path(line.place));
   }
 
-  /// Returns the octets of a string, without the count of unused bits; nothing where some are.
-  static Octets string_content(const OutlineLine &line) {
-    const Octets content = line.content();
-    if (line.meant() != bit_string) return content;
-    return content.empty() || content[0] != 0 ? Octets() : content.subspan(1);
-  }
-
   /// Whether the element is a string that may hold another.
   static bool may_hold(const OutlineLine &line) {
     const pki_Type *const type = line.place.type;
-    return !line.header.constructed() &&
+    return !line.header.constructed() && !line.header.overlong &&
            (line.meant() == octet_string || line.meant() == bit_string) &&
            (type == nullptr || pki_Type_kind(type) != PKI_TLS_LIST);
+  }
+
+  /// Returns the octets of a string, without the count of unused bits; nothing where some are.
+  static std::optional<Octets> string_content(const OutlineLine &line) {
+    const Octets content = line.content();
+    if (line.meant() != bit_string) return content;
+    if (content.empty() || content[0] != 0) return std::nullopt;
+    return content.subspan(1);
   }
 
   /// Closes the levels that end here.
@@ -238,27 +181,33 @@ class Walk {
 
   void missing_end() {
     cut_ = at_;
-    if (!tell_faults_here()) tell_own_fault("expected the end-of-contents");
-  }
-
-  void close_level() {
-    if (!faults_.empty()) tell_faults_here();
-    grammar_.close(levels_.depth());
-    levels_.close();
-  }
-
-  /// Tells the faults at the end of the innermost level.
-  bool tell_faults_here() {
-    if (!grammar_.knows(levels_.depth())) return false;
-    return tell_faults([&](const Faults::Fault &fault) {
-      return fault.offset == at_ && fault.path.starts_with(grammar_.path()) &&
-             on_one_way(fault.path, grammar_.path());
+    const bool told = tell_faults([&](const TypeFault &fault) {
+      return fault.offset == at_ && on_one_way(fault.path, grammar_.path());
     });
+    if (!told) tell_own_fault("expected the end-of-contents");
+  }
+
+  /// Closes a level, and tells what it should still have had. What the level around it should not
+  /// have is told with the element that comes next.
+  void close_level() {
+    const size_t depth = levels_.depth();
+    levels_.close();
+    if (!faults_.empty() && grammar_.knows(depth)) {
+      const std::string &path = grammar_.path();
+      const size_t fewest = path.size() + (at_ == levels_.top().end ? 0 : 1);
+      tell_faults(
+          [&](const TypeFault &fault) {
+            return fault.offset == at_ && fault.path.size() >= fewest &&
+                   on_one_way(fault.path, path);
+          },
+          depth);
+    }
+    grammar_.close(depth);
   }
 
   /// Tells why there is no element here, and what is left of the innermost element.
   void give_up(const std::string &why) {
-    const bool told = tell_faults([&](const Faults::Fault &fault) { return fault.offset <= at_; });
+    const bool told = tell_faults([&](const TypeFault &fault) { return fault.offset <= at_; });
     if (!told && levels_.top().end != cut_) tell_own_fault(why);
     tell_rest();
   }
@@ -273,15 +222,14 @@ class Walk {
     if (!line.octets.empty()) tell(line);
     at_ = cut_;
     // What is wrong in there was told.
-    while (!faults_.empty() && faults_.take([&](const Faults::Fault &f) { return f.offset < at_; }))
-      continue;
+    faults_.forget([&](const TypeFault &fault) { return fault.offset < at_; });
   }
 
   const Octets input_;
   Grammar grammar_;
   ber::Levels levels_;
   const std::function<bool(const OutlineLine &)> &tell_;
-  Faults faults_;
+  TypeFaults faults_;
   std::optional<OutlineFault> first_;
   size_t at_ = 0;
   size_t cut_ = SIZE_MAX;  ///< the end of the octets that something in front of it left too few

@@ -93,13 +93,12 @@ bool is_plain_text(Octets content) {
 /// Returns the field or number of an element, or the name of a type that begins with it.
 std::string name_of(const OutlineLine &line) {
   const Place &place = line.place;
-  std::string name =
-      place.index ? "[" + std::to_string(*place.index) + "]" : std::string(place.field);
-  if (!place.alternative.empty()) {
-    if (!name.empty()) name += '.';
-    name += place.alternative;
-  }
-  if (name.empty() && place.begins && !place.list) name = pki_Type_name(place.type);
+  std::string name(place.field);
+  if (place.index) name = "[" + std::to_string(*place.index) + "]";
+  if (name.empty() && place.begins != nullptr) name = pki_Type_name(place.begins);
+  if (name == ber::tag_name(line.header)) name.clear();
+  if (!place.alternative.empty())
+    name += (name.empty() ? "" : ".") + std::string(place.alternative);
   return name;
 }
 

@@ -3,7 +3,6 @@
 #include <orvelpki.h>
 
 #include <algorithm>
-#include <ranges>
 
 #include "records/distinguished_names.h"
 #include "records/private_keys.h"
@@ -39,7 +38,7 @@ bool is(Octets octets, Octets other) { return std::ranges::equal(octets, other);
 /// Whether the first elements of a list have these identifier octets.
 bool have_tags(const std::vector<Octets> &elements, std::initializer_list<uint8_t> identifiers) {
   return elements.size() >= identifiers.size() &&
-         std::ranges::equal(identifiers, elements | std::views::take(identifiers.size()), {}, {},
+         std::ranges::equal(identifiers, std::span(elements).first(identifiers.size()), {}, {},
                             [](Octets element) { return element.empty() ? 0 : element[0]; });
 }
 

@@ -100,6 +100,37 @@ std::optional<RevocationList> RevocationList::open(Octets octets, std::optional<
   return list;
 }
 
+std::vector<Fault> RevocationList::faults() const {
+  std::vector<Fault> found;
+  const auto is_well = [&](const char *part, Octets value, const char *type) {
+    auto fault = Syntax(type).fault(value);
+    if (!fault) return true;
+    fault->offset = offset_of(value.data()) + fault->offset.value_or(0);
+    fault->text.insert(0, std::string(part) + ": ");
+    found.push_back(std::move(*fault));
+    return false;
+  };
+  const auto check_time = [&](const char *part, Octets value) {
+    if (!is_well(part, value, "Time")) return;
+    const auto time = decoded(asn1_Time_d, asn1_Time_free, value);
+    if (!seconds_of(time.get()))
+      found.push_back(
+          {offset_of(value.data()), part + (": " + time_text(time.get())) + " is no date"});
+  };
+  is_well("issuer", issuer_, "pki_RDNSequence");
+  check_time("thisUpdate", this_update_);
+  if (!next_update_.empty()) check_time("nextUpdate", next_update_);
+  if (reader_.extensions.length == 0) return found;
+  const Octets extensions = span_of(pki_view_content(reader_.extensions));
+  if (!is_well("crlExtensions", extensions, "pki_Extensions")) return found;
+  for (const auto &[name, number] :
+       {std::pair("cRLNumber", number()), std::pair("deltaCRLIndicator", base_number())})
+    if (!number)
+      found.push_back({offset_of(extensions.data()),
+                       std::string("crlExtensions: the value of ") + name + " is no INTEGER"});
+  return found;
+}
+
 std::optional<Octets> RevocationList::number() const {
   return integer(extension_value(reader_.extensions, crl_number));
 }

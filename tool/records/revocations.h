@@ -59,6 +59,9 @@ class RevocationList {
   /// what is no entry, where it has an end.
   void for_each(const Job &job, const Refuse &refuse) const;
 
+  /// Says what is wrong outside the entries: the name, the dates, the extensions, the numbers.
+  std::vector<Fault> faults() const;
+
   /// Says what is wrong with an entry that `job` was called for.
   std::optional<Fault> fault(const Revocation &entry) const;
 
