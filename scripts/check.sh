@@ -14,6 +14,8 @@ if [ $# = 0 ]; then set -- release; fi
 want_test_tools() {
   want googletest test -e /usr/src/googletest/CMakeLists.txt
   want openssl has openssl
+  want gnutls-bin has certtool
+  want jq has jq
   want binutils has readelf
   want locales test -e /usr/share/i18n/locales/C
   want libc6-dev links gcc
