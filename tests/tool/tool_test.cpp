@@ -84,9 +84,8 @@ TEST_F(ToolShow, PrintsAPage) {
                 "  subjectKeyIdentifier        0A0B0C0D\n"
                 "  basicConstraints, critical  CA, path length 0\n"
                 "  cRLNumber                   4096\n"
-                "  subjectAltName              DNS ab\n"
-                "\n",
-            result.out);
+                "  subjectAltName              DNS ab\n",
+            result.out.substr(0, result.out.find("Public key\n")));  // digests follow
 }
 
 TEST_F(ToolShow, ReadsTheValuesOfExtensions) {
@@ -522,8 +521,8 @@ TEST_F(ToolJson, TheSchemaRefusesWhatItDoesNotDescribe) {
   extra["tbsCertificate"]["validity"]["more"] = 1;
   EXPECT_EQ("$.tbsCertificate.validity.more is not described", schema_violation(extra.dump()));
   json missing = object;
-  missing.erase("pem");
-  EXPECT_EQ("$ lacks pem", schema_violation(missing.dump()));
+  missing.erase("signatureValue");
+  EXPECT_EQ("$ lacks signatureValue", schema_violation(missing.dump()));
 }
 
 TEST_F(ToolJson, IsValidUtf8WhateverTheNameHolds) {
