@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "records/describe.h"
+#include "records/extension_values.h"
 #include "records/type.h"
 #include "text/characters.h"
 #include "text/serials.h"
@@ -77,8 +77,16 @@ std::optional<Seconds> Revocation::invalid_since() const {
 std::string reason_text(int32_t reason) {
   if (reason == Revocation::no_reason) return "no reason given";
   if (reason == Revocation::unreadable_reason) return "a reason that cannot be read";
-  const auto number = static_cast<uint32_t>(reason);
-  return lines_of(revocation_reason(&number), View())->front();
+  // The word is that of the extension.
+  uint8_t code[] = {0x0A, 0x01, static_cast<uint8_t>(reason)};
+  OctetString value{};
+  value.data = code;
+  value.length = sizeof code;
+  Extension extension{};
+  extension.extnID = const_cast<ObjId *>(asn1_Get_id_ce_cRLReason());
+  extension.extnValue = &value;
+  const View view;
+  return lines_of(read_extension(&extension, view).node, view)->front();
 }
 
 std::optional<RevocationList> RevocationList::open(Octets octets, std::optional<Fault> &fault) {
