@@ -33,7 +33,7 @@ constexpr auto ec_public_key = "\x2A\x86\x48\xCE\x3D\x02\x01"sv;
 constexpr auto ecdsa_signatures = "\x2A\x86\x48\xCE\x3D\x04"sv;
 constexpr auto ocsp_basic = "\x2B\x06\x01\x05\x05\x07\x30\x01\x01"sv;
 
-constexpr bool in_string = true;
+constexpr bool in_a_string = true;
 constexpr bool arc = true;
 
 constexpr Defined rows[] = {
@@ -44,10 +44,10 @@ constexpr Defined rows[] = {
     {"signature", ecdsa_signatures, "pki_ECDSA_Sig_Value", false, arc},
     {"response", ocsp_basic, "pki_BasicOCSPResponse"},
     {"values", extension_request, "pki_Extensions"},
-    {"certValue", x509_certificate, "pki_Certificate", in_string},
-    {"crlValue", x509_crl, "pki_CertificateRevocationList", in_string},
-    {"content", data, "pki_AuthenticatedSafe", in_string, false, "PFX"},
-    {"content", data, "pki_SafeContents", in_string, false, "AuthenticatedSafe"},
+    {"certValue", x509_certificate, "pki_Certificate", in_a_string},
+    {"crlValue", x509_crl, "pki_CertificateRevocationList", in_a_string},
+    {"content", data, "pki_AuthenticatedSafe", in_a_string, false, "PFX"},
+    {"content", data, "pki_SafeContents", in_a_string, false, "AuthenticatedSafe"},
 };
 
 bool has(Octets identifier, const Defined &row) {
