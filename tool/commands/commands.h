@@ -1,4 +1,4 @@
-// The subcommands. Each returns whether all went well.
+// The subcommands. Each returns whether all went well, or the answer to a question.
 #ifndef ORVELASN1_TOOL_COMMANDS_COMMANDS_H
 #define ORVELASN1_TOOL_COMMANDS_COMMANDS_H
 
@@ -59,6 +59,43 @@ bool list_oids();
 
 /// Prints a line for each type: its name, what it is, and the labels of its PEM blocks.
 bool list_types();
+
+/// What a command answers; the status of the tool, as that of grep and diff.
+enum class Answer : uint8_t { yes, no, unknown };
+
+struct CrlRequest {
+  std::string file = "-";
+  std::vector<std::string> serials;  ///< as serial_of() reads them
+  std::vector<std::string>
+      certificates;  ///< files with certificates whose serial numbers are meant
+  bool json = false;
+  View view;
+};
+
+/// Says of each serial number whether a CRL has it: "yes" where there is one that is revoked, "no"
+/// where there is none. Without serial numbers, sums up each CRL.
+Answer crl(const CrlRequest &request);
+
+struct KeyRequest {
+  std::vector<std::string> files;
+  bool json = false;
+  View view;
+};
+
+/// Sorts what has a key by its public key: "yes" where all have one.
+Answer key(const KeyRequest &request);
+
+struct DiffRequest {
+  std::string a;
+  std::string b;
+  const Type *type = nullptr;
+  bool json = false;
+  View view;
+};
+
+/// Says where the elements of two files differ, the first with the first and so on: "yes" where
+/// they are alike.
+Answer diff(const DiffRequest &request);
 
 }  // namespace tool
 

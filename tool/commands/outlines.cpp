@@ -43,8 +43,8 @@ void Output::add(std::string_view text) {
 std::optional<Fault> each_line(const Element &element, const Type *wanted,
                                const std::function<bool(const OutlineLine &)> &tell) {
   const Type *const type = type_of(element, wanted);
-  const auto fault = outline(element.octets, type == nullptr ? nullptr : type->syntax.type,
-                             type != nullptr && type->syntax.list, tell);
+  const auto fault = outline(element.octets, type == nullptr ? nullptr : type->syntax.type, false,
+                             tell);
   if (!fault) return std::nullopt;
   return Fault{fault->offset, fault->text};
 }

@@ -24,14 +24,14 @@ constexpr ValueRow rows[] = {
     {"randomNonce", "OctetString"},
     {"signingTime", "Time"},
     {"sequenceNumber", "Integer"},
-    {"smimeCapabilities", "AlgId", sequence_of},
+    {"smimeCapabilities", "pki_AlgId", sequence_of},
     {"dateOfBirth", "GeneralizedTime"},
     string_row("placeOfBirth"),
     string_row("gender"),
     string_row("countryOfCitizenship"),
     string_row("countryOfResidence"),
-    {"extensionRequest", "Extension", sequence_of},
-    {"ms-certificate-request-extensions", "Extension", sequence_of},
+    {"extensionRequest", "pki_Extensions"},
+    {"ms-certificate-request-extensions", "pki_Extensions"},
     string_row("ms-os-version"),
 };
 

@@ -27,14 +27,21 @@ Time time_in(const void *value, const pki_Type *type) {
 }
 
 /// Describes the alternative of a CHOICE, whose record is its number and a pointer.
-Node alternative(const pki_Type *type, const void *record, const View &view) {
+Node alternative(const pki_Type *type, const void *record, bool bare, const View &view) {
   pki_Field field;
   for (uint32_t i = 0; pki_Type_field(type, i, &field) != 0; ++i) {
-    const void *const value = pointer_at(record, sizeof(void *));
-    if (field.kind == *static_cast<const uint8_t *>(record) && value != nullptr)
-      return Description(view).field(field.name, describe(field.type, value, view)).node();
+    if (field.kind != *static_cast<const uint8_t *>(record)) continue;
+    const void *const value = pointer_at(record, field.offset);
+    if (value == nullptr && pki_Type_kind(field.type) != PKI_NULL) continue;
+    const Node chosen = describe(field.type, value, view);
+    Node node = Description(view).field(field.name, chosen).node();
+    return bare ? shown_as(std::move(node), chosen) : node;
   }
   return {};
+}
+
+bool is_name(const pki_Type *type) {
+  return std::string_view(pki_Type_name(type)) == "RDNSequence";
 }
 
 }  // namespace
@@ -69,10 +76,11 @@ Node describe(const pki_Type *type, const void *value, const View &view) {
     case PKI_SET_OF:
       return list_of(pki_Type_element(type), static_cast<const List *>(value), view);
     case PKI_CHOICE:
-      return alternative(type, value, view);
+      return alternative(type, value, row != nullptr && row->bare, view);
     case PKI_NAME:
       return name_text(static_cast<const Name *>(value), view);
     case PKI_NULL:
+      return text("present", true);
     case PKI_ATTRIBUTE_VALUE:
     case PKI_TYPED_CONTENT:
     case PKI_CARD_OBJECT:
@@ -94,8 +102,26 @@ Node list_of(const char *element, const List *list, const View &view) {
   return list == nullptr ? Node() : list_of(pki_Type_find(element), list, view);
 }
 
-Node describe(const char *type, const void *value, const View &view) {
-  return describe(pki_Type_find(type), value, view);
+Node with_lines(Node record, std::vector<std::string> lines) {
+  if (lines.empty()) lines.emplace_back("(empty)");
+  return shown_as(std::move(record), text(std::move(lines), nullptr));
+}
+
+std::vector<std::string> flat_lines(const Node &node, const View &view) {
+  if (auto lines = lines_of(node, view)) return std::move(*lines);
+  const Node &here = node.shown == nullptr ? node : *node.shown;
+  std::vector<std::string> lines;
+  const auto add = [&](const std::string &name, const Node &part) {
+    for (const std::string &line : flat_lines(part, view)) lines.push_back(name + line);
+  };
+  if (const auto *const fields = std::get_if<Node::Fields>(&here.value))
+    for (const Node &field : *fields) add(field.name + " ", field);
+  if (const auto *const items = std::get_if<Node::Items>(&here.value))
+    for (size_t i = 0; i < items->count; ++i) {
+      const Node item = items->at(i);
+      add(item.name.empty() ? "" : item.name + " ", item);
+    }
+  return lines;
 }
 
 Node version(const Integer *integer) {
@@ -115,7 +141,7 @@ Node time_of(uint8_t kind, const char *value) {
 
 Node rdn_sequence(const RDNSequence *name, const View &view) {
   if (name == nullptr) return {};
-  return text(List_len(name) == 0 ? "(empty)" : one_line(name, view), json_of_name(name));
+  return text(one_line(name, view), json_of_name(name));
 }
 
 Node name_text(const Name *name, const View &view) {
@@ -159,17 +185,26 @@ Description &Description::hidden(std::string name, Node node) {
   return node.empty() ? *this : add(std::move(name), shown_as(std::move(node), Node()));
 }
 
+Description &Description::undecoded(std::string name, Node octets, Node shown) {
+  last_ = fields_.size();
+  return add(std::move(name),
+             shown_as(view_.compact ? Node() : std::move(octets), std::move(shown)));
+}
+
+Description &Description::page_only(std::string name, Node node) {
+  return add(std::move(name), shown_as(Node(), std::move(node)));
+}
+
 Description &Description::encoding(std::string name, const OctetString *octets) {
-  return octets == nullptr ? *this : hidden(std::move(name), describe(octets, view_));
+  return octets == nullptr || view_.compact ? *this
+                                            : hidden(std::move(name), describe(octets, view_));
 }
 
 Description &Description::name(const std::string &name, const RDNSequence *sequence,
-                               const Name *text, const OctetString *encoded) {
+                               const OctetString *encoded) {
   hidden(name + "Sequence", rdn_sequence(sequence, view_));
-  Node node = name_text(text, view_);
-  if (!node.empty() && sequence != nullptr)
-    node = shown_as(std::move(node), rdn_sequence(sequence, view_));
-  field(name, std::move(node));
+  if (sequence == nullptr) return field(name, Node());
+  field(name, text(one_line(sequence, view_), utf8_text(sequence)));
   return encoding(name + "Encoded", encoded);
 }
 
@@ -177,18 +212,12 @@ Description &Description::all(const pki_Type *type, const void *record) {
   const Type *const row = row_of(type);
   pki_Field field;
   for (uint32_t i = 0; pki_Type_field(type, i, &field) != 0; ++i) {
-    Hint hint;
-    if (row != nullptr)
-      for (const Hint &one : row->hints)
-        if (one.field == field.name) hint = one;
+    const Hint hint = hint_for(row, field);
     const void *const value = value_at(record, field);
     const auto *const kept = static_cast<const OctetString *>(
         field.encoded_offset == PKI_NO_MEMBER ? nullptr : pointer_at(record, field.encoded_offset));
-    if (pki_Type_kind(field.type) == PKI_NAME) {
-      const bool three_forms = field.text_offset != PKI_NO_MEMBER;
-      name(field.name, static_cast<const RDNSequence *>(three_forms ? value : nullptr),
-           static_cast<const Name *>(three_forms ? pointer_at(record, field.text_offset) : value),
-           kept);
+    if (is_name(field.type)) {
+      name(field.name, static_cast<const RDNSequence *>(value), kept);
     } else if (hint.starts_period) {
       pki_Field end;
       pki_Type_field(type, ++i, &end);

@@ -26,11 +26,24 @@ Node describe(const Extension *extension, const View &view);
 Node describe(const CRLEntry *entry, const View &view);
 Node describe(const GeneralName *name, const View &view);
 Node describe(const AuthorityKeyIdentifier *identifier, const View &view);
+Node describe(const NameConstraints *constraints, const View &view);
+Node describe(const pki_DisplayText *display, const View &view);
+Node describe(const pki_UserNotice *notice, const View &view);
+Node describe(const pki_PolicyQualifierInfo *qualifier, const View &view);
+Node describe(const pki_PolicyInformation *policy, const View &view);
+Node describe(const pki_IssuingDistributionPoint *point, const View &view);
+Node describe(const pki_IPAddressFamily *family, const View &view);
+Node describe(const pki_ASIdentifierChoice *choice, const View &view);
+Node describe(const pki_ASIdentifiers *identifiers, const View &view);
+Node describe(const pki_QCStatement *statement, const View &view);
+Node describe(const pki_SemanticsInformation *semantics, const View &view);
+Node describe(const pki_MonetaryValue *value, const View &view);
+Node describe(const pki_PdsLocation *location, const View &view);
 Node describe(const BasicConstraints *constraints, const View &view);
 Node describe(const GeneralSubtree *subtree, const View &view);
 Node describe(const PolicyConstraints *constraints, const View &view);
 Node describe(const PolicyMapping *mapping, const View &view);
-Node describe(const PrivateKeyUsagePeriod *period, const View &view);
+Node describe(const pki_PrivateKeyUsagePeriod *period, const View &view);
 Node describe(const DistributionPointName *name, const View &view);
 Node describe(const DistributionPoint *point, const View &view);
 Node describe(const AccessDescription *access, const View &view);
@@ -39,11 +52,14 @@ Node describe(const ResponseBytes *bytes, const View &view);
 Node describe(const ResponderID *responder, const View &view);
 Node describe(const OCSPCertStatus *status, const View &view);
 Node describe(const RSAPublicKey *key, const View &view);
-Node describe(const RSAPrivateKey *key, const View &view);
-Node describe(const PrivateKeyInfo *info, const View &view);
+Node describe(const pki_RSAPrivateKey *key, const View &view);
+Node describe(const pki_OneAsymmetricKey *info, const View &view);
+Node describe(const pki_RSASSA_PSS_params *parameters, const View &view);
+Node describe(const pki_RSAES_OAEP_params *parameters, const View &view);
 Node describe(const DssParms *parameters, const View &view);
 Node describe(const DomainParameters *parameters, const View &view);
-Node describe(const ContentInfo *message, const View &view);
+Node describe(const pki_ContentInfo *message, const View &view);
+Node describe(const pki_EncapsulatedContentInfo *content, const View &view);
 Node describe(const CertBag *bag, const View &view);
 Node describe(const CRLBag *bag, const View &view);
 Node describe(const SafeBag *bag, const View &view);
@@ -53,12 +69,15 @@ Node describe(const GDO *gdo, const View &view);
 /// Describes a value of any type: as its row says, or else field by field.
 Node describe(const pki_Type *type, const void *value, const View &view);
 
-/// The same by the name of the type, as pki_Type_find() takes it.
-Node describe(const char *type, const void *value, const View &view);
+/// Describes a message. A content of the type data is an element of the type of this name; null for
+/// data of any kind.
+Node message(const pki_ContentInfo *info, const char *data_type, const View &view);
 
-/// Describes a message. A content of the type data is an element of the type of this name; the name
-/// is empty for data of any kind.
-Node message(const ContentInfo *info, std::string_view data_type, const View &view);
+/// Returns the record. A page shows these lines in its place inside another one.
+Node with_lines(Node record, std::vector<std::string> lines);
+
+/// Returns the lines of a node, and of one that has none those of what is in it: "cA TRUE".
+std::vector<std::string> flat_lines(const Node &node, const View &view);
 
 /// Returns the octets as a text. Fails if they are not a text that can be printed as it is.
 std::optional<std::string> text_in(Octets octets);
@@ -66,11 +85,20 @@ std::optional<std::string> text_in(Octets octets);
 /// Describes octets. A page shows them with their text if all of it is printable.
 Node octets_with_text(const OctetString *octets, const View &view);
 
+/// What stands in the place of a secret.
+constexpr const char *secret_text = "(secret; --secrets shows it)";
+
+/// Returns the node where the view asks for secrets, or else the line in its place.
+Node secret(Node node, const View &view);
+
+/// Describes octets that are secret.
+Node secret_octets(const OctetString *octets, const View &view);
+
 /// Describes encrypted octets. A page shows their number.
 Node encrypted(const OctetString *octets, const View &view);
 
-/// Describes an algorithm of encryption. Decodes the parameters of password-based encryption.
-Node encryption_algorithm(const AlgId *algorithm, const View &view);
+/// Describes a record, and adds the number of bits of its modulus or prime.
+Node with_bits(const char *type, const void *record, const Integer *modulus, const View &view);
 
 /// Describes one of the library's lists of T records, each with `describe_element(record, view)`.
 template <class T, class F>
@@ -99,11 +127,14 @@ Node time_of(uint8_t kind, const char *value);
 /// Describes a version that counts from 0. A page shows it as "1 (v2)".
 Node version(const Integer *integer);
 
-/// Describes the reason of a revocation: "keyCompromise".
-Node revocation_reason(const uint32_t *code);
+/// Returns the names of the bits that are set.
+Node named_bits(const BitString *bits, std::span<const char *const> names);
 
-/// Describes a PrivateKeyUsagePeriod whose times are of this kind.
-Node usage_period(uint8_t kind, const char *from, const char *until, const View &view);
+/// Describes the reason of a revocation: "keyCompromise".
+Node revocation_reason(const Integer *code);
+
+/// Returns the name of the reason of a revocation.
+std::string reason_name(uint32_t code);
 
 /// Describes a distinguished name as a structure. A page shows it in one line.
 Node rdn_sequence(const RDNSequence *name, const View &view);
@@ -134,13 +165,20 @@ class Description {
     return all(pki_Type_find(type), record);
   }
 
-  /// Adds the encoding that a record keeps besides its fields. Only JSON has it.
+  /// Adds the encoding that a record keeps besides its fields. Only JSON that is not compact has
+  /// it.
   Description &encoding(std::string name, const OctetString *octets);
 
-  /// Adds the three forms of a name in a record, NAMESequence, NAME and NAMEEncoded. A page shows
-  /// one.
-  Description &name(const std::string &name, const RDNSequence *sequence, const Name *text,
+  /// Adds a name in three forms: its structure NAMESequence, its text NAME, and NAMEEncoded where
+  /// that is kept. A page shows one.
+  Description &name(const std::string &name, const RDNSequence *sequence,
                     const OctetString *encoded);
+
+  /// Adds octets that a page shows as what they are. Compact JSON does not have them.
+  Description &undecoded(std::string name, Node octets, Node shown);
+
+  /// Adds a field that JSON does not have.
+  Description &page_only(std::string name, Node node);
 
   /// Adds a field that only JSON has.
   Description &hidden(std::string name, Node node);

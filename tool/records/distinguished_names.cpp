@@ -1,5 +1,7 @@
 #include "records/distinguished_names.h"
 
+#include <algorithm>
+
 #include "input/der.h"
 #include "text/characters.h"
 #include "text/object_identifiers.h"
@@ -19,6 +21,7 @@ std::string value_text(const AttributeValueAssertion *attribute, std::string_vie
 }  // namespace
 
 void add_name(Page &page, const RDNSequence *name, const View &view) {
+  if (List_len(name) == 0) page.row("(empty)", std::vector<std::string>());
   for (const auto *rdn : elements<RelativeDistinguishedName>(name)) {
     bool first = true;
     for (const auto *attribute : elements<AttributeValueAssertion>(rdn)) {
@@ -33,6 +36,7 @@ std::string attribute_text(const AttributeValueAssertion *attribute, const View 
 }
 
 std::string one_line(const RDNSequence *name, const View &view) {
+  if (List_len(name) == 0) return "(empty)";
   std::string out;
   for (const auto *rdn : elements<RelativeDistinguishedName>(name)) {
     const char *separator = out.empty() ? "" : ", ";
@@ -47,6 +51,22 @@ std::string one_line(const RDNSequence *name, const View &view) {
 std::string directory_text(const Name *text, const View &view) {
   const Owned<RDNSequence> name(asn1_Name_to_RDNSequence(text), asn1_RDNSequence_free);
   return name ? one_line(name.get(), view) : printable(std::string_view(text));
+}
+
+std::string utf8_text(const RDNSequence *name) {
+  const Owned<RDNSequence> copy(pki_RDNSequence_clone(name), pki_RDNSequence_free);
+  for (const auto *rdn : elements<RelativeDistinguishedName>(copy.get()))
+    for (int32_t i = 0; i < List_len(rdn); ++i) {
+      auto *const attribute = static_cast<AttributeValueAssertion *>(List_get(rdn, i));
+      const Octets value = octets(attribute->value);
+      auto characters = from_string(static_cast<uint32_t>(attribute->valueTag), value);
+      if (characters) std::ranges::replace(*characters, U'\0', U'\uFFFD');
+      const std::string text = characters ? to_utf8(*characters) : "#" + hex(value);
+      asn1_ASN1String_free(attribute->value);
+      attribute->value = asn1_ASN1String_new(static_cast<uint32_t>(text.size()), text.data());
+    }
+  const Owned<Name> text(pki_RDNSequence_text(copy.get()), asn1_Name_free);
+  return text ? to_utf8(from_utf8(octets_of(text.get()))) : "";
 }
 
 Json json_of(const AttributeValueAssertion *attribute) {

@@ -21,6 +21,12 @@ std::string one_line(const RDNSequence *name, const View &view);
 /// cannot read it back.
 std::string directory_text(const Name *text, const View &view);
 
+/// Returns the name in the library's textual form, "/c(19)=DE/cn(30)=Example", for JSON: each value
+/// in UTF-8, whatever its type, with U+FFFD for what is not text and for NUL; one that is no string
+/// as
+/// "#" and its digits.
+std::string utf8_text(const RDNSequence *name);
+
 /// Returns an attribute: "countryName=DE".
 std::string attribute_text(const AttributeValueAssertion *attribute, const View &view);
 

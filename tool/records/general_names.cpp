@@ -2,7 +2,12 @@
 
 #include <arpa/inet.h>
 
+#include <algorithm>
+#include <bit>
+
 #include "records/distinguished_names.h"
+#include "records/mail_names.h"
+#include "records/values.h"
 #include "text/characters.h"
 #include "text/object_identifiers.h"
 
@@ -13,14 +18,16 @@ namespace {
 constexpr uint8_t other_name = 0;
 constexpr uint8_t mail = 1;
 constexpr uint8_t dns = 2;
+constexpr uint8_t x400_address = 3;
 constexpr uint8_t directory = 4;
+constexpr uint8_t edi_party = 5;
 constexpr uint8_t uri = 6;
 constexpr uint8_t ip_address = 7;
 constexpr uint8_t registered = 8;
 
 const char *word_for(uint8_t kind) {
-  static constexpr const char *words[] = {"other name", "mail", "DNS", "unknown",   "directory",
-                                          "unknown",    "URI",  "IP",  "identifier"};
+  static constexpr const char *words[] = {"other name", "email", "DNS", "X.400",     "directory",
+                                          "EDI party",  "URI",   "IP",  "identifier"};
   return kind < std::size(words) ? words[kind] : "unknown";
 }
 
@@ -29,37 +36,115 @@ const T *value_of(const GeneralName *name) {
   return static_cast<const T *>(name->value);
 }
 
+constexpr size_t ipv4 = 4;
+constexpr size_t ipv6 = 16;
+
+}  // namespace
+
 std::string address_text(Octets address) {
-  constexpr size_t ipv4 = 4;
-  constexpr size_t ipv6 = 16;
   char text[INET6_ADDRSTRLEN];
   if (address.size() != ipv4 && address.size() != ipv6) return hex(address);
   inet_ntop(address.size() == ipv4 ? AF_INET : AF_INET6, address.data(), text, sizeof text);
   return text;
 }
 
-}  // namespace
+namespace {
 
-std::string general_name_text(const GeneralName *name, const View &view) {
-  std::string word = std::string(word_for(name->kind)) + " ";
+/// Returns "192.0.2.0/24" for an address and its mask; the mask itself where it has gaps.
+std::string network_text(Octets network) {
+  const size_t half = network.size() / 2;
+  if (network.size() != 2 * ipv4 && network.size() != 2 * ipv6) return hex(network);
+  const Octets mask = network.subspan(half);
+  size_t bits = 0;
+  while (bits < 8 * half && (mask[bits / 8] & (0x80 >> (bits % 8))) != 0) ++bits;
+  size_t ones = 0;
+  for (const uint8_t octet : mask) ones += static_cast<size_t>(std::popcount(octet));
+  return address_text(network.first(half)) + "/" +
+         (ones == bits ? std::to_string(bits) : address_text(mask));
+}
+
+/// Returns the value of an other name as a text, if it is a character string.
+std::optional<std::string> text_of_other(const OtherName *name, const View &view) {
+  const Node node = string_value(octets(name->value), view);
+  const auto lines = lines_of(node, view);
+  return lines ? std::optional(lines->front()) : std::nullopt;
+}
+
+/// Returns digits; of long octets the first ones only, unless all are wanted.
+std::string short_hex(Octets octets, const View &view) {
+  constexpr size_t most = 32;
+  if (view.full || octets.size() <= most) return hex(octets);
+  return hex(octets.first(most)) + "... and " + counted(octets.size() - most, "more octet");
+}
+
+/// Returns what follows the word.
+std::string value_text(const GeneralName *name, const View &view) {
   switch (name->kind) {
     case other_name: {
       const auto *const other = value_of<OtherName>(name);
-      return word + label(other->type, view) + ", " + hex(octets(other->value));
+      const auto text = text_of_other(other, view);
+      return label(other->type, view) + ", " +
+             (text ? *text : short_hex(octets(other->value), view));
     }
     case mail:
     case dns:
     case uri:
-      return word + printable(text_of(octets(value_of<IA5String>(name))));
+      return printable(text_of(octets(value_of<IA5String>(name))));
     case directory:
-      return word + directory_text(value_of<Name>(name), view);
+      return one_line(value_of<RDNSequence>(name), view);
+    case x400_address:
+    case edi_party: {
+      const Octets element = octets(value_of<Any>(name));
+      const std::string text =
+          name->kind == edi_party ? edi_party_text(element) : x400_address_text(element);
+      return text.empty() ? short_hex(element, view) : text;
+    }
     case ip_address:
-      return word + address_text(octets(value_of<OctetString>(name)));
+      return address_text(octets(value_of<OctetString>(name)));
     case registered:
-      return word + label(value_of<ObjId>(name), view);
+      return label(value_of<ObjId>(name), view);
     default:
-      return word;
+      return "";
   }
+}
+
+Json json_of(const GeneralName *name, std::string (*address)(Octets)) {
+  const View plain;
+  Json object = Json::object();
+  object.put("kind", name->kind).put("kindName", word_for(name->kind));
+  switch (name->kind) {
+    case other_name: {
+      const auto *const other = value_of<OtherName>(name);
+      put_oid(object, "type", other->type);
+      object.put("value", hex(octets(other->value)));
+      const Node text = string_value(octets(other->value), plain);
+      if (!text.empty()) object.put("text", json_of(text));
+      return object;
+    }
+    case mail:
+    case dns:
+    case uri:
+      return object.put("value", to_utf8(from_utf8(octets(value_of<IA5String>(name)))));
+    case directory:
+      return object.put("value", utf8_text(value_of<RDNSequence>(name)));
+    case x400_address:
+    case edi_party:
+      object.put("value", hex(octets(value_of<Any>(name))));
+      return object.put("text", value_text(name, plain));
+    case ip_address:
+      return object.put("value", address(octets(value_of<OctetString>(name))));
+    case registered:
+      put_oid(object, "value", value_of<ObjId>(name));
+      return object;
+    default:
+      return object;
+  }
+}
+
+}  // namespace
+
+std::string general_name_text(const GeneralName *name, const View &view) {
+  return std::string(word_for(name->kind)) + " " + value_text(name, view);
 }
 
 std::vector<std::string> general_name_lines(const List *names, const View &view) {
@@ -69,29 +154,25 @@ std::vector<std::string> general_name_lines(const List *names, const View &view)
   return lines;
 }
 
-Json json_of(const GeneralName *name) {
-  Json object = Json::object();
-  object.put("kind", name->kind).put("kindName", word_for(name->kind));
-  switch (name->kind) {
-    case other_name: {
-      const auto *const other = value_of<OtherName>(name);
-      put_oid(object, "type", other->type);
-      return object.put("value", hex(octets(other->value)));
-    }
-    case mail:
-    case dns:
-    case uri:
-      return object.put("value", to_utf8(from_utf8(octets(value_of<IA5String>(name)))));
-    case directory:
-      return object.put("value", to_utf8(from_utf8(octets_of(value_of<Name>(name)))));
-    case ip_address:
-      return object.put("value", address_text(octets(value_of<OctetString>(name))));
-    case registered:
-      put_oid(object, "value", value_of<ObjId>(name));
-      return object;
-    default:
-      return object;
-  }
+Node subtree_base(const GeneralName *name, const View &view) {
+  if (name->kind != ip_address) return describe(name, view);
+  return text("IP " + network_text(octets(value_of<OctetString>(name))),
+              json_of(name, network_text));
+}
+
+// GeneralName ::= CHOICE
+Node describe(const GeneralName *name, const View &view) {
+  return text(general_name_text(name, view), json_of(name, address_text));
+}
+
+std::vector<Type> name_types() {
+  return {
+      {.syntax = "pki_OtherName", .about = "a name of a kind of its own"},
+      {.syntax = "pki_GeneralName",
+       .about = "a name of one of several kinds",
+       .by_hand = as<GeneralName>},
+      {.syntax = "pki_GeneralNames", .about = "names, each of one of several kinds"},
+  };
 }
 
 }  // namespace tool

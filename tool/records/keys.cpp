@@ -1,101 +1,140 @@
-// RSA keys and digests (PKCS #1, RFC 8017), private keys (PKCS #8, RFC 5208), DSA and
-// Diffie-Hellman parameters (RFC 3279), and the key challenges of browsers.
+// RSA keys and digests (PKCS #1, RFC 8017), private keys (PKCS #8, RFC 5958; RFC 5915), and the key
+// challenges of browsers.
+#include <algorithm>
+
 #include "records/values.h"
 #include "text/integers.h"
 #include "text/object_identifiers.h"
 
 namespace tool {
 
+Node secret(Node node, const View &view) {
+  return view.secrets ? std::move(node) : text(secret_text, secret_text);
+}
+
+Node secret_octets(const OctetString *octets, const View &view) {
+  return secret(describe(octets, view), view);
+}
+
 namespace {
 
-/// Describes a record, and adds the number of bits of its modulus or prime.
-Node with_bits(const char *type, const void *record, const Integer *modulus, const View &view) {
-  const uint64_t bits = bit_length(modulus);
-  return Description(view)
-      .all(type, record)
-      .field("keyBits", text(std::to_string(bits), bits))
-      .brief()
-      .node();
+Node secret_number(const Integer *number, const View &view) {
+  return secret(describe(number, view), view);
 }
 
 }  // namespace
 
 Node describe(const RSAPublicKey *key, const View &view) {
-  return with_bits("RSAPublicKey", key, key->modulus, view);
+  return with_bits("pki_RSAPublicKey", key, key->modulus, view);
 }
 
-Node describe(const RSAPrivateKey *key, const View &view) {
-  return with_bits("RSAPrivateKey", key, key->modulus, view);
+Node describe(const pki_RSAPrivateKey *key, const View &view) {
+  return with_bits("pki_RSAPrivateKey", key, key->modulus, view);
 }
 
-Node describe(const DssParms *parameters, const View &view) {
-  return with_bits("DssParms", parameters, parameters->p, view);
+namespace {
+
+/// The type of what the private keys of an algorithm hold, and how it is described.
+struct KeyRow {
+  std::string_view algorithm;  ///< its display name
+  const char *type;
+  Describe describe = nullptr;
+};
+
+constexpr KeyRow key_rows[] = {{"rsaEncryption", "pki_RSAPrivateKey"},
+                               {"rsassa-pss", "pki_RSAPrivateKey"},
+                               {"rsaes-oaep", "pki_RSAPrivateKey"},
+                               {"id-ecPublicKey", "pki_ECPrivateKey"},
+                               {"Ed25519", "OctetString", as<secret_octets>},
+                               {"Ed448", "OctetString", as<secret_octets>},
+                               {"X25519", "OctetString", as<secret_octets>},
+                               {"X448", "OctetString", as<secret_octets>},
+                               {"id-dsa", "Integer", as<secret_number>},
+                               {"dhKeyAgreement", "Integer", as<secret_number>},
+                               {"dhpublicnumber", "Integer", as<secret_number>}};
+
+/// Reads the octets of a private key. Malformed ones may be secret in any place.
+Inside read_key(const pki_OneAsymmetricKey *info, const View &view) {
+  const std::string name = display_name(info->privateKeyAlgorithm->algorithm);
+  const auto *const row = std::ranges::find(key_rows, std::string_view(name), &KeyRow::algorithm);
+  if (row == std::end(key_rows)) return {};
+  Inside inside = read_value(octets(info->privateKey), row->type, view, row->describe);
+  if (inside.malformed.empty() || view.secrets) return inside;
+  inside.read = false;
+  inside.node = text({"malformed: " + inside.malformed, secret_text}, nullptr, Tone::alarm);
+  return inside;
 }
 
-Node describe(const DomainParameters *parameters, const View &view) {
-  return with_bits("DomainParameters", parameters, parameters->p, view);
-}
+}  // namespace
 
-// PrivateKeyInfo ::= SEQUENCE { version, privateKeyAlgorithm, privateKey, attributes [0] }
+// OneAsymmetricKey ::= SEQUENCE { version, privateKeyAlgorithm, privateKey, attributes [0], publicKey
+//   [1] }
 //
-// The octets of an RSA key are decoded. The library has no types for other keys.
-Node describe(const PrivateKeyInfo *info, const View &view) {
+// The octets of a key whose type is known are decoded.
+Node describe(const pki_OneAsymmetricKey *info, const View &view) {
   Description fields(view);
   fields.field("version", version(info->version))
       .field("privateKeyAlgorithm", info->privateKeyAlgorithm)
       .brief();
-  if (is(info->privateKeyAlgorithm->algorithm, asn1_Get_rsaEncryption))
-    add_inside(fields, "privateKey", describe(info->privateKey, view),
-               read_inside(octets(info->privateKey), "rsa-private-key", view));
-  else
-    fields.field("privateKey", info->privateKey);
-  return fields.field("attributes", list_of("Attribute", info->attributes, view)).node();
+  add_inside(fields, "privateKey", secret_octets(info->privateKey, view), read_key(info, view));
+  return fields.field("attributes", list_of("pki_Attribute", info->attributes, view))
+      .field("publicKey", info->publicKey)
+      .node();
 }
 
 std::vector<Type> key_types() {
   return {
-      {.syntax = "RSAPublicKey",
+      {.syntax = "pki_RSAPublicKey",
        .about = "an RSA public key (PKCS #1)",
        .labels = {"RSA PUBLIC KEY"},
        .stands_alone = true,
        .hints = {brief("publicExponent", as<number>)},
        .by_hand = as<RSAPublicKey>},
-      {.syntax = "RSAPrivateKey",
-       .about = "an RSA private key of two primes (PKCS #1)",
+      {.syntax = "pki_RSAPrivateKey",
+       .about = "an RSA private key (PKCS #1)",
        .labels = {"RSA PRIVATE KEY"},
        .stands_alone = true,
-       .hints = {{"version", as<number>}, brief("publicExponent", as<number>)},
-       .by_hand = as<RSAPrivateKey>},
-      {.syntax = "DigestInfo",
+       .secret = true,
+       .hints = {{"version", as<number>},
+                 brief("publicExponent", as<number>),
+                 {"privateExponent", as<secret_number>},
+                 {"prime1", as<secret_number>},
+                 {"prime2", as<secret_number>},
+                 {"exponent1", as<secret_number>},
+                 {"exponent2", as<secret_number>},
+                 {"coefficient", as<secret_number>}},
+       .by_hand = as<pki_RSAPrivateKey>},
+      {.syntax = "pki_OtherPrimeInfo",
+       .about = "a third prime of an RSA private key, or a further one",
+       .secret = true,
+       .hints = {{"prime", as<secret_number>},
+                 {"exponent", as<secret_number>},
+                 {"coefficient", as<secret_number>}}},
+      {.syntax = "pki_ECPrivateKey",
+       .about = "a private key of an elliptic curve (RFC 5915)",
+       .labels = {"EC PRIVATE KEY"},
+       .stands_alone = true,
+       .secret = true,
+       .hints = {{"version", as<number>}, {"privateKey", as<secret_octets>}, brief("parameters")}},
+      {.syntax = "pki_DigestInfo",
        .about = "a digest and its algorithm (PKCS #1)",
        .hints = {brief("digestAlgorithm")}},
-      {.syntax = "PrivateKeyInfo",
+      {.syntax = "pki_OneAsymmetricKey",
        .about = "a private key and its algorithm (PKCS #8)",
+       .name = "private-key-info",
+       .heading = "PrivateKeyInfo",
        .labels = {"PRIVATE KEY"},
        .stands_alone = true,
-       .by_hand = as<PrivateKeyInfo>},
-      {.syntax = "EncryptedPrivateKeyInfo",
+       .secret = true,
+       .by_hand = as<pki_OneAsymmetricKey>},
+      {.syntax = "pki_EncryptedPrivateKeyInfo",
        .about = "an encrypted private key (PKCS #8)",
        .labels = {"ENCRYPTED PRIVATE KEY"},
        .stands_alone = true,
-       .hints = {brief("encryptionAlgorithm", as<encryption_algorithm>),
-                 brief("encryptedData", as<encrypted>)}},
-      {.syntax = "DssParms",
-       .about = "the parameters of DSA",
-       .labels = {"DSA PARAMETERS"},
-       .stands_alone = true,
-       .by_hand = as<DssParms>},
+       .hints = {brief("encryptionAlgorithm"), brief("encryptedData", as<encrypted>)}},
       {.syntax = "DssSigValue",
        .about = "a signature of DSA or of elliptic curves",
        .stands_alone = true},
-      {.syntax = "DomainParameters",
-       .about = "the parameters of X9.42 Diffie-Hellman",
-       .labels = {"X9.42 DH PARAMETERS"},
-       .stands_alone = true,
-       .by_hand = as<DomainParameters>},
-      {.syntax = "ValidationParms",
-       .about = "how a prime of Diffie-Hellman was found",
-       .hints = {{"pgenCounter", as<number>}}},
       {.syntax = "PublicKeyAndChallenge",
        .about = "the signed part of a signed public key and challenge",
        .hints = {brief("spki"), brief("challenge")}},

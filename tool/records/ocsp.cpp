@@ -27,8 +27,7 @@ Node describe(const OCSPCertStatus *status, const View &view) {
   fields.field("status", text(word, word));
   if (status->kind != revoked || status->value == nullptr)
     return shown_as(fields.node(), text(word, nullptr));
-  const auto *const info = static_cast<const RevokedInfo *>(status->value);
-  Node revoked_node = Description(view).all("RevokedInfo", info).node();
+  Node revoked_node = Description(view).all("pki_RevokedInfo", status->value).node();
   std::string line = word;
   for (const Node &node : std::get<Node::Fields>(revoked_node.value))
     line += ", " + lines_of(node, view)->front();
@@ -46,7 +45,7 @@ Node describe(const ResponseBytes *bytes, const View &view) {
     return fields.field("response", bytes->response).node();
   const Octets content = octets(bytes->response);
   return add_inside(fields, "response", describe(bytes->response, view),
-                    read_value(content, "BasicOCSPResponse", view))
+                    read_value(content, "pki_BasicOCSPResponse", view))
       .brief()
       .node();
 }
@@ -63,49 +62,49 @@ Node response_status(const uint32_t *number) {
 
 }  // namespace
 
-// No decoder reads the certificates of a Signature or a BasicOCSPResponse.
 std::vector<Type> ocsp_types() {
   return {
-      {.syntax = "OCSPRequest",
+      {.syntax = "pki_OCSPRequest",
        .about = "a request for the status of certificates",
        .labels = {"OCSP REQUEST"},
        .stands_alone = true},
-      {.syntax = "OCSPResponse",
+      {.syntax = "pki_OCSPResponse",
        .about = "a response about the status of certificates",
        .labels = {"OCSP RESPONSE"},
        .stands_alone = true,
        .hints = {brief("responseStatus", as<response_status>)}},
-      {.syntax = "BasicOCSPResponse",
+      {.syntax = "pki_BasicOCSPResponse",
        .about = "the signed response inside an OCSP response",
        .stands_alone = true,
        .hints = {{.field = "tbsResponseData", .kept = "tbsResponseDataBytes"}}},
-      {.syntax = "TBSRequest",
+      {.syntax = "pki_TBSRequest",
        .about = "the signed part of an OCSP request",
        .hints = {{"version", as<version>}, brief("requestorName"), brief("requestList")}},
-      {.syntax = "Request", .about = "one certificate in an OCSP request"},
-      {.syntax = "CertID", .about = "which certificate OCSP refers to"},
-      {.syntax = "OCSPSignature",
+      {.syntax = "pki_Request", .about = "one certificate in an OCSP request"},
+      {.syntax = "pki_CertID", .about = "which certificate OCSP refers to"},
+      {.syntax = "pki_OCSPSignature",
        .about = "the signature of an OCSP request",
        .name = "ocsp-signature",
        .hints = {brief("signatureAlgorithm")}},
-      {.syntax = "ResponseBytes",
+      {.syntax = "pki_ResponseBytes",
        .about = "an OCSP response that is not decoded, and its type",
        .by_hand = as<ResponseBytes>},
-      {.syntax = "ResponseData",
+      {.syntax = "pki_ResponseData",
        .about = "the signed part of a basic OCSP response",
        .hints = {{"version", as<version>},
                  brief("responderID"),
                  brief("producedAt"),
                  brief("responses")}},
-      {.syntax = "ResponderID", .about = "who signed an OCSP response", .by_hand = as<ResponderID>},
-      {.syntax = "SingleResponse",
+      {.syntax = "pki_ResponderID",
+       .about = "who signed an OCSP response",
+       .by_hand = as<ResponderID>},
+      {.syntax = "pki_SingleResponse",
        .about = "the status of one certificate",
        .hints = {period("thisUpdate")}},
-      {.syntax = "OCSPCertStatus",
+      {.syntax = "pki_OCSPCertStatus",
        .about = "good, revoked or unknown",
        .by_hand = as<OCSPCertStatus>},
-      // Without a reason in the input the record has 0, unspecified.
-      {.syntax = "RevokedInfo",
+      {.syntax = "pki_RevokedInfo",
        .about = "when and why a certificate was revoked",
        .hints = {{"revocationReason", as<revocation_reason>}}},
   };

@@ -20,16 +20,24 @@ inline void *pointer_at(const void *record, size_t offset) {
   return value;
 }
 
-/// A type of the library, or a SEQUENCE OF its values: what reads, writes and releases it.
+/// A type of the libraries: what reads, writes and releases its values.
 struct Syntax {
   const pki_Type *type = nullptr;
-  bool list = false;
 
   /// @param name as pki_Type_find() takes it.
-  Syntax(const char *name, bool is_list = false) : type(pki_Type_find(name)), list(is_list) {}
+  Syntax(const char *name) : type(pki_Type_find(name)) {}
   explicit Syntax(const pki_Type *of) : type(of) {}
 
   const pki_Functions &functions() const { return *pki_Type_functions(type); }
+
+  /// What is wrong with octets, and where: the field, as in "extensions[3].extnValue".
+  struct Refusal {
+    size_t offset = 0;
+    std::string path;
+    std::string sentence;
+
+    Fault fault() const { return {offset, (path.empty() ? "" : path + ": ") + sentence, path}; }
+  };
 
   /// How far the decoder reads, and why no further; no fault where it takes a value. An input that
   /// would end the process has a fault.
@@ -40,6 +48,7 @@ struct Syntax {
   Reading read(Octets octets) const;
 
   /// Says why octets are not exactly one value; nothing where they are.
+  std::optional<Refusal> refusal(Octets octets) const;
   std::optional<Fault> fault(Octets octets) const;
 
   /// Decodes a value, as the functions of the library do. Leaves no record where it fails.
@@ -79,6 +88,10 @@ struct Type {
   /// Whether such an input has what it must have past the start of the syntax. Needed if many
   /// elements start like that.
   bool (*resembles)(Octets octets) = nullptr;
+  /// Whether a page shows the alternative of a CHOICE without its name.
+  bool bare = false;
+  /// Whether its octets may hold a private key, so that they are shown on demand only.
+  bool secret = false;
   std::vector<Hint> hints{};
   /// Describes a record, where hints do not suffice.
   Node (*by_hand)(const void *record, const View &view) = nullptr;
@@ -94,6 +107,9 @@ struct Type {
   std::string show(const void *record, const std::string &where, const View &view) const;
   std::string show_short(const void *record, const View &view) const;
 };
+
+/// Returns the hint for a field; an empty one where the row, which may be null, has none.
+Hint hint_for(const Type *row, const pki_Field &field);
 
 template <class T>
 Node call(Node (*function)(const T *, const View &), const void *value, const View &view) {
@@ -119,9 +135,17 @@ std::vector<Type> universal_types();
 std::vector<Type> certificate_types();
 std::vector<Type> crl_types();
 std::vector<Type> extension_types();
+std::vector<Type> policy_types();
+std::vector<Type> distribution_types();
+std::vector<Type> timestamp_types();
+std::vector<Type> resource_types();
+std::vector<Type> qualified_types();
+std::vector<Type> name_types();
 std::vector<Type> request_types();
 std::vector<Type> ocsp_types();
 std::vector<Type> key_types();
+std::vector<Type> elliptic_curve_types();
+std::vector<Type> algorithm_types();
 std::vector<Type> message_types();
 std::vector<Type> exchange_types();
 std::vector<Type> card_types();
@@ -133,7 +157,7 @@ const std::vector<Type> &types();
 /// Returns the type of this name, or null.
 const Type *type_named(std::string_view name);
 
-/// Returns the row of a type of the library, or null for one that has none.
+/// Returns the row of a type of the libraries, or null for one that has none.
 const Type *row_of(const pki_Type *type);
 
 /// A record together with its syntax.

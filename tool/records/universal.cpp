@@ -1,4 +1,4 @@
-// Universal types (X.680) and algorithm identifiers.
+// Universal types (X.680).
 #include "records/type.h"
 #include "text/characters.h"
 #include "text/integers.h"
@@ -35,19 +35,6 @@ Node describe(const ASN1String *string, const View &) {
 
 Node describe(const Time *time, const View &) { return time_of(time->kind, time->value); }
 
-// AlgorithmIdentifier ::= SEQUENCE { algorithm, parameters OPTIONAL }
-Node describe(const AlgId *algorithm, const View &view) {
-  Node record = Description(view).all("AlgId", algorithm).node();
-  std::vector<std::string> lines{label(algorithm->algorithm, view)};
-  const Octets parameters = octets(algorithm->parameters);
-  const auto named = decoded(asn1_ObjId_d, asn1_ObjId_free, parameters);
-  if (named)
-    lines.front() += ", " + label(named.get(), view);
-  else if (!parameters.empty() && asn1_Any_cmp(algorithm->parameters, asn1_Any_NULL()) != 0)
-    for (const std::string &line : dump(parameters, view.full)) lines.push_back("  " + line);
-  return shown_as(std::move(record), text(std::move(lines), nullptr));
-}
-
 namespace {
 
 uint32_t encode_bits(uint8_t **pp, const void *record) {
@@ -59,7 +46,6 @@ uint32_t encode_bits(uint8_t **pp, const void *record) {
 std::vector<Type> universal_types() {
   constexpr const char *string = "a character string";
   return {
-      {.syntax = "AlgId", .about = "an algorithm and its parameters", .by_hand = as<AlgId>},
       {.syntax = "Integer", .about = "an INTEGER of any size"},
       {.syntax = "ObjId", .about = "an object identifier"},
       {.syntax = "BitString", .about = "a BIT STRING", .own_encode = encode_bits},

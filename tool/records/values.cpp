@@ -1,112 +1,101 @@
 #include "records/values.h"
 
+#include "records/partial.h"
 #include "text/characters.h"
 
 namespace tool {
 
 namespace {
 
-Inside unread(std::string why) { return {Node(), std::move(why)}; }
-
-/// Returns an element of definite length.
-Bytes element(uint8_t tag, Octets content) {
-  Bytes out{tag};
-  if (content.size() < 0x80) {
-    out.push_back(static_cast<uint8_t>(content.size()));
-  } else {
-    out.push_back(0x84);
-    for (int shift = 24; shift >= 0; shift -= 8)
-      out.push_back(static_cast<uint8_t>(content.size() >> shift));
-  }
-  out.insert(out.end(), content.begin(), content.end());
-  return out;
+bool is_list(const pki_Type *type) {
+  return pki_Type_kind(type) == PKI_SEQUENCE_OF || pki_Type_kind(type) == PKI_SET_OF;
 }
 
-/// Returns a SEQUENCE in which the fields that the public form tags implicitly are tagged as the
-/// library has them, explicitly; no octets where there is another field.
-Bytes explicitly_tagged(Octets value, const pki_Type *type) {
-  Bytes content;
-  size_t taken = 0;
-  for (const Octets component : components(value)) {
-    const Header header = read_header(component);
-    pki_Field field;
-    uint32_t i = 0;
-    while (pki_Type_field(type, i, &field) != 0 &&
-           header.tag != ((field.tag & ~tag::constructed) |
-                          (pki_Type_identifier(field.type) & tag::constructed)))
-      ++i;
-    if (header.indefinite || i == pki_Type_field_count(type)) return {};
-    const Bytes inner = element(pki_Type_identifier(field.type), component.subspan(header.size));
-    const Bytes outer = element(field.tag, inner);
-    content.insert(content.end(), outer.begin(), outer.end());
-    taken += component.size();
-  }
-  const Header header = read_header(value);
-  return header.tag == tag::sequence && header.size + taken == value.size()
-             ? element(tag::sequence, content)
-             : Bytes();
-}
-
-/// Returns the value with a line below it that names its form.
-Node in_public_form(Node node, const View &view) {
-  auto lines = lines_of(node, view).value_or(std::vector<std::string>());
-  lines.emplace_back("(in the public form, which the library's own decoder does not read)");
-  return shown_as(std::move(node), text(std::move(lines), nullptr));
+/// Reads octets unless they are nested too deeply.
+template <class Read>
+Inside read_deeper(const View &view, Read read) {
+  const View deeper = view.inside();
+  if (!deeper.too_deep()) return read(deeper);
+  return {text("(nested more deeply than is shown)", nullptr), "", true};
 }
 
 }  // namespace
 
-Inside read_value(Octets octets, const Syntax &syntax, const View &view, Describe describe) {
-  if (const auto fault = syntax.fault(octets)) return unread(text_with_offset(*fault));
+Node sound_value(Octets octets, const pki_Type *type, const View &view, Describe describe) {
+  Syntax syntax(type);
+  // A universal type inside a form has the functions of liborvelasn1's.
+  if (syntax.functions().decode == nullptr) syntax = Syntax(pki_Type_record(type));
+  if (syntax.type == nullptr || syntax.functions().decode == nullptr) {
+    const Header header = read_header(octets);
+    if (is_list(type)) return read_elements(octets, pki_Type_element(type), view, describe).node;
+    if (pki_Type_kind(type) == PKI_NULL) return text("present", true);
+    return pki_Type_kind(type) == PKI_BOOLEAN ? boolean(octets[header.size])
+                                              : text(hex(octets), hex(octets));
+  }
   void *made = nullptr;
   if (syntax.decode(octets.data(), octets.data() + octets.size(), &made, 0) == nullptr)
-    return unread("its decoder refuses it");
+    return malformed("the decoder refuses it", octets, view);
   const auto record = std::make_shared<const Record>(syntax, made);
-  Node node = describe != nullptr ? describe(made, view) : syntax.describe(made, view);
+  Node node = describe != nullptr ? describe(made, view) : tool::describe(type, made, view);
   node.owner = record;
-  return {std::move(node), ""};
+  return node;
 }
 
-Inside read_inside(Octets octets, std::string_view name, const View &view) {
-  const View deeper = view.inside();
-  if (deeper.too_deep()) return unread("it is nested more deeply than is shown");
-  const Type &type = *type_named(name);
-  return read_value(octets, type.syntax, deeper, type.by_hand);
+Inside read_value(Octets octets, const pki_Type *type, const View &view, Describe describe) {
+  return read_deeper(view, [=](const View &deeper) -> Inside {
+    if (Syntax(type).refusal(octets)) return read_partly(octets, type, deeper);
+    return {sound_value(octets, type, deeper, describe), "", true};
+  });
 }
 
-Description &add_inside(Description &fields, std::string name, Node octets, Inside inside) {
-  if (!inside.node.empty())
-    return fields.hidden(std::move(name), std::move(octets))
-        .field("decoded", std::move(inside.node));
-  return fields.field(std::move(name), std::move(octets))
-      .field("unread", text("not in a form that this library reads: " + inside.why, inside.why));
+Inside read_value(Octets octets, const char *type, const View &view, Describe describe) {
+  return read_value(octets, pki_Type_find(type), view, describe);
 }
 
-Node list_inside(const List *elements, std::string_view type, const View &view) {
-  const auto describe_any = [type](const Any *any, const View &at) {
-    Inside inside = read_inside(octets(any), type, at);
-    if (!inside.node.empty()) return std::move(inside.node);
-    Description fields(at);
-    return add_inside(fields, "octets", describe(any, at), std::move(inside)).node();
-  };
-  return list_of<Any>(elements, describe_any, view);
+Inside read_list(Octets octets, const pki_Type *element, const View &view, Describe describe) {
+  return read_deeper(
+      view, [=](const View &deeper) { return read_elements(octets, element, deeper, describe); });
 }
 
 Inside read_value(Octets value, const ValueRow &row, const View &view) {
   if (row.read != nullptr)
-    if (Node node = row.read(value, view); !node.empty()) return {std::move(node), ""};
-  if (row.type == nullptr) return unread("it is no character string");
-  const Syntax syntax(row.type, row.list);
-  if (row.read != nullptr) {
-    const auto fault = syntax.fault(value);
-    return unread(fault ? text_with_offset(*fault) : "it holds something else");
+    if (Node node = row.read(value, view); !node.empty()) return {std::move(node), "", true};
+  if (row.type == nullptr) {
+    const std::string why = "it is no character string";
+    return {malformed(why, value, view), why, false};
   }
-  Inside inside = read_value(value, syntax, view, row.describe);
-  if (!inside.node.empty() || row.describe_public == nullptr) return inside;
-  const Bytes own_form = explicitly_tagged(value, syntax.type);
-  Inside of_public = read_value(own_form, syntax, view, row.describe_public);
-  if (of_public.node.empty()) return inside;
-  return {in_public_form(std::move(of_public.node), view), ""};
+  const pki_Type *const type = pki_Type_find(row.type);
+  return row.list ? read_list(value, type, view, row.describe)
+                  : read_value(value, type, view, row.describe);
+}
+
+Description &add_inside(Description &fields, std::string name, Node octets, Inside inside) {
+  if (inside.node.empty()) return fields.field(std::move(name), std::move(octets));
+  if (!inside.malformed.empty()) fields.hidden("malformed", text("", inside.malformed));
+  const bool complete = inside.read && inside.malformed.empty();
+  if (inside.read) fields.hidden("decoded", inside.node);
+  if (complete)
+    return fields.undecoded(std::move(name), std::move(octets), std::move(inside.node));
+  return fields.field(std::move(name), shown_as(std::move(octets), std::move(inside.node)));
+}
+
+Node unknown_octets(Octets octets, const View &view) {
+  return text(dump(octets, view.full), hex(octets));
+}
+
+Node malformed(const std::string &why, Octets octets, const View &view) {
+  std::vector<std::string> lines{"malformed: " + why};
+  const auto digits = dump(octets, view.full);
+  if (!octets.empty())
+    for (const std::string &line : digits) lines.push_back("  " + line);
+  Json json = Json::object();
+  json.put("malformed", why).put("octets", hex(octets));
+  return text(std::move(lines), std::move(json), Tone::alarm);
+}
+
+// A nonce is an OCTET STRING as any other.
+Owned<OctetString> octet_string(Octets octets) {
+  return decoded(pki_Nonce_d, pki_Nonce_free, octets);
 }
 
 Node string_value(Octets value, const View &) {

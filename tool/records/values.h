@@ -1,5 +1,5 @@
 // Octets that a record keeps undecoded and that are a value of a type of their own: those of
-// extensions, attributes, bags and the like.
+// extensions, attributes, parameters, bags and the like.
 #ifndef ORVELASN1_TOOL_RECORDS_VALUES_H
 #define ORVELASN1_TOOL_RECORDS_VALUES_H
 
@@ -9,29 +9,41 @@ namespace tool {
 
 /// What such octets are.
 struct Inside {
-  Node node;        ///< the record, which the node keeps; empty where the octets are not read
-  std::string why;  ///< why they are not read
+  Node node;              ///< what can be read, with what cannot marked at its place
+  std::string malformed;  ///< where it first goes wrong and why; an empty text where nothing does
+  bool read = false;      ///< whether anything can be read
 };
 
 using Describe = Node (*)(const void *record, const View &view);
 
-/// Reads octets that must be exactly one value. Explains them before any decoder runs: for some
-/// inputs a decoder ends the process. `describe` replaces the description of the syntax.
-Inside read_value(Octets octets, const Syntax &syntax, const View &view,
+/// Reads octets that must be exactly one value. What is malformed is marked at its place and hides
+/// nothing beside it. `describe` replaces the description of the type.
+Inside read_value(Octets octets, const pki_Type *type, const View &view,
                   Describe describe = nullptr);
 
-/// Reads octets that must be exactly one element of the type of this name, unless they are nested
-/// too deeply.
-Inside read_inside(Octets octets, std::string_view type, const View &view);
+/// The same by the name of the type, as pki_Type_find() takes it.
+Inside read_value(Octets octets, const char *type, const View &view, Describe describe = nullptr);
 
-/// Adds octets under their name, and after them the field "decoded" with what they are. A page
-/// shows that field only. If the octets are not read, a page shows them and the reason.
+/// Reads octets that must be exactly one SEQUENCE OF or SET OF values of a type.
+Inside read_list(Octets octets, const pki_Type *element, const View &view,
+                 Describe describe = nullptr);
+
+/// Describes octets in which Syntax::refusal() finds nothing wrong.
+Node sound_value(Octets octets, const pki_Type *type, const View &view,
+                 Describe describe = nullptr);
+
+/// Adds octets under their name, for which a page shows what they are. JSON has that beside them, as
+/// "decoded", and as "malformed" what is wrong with it. Compact JSON has only what they are where all
+/// of them are read.
 Description &add_inside(Description &fields, std::string name, Node octets, Inside inside);
 
-/// Describes a list of ANY, each of which must be an element of the type of this name.
-Node list_inside(const List *elements, std::string_view type, const View &view);
+/// Describes octets of no known type.
+Node unknown_octets(Octets octets, const View &view);
 
-/// The syntax of the values under an identifier.
+/// What a page says of octets that are no value of their type, and the octets.
+Node malformed(const std::string &why, Octets octets, const View &view);
+
+/// The type of the values under an identifier.
 struct ValueRow {
   std::string_view name;  ///< the display name of the identifier
   const char *type;       ///< as pki_Type_find() takes it; null for a string of any type
@@ -39,12 +51,13 @@ struct ValueRow {
   Describe describe = nullptr;
   /// Reads a value by hand, and is tried first. Returns an empty node for octets of another form.
   Node (*read)(Octets value, const View &view) = nullptr;
-  /// Describes the public form, with implicit tags where the library's own has explicit ones.
-  Describe describe_public = nullptr;
 };
 
 /// Reads a value as its row says.
 Inside read_value(Octets value, const ValueRow &row, const View &view);
+
+/// Decodes octets that are exactly one OCTET STRING, in segments or not. Returns null for others.
+Owned<OctetString> octet_string(Octets octets);
 
 /// Reads a character string of any type. Returns an empty node for other octets.
 Node string_value(Octets value, const View &view);

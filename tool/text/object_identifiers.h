@@ -1,4 +1,4 @@
-// Object identifiers and their names: those of the library's registry, and a few that it lacks.
+// Object identifiers and their names: those of the library's registry, and those that it lacks.
 #ifndef ORVELASN1_TOOL_TEXT_OBJECT_IDENTIFIERS_H
 #define ORVELASN1_TOOL_TEXT_OBJECT_IDENTIFIERS_H
 
@@ -7,11 +7,11 @@
 
 namespace tool {
 
-/// Returns the dotted form, "2.5.4.3". A first number from 80 up is written under the arc 2, where
-/// the library's record has arcs above 2.
+/// Returns the dotted form, "2.5.4.3", of arcs of any size; of an identifier whose content is too
+/// long for that, how long it is. Returns an empty text for what is no identifier.
 std::string dotted(const ObjId *oid);
 
-/// Reads a dotted form. Returns null for any other text.
+/// Reads a dotted form whose arcs have at most 32 bits. Returns null for any other text.
 Owned<ObjId> from_dotted(std::string_view text);
 
 /// Returns the names of the identifier in the registry, as in the getters: "id_at_commonName".
