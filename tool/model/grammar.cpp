@@ -114,10 +114,9 @@ void append(std::string &path, const Place &place) {
 
 }  // namespace
 
-Grammar::Grammar(const pki_Type *type, bool list) {
+Grammar::Grammar(const pki_Type *type) {
   if (type == nullptr || pki_Type_kind(type) == PKI_ANY) return;
-  frames_.push_back({.level = 0, .kind = Kind::value, .type = type, .whole = !list});
-  list_ = list;
+  frames_.push_back({.level = 0, .kind = Kind::value, .type = type, .whole = true});
 }
 
 bool Grammar::knows(size_t level) const {
@@ -135,13 +134,11 @@ Place Grammar::next(size_t level, uint8_t identifier) {
   } else if (frame.kind == Kind::list || frame.next == 0) {
     place.known = true;
     place.type = frame.type;
-    place.list = list_ && level == 0;
     place.fills = frame.kind == Kind::value && frame.whole;
-    if (place.fills || (list_ && level == 1)) place.begins = frame.type;
+    if (place.fills) place.begins = frame.type;
     if (frame.kind == Kind::list) place.index = frame.next;
     ++frame.next;
   }
-  if (place.list) return place;
   choose(place, identifier);
   define(frame, field, place);
   choose(place, identifier);
@@ -211,9 +208,9 @@ void Grammar::open(size_t level, const Place &place) {
               .defines = place.begins != nullptr};
   if (place.wraps) {
     frame.kind = Kind::value;
-  } else if (place.list || is_list(kind)) {
+  } else if (is_list(kind)) {
     frame.kind = Kind::list;
-    if (!place.list) frame.type = pki_Type_element(place.type);
+    frame.type = pki_Type_element(place.type);
   } else if (kind == PKI_SEQUENCE) {
     frame.kind = Kind::fields;
     frame.identifier = {};
