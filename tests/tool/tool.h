@@ -103,8 +103,8 @@ class Tool : public testing::Test {
             read_file(path("stdout")), read_file(path("stderr"))};
   }
 
-  /// Runs the tool. What is in `environment` goes in front of the test's own. Pages are so wide that
-  /// no line is wrapped, unless the environment says otherwise.
+  /// Runs the tool. What is in `environment` goes in front of the test's own. Pages are so wide
+  /// that no line is wrapped, unless the environment says otherwise.
   Outcome run(std::vector<std::string> words, const std::string &input = "",
               std::vector<std::string> environment = {}) const {
     words.insert(words.begin(), ORVELASN1_TOOL_PATH);

@@ -24,8 +24,7 @@ bool for_each_element(const std::vector<std::string> &files, const ElementJob &j
 using RecordJob = std::function<bool(const Input &, const Element &, const Type &, Record &)>;
 
 /// What a command does in place of report(). An element that was decoded has something left over.
-using RefusalJob =
-    std::function<void(const Input &, const Element &, const Fault &, bool decoded)>;
+using RefusalJob = std::function<void(const Input &, const Element &, const Fault &, bool decoded)>;
 
 /// Decodes each element and runs `job` for each record, isolated from the rest. Runs `refused`, or
 /// report() where it is null, for each element that is refused.

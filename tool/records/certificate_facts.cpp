@@ -165,7 +165,7 @@ AlternativeNames alternative_names(const Certificate *certificate) {
           names.directory.push_back(std::move(*text));
         break;
       default:
-        names.other.push_back(tool::json_of(name.get()));
+        names.other.push_back(tool::json_of(describe(name.get(), View())));
     }
   }
   return names;
