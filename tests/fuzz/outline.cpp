@@ -67,7 +67,7 @@ void outline_as(Octets input, const pki_Type *type) {
   Laws laws(input);
   OutlineSearch search(
       *OutlinePath::parse("tbsCertificate.extensions[subjectAltName].extnValue[0]"));
-  const auto fault = outline(input, type, false, [&](const OutlineLine &line) {
+  const auto fault = outline(input, type, [&](const OutlineLine &line) {
     laws.see(line);
     search(line);
     return true;

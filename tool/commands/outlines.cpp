@@ -43,10 +43,9 @@ void Output::add(std::string_view text) {
 std::optional<Fault> each_line(const Element &element, const Type *wanted,
                                const std::function<bool(const OutlineLine &)> &tell) {
   const Type *const type = type_of(element, wanted);
-  const auto fault =
-      outline(element.octets, type == nullptr ? nullptr : type->syntax.type, false, tell);
+  const auto fault = outline(element.octets, type == nullptr ? nullptr : type->syntax.type, tell);
   if (!fault) return std::nullopt;
-  return Fault{fault->offset, fault->text};
+  return Fault{fault->offset, fault->text, fault->path};
 }
 
 void print_outline(const Element &element, const Type *wanted, const std::string &where,

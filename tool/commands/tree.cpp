@@ -19,7 +19,8 @@ std::optional<Fault> print(const Element &element, const TreeRequest &request,
   each_line(element, request.type, [&](const OutlineLine &line) {
     if (search(line)) {
       output.add(write(line));
-      if (line.kind == OutlineLine::Kind::fault && !fault) fault = Fault{line.offset, line.text};
+      if (line.kind == OutlineLine::Kind::fault && !fault)
+        fault = Fault{line.offset, line.text, {}};
     }
     return !search.is_past();
   });
@@ -63,7 +64,7 @@ bool tree(const TreeRequest &request) {
            // The reader of DER knows fewer tags and lengths than the outline.
            const bool is_pem = element.line != 0;
            if (!fault && (is_pem || element.octets.empty())) fault = element.fault;
-           if (!fault && !search.is_found()) fault = Fault{std::nullopt, search.why_not()};
+           if (!fault && !search.is_found()) fault = Fault{std::nullopt, search.why_not(), {}};
            if (fault) report(input, element, *fault);
            return !fault;
          });

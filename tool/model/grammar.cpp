@@ -33,7 +33,7 @@ constexpr auto ec_public_key = "\x2A\x86\x48\xCE\x3D\x02\x01"sv;
 constexpr auto ecdsa_signatures = "\x2A\x86\x48\xCE\x3D\x04"sv;
 constexpr auto ocsp_basic = "\x2B\x06\x01\x05\x05\x07\x30\x01\x01"sv;
 
-constexpr bool in_string = true;
+constexpr bool in_a_string = true;
 constexpr bool arc = true;
 
 constexpr Defined rows[] = {
@@ -44,10 +44,10 @@ constexpr Defined rows[] = {
     {"signature", ecdsa_signatures, "pki_ECDSA_Sig_Value", false, arc},
     {"response", ocsp_basic, "pki_BasicOCSPResponse"},
     {"values", extension_request, "pki_Extensions"},
-    {"certValue", x509_certificate, "pki_Certificate", in_string},
-    {"crlValue", x509_crl, "pki_CertificateRevocationList", in_string},
-    {"content", data, "pki_AuthenticatedSafe", in_string, false, "PFX"},
-    {"content", data, "pki_SafeContents", in_string, false, "AuthenticatedSafe"},
+    {"certValue", x509_certificate, "pki_Certificate", in_a_string},
+    {"crlValue", x509_crl, "pki_CertificateRevocationList", in_a_string},
+    {"content", data, "pki_AuthenticatedSafe", in_a_string, false, "PFX"},
+    {"content", data, "pki_SafeContents", in_a_string, false, "AuthenticatedSafe"},
 };
 
 bool has(Octets identifier, const Defined &row) {
@@ -114,10 +114,9 @@ void append(std::string &path, const Place &place) {
 
 }  // namespace
 
-Grammar::Grammar(const pki_Type *type, bool list) {
+Grammar::Grammar(const pki_Type *type) {
   if (type == nullptr || pki_Type_kind(type) == PKI_ANY) return;
-  frames_.push_back({.level = 0, .kind = Kind::value, .type = type, .whole = !list});
-  list_ = list;
+  frames_.push_back({.level = 0, .kind = Kind::value, .type = type, .whole = true});
 }
 
 bool Grammar::knows(size_t level) const {
@@ -135,13 +134,11 @@ Place Grammar::next(size_t level, uint8_t identifier) {
   } else if (frame.kind == Kind::list || frame.next == 0) {
     place.known = true;
     place.type = frame.type;
-    place.list = list_ && level == 0;
     place.fills = frame.kind == Kind::value && frame.whole;
-    if (place.fills || (list_ && level == 1)) place.begins = frame.type;
+    if (place.fills) place.begins = frame.type;
     if (frame.kind == Kind::list) place.index = frame.next;
     ++frame.next;
   }
-  if (place.list) return place;
   choose(place, identifier);
   define(frame, field, place);
   choose(place, identifier);
@@ -211,9 +208,9 @@ void Grammar::open(size_t level, const Place &place) {
               .defines = place.begins != nullptr};
   if (place.wraps) {
     frame.kind = Kind::value;
-  } else if (place.list || is_list(kind)) {
+  } else if (is_list(kind)) {
     frame.kind = Kind::list;
-    if (!place.list) frame.type = pki_Type_element(place.type);
+    frame.type = pki_Type_element(place.type);
   } else if (kind == PKI_SEQUENCE) {
     frame.kind = Kind::fields;
     frame.identifier = {};

@@ -18,7 +18,6 @@ struct Place {
   const pki_Type *type = nullptr;     ///< of the value; null where it is not known
   const pki_Type *content = nullptr;  ///< of what is inside the string, by an identifier
   bool wraps = false;  ///< whether the element is an explicit tag around a value of the type
-  bool list = false;   ///< whether it is a SEQUENCE OF the type
   bool fills = false;  ///< whether a value that begins here must take all octets of its level
   const pki_Type *begins = nullptr;  ///< the type of a value that begins here, of which the types
                                      ///< around it say nothing; null elsewhere
@@ -28,9 +27,8 @@ struct Place {
 /// around the whole of it.
 class Grammar {
  public:
-  /// The first element is of this type, or a SEQUENCE OF it where `list`. Nothing is known where
-  /// `type` is null.
-  Grammar(const pki_Type *type, bool list);
+  /// The first element is of this type. Nothing is known where `type` is null.
+  explicit Grammar(const pki_Type *type);
 
   /// Returns the place of the next element of a level, which begins with this identifier octet, and
   /// moves past it.
@@ -81,7 +79,6 @@ class Grammar {
 
   std::vector<Frame> frames_;  // as many as the types nest
   std::string path_;
-  bool list_ = false;
   size_t defined_ = 0;  ///< open values that identifiers define
 };
 

@@ -15,9 +15,8 @@ using namespace ber::universal;
 /// The walk over the elements of an input.
 class Walk {
  public:
-  Walk(Octets input, const pki_Type *type, bool list,
-       const std::function<bool(const OutlineLine &)> &tell)
-      : input_(input), grammar_(type, list), levels_(input.size()), tell_(tell) {}
+  Walk(Octets input, const pki_Type *type, const std::function<bool(const OutlineLine &)> &tell)
+      : input_(input), grammar_(type), levels_(input.size()), tell_(tell) {}
 
   std::optional<OutlineFault> run() {
     while (goes_on_ && at_ < input_.size()) {
@@ -36,19 +35,19 @@ class Walk {
     if (goes_on_) goes_on_ = tell_(line);
   }
 
-  void tell_fault(size_t offset, std::string text, size_t depth) {
-    if (!first_) first_ = OutlineFault{offset, text};
+  void tell_fault(const TypeFault &fault, size_t depth) {
+    if (!first_) first_ = OutlineFault{fault.offset, fault.text(), fault.path};
     OutlineLine line;
     line.kind = Kind::fault;
-    line.offset = offset;
+    line.offset = fault.offset;
     line.depth = depth;
-    line.text = std::move(text);
+    line.text = fault.text();
     tell(line);
   }
 
   /// Tells what no type was there to find wrong, or not in time.
   void tell_own_fault(std::string why) {
-    tell_fault(at_, TypeFault{at_, grammar_.path(), std::move(why)}.text(), levels_.depth());
+    tell_fault({at_, grammar_.path(), std::move(why)}, levels_.depth());
   }
 
   /// Tells the faults that the test is true of. Returns whether there was one.
@@ -58,7 +57,7 @@ class Walk {
     while (!faults_.empty()) {
       const auto fault = faults_.take(test);
       if (!fault) break;
-      tell_fault(fault->offset, fault->text(), depth);
+      tell_fault(*fault, depth);
       told = true;
     }
     return told;
@@ -82,8 +81,6 @@ class Walk {
                      line.place.fills);
     if (line.header.size == 0) return give_up(line.header.fault);
     if (line.header.identifier == 0) return give_up("a tag of 0, which no element has");
-    if (line.place.list && line.header.identifier != tag::sequence)
-      tell_own_fault("expected SEQUENCE, found " + ber::tag_name(line.header));
     if (!line.header.indefinite && !line.header.overlong)
       line.octets = line.octets.first(line.header.size + line.header.length);
     descend(line);
@@ -240,14 +237,14 @@ class Walk {
 }  // namespace
 
 uint8_t OutlineLine::meant() const {
-  if (header.is_universal() || place.type == nullptr || place.wraps || place.list)
+  if (header.is_universal() || place.type == nullptr || place.wraps)
     return header.universal_number();
   return pki_Type_identifier(place.type) & ber::number_bits;
 }
 
-std::optional<OutlineFault> outline(Octets octets, const pki_Type *type, bool list,
+std::optional<OutlineFault> outline(Octets octets, const pki_Type *type,
                                     const std::function<bool(const OutlineLine &)> &tell) {
-  return Walk(octets, type, list, tell).run();
+  return Walk(octets, type, tell).run();
 }
 
 }  // namespace tool

@@ -43,15 +43,16 @@ struct OutlineLine {
 /// What is wrong with an input, and where.
 struct OutlineFault {
   size_t offset;
-  std::string text;
+  std::string text;  ///< with the path in front of it
+  std::string path;  ///< of the field; empty where it is not known
 };
 
 /// Tells the lines of the outline of octets, in the order of their offsets, until `tell` returns
-/// false. The first element is a value of `type`, or a SEQUENCE OF such where `list`; nothing is
-/// known of it where `type` is null. Takes linear time. A line is good until `tell` returns.
+/// false. The first element is a value of `type`; nothing is known of it where `type` is null.
+/// Takes linear time. A line is good until `tell` returns.
 ///
 /// @return the first fault.
-std::optional<OutlineFault> outline(Octets octets, const pki_Type *type, bool list,
+std::optional<OutlineFault> outline(Octets octets, const pki_Type *type,
                                     const std::function<bool(const OutlineLine &)> &tell);
 
 }  // namespace tool

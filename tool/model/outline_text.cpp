@@ -229,11 +229,11 @@ std::string OutlineWriter::coloured(std::string_view text) const {
   return colours[fields_ % colours.size()] + std::string(text) + "\x1B[0m";
 }
 
-std::vector<std::string> outline_lines(Octets octets, const pki_Type *type, bool list,
+std::vector<std::string> outline_lines(Octets octets, const pki_Type *type,
                                        const OutlineStyle &style, size_t most) {
   std::vector<std::string> lines;
   OutlineWriter write(octets.size(), style);
-  outline(octets, type, list, [&](const OutlineLine &line) {
+  outline(octets, type, [&](const OutlineLine &line) {
     if (lines.size() == most) {
       lines.push_back("... and more from offset " + std::to_string(line.offset) + " on");
       return false;

@@ -43,7 +43,7 @@ class OutlineWriter {
 
 /// Returns the lines of an outline for a page, without newlines. After `most` lines the last one
 /// says that there are more. Nothing is known of the octets where `type` is null.
-std::vector<std::string> outline_lines(Octets octets, const pki_Type *type, bool list,
+std::vector<std::string> outline_lines(Octets octets, const pki_Type *type,
                                        const OutlineStyle &style, size_t most);
 
 }  // namespace tool
