@@ -96,8 +96,9 @@ Json json_of(pki_Octets octets) {
   return octets.data == nullptr ? Json(nullptr) : Json(hex({octets.data, octets.length}));
 }
 
-Json moment(int32_t known, int64_t seconds) {
-  return known == 1 ? Json(iso(seconds)) : Json(nullptr);
+Json moment(const Time *time) {
+  int64_t seconds = 0;
+  return pki_Time_seconds(time, &seconds) == 1 ? Json(iso(seconds)) : Json(nullptr);
 }
 
 void put(Description &fields, const char *name, Json json) {
@@ -211,14 +212,11 @@ std::optional<uint32_t> version_for_people(const Integer *version) {
 
 Description &add_facts(Description &fields, const Certificate *certificate) {
   const Certificate_TBS &tbs = *certificate->tbsCertificate;
-  int64_t from = 0;
-  int64_t until = 0;
-  const int32_t known = pki_validity(certificate, &from, &until);
   put(fields, "version", json_or_null(version_for_people(tbs.version)));
   put(fields, "subjectRfc4514", json_or_null(rfc4514_text(tbs.subjectSequence)));
   put(fields, "issuerRfc4514", json_or_null(rfc4514_text(tbs.issuerSequence)));
-  put(fields, "notBefore", moment(known, from));
-  put(fields, "notAfter", moment(known, until));
+  put(fields, "notBefore", moment(tbs.validity->notBefore));
+  put(fields, "notAfter", moment(tbs.validity->notAfter));
   add_shared(fields, certificate);
   put(fields, "authorityKeyIdentifier", json_of(pki_authority_key_identifier(certificate)));
   put(fields, "fingerprints", json_of(fingerprints_of(certificate)));
