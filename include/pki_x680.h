@@ -56,8 +56,8 @@ ObjId *pki_ObjId_parse(const char *text);
 /**
  * Returns the form of the values that an identifier stands in front of: the content of an
  * extension's `extnValue`, the `content` of a ContentInfo, the `bagValue` of a SafeBag, the
- * `qualifier` of a policy, the parameters of an algorithm. NULL where the library has none, and for
- * NULL.
+ * `qualifier` of a policy, the `response` of an OCSP response, the values of an attribute, the
+ * parameters of an algorithm. NULL where the library has none, and for NULL.
  */
 const pki_Type *pki_Type_defined_by(const ObjId *identifier);
 

@@ -220,21 +220,15 @@ List *names_of_subject(const Certificate *certificate, NameKind kind, uint32_t *
 
 /// Takes the full name of a DistributionPoint.
 void take_point(Names &names, pki_Octets point) {
-  constexpr uint8_t name_in_point = tag::context | tag::constructed | 0;
-  constexpr uint8_t full_name = tag::context | tag::constructed | 0;
+  constexpr uint8_t name_in_point = tag::context | tag::constructed;  // [0]
+  constexpr uint8_t full_name = tag::context | tag::constructed;      // [0]
   constexpr uint8_t relative_name = tag::context | tag::constructed | 1;
   pki_Octets fields[3], name, content;
-  if (!view(DistributionPointType, point, fields)) {
-    names.refuse();
-  } else if (fields[0].length == 0) {
-    return;
-  } else if (!open(fields[0], name_in_point, &name)) {
-    names.refuse();
-  } else if (open(name, full_name, &content)) {
-    names.take_all(content);
-  } else if (!open(name, relative_name, &content)) {
-    names.refuse();
-  }
+  if (!view(DistributionPointType, point, fields)) return names.refuse();
+  if (fields[0].length == 0) return;  // known by its issuer alone
+  if (!open(fields[0], name_in_point, &name)) return names.refuse();
+  if (open(name, full_name, &content)) return names.take_all(content);
+  if (!open(name, relative_name, &content)) names.refuse();
 }
 
 /// Lists the URIs of an access method, which is given as the content of its identifier.
@@ -382,7 +376,7 @@ pki_Octets pki_authority_key_identifier(const Certificate *certificate) {
   pki_Octets value, fields[3], content;
   return find_value(certificate, asn1_Get_id_ce_authorityKeyIdentifier(), &value) &&
                  view(AuthorityKeyIdentifierType, value, fields) &&
-                 open(fields[0], tag::context | 0, &content)
+                 open(fields[0], tag::context, &content)
              ? content
              : pki_Octets();
 }

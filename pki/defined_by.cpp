@@ -1,5 +1,5 @@
 // The types that identifiers stand for in ANY DEFINED BY, and in what is an OCTET STRING around a value:
-// extensions, contents of messages, bags, qualifiers, parameters.
+// extensions, contents of messages, bags, qualifiers, responses, attributes, parameters.
 #include "core/type.h"
 #include "pki/type.h"
 #include "registry/identifiers.h"
@@ -67,6 +67,13 @@ namespace {
   ROW(tlsfeature, Features, PKIX(1, 24))                                \
   ROW(cps, CPSuri, PKIX(2, 1))                                          \
   ROW(unotice, UserNotice, PKIX(2, 2))                                  \
+  ROW(ocspBasic, BasicOCSPResponse, PKIX(48, 1, 1))                     \
+  ROW(ocspNonce, Nonce, PKIX(48, 1, 2))                                 \
+  ROW(ocspCrl, CrlID, PKIX(48, 1, 3))                                   \
+  ROW(ocspResponse, AcceptableResponses, PKIX(48, 1, 4))                \
+  ROW(ocspArchiveCutoff, ArchiveCutoff, PKIX(48, 1, 6))                 \
+  ROW(ocspServiceLocator, ServiceLocator, PKIX(48, 1, 7))               \
+  ROW(ocspPrefSigAlgs, PreferredSignatureAlgorithms, PKIX(48, 1, 8))    \
   ROW(timestamps, SignedCertificateTimestampList, CT(2))                \
   ROW(ocspTimestamps, SignedCertificateTimestampList, CT(5))            \
   ROW(rsaEncryptionOAEP, RSAES_OAEP_params, PKCS(1, 7))                 \
@@ -76,6 +83,7 @@ namespace {
   ROW(envelopedData, EnvelopedData, PKCS(7, 3))                         \
   ROW(digestedData, DigestedData, PKCS(7, 5))                           \
   ROW(encryptedData, EncryptedData, PKCS(7, 6))                         \
+  ROW(extensionRequest, Extensions, PKCS(9, 14))                        \
   ROW(authData, AuthenticatedData, PKCS(9, 16, 1, 2))                   \
   ROW(keyBag, OneAsymmetricKey, PKCS(12, 10, 1, 1))                     \
   ROW(pkcs8ShroudedKeyBag, EncryptedPrivateKeyInfo, PKCS(12, 10, 1, 2)) \

@@ -354,11 +354,10 @@ pki::Refusal refuse_content(const Type &type, pki::View content, const uint8_t *
 const uint8_t *Explanation::exact_primitive(const Type &type, Reader in, uint32_t impl_tag,
                                             const Path *path) {
   Header head;
-  pki::View content;
   if (!exact_header(in, impl_tag, type.identifier, Forms::one, &head, path)) return nullptr;
   const uint8_t *at = in.position();
-  content.length = head.length;
-  in.take(head.length, &content.data);
+  const pki::View content{at, head.length};
+  in.skip(head.length);  // which the header was held against
   const pki::Refusal refusal = refuse_content(type, content, &at);
   return refusal == nullptr ? in.position() : fail(at, path, "%s", refusal);
 }

@@ -27,7 +27,7 @@ say "=== clang-tidy"
 build=build/analyze
 cmake --preset clang -B $build -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON >/dev/null
 cmake --build $build --target tool/registry.inc pki/types.inc >/dev/null
-printf '%s\n' "$@" | xargs -P 2 -n 1 clang-tidy --quiet -p $build 2>/dev/null || status=1
+printf '%s\n' "$@" | xargs -P "$(nproc)" -n 1 clang-tidy --quiet -p $build 2>/dev/null || status=1
 
 say "=== cppcheck"
 # noExplicitConstructor: a function must convert to the class around it.
@@ -35,7 +35,7 @@ say "=== cppcheck"
 # duplInheritedMember: a table that is another one with a difference hides what differs.
 # unusedStructMember: it does not see the members that templates read.
 # shellcheck disable=SC2086
-cppcheck --quiet --std=c++20 --language=c++ --inline-suppr --error-exitcode=1 \
+cppcheck -j "$(nproc)" --quiet --std=c++20 --language=c++ --inline-suppr --error-exitcode=1 \
   --enable=warning,performance,portability,style \
   --suppress=noExplicitConstructor --suppress=useStlAlgorithm --suppress=duplInheritedMember \
   --suppress=unusedStructMember \
@@ -44,9 +44,7 @@ cppcheck --quiet --std=c++20 --language=c++ --inline-suppr --error-exitcode=1 \
 say "=== gcc -fanalyzer"
 # malloc-leak: the analyzer does not follow a record that is stored through a caller's pointer.
 # null-argument: a lambda without captures has no object, which the analyzer takes for a mistake.
-for unit in $libraries; do
-  g++ -std=c++20 -O1 -fno-exceptions -fno-rtti -I include -I src -I . -I $build/pki \
-    -DORVELASN1_DESCRIBES -fanalyzer -Wno-analyzer-malloc-leak -Wno-analyzer-null-argument \
-    -Werror -c "$unit" -o /dev/null || status=1
-done
+printf '%s\n' "$libraries" | xargs -P "$(nproc)" -n 1 g++ -std=c++20 -O1 -fno-exceptions -fno-rtti \
+  -I include -I src -I . -I $build/pki -DORVELASN1_DESCRIBES \
+  -fanalyzer -Wno-analyzer-malloc-leak -Wno-analyzer-null-argument -Werror -o /dev/null -c || status=1
 exit $status

@@ -19,7 +19,7 @@ want_fuzz_tools() {
   want openssl has openssl
 }
 
-provide want_build_tools want_fuzz_tools
+provide want_build_tools want_tool_libraries want_fuzz_tools
 
 cmake --preset fuzz
 cmake --build --preset fuzz

@@ -166,6 +166,10 @@ put DssSigValue ec.sig
 
 "$program" "$seeds"
 
+# Outlines are those of any octets.
+mkdir -p "$seeds/outline"
+cp ./*.der ./*.p10 ./*.p8 ./*.p7 ./*.p12 ./*.ocq ./*.ocr "$seeds/outline"
+
 # put_folder FAMILY FOLDER: makes seeds for the family from a folder of the corpus.
 put_folder() {
   if [ -d "$corpus/$2" ]; then find "$corpus/$2" -type f -exec "$program" "$seeds" "$1" {} +; fi

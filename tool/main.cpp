@@ -7,8 +7,13 @@
 #include <exception>
 
 #include "commands/commands.h"
+#include "model/outline_path.h"
 #include "system/output.h"
+#include "system/pager.h"
+#include "system/terminal.h"
 #include "text/characters.h"
+#include "text/nearest.h"
+#include "text/serials.h"
 
 namespace {
 
@@ -17,19 +22,24 @@ constexpr int status_bad_input = 1;
 constexpr int status_wrong_usage = 2;
 
 constexpr const char *overview = R"(Examples:
-  orvelasn1 show server.pem                what is in a certificate, a CRL, a request ...
+  orvelasn1 server.pem                     what is in a certificate, a CRL, a request ...
   orvelasn1 show --short /etc/ssl/certs/*  a few lines for each
   orvelasn1 show --json chain.pem | jq .   one JSON object a line
+  orvelasn1 tree server.pem                the outline of its octets
   orvelasn1 trace server.der               how the decoder reads it
   orvelasn1 recode --fresh server.der      whether it comes back octet by octet
   orvelasn1 name '/c=DE/cn(12)=Example'    the octets of a name
   orvelasn1 oid 2.5.29.15                  what an identifier is
   orvelasn1 types                          what "show" and the like can read
+  orvelasn1 crl ca.crl --serial 0A1B       is it revoked?
+  orvelasn1 key server.pem server.key      do they belong together?
+  orvelasn1 diff old.pem new.pem           what has changed?
 
-Inputs are PEM or DER, with one element or many. What an element is, its PEM label or its
-structure tells, or you do, with --type. Without a file, or for the file "-", standard
-input is read. The status is 0 when all is well, 1 for bad input, and 2 for
-wrong usage. "orvelasn1 COMMAND --help" tells more about a command.)";
+Inputs are PEM, DER, or a text with either in base64, such as JSON or XML, with one
+element or many. What an element is, its PEM label or its structure tells, or you do,
+with --type. Without a file, or for the file "-", standard input is read. A file without
+a command is shown. The status is 0 when all is well, 1 for bad input, and 2 for wrong
+usage. "orvelasn1 COMMAND --help" tells more about a command.)";
 
 constexpr const char *show_examples = R"(Examples:
   orvelasn1 show server.pem                    a page for each element
@@ -40,8 +50,22 @@ constexpr const char *show_examples = R"(Examples:
   openssl s_client -connect example.org:443 -showcerts </dev/null | orvelasn1 show
   orvelasn1 show --json *.pem | jq -r 'select(.tbsCertificate.validity.daysLeft < 30).pem'
 
-The members of the JSON objects have the names of the library's fields; those of
-certificates are described in certificate.schema.json.)";
+The members of the JSON objects have the names of the library's fields, after some that answer
+common questions; certificate.schema.json describes those of certificates. An element that is
+refused is an object with the member "error" then, and no message.)";
+
+constexpr const char *tree_examples = R"(Examples:
+  orvelasn1 tree server.pem                   where each field stands, and what it holds
+  orvelasn1 tree --hex broken.der             with the octets, up to the fault and past it
+  orvelasn1 tree --type any data.der          without names from a type
+  orvelasn1 tree --path 'tbsCertificate.extensions[subjectAltName]' server.pem
+  orvelasn1 tree --path tbsCertificate.subjectPublicKeyInfo --extract server.pem >key.der
+  orvelasn1 tree --path 'tbsCertificate.extensions[2].extnValue' --content server.pem |
+    orvelasn1 tree --type general-names
+
+A path has the names of fields, and in brackets the numbers of elements or the identifiers that
+they begin with; messages about faults have such paths, too. Each line has the offset in the
+element, the octets of its header and of its content, the field, the type and a value.)";
 
 constexpr const char *trace_examples = R"(Examples:
   orvelasn1 trace server.der
@@ -76,12 +100,84 @@ constexpr const char *oid_examples = R"(Examples:
   orvelasn1 oid commonName keyUsage   from the names that "show" prints
   orvelasn1 oid --list | sort -k 2    the whole registry)";
 
+constexpr const char *crl_examples = R"(Examples:
+  orvelasn1 crl ca.crl                            a summary
+  orvelasn1 crl ca.crl --serial 0A:1B             revoked? when? why?
+  orvelasn1 crl ca.crl --serial dec:2587          the same in decimal digits
+  orvelasn1 crl ca.crl --certificate server.pem   by the certificate
+  orvelasn1 crl --json ca.crl | jq .reasons
+
+A serial number is hexadecimal, as 0A1B, 0a:1b or 0x0A1B, or decimal after "dec:". A
+certificate is asked for only where the CRL is of its issuer.
+
+The status is that of grep: 0 where a certificate is revoked, 1 where none is, and 2 where that
+is not known: what is asked for or the CRL cannot be read to its end, or is of another issuer,
+or lists only what has changed. Without a question it is 0, or 2.)";
+
+constexpr const char *key_examples = R"(Examples:
+  orvelasn1 key server.pem server.key && echo "they belong together"
+  orvelasn1 key /etc/ssl/private/* /etc/ssl/certs/*    what belongs to what?
+  orvelasn1 key --json server.pem | jq -r '.pins[]'    the pin, as curl --pinnedpubkey has it
+
+Certificates, requests and keys are sorted by their public key. That of a private key is
+computed where the key does not hold it. A pin is the SHA-256 digest of a SubjectPublicKeyInfo.
+
+The status is 0 where all have one key, 1 where there are several, and 2 where that is not
+known: an element cannot be read, has no key or an encrypted one.)";
+
+constexpr const char *diff_examples = R"(Examples:
+  orvelasn1 diff old.pem new.pem                      what has changed?
+  orvelasn1 diff --json old.crl new.crl | jq -r .path
+  orvelasn1 diff old.crl new.crl | grep -c '^+'
+  openssl req -in server.csr -pubkey -noout | orvelasn1 diff - server.pub
+
+The first element of one file is compared with the first of the other, the second with the
+second, and so on. Each difference stands under the path of its place: "-" is before what the
+first file has, "+" before what the second has. Extensions, entries of a CRL and their like are
+compared by their identifiers and numbers, wherever they stand.
+
+The status is that of diff: 0 where there is no difference, 1 where there is one, and 2 where
+something cannot be read.)";
+
 bool colour_wanted(const std::string &when) {
-  if (when != "auto") return when == "always";
-  const char *const no_color = std::getenv("NO_COLOR");
-  const char *const terminal = std::getenv("TERM");
-  return isatty(STDOUT_FILENO) != 0 && (no_color == nullptr || *no_color == '\0') &&
-         (terminal == nullptr || std::string_view(terminal) != "dumb");
+  return when == "auto" ? tool::takes_colours() : when == "always";
+}
+
+/// Whether a word that is no command is meant as a file to show.
+bool looks_like_file(const std::string &word) {
+  return word == "-" || word.find_first_of("/.") != word.npos || access(word.c_str(), F_OK) == 0;
+}
+
+/// Says what is wrong with the first option of a command that it does not have. Returns an empty
+/// text where there is no such option.
+std::string unknown_option(const CLI::App *app) {
+  std::vector<const CLI::App *> parsed{app};
+  for (const CLI::App *const command : app->get_subcommands()) parsed.push_back(command);
+  for (const CLI::App *const command : parsed) {
+    std::vector<std::string> known;
+    for (const CLI::Option *const option : command->get_options())
+      for (const std::string &name : option->get_lnames()) known.push_back("--" + name);
+    for (const std::string &word : command->remaining())
+      if (word.starts_with("-"))
+        return tool::in_quotes(word) + " is no option of \"" + command->get_name() + "\"" +
+               tool::did_you_mean(word.substr(0, word.find('=')), known);
+  }
+  return {};
+}
+
+std::string failure_message(const CLI::App *app, const CLI::Error &error) {
+  const std::string option = unknown_option(app);
+  const auto commands = app->get_subcommands();
+  return "orvelasn1: " + (option.empty() ? error.what() : option) + "\nTry \"orvelasn1 " +
+         (commands.empty() ? "" : commands.front()->get_name() + " ") + "--help\".\n";
+}
+
+/// Says that no type has this name.
+std::string no_type(const std::string &name) {
+  std::vector<std::string> known;
+  for (const tool::Type &type : tool::types()) known.push_back(type.name);
+  return "no type has the name " + tool::in_quotes(name) + tool::did_you_mean(name, known) +
+         " (\"orvelasn1 types\" lists them all)";
 }
 
 /// The command line of the tool. Parsing it fills a request and picks the command to run.
@@ -91,28 +187,68 @@ class CommandLine {
     app_.require_subcommand(1);
     app_.set_version_flag("--version", "orvelasn1 " ORVELASN1_VERSION);
     app_.footer(overview);
-    app_.failure_message([](const CLI::App *, const CLI::Error &error) {
-      return std::string("orvelasn1: ") + error.what() + "\nTry \"orvelasn1 --help\".\n";
-    });
+    app_.failure_message(failure_message);
     add_show();
+    add_tree();
     add_trace();
     add_recode();
     add_name();
     add_oid();
     add_types();
+    add_crl();
+    add_key();
+    add_diff();
   }
 
   /// Returns the status of the tool.
   int run(int argc, char **argv) {
+    std::vector<std::string> words(argv + 1, argv + argc);
+    const bool names_command =
+        words.empty() || is_command(words[0]) || (words[0].starts_with("-") && words[0] != "-");
+    if (!names_command && looks_like_file(words[0])) {
+      words.insert(words.begin(), "show");
+    } else if (!names_command) {
+      tool::complain(no_command(words[0]));
+      return status_wrong_usage;
+    }
     try {
-      app_.parse(argc, argv);
+      std::ranges::reverse(words);  // as CLI11 takes them
+      app_.parse(std::move(words));
     } catch (const CLI::ParseError &error) {
       return app_.exit(error) == 0 ? status_good : status_wrong_usage;
     }
-    return command_() ? status_good : status_bad_input;
+    if (question_) return ask();
+    const auto status = [this] { return command_() ? status_good : status_bad_input; };
+    return pages_ ? tool::run_paged(status) : status();
   }
 
  private:
+  /// Returns the answer as a status: what ends a question is no answer.
+  int ask() {
+    try {
+      return static_cast<int>(question_());
+    } catch (const std::exception &error) {
+      tool::complain(tool::printable(std::string_view(error.what())));
+      return static_cast<int>(tool::Answer::unknown);
+    }
+  }
+
+  std::vector<std::string> commands() const {
+    std::vector<std::string> names;
+    for (const CLI::App *const command :
+         app_.get_subcommands([](const CLI::App *) { return true; }))
+      names.push_back(command->get_name());
+    return names;
+  }
+  bool is_command(const std::string &word) const {
+    const auto names = commands();
+    return std::ranges::find(names, word) != names.end();
+  }
+  std::string no_command(const std::string &word) const {
+    return tool::in_quotes(word) + " is no command and no file" +
+           tool::did_you_mean(word, commands()) + " (\"orvelasn1 --help\" lists them all)";
+  }
+
   CLI::App *add(const std::string &name, const std::string &purpose, const char *examples) {
     CLI::App *const command = app_.add_subcommand(name, purpose);
     command->footer(examples);
@@ -125,10 +261,18 @@ class CommandLine {
                      "What elements are taken for, whatever their label; \"types\" lists the names")
         ->type_name("NAME")
         ->check([](const std::string &name) {
-          return tool::type_named(name) != nullptr
-                     ? ""
-                     : "no type has this name; \"orvelasn1 types\" lists them all";
+          return tool::type_named(name) != nullptr ? "" : no_type(name);
         });
+  }
+
+  void add_no_pager(CLI::App *command) {
+    command->add_flag("--no-pager", no_pager_, "Print all at once, however long it is");
+  }
+
+  /// Whether a command shows what it prints in a pager. What is typed comes before that.
+  bool pages(const std::vector<std::string> &files) const {
+    const bool typed = files.empty() || std::ranges::find(files, "-") != files.end();
+    return !no_pager_ && !(typed && isatty(STDIN_FILENO) != 0);
   }
 
   void add_show() {
@@ -137,28 +281,53 @@ class CommandLine {
     CLI::Option *const brief = command->add_flag("--short", brief_, "A few lines for each element");
     CLI::Option *const json = command->add_flag("--json", json_, "One JSON object a line");
     json->excludes(brief);
+    command
+        ->add_flag("--compact", show_.view.compact,
+                   "With --json: no octets that stand there in another form, too")
+        ->needs(json);
     command->add_flag("--oids", show_.view.oids, "The dotted identifier beside each name");
     command->add_flag("--full", show_.view.full,
                       "Long values in full, such as keys and signatures");
     command->add_flag("--secrets", show_.view.secrets, "The secret octets of private keys");
-    command
-        ->add_option("--at", moment_, "The moment for which validity is judged, such as 2030-01-31")
-        ->type_name("TIME")
-        ->check([](const std::string &text) {
-          return tool::seconds_of(text) ? "" : "expected 2030-01-31 or 2030-01-31T12:00:00Z";
-        });
-    command->add_option("--color", colour_, "Colours: auto, always or never")
-        ->type_name("WHEN")
-        ->check(CLI::IsMember({"auto", "always", "never"}))
-        ->capture_default_str();
+    add_moment(command);
+    add_colour(command);
+    add_no_pager(command);
     add_type(command);
     command->callback([this] {
       using Form = tool::ShowRequest::Form;
       show_.form = json_ ? Form::json : brief_ ? Form::brief : Form::page;
       show_.type = tool::type_named(type_);
-      show_.view.colour = colour_wanted(colour_);
-      show_.view.moment = moment_.empty() ? tool::now() : *tool::seconds_of(moment_);
+      fill(show_.view);
+      show_.view.columns = tool::page_columns();
+      pages_ = show_.form != Form::json && pages(show_.files);
       command_ = [this] { return tool::show(show_); };
+    });
+  }
+
+  void add_tree() {
+    CLI::App *const command = add("tree", "Print the outline of any DER or BER", tree_examples);
+    command->add_option("FILE", tree_.files, "PEM or DER; standard input without one, or for -");
+    command
+        ->add_option("--path", tree_.path, "One place, such as tbsCertificate.extensions[keyUsage]")
+        ->type_name("PATH")
+        ->check([](const std::string &path) {
+          return tool::OutlinePath::parse(path)
+                     ? ""
+                     : "expected names with dots between them, and numbers or identifiers in "
+                       "brackets, such as tbsCertificate.extensions[keyUsage].extnValue[0]";
+        });
+    command->add_flag("--extract", tree_.extract,
+                      "The octets of the place, in place of its outline");
+    command->add_flag("--content", tree_.content, "The same without identifier and length octets");
+    command->add_flag("--hex", tree_.style.hex, "A dump of the octets below each line");
+    command->add_flag("--oids", tree_.style.oids, "The dotted identifier beside each name");
+    command->add_flag("--full", tree_.style.full, "Long values and dumps to their end");
+    add_colour(command);
+    add_type(command);
+    command->callback([this] {
+      tree_.type = tool::type_named(type_);
+      tree_.style.colour = colour_wanted(colour_);
+      command_ = [this] { return tool::tree(tree_); };
     });
   }
 
@@ -220,18 +389,100 @@ class CommandLine {
 
   void add_types() {
     CLI::App *const command = add("types", "List the types that are read", types_examples);
-    command->callback([this] { command_ = tool::list_types; });
+    add_no_pager(command);
+    command->callback([this] {
+      pages_ = !no_pager_;
+      command_ = tool::list_types;
+    });
+  }
+
+  void add_colour(CLI::App *command) {
+    command->add_option("--color", colour_, "Colours: auto, always or never")
+        ->type_name("WHEN")
+        ->check(CLI::IsMember({"auto", "always", "never"}))
+        ->capture_default_str();
+  }
+
+  void add_moment(CLI::App *command) {
+    command
+        ->add_option("--at", moment_, "The moment for which validity is judged, such as 2030-01-31")
+        ->type_name("TIME")
+        ->check([](const std::string &text) {
+          return tool::seconds_of(text) ? "" : "expected 2030-01-31 or 2030-01-31T12:00:00Z";
+        });
+  }
+
+  void fill(tool::View &view) const {
+    view.colour = colour_wanted(colour_);
+    view.moment = moment_.empty() ? tool::now() : *tool::seconds_of(moment_);
+  }
+
+  void add_crl() {
+    CLI::App *const command =
+        add("crl", "Say whether certificates are revoked, or sum up a CRL", crl_examples);
+    command->add_option("FILE", crl_.file, "PEM or DER; standard input without one, or for -");
+    command
+        ->add_option("--serial", crl_.serials,
+                     "The serial number of a certificate; may be repeated")
+        ->type_name("HEX")
+        ->allow_extra_args(false)
+        ->check([](const std::string &text) {
+          return tool::serial_of(text) ? "" : "expected 0A1B, 0a:1b, 0x0A1B or dec:2587";
+        });
+    command
+        ->add_option("--certificate", crl_.certificates,
+                     "A file whose certificates are asked for; may be repeated")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+    command->add_flag("--json", crl_.json, "One JSON object a line");
+    add_moment(command);
+    add_colour(command);
+    command->callback([this] {
+      fill(crl_.view);
+      question_ = [this] { return tool::crl(crl_); };
+    });
+  }
+
+  void add_key() {
+    CLI::App *const command =
+        add("key", "Say which certificates, requests and keys belong together", key_examples);
+    command->add_option("FILE", key_.files, "PEM or DER; standard input without one, or for -");
+    command->add_flag("--json", key_.json, "One JSON object a line, for each key");
+    add_colour(command);
+    command->callback([this] {
+      fill(key_.view);
+      question_ = [this] { return tool::key(key_); };
+    });
+  }
+
+  void add_diff() {
+    CLI::App *const command = add("diff", "Say what differs between two files", diff_examples);
+    command->add_option("A", diff_.a, "PEM or DER; standard input for -")->required();
+    command->add_option("B", diff_.b, "PEM or DER; standard input for -")->required();
+    command->add_flag("--json", diff_.json, "One JSON object a line, for each difference");
+    command->add_flag("--oids", diff_.view.oids, "The dotted identifier beside each name");
+    add_type(command);
+    add_colour(command);
+    command->callback([this] {
+      fill(diff_.view);
+      diff_.type = tool::type_named(type_);
+      question_ = [this] { return tool::diff(diff_); };
+    });
   }
 
   CLI::App app_{"Shows, traces and writes back ASN.1 structures of public-key infrastructures",
                 "orvelasn1"};
   std::function<bool()> command_;
+  std::function<tool::Answer()> question_;  ///< what is run in place of a command
+  bool pages_ = false;
+  bool no_pager_ = false;
   std::string type_;
   std::string colour_ = "auto";
   std::string moment_;
   bool brief_ = false;
   bool json_ = false;
   tool::ShowRequest show_;
+  tool::TreeRequest tree_;
   std::vector<std::string> files_;
   tool::RecodeRequest recode_;
   std::string name_text_;
@@ -239,6 +490,9 @@ class CommandLine {
   std::string name_output_;
   std::vector<std::string> oids_;
   bool list_ = false;
+  tool::CrlRequest crl_;
+  tool::KeyRequest key_;
+  tool::DiffRequest diff_;
 };
 
 }  // namespace

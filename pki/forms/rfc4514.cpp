@@ -54,7 +54,7 @@ struct WholeForm {
 
   template <class Output>
   static void write_number(Output &text, int32_t tag) {
-    char number[sizeof "-2147483648"];
+    char number[sizeof "-2147483648"] = "";
     const auto made = std::to_chars(number, std::end(number), tag);
     for (const char *c = number; c != made.ptr; ++c) text.character(*c);
   }
@@ -399,7 +399,7 @@ class Parser {
   template <class Element>
   static bool append(List *list, Element &element) {
     if (element == nullptr || List_append(list, element.get(), 0) == 0) return false;
-    element.release();
+    static_cast<void>(element.release());  // which the list owns now
     return true;
   }
 
@@ -460,7 +460,8 @@ class Parser {
   /// Reads the digits of an element.
   bool read_hex(AttributeValueAssertion &assertion) {
     text_.clear();
-    while (accept_hex_pair()) continue;
+    while (accept_hex_pair()) {
+    }
     if (!at_end_of_value() || text_.failed() || text_.size() == 0) return false;
     const uint8_t *const end = octets() + text_.size();
     uint32_t length = 0;

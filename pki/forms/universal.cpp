@@ -214,7 +214,7 @@ template <class Record>
   uint8_t *to = record->data;
   asn1::store(place, record);
   return take_string(content, header, bits, &size, &refusal, &at, [&to](View segment) {
-    if (segment.length == 0) return;
+    if (to == nullptr) return;
     std::memcpy(to, segment.data, segment.length);
     to += segment.length;
   });

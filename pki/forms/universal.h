@@ -97,14 +97,17 @@ constexpr Type exact(Type type) {
 
 /// Whether a codec is that of a string, which may begin with the octet of the constructed form.
 template <class C>
-inline constexpr bool is_string = (std::is_same_v<typename C::Record, ASN1String> ||
-                                   std::is_same_v<typename C::Record, BitString>)&&C::tagging
-                                  != asn1::Tagging::explicit_tag;
+consteval bool is_string() {
+  using Record = typename C::Record;
+  constexpr bool has_segments =
+      std::is_same_v<Record, ASN1String> || std::is_same_v<Record, BitString>;
+  return has_segments && C::tagging != asn1::Tagging::explicit_tag;
+}
 
 template <class C>
 consteval Presence presence_of() {
   if (C::found_by == tag::any) return Presence::any_element;
-  return is_string<C> ? Presence::either_form : Presence::next_octet;
+  return is_string<C>() ? Presence::either_form : Presence::next_octet;
 }
 
 /// A field that may be missing: a null pointer, or the number 0. A value whose codec has no octet

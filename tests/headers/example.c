@@ -1,4 +1,4 @@
-#include <orvelasn1.h>
+#include <orvelpki.h>
 #include <stdlib.h>
 #include <string.h>
 
@@ -9,13 +9,13 @@ int main(int argc, char **argv) {
   Certificate *c = NULL;
   int same = 0;
   if (file == NULL || fclose(file) != 0) return EXIT_FAILURE;
-  if (asn1_Certificate_d(der, der + size, 0, &c, 0) == NULL) return EXIT_FAILURE;
+  if (pki_Certificate_d(der, der + size, 0, &c, 0) == NULL) return EXIT_FAILURE;
   printf("subject  %s\nissuer   %s\nnotAfter %s\n", c->tbsCertificate->subject,
          c->tbsCertificate->issuer, c->tbsCertificate->validity->notAfter->value);
-  out = cursor = malloc(asn1_Certificate_e(NULL, c));
-  if (out != NULL) same = asn1_Certificate_e(&cursor, c) == size && memcmp(out, der, size) == 0;
+  out = cursor = malloc(pki_Certificate_e(NULL, c));
+  if (out != NULL) same = pki_Certificate_e(&cursor, c) == size && memcmp(out, der, size) == 0;
   puts(same ? "encodes to the same octets" : "does not encode to the same octets");
   free(out);
-  asn1_Certificate_free(c);
+  pki_Certificate_free(c);
   return EXIT_SUCCESS;
 }

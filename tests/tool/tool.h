@@ -103,11 +103,13 @@ class Tool : public testing::Test {
             read_file(path("stdout")), read_file(path("stderr"))};
   }
 
-  /// Runs the tool. What is in `environment` goes in front of the test's own.
+  /// Runs the tool. What is in `environment` goes in front of the test's own. Pages are so wide
+  /// that no line is wrapped, unless the environment says otherwise.
   Outcome run(std::vector<std::string> words, const std::string &input = "",
-              const std::vector<std::string> &environment = {}) const {
+              std::vector<std::string> environment = {}) const {
     words.insert(words.begin(), ORVELASN1_TOOL_PATH);
-    return run_program(words, input, environment);
+    environment.emplace_back("COLUMNS=1000");
+    return run_program(words, input, std::move(environment));
   }
 
   /// Runs openssl, which must succeed, and returns what it prints.

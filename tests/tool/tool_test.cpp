@@ -605,7 +605,9 @@ class ToolBadInput : public Tool {
 TEST_F(ToolBadInput, Empty) { check({"", "1: the input is empty"}); }
 
 TEST_F(ToolBadInput, NeitherPemNorDer) {
-  check({"Dear Sir,\n", "1: the input is neither PEM, which has a BEGIN line, nor DER"});
+  check({"Dear Sir,\n",
+         "1: it is a text without a BEGIN line (PEM) and without DER in base64, which is what this "
+         "tool looks for in a text"});
 }
 
 TEST_F(ToolBadInput, TruncatedDer) {
@@ -626,8 +628,8 @@ TEST_F(ToolBadInput, SecondElementTruncated) {
 TEST_F(ToolBadInput, GarbageBehindTheElement) {
   const Bytes one = certificate(Parts{});
   check({characters(one + hex("0A 00 00")),
-         "2, offset " + std::to_string(one.size()) +
-             ": expected the end or SEQUENCE (30), found ENUMERATED (0A), with 3 octets left",
+         "1, offset " + std::to_string(one.size()) +
+             ": 3 octets after it are not DER: skipped (0A 00 00)",
          short_form});
 }
 
@@ -652,7 +654,7 @@ TEST_F(ToolBadInput, OtherPemLabel) {
 
 TEST_F(ToolBadInput, NoEndLine) {
   check({"-----BEGIN CERTIFICATE-----\nMAA=\n" + to_pem(certificate(Parts{})),
-         "1 (line 1): the PEM block has no END line", short_form});
+         "1 (line 1): the PEM block has no END line; it may have been cut short", short_form});
 }
 
 TEST_F(ToolBadInput, NotBase64) {
@@ -662,7 +664,7 @@ TEST_F(ToolBadInput, NotBase64) {
 
 TEST_F(ToolBadInput, Base64EndsInsideAGroup) {
   check({"-----BEGIN CERTIFICATE-----\nMAAA\nMA\n-----END CERTIFICATE-----\n",
-         "1 (line 1): the base64 text ends inside a group of four"});
+         "1 (line 1): the base64 text ends inside a group of four; it may have been cut short"});
 }
 
 TEST_F(ToolBadInput, OtherEndLabel) {
@@ -746,7 +748,7 @@ TEST_F(ToolInput, GoesOnWithTheOtherFiles) {
           ": element 1: it has the structure of no type that is recognised without a PEM label: "
           "\"orvelasn1 types\" lists them, and --type NAME takes it for one of them\n"
           "orvelasn1: " +
-          path("") + ": Is a directory\n",
+          path("") + ": Is a directory; name the files in it\n",
       result.err);
 }
 

@@ -520,11 +520,10 @@ TEST_F(ToolDetection, TakesElementsOfDifferentTagsBehindEachOther) {
 }
 
 TEST_F(ToolDetection, RefusesRubbishBehindAnElement) {
-  for (const auto &[rubbish, found] :
-       {std::pair{"00 00 00", "end-of-contents (00)"}, std::pair{"0A 00 00", "ENUMERATED (0A)"}})
-    EXPECT_EQ("orvelasn1: standard input: element 2, offset " +
+  for (const char *const rubbish : {"00 00 00", "0A 00 00"})
+    EXPECT_EQ("orvelasn1: standard input: element 1, offset " +
                   std::to_string(ocsp_request().size()) +
-                  ": expected the end or SEQUENCE (30), found " + found + ", with 3 octets left\n",
+                  ": 3 octets after it are not DER: skipped (" + rubbish + ")\n",
               run({"show"}, characters(ocsp_request() + hex(rubbish))).err);
 }
 
@@ -532,7 +531,7 @@ TEST_F(ToolDetection, NamesTheCommandThatListsTheTypes) {
   const Outcome result = run({"show", "--type", "nothing"});
   EXPECT_EQ(2, result.status);
   EXPECT_TRUE(result.err.starts_with(
-      "orvelasn1: --type: no type has this name; \"orvelasn1 types\" lists them all\n"))
+      "orvelasn1: --type: no type has the name \"nothing\" (\"orvelasn1 types\" lists them all)\n"))
       << result.err;
 }
 

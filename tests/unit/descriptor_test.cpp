@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <memory>
 #include <set>
 
 #include "nest.h"
@@ -697,6 +698,82 @@ TEST(IdentifierNames, SayClassFormAndNumber) {
   }
   char small[4];
   EXPECT_STREQ("INT", pki_identifier_name(2, small, sizeof small));
+}
+
+/// What RFC 5280, 3739, 3779, 3709, 4055, 5652, 5958, 6960, 6962, 7292 and 7633 define by
+/// identifiers.
+constexpr const char *values_of_identifiers[][2] = {
+    {"2.5.29.9", "SubjectDirectoryAttributes"},
+    {"2.5.29.14", "SubjectKeyIdentifier"},
+    {"2.5.29.15", "KeyUsage"},
+    {"2.5.29.16", "PrivateKeyUsagePeriod"},
+    {"2.5.29.17", "GeneralNames"},
+    {"2.5.29.18", "GeneralNames"},
+    {"2.5.29.19", "BasicConstraints"},
+    {"2.5.29.20", "CRLNumber"},
+    {"2.5.29.21", "CRLReason"},
+    {"2.5.29.24", "InvalidityDate"},
+    {"2.5.29.27", "BaseCRLNumber"},
+    {"2.5.29.28", "IssuingDistributionPoint"},
+    {"2.5.29.29", "GeneralNames"},
+    {"2.5.29.30", "NameConstraints"},
+    {"2.5.29.31", "CRLDistributionPoints"},
+    {"2.5.29.32", "CertificatePolicies"},
+    {"2.5.29.33", "PolicyMappings"},
+    {"2.5.29.35", "AuthorityKeyIdentifier"},
+    {"2.5.29.36", "PolicyConstraints"},
+    {"2.5.29.37", "ExtKeyUsageSyntax"},
+    {"2.5.29.46", "CRLDistributionPoints"},
+    {"2.5.29.54", "InhibitAnyPolicy"},
+    {"1.3.6.1.5.5.7.1.1", "AuthorityInfoAccessSyntax"},
+    {"1.3.6.1.5.5.7.1.3", "QCStatements"},
+    {"1.3.6.1.5.5.7.1.7", "IPAddrBlocks"},
+    {"1.3.6.1.5.5.7.1.8", "ASIdentifiers"},
+    {"1.3.6.1.5.5.7.1.11", "AuthorityInfoAccessSyntax"},
+    {"1.3.6.1.5.5.7.1.12", "LogotypeExtn"},
+    {"1.3.6.1.5.5.7.1.24", "Features"},
+    {"1.3.6.1.5.5.7.2.1", "CPSuri"},
+    {"1.3.6.1.5.5.7.2.2", "UserNotice"},
+    {"1.3.6.1.5.5.7.48.1.1", "BasicOCSPResponse"},
+    {"1.3.6.1.5.5.7.48.1.2", "Nonce"},
+    {"1.3.6.1.5.5.7.48.1.3", "CrlID"},
+    {"1.3.6.1.5.5.7.48.1.4", "AcceptableResponses"},
+    {"1.3.6.1.5.5.7.48.1.6", "ArchiveCutoff"},
+    {"1.3.6.1.5.5.7.48.1.7", "ServiceLocator"},
+    {"1.3.6.1.5.5.7.48.1.8", "PreferredSignatureAlgorithms"},
+    {"1.3.6.1.4.1.11129.2.4.2", "SignedCertificateTimestampList"},
+    {"1.3.6.1.4.1.11129.2.4.5", "SignedCertificateTimestampList"},
+    {"1.2.840.113549.1.1.7", "RSAES_OAEP_params"},
+    {"1.2.840.113549.1.1.10", "RSASSA_PSS_params"},
+    {"1.2.840.10045.2.1", "ECParameters"},
+    {"1.2.840.113549.1.7.2", "SignedData"},
+    {"1.2.840.113549.1.7.3", "EnvelopedData"},
+    {"1.2.840.113549.1.7.5", "DigestedData"},
+    {"1.2.840.113549.1.7.6", "EncryptedData"},
+    {"1.2.840.113549.1.9.14", "Extensions"},
+    {"1.2.840.113549.1.9.16.1.2", "AuthenticatedData"},
+    {"1.2.840.113549.1.12.10.1.1", "OneAsymmetricKey"},
+    {"1.2.840.113549.1.12.10.1.2", "EncryptedPrivateKeyInfo"},
+    {"1.2.840.113549.1.12.10.1.3", "CertBag"},
+    {"1.2.840.113549.1.12.10.1.4", "CRLBag"},
+    {"1.2.840.113549.1.12.10.1.5", "SecretBag"},
+    {"1.2.840.113549.1.12.10.1.6", "SafeContents"},
+    {"2.5.29.99", nullptr},
+    {"1.3.6.1.5.5.7.2.3", nullptr},
+};
+
+TEST(TypesDefinedBy, AreThoseOfTheRfcs) {
+  for (const auto &[digits, form] : values_of_identifiers) {
+    const std::unique_ptr<ObjId, void (*)(ObjId *)> identifier(pki_ObjId_parse(digits),
+                                                               asn1_ObjId_free);
+    ASSERT_NE(nullptr, identifier) << digits;
+    const pki_Type *const type = pki_Type_defined_by(identifier.get());
+    const pki_Type *const expected =
+        form == nullptr ? nullptr : pki_Type_find((std::string("pki_") + form).c_str());
+    EXPECT_EQ(form != nullptr, expected != nullptr) << form;
+    EXPECT_EQ(expected, type) << digits;
+  }
+  EXPECT_EQ(nullptr, pki_Type_defined_by(nullptr));
 }
 
 }  // namespace

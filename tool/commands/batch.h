@@ -12,19 +12,24 @@ namespace tool {
 /// Reports what is wrong with an element, and where.
 void report(const Input &input, const Element &element, const Fault &fault);
 
+using ElementJob = std::function<bool(const Input &, const Element &)>;
+
 /// Runs `job` for each element of each file, isolated from the rest. Reports a file that cannot be
-/// read and an element that ends its process, and goes on with the others.
+/// read and an element that ends its process, and goes on with the others. Where many elements in
+/// a row of a DER input fail, skips the rest of it.
 ///
 /// @return whether all went well.
-bool for_each_element(const std::vector<std::string> &files,
-                      const std::function<bool(const Input &, const Element &)> &job);
+bool for_each_element(const std::vector<std::string> &files, const ElementJob &job);
 
 using RecordJob = std::function<bool(const Input &, const Element &, const Type &, Record &)>;
 
-/// Decodes each element and runs `job` for each record, isolated from the rest. Reports elements
-/// that are refused.
+/// What a command does in place of report(). An element that was decoded has something left over.
+using RefusalJob = std::function<void(const Input &, const Element &, const Fault &, bool decoded)>;
+
+/// Decodes each element and runs `job` for each record, isolated from the rest. Runs `refused`, or
+/// report() where it is null, for each element that is refused.
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const RecordJob &job);
+                     const RecordJob &job, const RefusalJob &refused = nullptr);
 
 }  // namespace tool
 

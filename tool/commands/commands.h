@@ -1,7 +1,8 @@
-// The subcommands. Each returns whether all went well.
+// The subcommands. Each returns whether all went well, or the answer to a question.
 #ifndef ORVELASN1_TOOL_COMMANDS_COMMANDS_H
 #define ORVELASN1_TOOL_COMMANDS_COMMANDS_H
 
+#include "model/outline_text.h"
 #include "model/view.h"
 #include "records/type.h"
 
@@ -20,6 +21,18 @@ bool show(const ShowRequest &request);
 
 /// Prints what the library traces while it decodes each element.
 bool trace(const std::vector<std::string> &files, const Type *type);
+
+struct TreeRequest {
+  std::vector<std::string> files;
+  const Type *type = nullptr;
+  std::string path;      ///< of the one place to show; empty for all
+  bool extract = false;  ///< its octets in place of its outline
+  bool content = false;  ///< its content octets
+  OutlineStyle style;
+};
+
+/// Prints the outline of each element, or of one place in it, or writes the octets of that place.
+bool tree(const TreeRequest &request);
 
 struct RecodeRequest {
   std::string file = "-";
@@ -46,6 +59,43 @@ bool list_oids();
 
 /// Prints a line for each type: its name, what it is, and the labels of its PEM blocks.
 bool list_types();
+
+/// What a command answers; the status of the tool, as that of grep and diff.
+enum class Answer : uint8_t { yes, no, unknown };
+
+struct CrlRequest {
+  std::string file = "-";
+  std::vector<std::string> serials;  ///< as serial_of() reads them
+  std::vector<std::string>
+      certificates;  ///< files with certificates whose serial numbers are meant
+  bool json = false;
+  View view;
+};
+
+/// Says of each serial number whether a CRL has it: "yes" where there is one that is revoked, "no"
+/// where there is none. Without serial numbers, sums up each CRL.
+Answer crl(const CrlRequest &request);
+
+struct KeyRequest {
+  std::vector<std::string> files;
+  bool json = false;
+  View view;
+};
+
+/// Sorts what has a key by its public key: "yes" where all have one.
+Answer key(const KeyRequest &request);
+
+struct DiffRequest {
+  std::string a;
+  std::string b;
+  const Type *type = nullptr;
+  bool json = false;
+  View view;
+};
+
+/// Says where the elements of two files differ, the first with the first and so on: "yes" where
+/// they are alike.
+Answer diff(const DiffRequest &request);
 
 }  // namespace tool
 

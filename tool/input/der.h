@@ -11,6 +11,7 @@ namespace tool {
 struct Fault {
   std::optional<size_t> offset;  ///< counted from the first octet of the element
   std::string text;
+  std::string path{};  ///< the field that it is in, as the text has it; empty where no field is
 };
 
 /// Returns the text of a fault, after "offset 12: " where it has an offset.

@@ -14,6 +14,7 @@ struct Element {
   std::string label;           ///< of its PEM block; empty where the input is DER
   Octets octets;               ///< a view of the input
   std::optional<Fault> fault;  ///< what the reader found wrong; the octets are then not complete
+  std::string remark;          ///< what is worth a message and no fault; may be empty
 };
 
 }  // namespace tool

@@ -8,7 +8,11 @@
 #include <system_error>
 #include <utility>
 
+#include "input/base64_reader.h"
+#include "input/der_reader.h"
+#include "input/formats.h"
 #include "input/pem.h"
+#include "input/text.h"
 #include "text/characters.h"
 
 namespace tool {
@@ -45,61 +49,10 @@ Bytes read_all(int fd, const std::string &name) {
   return data;
 }
 
-/// Takes one DER element after the other. After a broken header the next element cannot be found,
-/// and an identifier octet that no element of the file would have is rubbish. All that is left then
-/// becomes one element with a fault.
-class DerReader {
- public:
-  explicit DerReader(Octets data) : data_(data) {}
-
-  std::optional<Element> operator()() {
-    if (at_ == data_.size()) return std::nullopt;
-    const Octets rest = data_.subspan(at_);
-    const Header header = read_header(rest);
-    Element element;
-    element.number = ++count_;
-    element.offset = at_;
-    element.octets = rest;
-    if (!header.fault.empty()) {
-      element.fault = Fault{0, header.fault};
-    } else if (!may_follow(header.tag)) {
-      element.fault =
-          Fault{0, "expected the end or " + tag_name(data_[0]) + ", found " + tag_name(header.tag) +
-                       ", with " + counted(rest.size(), "octet") + " left"};
-    } else if (const auto size = element_size(rest, header)) {
-      element.octets = rest.first(*size);
-    } else {
-      element.fault = Fault{0, "an indefinite length without its end-of-contents"};
-    }
-    at_ += element.octets.size();
-    return element;
-  }
-
- private:
-  /// Whether an element after the first may have this identifier octet: that of the first, any
-  /// constructed one, or, after a tagged one, another of the same class. Padding, line ends and
-  /// the like are primitive and universal.
-  bool may_follow(uint8_t tag) const {
-    constexpr uint8_t class_bits = 0xC0;
-    const uint8_t first = data_[0];
-    const bool tagged = (first & class_bits) != 0;
-    return tag == first || (tag & tag::constructed) != 0 ||
-           (tagged && (tag & class_bits) == (first & class_bits));
-  }
-
-  Octets data_;
-  size_t at_ = 0;
-  size_t count_ = 0;
-};
-
-bool is_text(Octets data) {
-  for (const uint8_t c : data.first(data.size() < 512 ? data.size() : 512))
-    if ((c < 0x20 && !(c >= '\t' && c <= '\r')) || c == 0x7F) return false;
-  return true;
-}
+using ElementReader = std::function<std::optional<Element>()>;
 
 /// Returns a reader of one element, whose fault says why the input holds no element.
-std::function<std::optional<Element>()> no_element(std::string why) {
+ElementReader no_element(std::string why) {
   return [why = std::move(why), taken = false]() mutable {
     std::optional<Element> element;
     if (std::exchange(taken, true)) return element;
@@ -107,6 +60,39 @@ std::function<std::optional<Element>()> no_element(std::string why) {
     element->fault = Fault{std::nullopt, why};
     return element;
   };
+}
+
+/// Returns a reader that says why there is no element where the other finds none.
+ElementReader or_else(ElementReader reader, std::string why) {
+  return [reader = std::move(reader), otherwise = no_element(std::move(why)),
+          found = false]() mutable {
+    auto element = reader();
+    if (element) found = true;
+    return found ? element : otherwise();
+  };
+}
+
+/// Whether data are one element from the first octet to the last.
+bool is_one_element(Octets data) {
+  const Header header = read_header(data);
+  return header.fault.empty() && !header.indefinite && header.size + header.length == data.size();
+}
+
+/// Returns the reader of an input, by what it begins with.
+ElementReader reader_of(std::span<uint8_t> data) {
+  if (data.empty()) return no_element("the input is empty");
+  data = without_mark(data);
+  if (is_pem(data)) return PemReader(data);
+  if (is_one_element(data)) return DerReader(data);
+  if (const std::string foreign = foreign_format(data); !foreign.empty())
+    return no_element(foreign);
+  if (!is_text(data)) return DerReader(data);
+  if (const auto decoded = decode_base64(data))
+    return is_pem(*decoded) ? ElementReader(PemReader(*decoded)) : DerReader(*decoded);
+  return or_else(Base64Reader(data),
+                 "it is " + kind_of_text(data) +
+                     " without a BEGIN line (PEM) and without DER in base64, which is what this "
+                     "tool looks for in a text");
 }
 
 SharedMemory load(const std::string &file) {
@@ -122,17 +108,9 @@ SharedMemory load(const std::string &file) {
 }  // namespace
 
 Input::Input(const std::string &file)
-    : name_(file == "-" ? "standard input" : file), data_(load(file)) {
-  const std::span<uint8_t> data = data_.octets();
-  if (data.empty())
-    next_ = no_element("the input is empty");
-  else if (is_pem(data))
-    next_ = PemReader(data);
-  else if (!read_header(data).fault.empty() && is_text(data))
-    next_ = no_element("the input is neither PEM, which has a BEGIN line, nor DER");
-  else
-    next_ = DerReader(data);
-}
+    : name_(file == "-" ? "standard input" : file),
+      data_(load(file)),
+      next_(reader_of(data_.octets())) {}
 
 std::vector<Element> Input::take(size_t most) {
   std::vector<Element> elements;

@@ -1,4 +1,4 @@
-// Reads inputs: a file or standard input, PEM or DER, with one or many elements.
+// Reads inputs: a file or standard input, PEM, DER or base64, with one or many elements.
 #ifndef ORVELASN1_TOOL_INPUT_INPUT_H
 #define ORVELASN1_TOOL_INPUT_INPUT_H
 

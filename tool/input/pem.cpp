@@ -2,121 +2,122 @@
 
 #include <algorithm>
 
+#include "input/base64.h"
+#include "input/formats.h"
 #include "text/characters.h"
 
 namespace tool {
 
 namespace {
 
-constexpr std::string_view begin_mark = "-----BEGIN ";
-constexpr std::string_view end_mark = "-----END ";
-constexpr std::string_view closing_mark = "-----";
+constexpr std::string_view dashes = "-----";
+constexpr std::string_view begin_word = "BEGIN ";
+constexpr std::string_view end_word = "END ";
 
-std::string_view trimmed(std::string_view line) {
-  constexpr std::string_view blanks = " \t\r\f\v";
-  const size_t first = line.find_first_not_of(blanks);
-  if (first == std::string_view::npos) return {};
-  return line.substr(first, line.find_last_not_of(blanks) - first + 1);
+bool is_control(char c) { return static_cast<unsigned char>(c) < 0x20; }
+
+/// Returns the label at the start of a text, up to the dashes after it. Fails where there are none.
+std::optional<std::string> label_in(std::string_view text) {
+  constexpr size_t longest = 64;
+  text = text.substr(0, longest + dashes.size());
+  const std::string_view label = text.substr(0, text.find(dashes));
+  if (label.size() == text.size() || std::ranges::any_of(label, is_control)) return std::nullopt;
+  return std::string(label);
 }
 
-/// Returns the label of a line that is `mark`, a label and the closing dashes. Fails on other
-/// lines.
-std::optional<std::string> label_of(std::string_view line, std::string_view mark) {
-  line = trimmed(line);
-  if (!line.starts_with(mark) || !line.ends_with(closing_mark)) return std::nullopt;
-  if (line.size() < mark.size() + closing_mark.size()) return std::nullopt;
-  line.remove_prefix(mark.size());
-  line.remove_suffix(closing_mark.size());
-  return std::string(line);
+/// Takes the first line off a text. A line may end as in a JSON string.
+std::string_view take_line(std::string_view &text) {
+  size_t end = text.find_first_of("\n\r\\");
+  while (end != std::string_view::npos && text[end] == '\\' &&
+         blank_in_base64(text.substr(end)) < 2)
+    end = text.find_first_of("\n\r\\", end + 1);
+  const std::string_view line = text.substr(0, end);
+  text.remove_prefix(line.size());
+  text.remove_prefix(std::max<size_t>(blank_in_base64(text), text.empty() ? 0 : 1));
+  return line;
 }
 
-int base64_value(char c) {
-  if (c >= 'A' && c <= 'Z') return c - 'A';
-  if (c >= 'a' && c <= 'z') return c - 'a' + 26;
-  if (c >= '0' && c <= '9') return c - '0' + 52;
-  if (c == '+') return 62;
-  if (c == '/') return 63;
-  return -1;
+bool is_blank(std::string_view line) { return line.find_first_not_of(" \t\f\v") == line.npos; }
+
+/// Takes the headers of the older form (RFC 1421, 4.6) off the body of a block, and the empty line
+/// after them.
+std::string_view take_headers(std::string_view &body) {
+  const std::string_view whole = body;
+  bool in_headers = false;
+  while (!body.empty()) {
+    std::string_view rest = body;
+    const std::string_view line = take_line(rest);
+    if (!in_headers && !is_blank(line) && line.find(':') == line.npos) break;
+    in_headers = !is_blank(line);
+    body = rest;
+  }
+  return whole.substr(0, whole.size() - body.size());
 }
 
-/// Decodes base64 piece by piece. Four characters become three octets, so that the output may be
-/// the place that the input was read from.
-class Base64 {
- public:
-  explicit Base64(uint8_t *out) : start_(out), out_(out) {}
-
-  /// Takes the characters of a line. Returns what is wrong with one of them, or an empty text.
-  std::string take(std::string_view line) {
-    for (const char c : line) {
-      if (c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v') continue;
-      any_ = true;
-      if (c == '=') {
-        ++padding_;
-        continue;
-      }
-      const int value = base64_value(c);
-      if (value < 0) return in_quotes(std::string(1, c)) + " is not a base64 character";
-      if (padding_ != 0) return "base64 text after the padding";
-      group_ = group_ << 6 | static_cast<uint32_t>(value);
-      if (++count_ == 4) {
-        put(3);
-        count_ = 0;
-      }
-    }
-    return {};
-  }
-
-  /// Takes the end. Returns what is wrong with it, or an empty text.
-  std::string finish() {
-    if ((count_ + padding_) % 4 != 0 || padding_ > 2 || count_ == 1)
-      return "the base64 text ends inside a group of four";
-    if (count_ != 0) {
-      const size_t octets = count_ - 1;
-      group_ <<= 6 * (4 - count_);
-      put(octets);
-      count_ = 0;
-    }
-    return {};
-  }
-
-  bool started() const { return any_; }
-  Octets octets() const { return Octets(start_, out_); }
-
- private:
-  void put(size_t octets) {
-    for (size_t i = 0; i < octets; ++i) *out_++ = static_cast<uint8_t>(group_ >> (16 - 8 * i));
-    group_ = 0;
-  }
-
-  uint8_t *start_;
-  uint8_t *out_;
-  uint32_t group_ = 0;
-  size_t count_ = 0;
-  size_t padding_ = 0;
-  bool any_ = false;
+/// Base64 text before it is decoded.
+struct Base64Check {
+  std::string wrong;  ///< what is wrong with it, or an empty text
+  size_t at = 0;      ///< of the character that is wrong; or npos where no one character is
 };
+
+Base64Check check_base64(std::string_view text) {
+  Base64Digits next(text);
+  size_t digits = 0;
+  while (next() >= 0) ++digits;
+  size_t padding = 0;
+  for (size_t at = next.at(); at < text.size();) {
+    if (const size_t blank = blank_in_base64(text.substr(at))) {
+      at += blank;
+    } else if (text[at] == '=') {
+      ++padding;
+      ++at;
+    } else if (is_base64_digit(text[at])) {
+      return {"base64 text after the padding", at};
+    } else {
+      return {in_quotes(text.substr(at, 1)) + " is not a base64 character", at};
+    }
+  }
+  if ((digits + padding) % 4 != 0 || padding > 2)
+    return {"the base64 text ends inside a group of four; it may have been cut short", text.npos};
+  if (digits == 0) return {"the PEM block is empty", text.npos};
+  return {};
+}
+
+/// Leaves the certificate of a "TRUSTED CERTIFICATE", and a remark about the settings after it.
+void leave_certificate(Element &element) {
+  element.label = "CERTIFICATE";
+  const Header header = read_header(element.octets);
+  const auto size = header.fault.empty() ? element_size(element.octets, header) : std::nullopt;
+  if (!size || *size == element.octets.size()) return;
+  element.remark = counted(element.octets.size() - *size, "octet") +
+                   " of trust settings after the certificate are not shown; \"openssl x509 -text "
+                   "-in FILE\" shows them";
+  element.octets = element.octets.first(*size);
+}
 
 }  // namespace
 
+/// A BEGIN or END, up to the dashes after its label.
+struct PemReader::Mark {
+  size_t start;
+  size_t stop;
+  bool begins;
+  std::optional<std::string> label;  ///< none where the mark is not complete
+};
+
 bool is_pem(Octets data) {
   const std::string_view text = text_of(data);
-  bool line_start = true;
-  for (size_t i = 0; i < text.size(); ++i) {
-    const char c = text[i];
-    if (line_start && c == '-' && text.substr(i).starts_with(begin_mark)) return true;
-    if (c == '\n')
-      line_start = true;
-    else if (c != ' ' && c != '\t')
-      line_start = false;
-    const bool control = static_cast<unsigned char>(c) < 0x20;
-    if (control && !(c >= '\t' && c <= '\r')) return false;
-  }
-  return false;
+  const size_t mark = text.find(std::string(dashes) + std::string(begin_word));
+  return mark != text.npos && std::ranges::none_of(text.substr(0, mark), [](char c) {
+           return is_control(c) && !(c >= '\t' && c <= '\r');
+         });
 }
 
 std::optional<Element> PemReader::operator()() {
-  while (next_line())
-    if (auto label = label_of(line(), begin_mark)) return take_block(std::move(*label));
+  while (const auto mark = next_mark(at_)) {
+    at_ = mark->stop;
+    if (mark->begins && mark->label) return block(*mark);
+  }
   if (count_ != 0) return std::nullopt;
   Element none;
   none.number = ++count_;
@@ -124,54 +125,72 @@ std::optional<Element> PemReader::operator()() {
   return none;
 }
 
-bool PemReader::next_line() {
-  if (next_ >= data_.size()) return false;
-  start_ = next_;
-  const auto rest = data_.subspan(start_);
-  stop_ = start_ + static_cast<size_t>(std::ranges::find(rest, '\n') - rest.begin());
-  next_ = stop_ + 1;
-  ++line_number_;
-  return true;
+std::optional<PemReader::Mark> PemReader::next_mark(size_t from) const {
+  for (size_t at = text().find(dashes, from); at != std::string_view::npos;
+       at = text().find(dashes, at + 1)) {
+    std::string_view rest = text().substr(at + dashes.size());
+    const bool begins = rest.starts_with(begin_word);
+    if (!begins && !rest.starts_with(end_word)) continue;
+    rest.remove_prefix((begins ? begin_word : end_word).size());
+    auto label = label_in(rest);
+    const size_t stop = data_.size() - rest.size() + (label ? label->size() + dashes.size() : 0);
+    return Mark{at, stop, begins, std::move(label)};
+  }
+  return std::nullopt;
 }
 
-/// Takes the lines of a block up to its END line. A block without an END line ends in front of the
-/// next BEGIN line.
-Element PemReader::take_block(std::string label) {
+/// Takes a block up to its END. A block without one ends in front of the next BEGIN.
+Element PemReader::block(const Mark &begin) {
   Element element;
   element.number = ++count_;
-  element.line = line_number_;
-  element.label = std::move(label);
-  Base64 base64(data_.data() + start_);
-  std::string wrong;
-  bool in_headers = false;
-  bool ended = false;
-  while (next_line()) {
-    if (const auto end = label_of(line(), end_mark)) {
-      ended = true;
-      if (wrong.empty() && *end != element.label)
-        wrong = "the PEM block begins as " + printable(element.label) + " and ends as " +
-                printable(*end);
-      break;
-    }
-    if (label_of(line(), begin_mark)) {
-      next_ = start_;
-      --line_number_;
-      break;
-    }
-    // Headers of the older form precede the base64 text, with an empty line after them.
-    if (in_headers || (!base64.started() && line().find(':') != std::string_view::npos)) {
-      in_headers = !trimmed(line()).empty();
-    } else if (wrong.empty()) {
-      wrong = base64.take(line());
-      if (!wrong.empty()) wrong.insert(0, "line " + std::to_string(line_number_) + ": ");
-    }
+  element.label = *begin.label;
+  count_lines(begin.start);
+  element.line = line_;
+
+  const auto mark = next_mark(begin.stop);
+  const size_t stop = mark ? mark->start : data_.size();
+  const bool ends = mark && !mark->begins;
+  at_ = ends ? mark->stop : stop;
+  std::string_view body = text().substr(begin.stop, stop - begin.stop);
+  const std::string_view headers = take_headers(body);
+  const bool encrypted = headers.find("ENCRYPTED") != headers.npos;
+  const std::string foreign = foreign_label(element.label);
+  const size_t start = stop - body.size();
+
+  auto [wrong, at] = check_base64(body);
+  if (!foreign.empty()) {
+    wrong = foreign;
+  } else if (encrypted) {
+    wrong =
+        "encrypted, and this tool has no password: \"openssl pkey -in FILE -out plain.pem\" asks "
+        "for it and writes the key without";
+  } else if (!wrong.empty() && at != body.npos) {
+    count_lines(start + at);
+    wrong.insert(0, "line " + std::to_string(line_) + ": ");
+  } else if (!ends) {
+    wrong = "the PEM block has no END line; it may have been cut short";
+  } else if (!mark->label) {
+    wrong = "the END line of the PEM block is not complete";
+  } else if (*mark->label != element.label) {
+    wrong = "the PEM block begins as " + printable(element.label) + " and ends as " +
+            printable(*mark->label);
   }
-  if (wrong.empty() && !ended) wrong = "the PEM block has no END line";
-  if (wrong.empty()) wrong = base64.finish();
-  if (wrong.empty() && base64.octets().empty()) wrong = "the PEM block is empty";
-  if (!wrong.empty()) element.fault = Fault{std::nullopt, std::move(wrong)};
-  element.octets = base64.octets();
+  count_lines(at_);
+  if (foreign.empty() && !encrypted)
+    element.octets = take_base64(body, SIZE_MAX, data_.data() + start);
+  if (!wrong.empty())
+    element.fault = Fault{std::nullopt, std::move(wrong)};
+  else if (element.label == "TRUSTED CERTIFICATE")
+    leave_certificate(element);
   return element;
+}
+
+/// Counts the line ends up to an offset. A carriage return with a newline after it is none.
+void PemReader::count_lines(size_t to) {
+  for (; counted_ < to; ++counted_)
+    if (data_[counted_] == '\n' ||
+        (data_[counted_] == '\r' && !(counted_ + 1 < data_.size() && data_[counted_ + 1] == '\n')))
+      ++line_;
 }
 
 std::string pem(std::string_view label, Octets octets) {

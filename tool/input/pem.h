@@ -6,12 +6,13 @@
 
 namespace tool {
 
-/// Whether a line begins with "-----BEGIN " and all in front of it is text. The header of a DER
-/// element is not text, so a DER input with such a line inside a string is still DER.
+/// Whether "-----BEGIN " stands in the data and all in front of it is text. The header of a DER
+/// element is not text, so a DER input with these characters inside a string is still DER.
 bool is_pem(Octets data);
 
-/// Takes the blocks of a PEM text one by one. Writes the octets of each over its base64 text, so
-/// that no second buffer is needed.
+/// Takes the blocks of a PEM text one by one. Line ends may be of any kind, those of JSON ("\n")
+/// among them, or blanks. Writes the octets of each block over its base64 text, so that no second
+/// buffer is needed.
 class PemReader {
  public:
   explicit PemReader(std::span<uint8_t> data) : data_(data) {}
@@ -19,15 +20,16 @@ class PemReader {
   std::optional<Element> operator()();
 
  private:
-  bool next_line();
-  std::string_view line() const { return text_of(data_).substr(start_, stop_ - start_); }
-  Element take_block(std::string label);
+  struct Mark;
+  std::optional<Mark> next_mark(size_t from) const;
+  Element block(const Mark &begin);
+  void count_lines(size_t to);
+  std::string_view text() const { return text_of(data_); }
 
   std::span<uint8_t> data_;
-  size_t start_ = 0;  ///< of the current line
-  size_t stop_ = 0;   ///< its newline, or the end
-  size_t next_ = 0;   ///< the start of the next line
-  size_t line_number_ = 0;
+  size_t at_ = 0;       ///< where the search for the next block starts
+  size_t line_ = 1;     ///< the line of counted_
+  size_t counted_ = 0;  ///< up to where lines are counted
   size_t count_ = 0;
 };
 

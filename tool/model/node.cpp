@@ -168,7 +168,7 @@ void add_node(Page &page, std::string key, const Node &node, const View &view, s
 
 std::string page_of(const Node &node, const std::string &heading, const std::string &where,
                     const View &view) {
-  Page page(view.colour);
+  Page page(view);
   page.section(heading, where);
   if (const auto *const fields = std::get_if<Node::Fields>(&node.value))
     add_fields(page, *fields, view, 0);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "model/wrap.h"
 #include "text/characters.h"
 
 namespace tool {
@@ -12,12 +13,6 @@ namespace {
 constexpr size_t widest_key = 40;
 constexpr size_t octets_a_line = 16;
 constexpr size_t octets_at_a_glance = 64;
-
-/// The number of columns, for UTF-8 whose characters take one each.
-size_t width(std::string_view utf8) {
-  return static_cast<size_t>(std::ranges::count_if(
-      utf8, [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
 
 }  // namespace
 
@@ -42,11 +37,15 @@ void Page::row(std::string key, std::string line, Tone tone) {
 }
 
 std::string Page::text() const {
+  constexpr size_t indent = 2;
+  constexpr size_t gap = 2;
+  const size_t widest = std::min(widest_key, columns_ / 2 - indent - gap);
   size_t column = 0;
   for (const Section &section : sections_)
     for (const Row &row : section.rows)
-      if (width(row.key) <= widest_key) column = std::max(column, width(row.key));
-  const std::string margin(column + 4, ' ');
+      if (width(row.key) <= widest) column = std::max(column, width(row.key));
+  const std::string margin(indent + column + gap, ' ');
+  const size_t place = columns_ - margin.size();
 
   std::string out;
   for (const Section &section : sections_) {
@@ -54,15 +53,20 @@ std::string Page::text() const {
     if (!section.note.empty()) out += "  " + toned(section.note, Tone::quiet, colour_);
     out += '\n';
     for (const Row &row : section.rows) {
-      out += "  " + toned(row.key, Tone::quiet, colour_);
       const bool fits = width(row.key) <= column;
-      for (size_t i = 0; i < row.lines.size(); ++i) {
-        if (i == 0 && fits)
-          out += std::string(column - width(row.key) + 2, ' ');
-        else
-          out += '\n' + margin;
-        out += toned(row.lines[i], row.tone, colour_);
+      bool first = true;
+      for (const std::string &piece : wrapped(row.key, columns_ - indent)) {
+        if (!first) out += '\n';
+        first = false;
+        out += std::string(indent, ' ') + toned(piece, Tone::quiet, colour_);
       }
+      first = fits;
+      for (const std::string &line : row.lines)
+        for (const std::string &piece : wrapped(line, place)) {
+          out += first ? std::string(column - width(row.key) + gap, ' ') : '\n' + margin;
+          first = false;
+          out += toned(piece, row.tone, colour_);
+        }
       out += '\n';
     }
   }

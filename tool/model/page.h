@@ -1,4 +1,4 @@
-// A page of text in sections of two aligned columns.
+// A page of text in sections of two aligned columns. What is longer than its column is wrapped.
 #ifndef ORVELASN1_TOOL_MODEL_PAGE_H
 #define ORVELASN1_TOOL_MODEL_PAGE_H
 
@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/view.h"
 #include "text/octets.h"
 
 namespace tool {
@@ -18,9 +19,10 @@ std::string toned(std::string_view text, Tone tone, bool colour);
 
 class Page {
  public:
-  explicit Page(bool colour) : colour_(colour) {}
+  explicit Page(const View &view) : colour_(view.colour), columns_(view.columns) {}
 
-  /// Opens a section. The note follows the heading in a quiet tone.
+  /// Opens a section. The note follows the heading in a quiet tone. It is not wrapped: it may be
+  /// the name of a file.
   void section(std::string heading, std::string note = {});
 
   /// Adds a row to the section: a key and one or more lines.
@@ -42,6 +44,7 @@ class Page {
     std::vector<Row> rows;
   };
   bool colour_;
+  size_t columns_;
   std::vector<Section> sections_;
 };
 

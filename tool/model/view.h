@@ -14,7 +14,9 @@ struct View {
   bool oids = false;     ///< the dotted form after each name
   bool full = false;     ///< long values to their end, and keys and signatures
   bool secrets = false;  ///< the secret octets of private keys
+  bool compact = false;  ///< in JSON no octets that stand there in another form, too
   bool colour = false;   ///< escape sequences for a terminal
+  size_t columns = 80;   ///< the width of a page, at least 40
   Seconds moment = 0;    ///< the moment for which validity is judged
   uint32_t depth = 0;    ///< how many messages, bags and objects are around what is described
 

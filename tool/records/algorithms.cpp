@@ -104,7 +104,8 @@ Node describe(const AlgId *algorithm, const View &view) {
   Description fields(view);
   fields.field("algorithm", algorithm->algorithm);
   if (!parameters.node.empty() && !lines) fields.brief();
-  fields.field("parameters", algorithm->parameters);
+  const bool complete = parameters.read && parameters.malformed.empty();
+  if (!complete || !view.compact) fields.field("parameters", algorithm->parameters);
   if (!parameters.malformed.empty()) fields.hidden("malformed", text("", parameters.malformed));
   if (parameters.read) fields.field("decoded", parameters.node);
   if (!parameters.node.empty() && !lines)

@@ -148,7 +148,7 @@ std::array<Place, 5> places(const GDO *gdo) {
 }
 
 std::string gdo_page(const void *record, const std::string &where, const View &view) {
-  Page page(view.colour);
+  Page page(view);
   page.section("GDO", where);
   for (const Place &place : places(static_cast<const GDO *>(record)))
     draw_root(page, place.name, place.object, place.sets, view);
@@ -157,7 +157,7 @@ std::string gdo_page(const void *record, const std::string &where, const View &v
 
 template <bool sets>
 std::string object_page(const void *record, const std::string &where, const View &view) {
-  Page page(view.colour);
+  Page page(view);
   page.section("GDOObject", where);
   draw_root(page, "", static_cast<const GDOObject *>(record), sets, view);
   return page.text();

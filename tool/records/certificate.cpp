@@ -1,4 +1,5 @@
 // Certificates (RFC 5280, 4.1), and the names (X.501) and other parts that they are made of.
+#include "records/certificate_facts.h"
 #include "records/certificate_page.h"
 #include "records/distinguished_names.h"
 #include "records/extension_values.h"
@@ -6,6 +7,18 @@
 #include "records/type.h"
 
 namespace tool {
+
+namespace {
+
+// Certificate ::= SEQUENCE { tbsCertificate, signatureAlgorithm, signatureValue }
+//
+// The facts are in front of the fields.
+Node certificate(const Certificate *record, const View &view) {
+  Description fields(view);
+  return add_facts(fields, record).all("pki_Certificate", record).node();
+}
+
+}  // namespace
 
 // AttributeTypeAndValue ::= SEQUENCE { type, value }
 Node describe(const AttributeValueAssertion *assertion, const View &view) {
@@ -33,7 +46,11 @@ Node describe(const SubjectPKI *info, const View &view) {
 Node describe(const Extension *extension, const View &view) {
   const Inside value = read_extension(extension, view);
   Description fields(view);
-  fields.all("pki_Extension", extension);
+  const bool complete = value.read && value.malformed.empty();
+  if (view.compact && complete)
+    fields.field("extnID", extension->extnID).field("critical", boolean(extension->critical));
+  else
+    fields.all("pki_Extension", extension);
   if (!value.malformed.empty()) fields.hidden("malformed", text("", value.malformed));
   if (value.read)
     fields.field("decoded", value.node);
@@ -50,6 +67,7 @@ std::vector<Type> certificate_types() {
        .about = "an X.509 certificate",
        .labels = {"CERTIFICATE", "X509 CERTIFICATE"},
        .stands_alone = true,
+       .by_hand = as<certificate>,
        .own_page = certificate_page,
        .own_short_form = certificate_short_form},
       {.syntax = "pki_Certificate_TBS",

@@ -1,5 +1,6 @@
 #include "records/certificate_page.h"
 
+#include "records/certificate_facts.h"
 #include "records/describe.h"
 #include "records/distinguished_names.h"
 #include "records/extension_values.h"
@@ -34,12 +35,27 @@ std::string short_serial(const Integer *serial) {
   return digits.substr(0, most / 2) + "..." + digits.substr(digits.size() - most / 4);
 }
 
+/// Adds the public key and its digests.
+void add_key(Page &page, const Certificate *certificate, const View &view) {
+  const KeyFacts facts = key_facts(certificate);
+  page.section("Public key");
+  page.row("SHA-256", facts.sha256);
+  page.row("pin", facts.pin);
+  page.row("SHA-1 of its bits", facts.identifier);
+  const bool is_rsa = !facts.key.modulus.empty();
+  if (const auto digits = from_hex(is_rsa ? facts.key.modulus : facts.key.point))
+    page.row(is_rsa                    ? "modulus"
+             : facts.key.curve.empty() ? "octets"
+                                       : "point",
+             dump(*digits, view.full));
+}
+
 }  // namespace
 
 std::string certificate_page(const void *record, const std::string &where, const View &view) {
   const auto *const certificate = static_cast<const Certificate *>(record);
   const Certificate_TBS &tbs = *certificate->tbsCertificate;
-  Page page(view.colour);
+  Page page(view);
   page.section("Certificate", where);
   page.row("version", version_text(tbs.version));
   page.row("serialNumber", integer_text(tbs.serialNumber));
@@ -57,6 +73,13 @@ std::string certificate_page(const void *record, const std::string &where, const
   page.row("notAfter", time_text(tbs.validity->notAfter) + ", " + state.text, tone_of(state));
 
   add_extensions(page, tbs.extensions, view);
+
+  add_key(page, certificate, view);
+
+  const Fingerprints prints = fingerprints_of(certificate);
+  page.section("Fingerprints");
+  page.row("SHA-256", prints.sha256);
+  page.row("SHA-1", prints.sha1);
 
   if (tbs.issuerUniqueID != nullptr || tbs.subjectUniqueID != nullptr || view.full) {
     page.section("Octets");

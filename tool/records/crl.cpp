@@ -1,9 +1,22 @@
 // Certificate revocation lists (RFC 5280, 5.1).
+#include "records/certificate_facts.h"
 #include "records/extension_values.h"
 #include "records/type.h"
 #include "text/integers.h"
 
 namespace tool {
+
+namespace {
+
+// CertificateList ::= SEQUENCE { tbsCertList, signatureAlgorithm, signatureValue }
+//
+// The facts are in front of the fields.
+Node crl(const CertificateRevocationList *record, const View &view) {
+  Description fields(view);
+  return add_facts(fields, record).all("pki_CertificateRevocationList", record).node();
+}
+
+}  // namespace
 
 // CRLEntry ::= SEQUENCE { userCertificate, revocationDate, crlEntryExtensions OPTIONAL }
 //
@@ -29,7 +42,8 @@ std::vector<Type> crl_types() {
        .name = "crl",
        .heading = "CertificateRevocationList",
        .labels = {"X509 CRL", "CRL"},
-       .stands_alone = true},
+       .stands_alone = true,
+       .by_hand = as<crl>},
       {.syntax = "pki_CertificateList_TBS",
        .about = "the signed part of a CRL",
        .hints = {{"version", as<version>},

@@ -185,12 +185,19 @@ Description &Description::hidden(std::string name, Node node) {
   return node.empty() ? *this : add(std::move(name), shown_as(std::move(node), Node()));
 }
 
+Description &Description::undecoded(std::string name, Node octets, Node shown) {
+  last_ = fields_.size();
+  return add(std::move(name),
+             shown_as(view_.compact ? Node() : std::move(octets), std::move(shown)));
+}
+
 Description &Description::page_only(std::string name, Node node) {
   return add(std::move(name), shown_as(Node(), std::move(node)));
 }
 
 Description &Description::encoding(std::string name, const OctetString *octets) {
-  return octets == nullptr ? *this : hidden(std::move(name), describe(octets, view_));
+  return octets == nullptr || view_.compact ? *this
+                                            : hidden(std::move(name), describe(octets, view_));
 }
 
 Description &Description::name(const std::string &name, const RDNSequence *sequence,

@@ -133,6 +133,9 @@ Node named_bits(const BitString *bits, std::span<const char *const> names);
 /// Describes the reason of a revocation: "keyCompromise".
 Node revocation_reason(const Integer *code);
 
+/// Returns the name of the reason of a revocation.
+std::string reason_name(uint32_t code);
+
 /// Describes a distinguished name as a structure. A page shows it in one line.
 Node rdn_sequence(const RDNSequence *name, const View &view);
 
@@ -162,13 +165,17 @@ class Description {
     return all(pki_Type_find(type), record);
   }
 
-  /// Adds the encoding that a record keeps besides its fields. Only JSON has it.
+  /// Adds the encoding that a record keeps besides its fields. Only JSON that is not compact has
+  /// it.
   Description &encoding(std::string name, const OctetString *octets);
 
   /// Adds a name in three forms: its structure NAMESequence, its text NAME, and NAMEEncoded where
   /// that is kept. A page shows one.
   Description &name(const std::string &name, const RDNSequence *sequence,
                     const OctetString *encoded);
+
+  /// Adds octets that a page shows as what they are. Compact JSON does not have them.
+  Description &undecoded(std::string name, Node octets, Node shown);
 
   /// Adds a field that JSON does not have.
   Description &page_only(std::string name, Node node);

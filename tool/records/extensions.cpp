@@ -77,12 +77,16 @@ Node named_bits(const BitString *bits, std::span<const char *const> names) {
               Json::array(std::vector<Json>(words.begin(), words.end())));
 }
 
-Node revocation_reason(const Integer *number) {
+std::string reason_name(uint32_t code) {
   static constexpr const char *names[] = {
       "unspecified",   "keyCompromise",        "cACompromise",    "affiliationChanged",
       "superseded",    "cessationOfOperation", "certificateHold", "reason 7",
       "removeFromCRL", "privilegeWithdrawn",   "aACompromise"};
-  const std::string name = word_of(names, asn1_Integer_get(number), "reason");
+  return word_of(names, code, "reason");
+}
+
+Node revocation_reason(const Integer *code) {
+  const std::string name = reason_name(asn1_Integer_get(code));
   return text(name, name);
 }
 

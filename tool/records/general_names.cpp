@@ -39,12 +39,16 @@ const T *value_of(const GeneralName *name) {
 constexpr size_t ipv4 = 4;
 constexpr size_t ipv6 = 16;
 
+}  // namespace
+
 std::string address_text(Octets address) {
   char text[INET6_ADDRSTRLEN];
   if (address.size() != ipv4 && address.size() != ipv6) return hex(address);
   inet_ntop(address.size() == ipv4 ? AF_INET : AF_INET6, address.data(), text, sizeof text);
   return text;
 }
+
+namespace {
 
 /// Returns "192.0.2.0/24" for an address and its mask; the mask itself where it has gaps.
 std::string network_text(Octets network) {

@@ -28,6 +28,8 @@ void read_rsa(Key &key, const SubjectPKI *info) {
   const auto numbers = integers(octets(info->subjectPublicKey), 2);
   if (numbers.size() != 2) return;
   key.bits = bit_length(numbers[0].get());
+  key.modulus = integer_text(numbers[0].get());
+  if (key.modulus.starts_with("00")) key.modulus.erase(0, 2);
   const Integer *const exponent = numbers[1].get();
   key.exponent = exponent->negative == 0 && bit_length(exponent) < 32
                      ? std::to_string(asn1_Integer_get(exponent))
@@ -71,6 +73,7 @@ Key read_key(const SubjectPKI *info) {
   } else {
     key.kind = name.empty() ? dotted(oid) : name;
   }
+  if (!key.kind.starts_with("RSA")) key.point = hex(octets(info->subjectPublicKey));
   return key;
 }
 

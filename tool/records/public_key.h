@@ -1,4 +1,4 @@
-// Public keys: kind and size.
+// Public keys: kind, size and digests.
 #ifndef ORVELASN1_TOOL_RECORDS_PUBLIC_KEY_H
 #define ORVELASN1_TOOL_RECORDS_PUBLIC_KEY_H
 
@@ -12,6 +12,8 @@ struct Key {
   std::optional<uint64_t> bits;  ///< of the modulus, the prime or the curve
   std::string curve;             ///< the name of its curve, or its dotted identifier
   std::string exponent;          ///< of RSA, in decimal, or in hexadecimal if it is long
+  std::string modulus;           ///< of RSA, in hexadecimal digits without leading zeros
+  std::string point;             ///< the octets of any other key, in hexadecimal digits
 };
 
 Key read_key(const SubjectPKI *info);

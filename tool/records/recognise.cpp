@@ -84,7 +84,8 @@ Fault explain(Octets octets, const std::vector<const Type *> &refused_by) {
     all += (several ? "; as " : "as ") + type->name + ": " + fault->text;
   }
   if (!best) return {std::nullopt, "the decoder refuses it"};
-  return {best->offset, several ? all : best->text};
+  if (several) return {best->offset, all};
+  return *best;
 }
 
 std::vector<Attempt> attempts(Octets octets, const std::vector<const Type *> &tried) {

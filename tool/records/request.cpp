@@ -1,8 +1,21 @@
 // Certification requests (PKCS #10, RFC 2986) and attributes (PKCS #9, RFC 2985).
 #include "records/attribute_values.h"
+#include "records/certificate_facts.h"
 #include "records/type.h"
 
 namespace tool {
+
+namespace {
+
+// CertificationRequest ::= SEQUENCE { certificationRequestInfo, signatureAlgorithm, signature }
+//
+// The facts are in front of the fields.
+Node request(const CertificationRequest *record, const View &view) {
+  Description fields(view);
+  return add_facts(fields, record).all("pki_CertificationRequest", record).node();
+}
+
+}  // namespace
 
 // Attribute ::= SEQUENCE { type, values SET OF ANY }
 //
@@ -11,8 +24,9 @@ Node describe(const Attribute *attribute, const View &view) {
   Node values = list_of("Any", attribute->values, view);
   Node readable = read_attribute(attribute, view);
   Description fields(view);
-  fields.field("type", attribute->type).field("values", values);
+  fields.field("type", attribute->type);
   const bool read = !readable.empty();
+  if (!read || !view.compact) fields.field("values", values);
   if (read) fields.field("decoded", readable);
   Node record = shown_as(fields.node(), read ? std::move(readable) : std::move(values));
   record.name = label(attribute->type, view);
@@ -24,7 +38,8 @@ std::vector<Type> request_types() {
       {.syntax = "pki_CertificationRequest",
        .about = "a request for a certificate (PKCS #10)",
        .labels = {"CERTIFICATE REQUEST", "NEW CERTIFICATE REQUEST"},
-       .stands_alone = true},
+       .stands_alone = true,
+       .by_hand = as<request>},
       {.syntax = "pki_CertRequestInfo",
        .about = "the signed part of a request for a certificate",
        .hints = {{"version", as<version>},

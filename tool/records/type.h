@@ -36,7 +36,7 @@ struct Syntax {
     std::string path;
     std::string sentence;
 
-    Fault fault() const { return {offset, (path.empty() ? "" : path + ": ") + sentence}; }
+    Fault fault() const { return {offset, (path.empty() ? "" : path + ": ") + sentence, path}; }
   };
 
   /// How far the decoder reads, and why no further; no fault where it takes a value. An input that
@@ -144,6 +144,7 @@ std::vector<Type> name_types();
 std::vector<Type> request_types();
 std::vector<Type> ocsp_types();
 std::vector<Type> key_types();
+std::vector<Type> elliptic_curve_types();
 std::vector<Type> algorithm_types();
 std::vector<Type> message_types();
 std::vector<Type> exchange_types();

@@ -72,7 +72,9 @@ Inside read_value(Octets value, const ValueRow &row, const View &view) {
 Description &add_inside(Description &fields, std::string name, Node octets, Inside inside) {
   if (inside.node.empty()) return fields.field(std::move(name), std::move(octets));
   if (!inside.malformed.empty()) fields.hidden("malformed", text("", inside.malformed));
+  const bool complete = inside.read && inside.malformed.empty();
   if (inside.read) fields.hidden("decoded", inside.node);
+  if (complete) return fields.undecoded(std::move(name), std::move(octets), std::move(inside.node));
   return fields.field(std::move(name), shown_as(std::move(octets), std::move(inside.node)));
 }
 

@@ -32,8 +32,9 @@ Inside read_list(Octets octets, const pki_Type *element, const View &view,
 Node sound_value(Octets octets, const pki_Type *type, const View &view,
                  Describe describe = nullptr);
 
-/// Adds octets under their name, for which a page shows what they are. JSON has that beside them, as
-/// "decoded", and as "malformed" what is wrong with it.
+/// Adds octets under their name, for which a page shows what they are. JSON has that beside them,
+/// as "decoded", and as "malformed" what is wrong with it. Compact JSON has only what they are
+/// where all of them are read.
 Description &add_inside(Description &fields, std::string name, Node octets, Inside inside);
 
 /// Describes octets of no known type.

@@ -70,4 +70,10 @@ std::string base64(Octets octets) {
   return out;
 }
 
+std::string base64_line(Octets octets) {
+  std::string text = base64(octets);
+  std::erase(text, '\n');
+  return text;
+}
+
 }  // namespace tool

@@ -38,6 +38,9 @@ std::optional<Bytes> from_hex(std::string_view text);
 /// Returns the base64 form in lines of 64 characters, each with its newline.
 std::string base64(Octets octets);
 
+/// Returns the base64 form in one line, without a newline.
+std::string base64_line(Octets octets);
+
 /// Returns the octets of a text.
 inline Octets octets_of(std::string_view text) {
   return {reinterpret_cast<const uint8_t *>(text.data()), text.size()};
