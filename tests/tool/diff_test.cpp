@@ -296,6 +296,21 @@ TEST_F(Diff, ElementsAreComparedPairByPair) {
       result.out);
 }
 
+TEST_F(Diff, RubbishIsSkipped) {
+  const std::string zeros = file("zeros", std::string(3000, '\0'));
+  const std::string others =
+      file("others", std::string(1500, '\0') + "\x05" + std::string(1499, '\0'));
+  const Outcome both = run({"diff", zeros, others});
+  EXPECT_EQ(2, both.status);
+  EXPECT_LE(std::ranges::count(both.err, '\n'), 33) << both.err;
+  Bytes many;
+  for (int i = 0; i < 20; ++i) many = many + certificate({});
+  const Outcome alone = run({"diff", file("a", certificate({})), file("b", many)});
+  EXPECT_EQ(1, alone.status);
+  EXPECT_EQ(2 * 17, std::ranges::count(alone.out, '\n')) << alone.out;
+  EXPECT_TRUE(alone.out.ends_with("(only in one file)\n+ and 3 more elements\n")) << alone.out;
+}
+
 TEST_F(Diff, AsJson) {
   Parts other;
   other.serial = integer("02");

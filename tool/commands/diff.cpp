@@ -18,6 +18,10 @@ using Lines = std::vector<std::string>;
 
 constexpr size_t most_lines = 64;
 
+/// How many pairs in a row may be refused, and how many elements without a counterpart are named.
+/// Octets that are no structure may still be elements, half a million of them in a megabyte.
+constexpr size_t most_strangers = 16;
+
 /// Returns the octets of a value that is shown as a dump of several lines.
 std::optional<Bytes> dumped(const Lines &lines) {
   std::string all;
@@ -183,6 +187,7 @@ class Writer {
 /// What the children say to their parent.
 struct Outcome {
   bool differs = false;
+  size_t failures = 0;  ///< pairs in a row that cannot be read
 };
 
 std::string octets_text(const Element &element) { return counted(element.octets.size(), "octet"); }
@@ -225,29 +230,43 @@ class Pairs {
     constexpr size_t elements_a_child = 1024;
     Outcome &outcome = *new (shared_.start()) Outcome;
     bool all_well = true;
-    for (;;) {
+    while (outcome.failures < most_strangers) {
       const auto one = a_.take(elements_a_child);
       const auto other = b_.take(elements_a_child);
       const size_t both = std::min(one.size(), other.size());
       if (one.empty() && other.empty()) break;
       all_well &= run_isolated(
-          both, [&](size_t i) { return compare(request_, a_, one[i], b_, other[i], outcome); },
+          both, [&](size_t i) { return compare_pair(one[i], other[i], outcome); },
           [&](size_t i, const std::string &words) {
             complain(a_.where(one[i]) + " or " + b_.where(other[i]) +
                      ": the library ended its process: " +
                      printable(std::string_view(words).substr(0, words.find('\n'))));
           });
-      all_well &=
-          say_alone(a_, one, both, true, outcome) && say_alone(b_, other, both, false, outcome);
+      all_well &= say_alone(a_, one, both, true);
+      all_well &= say_alone(b_, other, both, false);
+    }
+    if (alone_ > most_strangers) {
+      const std::string more = "and " + counted(alone_ - most_strangers, "more element");
+      Writer(request_, 0, "")
+          .write_whole("only in one file", alone_in_a_ ? more : "", alone_in_a_ ? "" : more);
     }
     if (!all_well) return Answer::unknown;
-    return outcome.differs ? Answer::no : Answer::yes;
+    return outcome.differs || alone_ != 0 ? Answer::no : Answer::yes;
   }
 
  private:
+  bool compare_pair(const Element &one, const Element &other, Outcome &outcome) {
+    if (outcome.failures >= most_strangers) return false;
+    const bool good = compare(request_, a_, one, b_, other, outcome);
+    outcome.failures = good ? 0 : outcome.failures + 1;
+    if (outcome.failures == most_strangers)
+      complain(a_.where(one) + ": the rest is skipped: " + std::to_string(most_strangers) +
+               " pairs in a row cannot be read");
+    return good;
+  }
+
   /// Says which elements have no counterpart. Returns whether they are elements.
-  bool say_alone(const Input &input, const std::vector<Element> &elements, size_t from, bool in_a,
-                 Outcome &outcome) {
+  bool say_alone(const Input &input, const std::vector<Element> &elements, size_t from, bool in_a) {
     bool all_well = true;
     for (const Element &element : std::span(elements).subspan(from)) {
       if (element.fault) {
@@ -255,11 +274,12 @@ class Pairs {
         all_well = false;
         continue;
       }
+      alone_in_a_ = in_a;
+      if (++alone_ > most_strangers) continue;
       const std::string where = input.where(element) + ", " + octets_text(element);
       Writer(request_, element.number, "")
           .write_whole(in_a ? "only in the first file" : "only in the second file",
                        in_a ? where : "", in_a ? "" : where);
-      outcome.differs = true;
     }
     return all_well;
   }
@@ -268,6 +288,8 @@ class Pairs {
   Input a_;
   Input b_;
   SharedMemory shared_;
+  size_t alone_ = 0;
+  bool alone_in_a_ = false;
 };
 
 }  // namespace
