@@ -2,6 +2,9 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <iterator>
+#include <memory>
 #include <system_error>
 
 #include "system/isolate.h"
@@ -60,23 +63,79 @@ class Patience {
   size_t failures_ = 0;
 };
 
-/// Runs the job for each element of an input.
-bool for_each_element(Input &input, const ElementJob &job) {
+/// An input, and the patience with it.
+struct Source {
+  explicit Source(const std::string &file) : input(file) {}
+  Input input;
   Patience patience;
+};
+
+struct SourceElement {
+  Source *source;
+  Element element;
+};
+
+/// Opens each file and runs the function for it. Reports those that cannot be read.
+bool for_each_source(const std::vector<std::string> &files,
+                     const std::function<void(std::unique_ptr<Source>)> &take) {
+  const std::vector<std::string> standard_input{"-"};
   bool all_well = true;
-  for (auto elements = input.take(elements_a_child); !elements.empty() && !patience.is_over();
-       elements = input.take(elements_a_child))
-    all_well &= run_isolated(
-        elements.size(),
-        [&](size_t i) {
-          if (patience.is_over()) return false;
-          const bool good = job(input, elements[i]);
-          if (!elements[i].remark.empty())
-            complain(input.where(elements[i]) + ": " + elements[i].remark);
-          patience.count(input, elements[i], good);
-          return good;
-        },
-        [&](size_t i, const std::string &words) { report_end(input, elements[i], words); });
+  for (const std::string &file : files.empty() ? standard_input : files) {
+    if (file == "-" && isatty(STDIN_FILENO) != 0)
+      complain("reading standard input, end it with control-D");
+    try {
+      take(std::make_unique<Source>(file));
+    } catch (const std::system_error &error) {
+      report_file(file, error);
+      all_well = false;
+    }
+  }
+  return all_well;
+}
+
+/// Takes the next elements of a source; none once the patience with it is over.
+std::vector<SourceElement> take(Source &source) {
+  std::vector<SourceElement> taken;
+  if (source.patience.is_over()) return taken;
+  for (Element &element : source.input.take(elements_a_child))
+    taken.push_back({&source, std::move(element)});
+  return taken;
+}
+
+/// Runs the job for each of the elements.
+bool run(std::span<const SourceElement> elements, const ElementJob &job) {
+  return run_isolated(
+      elements.size(),
+      [&](size_t i) {
+        const auto &[source, element] = elements[i];
+        if (source->patience.is_over()) return false;
+        const bool good = job(source->input, element);
+        if (!element.remark.empty()) complain(source->input.where(element) + ": " + element.remark);
+        source->patience.count(source->input, element, good);
+        return good;
+      },
+      [&](size_t i, const std::string &words) {
+        report_end(elements[i].source->input, elements[i].element, words);
+      });
+}
+
+/// Runs the job for all elements in their order. All inputs stay in memory.
+bool for_each_in_order(const std::vector<std::string> &files, const ElementJob &job,
+                       const Order &order) {
+  std::vector<std::unique_ptr<Source>> sources;
+  std::vector<SourceElement> elements;
+  bool all_well = for_each_source(files, [&](std::unique_ptr<Source> source) {
+    for (auto taken = take(*source); !taken.empty(); taken = take(*source))
+      std::ranges::move(taken, std::back_inserter(elements));
+    sources.push_back(std::move(source));
+  });
+  std::ranges::stable_sort(elements, {},
+                           [&](const SourceElement &one) { return order(one.element); });
+  for (std::span<const SourceElement> rest = elements; !rest.empty();) {
+    const auto some = rest.first(std::min(elements_a_child, rest.size()));
+    all_well &= run(some, job);
+    rest = rest.subspan(some.size());
+  }
   return all_well;
 }
 
@@ -86,31 +145,26 @@ void report(const Input &input, const Element &element, const Fault &fault) {
   complain(input.where(element, fault) + ": " + fault.text);
 }
 
-bool for_each_element(const std::vector<std::string> &files, const ElementJob &job) {
-  const std::vector<std::string> standard_input{"-"};
+bool for_each_element(const std::vector<std::string> &files, const ElementJob &job,
+                      const Order &order) {
+  if (order) return for_each_in_order(files, job, order);
   bool all_well = true;
-  for (const std::string &file : files.empty() ? standard_input : files) {
-    if (file == "-" && isatty(STDIN_FILENO) != 0)
-      complain("reading standard input, end it with control-D");
-    try {
-      Input input(file);
-      all_well &= for_each_element(input, job);
-    } catch (const std::system_error &error) {
-      report_file(file, error);
-      all_well = false;
-    }
-  }
+  all_well &= for_each_source(files, [&](const std::unique_ptr<Source> &source) {
+    for (auto taken = take(*source); !taken.empty(); taken = take(*source))
+      all_well &= run(taken, job);
+  });
   return all_well;
 }
 
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const RecordJob &job) {
-  return for_each_element(files, [&](const Input &input, const Element &element) {
+                     const RecordJob &job, const Order &order) {
+  const auto decode_and_run = [&](const Input &input, const Element &element) {
     Decoding decoding = decode(element, wanted);
     const bool done = decoding.record && job(input, element, *decoding.type, *decoding.record);
     if (decoding.fault) report(input, element, *decoding.fault);
     return done && !decoding.fault;
-  });
+  };
+  return for_each_element(files, decode_and_run, order);
 }
 
 }  // namespace tool
