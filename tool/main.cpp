@@ -23,7 +23,7 @@ constexpr int status_wrong_usage = 2;
 
 constexpr const char *overview = R"(Examples:
   orvelasn1 server.pem                     what is in a certificate, a CRL, a request ...
-  orvelasn1 show --short /etc/ssl/certs/*  a few lines for each
+  orvelasn1 show --short /etc/ssl/certs/*  a line or two for each
   orvelasn1 show --json chain.pem | jq .   one JSON object a line
   orvelasn1 tree server.pem                the outline of its octets
   orvelasn1 trace server.der               how the decoder reads it
@@ -43,12 +43,21 @@ usage. "orvelasn1 COMMAND --help" tells more about a command.)";
 
 constexpr const char *show_examples = R"(Examples:
   orvelasn1 show server.pem                    a page for each element
-  orvelasn1 show --short *.pem                 a few lines for each
+  orvelasn1 show --short *.pem                 a line or two for each
+  orvelasn1 show --short --sort notAfter *.pem what expires first comes first
+  orvelasn1 show --short --expires-within 30d *.pem || echo "see to these"
   orvelasn1 show --oids server.pem             with the dotted identifiers
   orvelasn1 show --type crl-entry entry.der    a part that stands in no file by itself
   orvelasn1 show --at 2030-01-01 server.pem    will it still be valid then?
   openssl s_client -connect example.org:443 -showcerts </dev/null | orvelasn1 show
   orvelasn1 show --json *.pem | jq -r 'select(.tbsCertificate.validity.daysLeft < 30).pem'
+
+With --expires-within, the status is 0 where nothing expires within that time (from now
+on, or from the moment of --at), and 1 where something does, or an input is bad: a cron
+job need not look further.
+
+A page is as wide as the terminal, or COLUMNS, and longer ones are shown in PAGER, or
+less. Colours are left out with NO_COLOR.
 
 The members of the JSON objects have the names of the library's fields, after some that answer
 common questions; certificate.schema.json describes those of certificates. An element that is
@@ -278,7 +287,8 @@ class CommandLine {
   void add_show() {
     CLI::App *const command = add("show", "Print what elements hold", show_examples);
     command->add_option("FILE", show_.files, "PEM or DER; standard input without one, or for -");
-    CLI::Option *const brief = command->add_flag("--short", brief_, "A few lines for each element");
+    CLI::Option *const brief =
+        command->add_flag("--short", brief_, "A line or two for each element");
     CLI::Option *const json = command->add_flag("--json", json_, "One JSON object a line");
     json->excludes(brief);
     command
@@ -290,6 +300,17 @@ class CommandLine {
                       "Long values in full, such as keys and signatures");
     command->add_flag("--secrets", show_.view.secrets, "The secret octets of private keys");
     add_moment(command);
+    command
+        ->add_option("--expires-within", within_,
+                     "Only certificates and CRLs that expire within this time, or have: 12h, 30d, "
+                     "2w, 1y")
+        ->type_name("TIME")
+        ->check([](const std::string &text) {
+          return tool::duration_of(text) ? "" : "expected a number and a unit: 12h, 30d, 2w or 1y";
+        });
+    command->add_option("--sort", sort_, "What expires first comes first: notAfter")
+        ->type_name("FIELD")
+        ->check(CLI::IsMember({"notAfter"}));
     add_colour(command);
     add_no_pager(command);
     add_type(command);
@@ -298,6 +319,8 @@ class CommandLine {
       show_.form = json_ ? Form::json : brief_ ? Form::brief : Form::page;
       show_.type = tool::type_named(type_);
       fill(show_.view);
+      if (!within_.empty()) show_.within = tool::duration_of(within_);
+      show_.by_end = !sort_.empty();
       show_.view.columns = tool::page_columns();
       pages_ = show_.form != Form::json && pages(show_.files);
       command_ = [this] { return tool::show(show_); };
@@ -479,6 +502,8 @@ class CommandLine {
   std::string type_;
   std::string colour_ = "auto";
   std::string moment_;
+  std::string within_;
+  std::string sort_;
   bool brief_ = false;
   bool json_ = false;
   tool::ShowRequest show_;

@@ -3,6 +3,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <iterator>
+#include <memory>
 #include <system_error>
 
 #include "system/isolate.h"
@@ -61,26 +63,79 @@ class Patience {
   size_t failures_ = 0;
 };
 
-/// Runs the job for each element of an input.
-bool for_each_element(Input &input, const ElementJob &job, const Watch &watch) {
+/// An input, and the patience with it.
+struct Source {
+  explicit Source(const std::string &file) : input(file) {}
+  Input input;
   Patience patience;
+};
+
+struct SourceElement {
+  Source *source;
+  Element element;
+};
+
+/// Opens each file and runs the function for it. Reports those that cannot be read.
+bool for_each_source(const std::vector<std::string> &files,
+                     const std::function<void(std::unique_ptr<Source>)> &take) {
+  const std::vector<std::string> standard_input{"-"};
   bool all_well = true;
-  for (auto elements = input.take(elements_a_child); !elements.empty() && !patience.is_over();
-       elements = input.take(elements_a_child)) {
-    if (watch.seen) std::ranges::for_each(elements, watch.seen);
-    all_well &= run_isolated(
-        elements.size(),
-        [&](size_t i) {
-          if (patience.is_over()) return false;
-          const bool good = job(input, elements[i]);
-          if (!elements[i].remark.empty())
-            complain(input.where(elements[i]) + ": " + elements[i].remark);
-          patience.count(input, elements[i], good);
-          return good;
-        },
-        [&](size_t i, const std::string &words) { report_end(input, elements[i], words); });
+  for (const std::string &file : files.empty() ? standard_input : files) {
+    if (file == "-" && isatty(STDIN_FILENO) != 0)
+      complain("reading standard input, end it with control-D");
+    try {
+      take(std::make_unique<Source>(file));
+    } catch (const std::system_error &error) {
+      report_file(file, error);
+      all_well = false;
+    }
   }
-  if (watch.ended) watch.ended(input);
+  return all_well;
+}
+
+/// Takes the next elements of a source; none once the patience with it is over.
+std::vector<SourceElement> take(Source &source) {
+  std::vector<SourceElement> taken;
+  if (source.patience.is_over()) return taken;
+  for (Element &element : source.input.take(elements_a_child))
+    taken.push_back({&source, std::move(element)});
+  return taken;
+}
+
+/// Runs the job for each of the elements.
+bool run(std::span<const SourceElement> elements, const ElementJob &job) {
+  return run_isolated(
+      elements.size(),
+      [&](size_t i) {
+        const auto &[source, element] = elements[i];
+        if (source->patience.is_over()) return false;
+        const bool good = job(source->input, element);
+        if (!element.remark.empty()) complain(source->input.where(element) + ": " + element.remark);
+        source->patience.count(source->input, element, good);
+        return good;
+      },
+      [&](size_t i, const std::string &words) {
+        report_end(elements[i].source->input, elements[i].element, words);
+      });
+}
+
+/// Runs the job for all elements in their order. All inputs stay in memory.
+bool for_each_in_order(const std::vector<std::string> &files, const ElementJob &job,
+                       const std::function<int64_t(const Element &)> &order) {
+  std::vector<std::unique_ptr<Source>> sources;
+  std::vector<SourceElement> elements;
+  bool all_well = for_each_source(files, [&](std::unique_ptr<Source> source) {
+    for (auto taken = take(*source); !taken.empty(); taken = take(*source))
+      std::ranges::move(taken, std::back_inserter(elements));
+    sources.push_back(std::move(source));
+  });
+  std::ranges::stable_sort(elements, {},
+                           [&](const SourceElement &one) { return order(one.element); });
+  for (std::span<const SourceElement> rest = elements; !rest.empty();) {
+    const auto some = rest.first(std::min(elements_a_child, rest.size()));
+    all_well &= run(some, job);
+    rest = rest.subspan(some.size());
+  }
   return all_well;
 }
 
@@ -91,25 +146,22 @@ void report(const Input &input, const Element &element, const Fault &fault) {
 }
 
 bool for_each_element(const std::vector<std::string> &files, const ElementJob &job,
-                      const Watch &watch) {
-  const std::vector<std::string> standard_input{"-"};
+                      const Course &course) {
+  if (course.order) return for_each_in_order(files, job, course.order);
   bool all_well = true;
-  for (const std::string &file : files.empty() ? standard_input : files) {
-    if (file == "-" && isatty(STDIN_FILENO) != 0)
-      complain("reading standard input, end it with control-D");
-    try {
-      Input input(file);
-      all_well &= for_each_element(input, job, watch);
-    } catch (const std::system_error &error) {
-      report_file(file, error);
-      all_well = false;
+  all_well &= for_each_source(files, [&](const std::unique_ptr<Source> &source) {
+    for (auto taken = take(*source); !taken.empty(); taken = take(*source)) {
+      if (course.seen)
+        for (const SourceElement &one : taken) course.seen(one.element);
+      all_well &= run(taken, job);
     }
-  }
+    if (course.ended) course.ended(source->input);
+  });
   return all_well;
 }
 
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
-                     const RecordJob &job, const RefusalJob &refused, const Watch &watch) {
+                     const RecordJob &job, const RefusalJob &refused, const Course &course) {
   const auto decode_and_run = [&](const Input &input, const Element &element) {
     Decoding decoding = decode(element, wanted);
     const bool decoded = decoding.record.has_value();
@@ -120,7 +172,7 @@ bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
       report(input, element, *decoding.fault);
     return done && !decoding.fault;
   };
-  return for_each_element(files, decode_and_run, watch);
+  return for_each_element(files, decode_and_run, course);
 }
 
 }  // namespace tool

@@ -14,19 +14,25 @@ void report(const Input &input, const Element &element, const Fault &fault);
 
 using ElementJob = std::function<bool(const Input &, const Element &)>;
 
-/// What a command does in the tool's own process, beside its jobs. Both may be null.
-struct Watch {
-  std::function<void(const Element &)> seen;  ///< for each element, before its job
-  std::function<void(const Input &)> ended;   ///< past the last job of an input
+/// How a command goes through the elements, beside its jobs. All of these may be null.
+struct Course {
+  /// Returns where an element stands in the order, from the least on. All inputs are then in
+  /// memory. Without it the elements are taken as they come, and those after them are not in memory
+  /// yet.
+  std::function<int64_t(const Element &)> order;
+  /// Run in the tool's own process for each element before its job, where there is no order.
+  std::function<void(const Element &)> seen;
+  /// Run in the tool's own process past the last job of an input, where there is no order.
+  std::function<void(const Input &)> ended;
 };
 
 /// Runs `job` for each element of each file, isolated from the rest. Reports a file that cannot be
 /// read and an element that ends its process, and goes on with the others. Where many elements in
-/// a row of a DER input fail, skips the rest of it.
+/// a row of a DER input are of no type, skips the rest of it.
 ///
 /// @return whether all went well.
 bool for_each_element(const std::vector<std::string> &files, const ElementJob &job,
-                      const Watch &watch = {});
+                      const Course &course = {});
 
 using RecordJob = std::function<bool(const Input &, const Element &, const Type &, Record &)>;
 
@@ -37,7 +43,7 @@ using RefusalJob = std::function<void(const Input &, const Element &, const Faul
 /// report() where it is null, for each element that is refused.
 bool for_each_record(const std::vector<std::string> &files, const Type *wanted,
                      const RecordJob &job, const RefusalJob &refused = nullptr,
-                     const Watch &watch = {});
+                     const Course &course = {});
 
 }  // namespace tool
 

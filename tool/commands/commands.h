@@ -14,9 +14,11 @@ struct ShowRequest {
   const Type *type = nullptr;
   Form form = Form::page;
   View view;
+  std::optional<Seconds> within;  ///< shows only what ceases to be valid within this time
+  bool by_end = false;            ///< shows first what ceases to be valid first
 };
 
-/// Shows each element.
+/// Shows each element. Does not return true where it shows one because of the time `within`.
 bool show(const ShowRequest &request);
 
 /// Prints what the library traces while it decodes each element.

@@ -179,7 +179,7 @@ std::string page_of(const Node &node, const std::string &heading, const std::str
   return page.text();
 }
 
-std::string short_form_of(const Node &node, const std::string &heading, const View &view) {
+Brief short_form_of(const Node &node, const std::string &heading, const View &view) {
   constexpr size_t at_most = 4;
   std::vector<BriefLine> lines;
   collect_brief(lines, node, view, [](const Node &field) { return field.brief; });
@@ -187,18 +187,20 @@ std::string short_form_of(const Node &node, const std::string &heading, const Vi
     collect_brief(lines, node, view, [](const Node &field) { return !on_page(field).empty(); });
     if (lines.size() > at_most) lines.resize(at_most);
   }
-  std::string out = toned(heading, Tone::heading, view.colour);
   if (lines.empty())
-    if (const auto line = brief_line(node, view))
-      out += "  " + toned(line->text, line->tone, view.colour);
-  out += '\n';
-  size_t column = 0;
-  for (const BriefLine &line : lines) column = std::max(column, line.name.size());
-  for (const BriefLine &line : lines)
-    out += toned("  " + line.name, Tone::quiet, view.colour) +
-           std::string(column - line.name.size() + 2, ' ') +
-           toned(line.text, line.tone, view.colour) + '\n';
-  return out;
+    if (const auto line = brief_line(node, view)) lines.push_back(*line);
+  Brief brief;
+  brief.state = heading;
+  brief.tone = Tone::heading;
+  for (const BriefLine &line : lines) {
+    brief.details.push_back((line.name.empty() ? "" : line.name + " ") + line.text);
+    if (line.tone == Tone::warning || line.tone == Tone::alarm) brief.tone = line.tone;
+  }
+  if (!brief.details.empty()) {
+    brief.title = brief.details.front();
+    brief.details.erase(brief.details.begin());
+  }
+  return brief;
 }
 
 Json json_of(const Node &node) { return std::visit(JsonOf{}, node.value); }

@@ -7,6 +7,7 @@
 #include <functional>
 #include <variant>
 
+#include "model/brief.h"
 #include "model/page.h"
 #include "model/view.h"
 #include "text/json.h"
@@ -69,9 +70,9 @@ std::optional<std::vector<std::string>> lines_of(const Node &node, const View &v
 std::string page_of(const Node &node, const std::string &heading, const std::string &where,
                     const View &view);
 
-/// Returns the heading and a line for each field that is marked as brief, or for the first few
+/// Returns the short form: the heading, and each field that is marked as brief, or the first few
 /// fields where no field is marked.
-std::string short_form_of(const Node &node, const std::string &heading, const View &view);
+Brief short_form_of(const Node &node, const std::string &heading, const View &view);
 
 Json json_of(const Node &node);
 

@@ -27,14 +27,6 @@ std::vector<std::string> signature_text(const Certificate *certificate, const Vi
   return lines;
 }
 
-/// Returns the first and the last octets of a long serial number.
-std::string short_serial(const Integer *serial) {
-  constexpr size_t most = 16;
-  std::string digits = integer_text(serial);
-  if (digits.size() <= most) return digits;
-  return digits.substr(0, most / 2) + "..." + digits.substr(digits.size() - most / 4);
-}
-
 /// Adds the public key and its digests.
 void add_key(Page &page, const Certificate *certificate, const View &view) {
   const KeyFacts facts = key_facts(certificate);
@@ -93,19 +85,6 @@ std::string certificate_page(const void *record, const std::string &where, const
     }
   }
   return page.text();
-}
-
-std::string certificate_short_form(const void *record, const View &view) {
-  const auto *const certificate = static_cast<const Certificate *>(record);
-  const Certificate_TBS &tbs = *certificate->tbsCertificate;
-  const Standing state = standing(tbs.validity, view.moment);
-  const auto quiet = [&view](const char *word) { return toned(word, Tone::quiet, view.colour); };
-  return toned("Certificate", Tone::heading, view.colour) + "  " +
-         short_key_text(tbs.subjectPublicKeyInfo) + ", serial " + short_serial(tbs.serialNumber) +
-         "\n" + quiet("  subject  ") + one_line(tbs.subjectSequence, view) + "\n" +
-         quiet("  issuer   ") + one_line(tbs.issuerSequence, view) + "\n" + quiet("  valid    ") +
-         time_text(tbs.validity->notBefore) + " to " + time_text(tbs.validity->notAfter) +
-         " UTC, " + toned(state.text, tone_of(state), view.colour) + "\n";
 }
 
 }  // namespace tool

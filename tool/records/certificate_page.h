@@ -2,12 +2,12 @@
 #ifndef ORVELASN1_TOOL_RECORDS_CERTIFICATE_PAGE_H
 #define ORVELASN1_TOOL_RECORDS_CERTIFICATE_PAGE_H
 
-#include "model/view.h"
+#include "model/brief.h"
 
 namespace tool {
 
 std::string certificate_page(const void *record, const std::string &where, const View &view);
-std::string certificate_short_form(const void *record, const View &view);
+Brief certificate_short_form(const void *record, const View &view);
 
 }  // namespace tool
 

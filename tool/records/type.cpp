@@ -195,7 +195,7 @@ std::string Type::show(const void *record, const std::string &where, const View 
   return page_of(describe(record, view), heading, where, view);
 }
 
-std::string Type::show_short(const void *record, const View &view) const {
+Brief Type::show_short(const void *record, const View &view) const {
   if (own_short_form != nullptr) return own_short_form(record, view);
   return short_form_of(describe(record, view), heading, view);
 }

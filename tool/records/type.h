@@ -99,13 +99,13 @@ struct Type {
   uint32_t (*own_encode)(uint8_t **pp, const void *record) = nullptr;
   /// Make a page and a short form in place of the ones made from the description.
   std::string (*own_page)(const void *record, const std::string &where, const View &view) = nullptr;
-  std::string (*own_short_form)(const void *record, const View &view) = nullptr;
+  Brief (*own_short_form)(const void *record, const View &view) = nullptr;
 
   bool is_written() const { return own_encode != nullptr || syntax.functions().encode != nullptr; }
   Bytes encode(const void *record) const;
   Node describe(const void *record, const View &view) const;
   std::string show(const void *record, const std::string &where, const View &view) const;
-  std::string show_short(const void *record, const View &view) const;
+  Brief show_short(const void *record, const View &view) const;
 };
 
 /// Returns the hint for a field; an empty one where the row, which may be null, has none.

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <chrono>
+#include <utility>
 
 #include "text/characters.h"
 
@@ -144,6 +145,19 @@ std::optional<Seconds> seconds_of(std::string_view iso) {
   }
   if (!text.good_to_the_end()) return std::nullopt;
   return reckon(c);
+}
+
+std::optional<Seconds> duration_of(std::string_view text) {
+  static constexpr std::array<std::pair<char, Seconds>, 4> units{
+      {{'h', hour}, {'d', day}, {'w', 7 * day}, {'y', 365 * day}}};
+  constexpr size_t most_digits = 6;
+  if (text.size() < 2 || text.size() > most_digits + 1) return std::nullopt;
+  Digits digits(text.substr(0, text.size() - 1));
+  const int number = digits.number(text.size() - 1);
+  if (!digits.good_to_the_end()) return std::nullopt;
+  for (const auto &[letter, seconds] : units)
+    if (text.ends_with(letter)) return number * seconds;
+  return std::nullopt;
 }
 
 Seconds now() {

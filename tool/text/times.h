@@ -23,6 +23,9 @@ std::optional<Seconds> seconds_of(const Time *time);
 /// Fails on any other text.
 std::optional<Seconds> seconds_of(std::string_view iso);
 
+/// Returns the seconds of "12h", "30d", "2w" or "1y", which is 365 days. Fails on any other text.
+std::optional<Seconds> duration_of(std::string_view text);
+
 /// Returns the present moment.
 Seconds now();
 
