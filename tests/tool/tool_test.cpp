@@ -122,7 +122,7 @@ TEST_F(ToolShow, ReadsTheValuesOfExtensions) {
       {"11",
        "30 0E 82 02 61 62 A4 04 30 02 01 00 82 02 63 64",
        {"malformed: offset 10: [1].directoryName[0]: expected SET (31), found BOOLEAN (01)",
-        "[0]            DNS ab", "[2]            DNS cd"}},
+        "DNS ab", "DNS cd"}},
       {"11", "30 04 A3 02 05 00", {"X.400 A3020500"}},
       {"1F", "30 08 30 06 A2 04 82 02 61 62", {"  issued by DNS ab"}},
   };
