@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "records/components.h"
 #include "text/characters.h"
 #include "text/object_identifiers.h"
 
@@ -25,19 +26,32 @@ Node bare_nonce(Octets value, const View &) {
   return text(hex(value) + " (bare octets)", hex(value));
 }
 
+// CertificateTemplate ::= SEQUENCE { templateID, templateMajorVersion OPTIONAL, templateMinorVersion
+//   OPTIONAL }
+Node template_of_microsoft(Octets value, const View &view) {
+  return Components(value, view)
+      .take("templateID", "ObjId")
+      .take("templateMajorVersion", "Integer", as<number>)
+      .take("templateMinorVersion", "Integer", as<number>)
+      .node();
+}
+
+// EntrustVersInfo ::= SEQUENCE { entrustVers, entrustInfoFlags }
+Node entrust_version(Octets value, const View &view) {
+  return Components(value, view)
+      .take("entrustVers", "GeneralString")
+      .take("entrustInfoFlags", "BitString")
+      .node();
+}
+
 constexpr bool sequence_of = true;
 
-/// The types that pki_Type_defined_by() does not know, each under the display name of its
-/// extension.
+/// The types that pki_Type_defined_by() does not know, and one that older programs write otherwise,
+/// each under the display name of its extension.
 constexpr ValueRow rows[] = {
     {"holdInstructionCode", "ObjId"},
     {.name = "ocsp-nonce", .type = "pki_Nonce", .read = bare_nonce},
-    {"ocsp-crl", "pki_CrlID"},
-    {"ocsp-response", "pki_AcceptableResponses"},
     {.name = "ocsp-nocheck", .type = "Null", .read = presence},
-    {"ocsp-archive-cutoff", "pki_ArchiveCutoff"},
-    {"ocsp-service-locator", "pki_ServiceLocator"},
-    {"ocsp-pref-sig-algs", "pki_PreferredSignatureAlgorithms"},
     {.name = "precertificatePoison", .type = "Null", .read = presence},
     {"netscape-cert-type", "BitString", !sequence_of, as<netscape_cert_type>},
     string_row("netscape-base-url"),
@@ -49,17 +63,28 @@ constexpr ValueRow rows[] = {
     string_row("netscape-comment"),
     string_row("ms-certificate-template-name"),
     {"ms-ca-key-cert-index-pair", "Integer", !sequence_of, as<number>},
+    {"ms-previous-ca-certificate-hash", "pki_SubjectKeyIdentifier"},
+    {"ms-crl-virtual-base", "Integer", !sequence_of, as<number>},
+    {"ms-crl-next-publish", "Time"},
+    {.name = "ms-certificate-template", .type = "Any", .read = template_of_microsoft},
+    {"ms-application-policies", "pki_CertificatePolicies"},
+    {"ms-application-policy-mappings", "pki_PolicyMappings"},
+    {"ms-application-policy-constraints", "pki_PolicyConstraints"},
+    {"ms-ntds-ca-security", "pki_GeneralNames"},
+    {"smimeCapabilities", "pki_AlgId", sequence_of},
+    {"acmeIdentifier", "pki_SubjectKeyIdentifier"},
+    {.name = "entrustVersionInfo", .type = "Any", .read = entrust_version},
 };
 
 }  // namespace
 
 Inside read_extension(const Extension *extension, const View &view) {
   const Octets value = octets(extension->extnValue);
-  if (const pki_Type *const type = pki_Type_defined_by(extension->extnID))
-    return read_value(value, type, view);
   const std::string name = display_name(extension->extnID);
   const auto *const row = std::ranges::find(rows, std::string_view(name), &ValueRow::name);
   if (row != std::end(rows)) return read_value(value, *row, view);
+  if (const pki_Type *const type = pki_Type_defined_by(extension->extnID))
+    return read_value(value, type, view);
   return {unknown_octets(value, view), "", false};
 }
 

@@ -12,10 +12,12 @@ struct Source {
   size_t offset = 0;   ///< from the first of all octets
   std::string path{};  ///< of fields and elements, down to these octets
   std::shared_ptr<const Bytes> copy{};
+  std::optional<uint8_t> tag{};  ///< the first of the octets, where the copy has that of the type
 
   Source part(Octets of, const std::string &step) const {
     Source inner = *this;
     inner.octets = of;
+    inner.tag.reset();
     inner.offset += static_cast<size_t>(of.data() - octets.data());
     if (!step.empty() && step[0] != '[' && !inner.path.empty()) inner.path += '.';
     inner.path += step;
@@ -86,11 +88,14 @@ Node field_of(const Source &source, const pki_Field &field, const View &view, De
     if (inner.size() != 1) return refused(source, "expected one element inside the tag", view);
     return value_of(source.part(inner[0], ""), field.type, view, describe);
   }
+  const std::string cut = read_header(source.octets).fault;
+  if (!cut.empty()) return refused(source, cut, view);
   auto copy = std::make_shared<Bytes>(source.octets.begin(), source.octets.end());
   copy->front() =
       static_cast<uint8_t>(pki_Type_identifier(field.type) | (copy->front() & tag::constructed));
   Source inner = source;
   inner.octets = *copy;
+  inner.tag = source.octets[0];
   inner.copy = std::move(copy);
   return value_of(inner, field.type, view, describe);
 }
@@ -170,9 +175,11 @@ Node value_of(const Source &source, const pki_Type *type, const View &view, Desc
   }
   Node node = partial_of(source, type, view, describe);
   if (!node.empty()) return node;
+  Bytes octets(source.octets.begin(), source.octets.end());
+  if (source.tag) octets[0] = *source.tag;
   return malformed(text_with_offset({source.offset + refusal->offset,
                                      in_path(source, refusal->path, refusal->sentence)}),
-                   source.octets, view);
+                   octets, view);
 }
 
 /// Returns the value with what follows it marked.
