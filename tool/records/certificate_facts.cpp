@@ -119,8 +119,9 @@ void add_shared(Description &fields, const Certificate *certificate) {
 Owned<Extensions> requested_extensions(const CertRequestInfo *info) {
   for (const auto *attribute : elements<Attribute>(info->attributes)) {
     if (!is(attribute->type, asn1_Get_extensionRequest)) continue;
-    for (const auto *value : elements<Any>(attribute->values))
-      return decoded(pki_Extensions_d, pki_Extensions_free, octets(value));
+    const auto values = elements<Any>(attribute->values);
+    if (!values.empty())
+      return decoded(pki_Extensions_d, pki_Extensions_free, octets(values.front()));
   }
   return {nullptr, pki_Extensions_free};
 }
