@@ -127,11 +127,8 @@ TEST_F(ToolMessages, ShowEverythingThatIsSigned) {
       "        encryptedDigest            0A0B\n",
       page(message));
   EXPECT_EQ(
-      "ContentInfo\n"
-      "  contentType   signedData\n"
-      "  contentType   data\n"
-      "  certificates  2 elements\n"
-      "  signerInfos   1 element\n",
+      "standard input      ContentInfo            contentType signedData\n"
+      "    contentType data, certificates 2 elements, signerInfos 1 element\n",
       good({"show", "--short"}, message));
   const json object = fields(message);
   EXPECT_EQ("07", object["content"]["certificates"][0]["tbsCertificate"]["serialNumber"]);

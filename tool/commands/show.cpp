@@ -31,11 +31,12 @@ std::string json_line(const Input &input, const Element &element, const Type &ty
   return object.text() + "\n";
 }
 
+/// Returns the names of files, with room for the numbers of their elements.
 std::vector<std::string> names_of(const std::vector<std::string> &files) {
   std::vector<std::string> names;
   for (const std::string &file : files)
-    names.push_back(file == "-" ? "standard input" : printable(file));
-  if (names.empty()) names.emplace_back("standard input");
+    names.push_back((file == "-" ? "standard input" : printable(file)) + " #99");
+  if (names.empty()) names.emplace_back("standard input #99");
   return names;
 }
 
