@@ -84,12 +84,9 @@ TEST_F(ToolCard, IsRecognisedByItsStructure) {
 
 TEST_F(ToolCard, HasAShortForm) {
   EXPECT_EQ(
-      "GDO\n"
-      "  root  10, container, 3 objects\n"
-      "  set1  12, container, 2 sets\n"
-      "  set2  01, leaf\n"
-      "  set3  21, container, 0 sets\n"
-      "  set4  20, attribute holder, 1 attribute\n",
+      "standard input      GDO                    root 10, container, 3 objects\n"
+      "    set1 12, container, 2 sets, set2 01, leaf, set3 21, container, 0 sets, set4 20, "
+      "attribute holder, 1 attribute\n",
       good({"show", "--short"}, gdo));
 }
 

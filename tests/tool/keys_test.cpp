@@ -91,10 +91,8 @@ TEST_F(ToolKeys, ShowTheRsaKeyInsideAPrivateKeyInfo) {
       "    keyBits            12\n",
       page(private_key_info(), "", {"--secrets"}));
   EXPECT_EQ(
-      "PrivateKeyInfo\n"
-      "  privateKeyAlgorithm  rsaEncryption\n"
-      "  publicExponent       17\n"
-      "  keyBits              12\n",
+      "standard input      PrivateKeyInfo         privateKeyAlgorithm rsaEncryption\n"
+      "    publicExponent 17, keyBits 12\n",
       good({"show", "--short"}, private_key_info()));
   expect_recodes(private_key_info(), "private-key-info");
 }
@@ -161,9 +159,8 @@ TEST_F(ToolKeys, ShowHowAKeyIsEncrypted) {
       "  encryptedData        encrypted, 3 octets\n",
       page(encrypted_key));
   EXPECT_EQ(
-      "EncryptedPrivateKeyInfo\n"
-      "  algorithm      pbeWithSHA1And3-KeyTripleDES-CBC\n"
-      "  encryptedData  encrypted, 3 octets\n",
+      "standard input      EncryptedPrivateKeyInfo  algorithm pbeWithSHA1And3-KeyTripleDES-CBC\n"
+      "    encryptedData encrypted, 3 octets\n",
       good({"show", "--short"}, encrypted_key));
   const std::string full = page(encrypted_key, "", {"--full"});
   EXPECT_NE(std::string::npos, full.find("encrypted, 3 octets\n                       0A0B0C\n"))

@@ -122,11 +122,8 @@ TEST_F(ToolMessages, ShowEverythingThatIsSigned) {
       "        signature               0A0B\n",
       page(message));
   EXPECT_EQ(
-      "ContentInfo\n"
-      "  contentType   signedData\n"
-      "  eContentType  data\n"
-      "  certificates  1 element\n"
-      "  signerInfos   1 element\n",
+      "standard input      ContentInfo            contentType signedData\n"
+      "    eContentType data, certificates 1 element, signerInfos 1 element\n",
       good({"show", "--short"}, message));
   const json object = fields(message)["decoded"];
   EXPECT_EQ("07", object["certificates"][0]["certificate"]["tbsCertificate"]["serialNumber"]);

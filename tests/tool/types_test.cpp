@@ -139,10 +139,8 @@ TEST_F(ToolCrl, HasAPageWithALineForEachEntry) {
 
 TEST_F(ToolCrl, HasAShortForm) {
   EXPECT_EQ(
-      "CertificateRevocationList\n"
-      "  issuer               commonName=Example CA\n"
-      "  nextUpdate           2030-01-01 00:00:00 UTC, 31 days left\n"
-      "  revokedCertificates  3 elements\n",
+      "standard input      CertificateRevocationList  issuer commonName=Example CA\n"
+      "    nextUpdate 2030-01-01 00:00:00 UTC, 31 days left, revokedCertificates 3 elements\n",
       good({"show", "--short"}, crl(three_entries())));
 }
 
@@ -262,10 +260,8 @@ TEST_F(ToolRequest, HasAPageWithItsAttributes) {
 
 TEST_F(ToolRequest, HasAShortForm) {
   EXPECT_EQ(
-      "CertificationRequest\n"
-      "  subject        commonName=www.example.org\n"
-      "  subjectPKInfo  Ed25519\n"
-      "  attributes     2 elements\n",
+      "standard input      CertificationRequest   subject commonName=www.example.org\n"
+      "    subjectPKInfo Ed25519, attributes 2 elements\n",
       good({"show", "--short"}, certification_request()));
 }
 
@@ -364,12 +360,9 @@ TEST_F(ToolOcsp, HasAPageForAResponseDownToTheStatus) {
 
 TEST_F(ToolOcsp, HasAShortForm) {
   EXPECT_EQ(
-      "OCSPResponse\n"
-      "  responseStatus  successful\n"
-      "  responseType    ocsp-basic\n"
-      "  responderID     key AABB\n"
-      "  producedAt      2020-01-01 00:00:00 UTC\n"
-      "  responses       1 element\n",
+      "standard input      OCSPResponse           responseStatus successful\n"
+      "    responseType ocsp-basic, responderID key AABB, producedAt 2020-01-01 00:00:00 UTC, "
+      "responses 1 element\n",
       good({"show", "--short"}, ocsp_response(basic_response())));
 }
 
@@ -514,8 +507,9 @@ TEST_F(ToolDetection, KeepsElementsApartThatEndTheirProcess) {
 
 TEST_F(ToolDetection, TakesElementsOfDifferentTagsBehindEachOther) {
   EXPECT_EQ(
-      "GeneralName  DNS ab\nGeneralName  IP 192.0.2.1\n"
-      "GeneralName  directory countryName=DE\n",
+      "standard input      GeneralName            DNS ab\n"
+      "standard input #2   GeneralName            IP 192.0.2.1\n"
+      "standard input #3   GeneralName            directory countryName=DE\n",
       good({"show", "--short", "--type", "general-name"},
            hex("82 02 61 62 87 04 C0 00 02 01 "
                "A4 0F 30 0D 31 0B 30 09 06 03 55 04 06 13 02 44 45")));

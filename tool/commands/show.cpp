@@ -54,11 +54,12 @@ Course chain_after_pages(Chain &chain, const View &view) {
           }};
 }
 
+/// Returns the names of files, with room for the numbers of their elements.
 std::vector<std::string> names_of(const std::vector<std::string> &files) {
   std::vector<std::string> names;
   for (const std::string &file : files)
-    names.push_back(file == "-" ? "standard input" : printable(file));
-  if (names.empty()) names.emplace_back("standard input");
+    names.push_back((file == "-" ? "standard input" : printable(file)) + " #99");
+  if (names.empty()) names.emplace_back("standard input #99");
   return names;
 }
 

@@ -9,7 +9,7 @@ namespace tool {
 
 namespace {
 
-constexpr size_t widest_name = 32;
+constexpr size_t widest_name = 36;
 constexpr size_t state_columns = 21;
 constexpr size_t indent = 4;
 
@@ -48,9 +48,8 @@ std::string BriefColumns::lines(const std::string &name, const Brief &brief) con
   if (fits && !brief.title.empty()) out += padded(brief.state, state_columns) + "  " + brief.title;
   out += '\n';
 
-  std::vector<std::string> details = brief.details;
-  if (!fits) details.insert(details.begin(), brief.title);
-  std::string second = joined(details);
+  std::string second = joined(brief.details);
+  if (!fits) second.insert(0, brief.title + (second.empty() ? "" : "; "));
   if (!brief.names.empty() && !second.empty()) second += ": ";
   const size_t place = view_.columns - indent;
   second += some_of(brief.names, place - std::min(place, width(second)), view_);

@@ -57,8 +57,6 @@ Node gcm(Octets octets, const View &view) {
       .node();
 }
 
-constexpr bool sequence_of = true;
-
 /// The types that pki_Type_defined_by() does not know, each under the display name of its
 /// algorithm.
 constexpr ValueRow rows[] = {

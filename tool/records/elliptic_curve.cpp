@@ -9,7 +9,7 @@ std::vector<Type> elliptic_curve_types() {
        .about = "a private key of an elliptic curve (RFC 5915)",
        .labels = {"EC PRIVATE KEY"},
        .stands_alone = true,
-       .hints = {{"version", as<number>}, brief("parameters")}},
+       .hints = {{"version", as<number>}, brief("publicKey")}},
       {.syntax = "pki_ECParameters",
        .about = "the curve of a key (RFC 5480)",
        .labels = {"EC PARAMETERS"}},
