@@ -399,7 +399,7 @@ TEST_F(ToolShow, PrintsNegativeSerialNumbersAsTheyAre) {
   Parts parts;
   parts.serial = hex("02 02 FF 7F");
   EXPECT_NE(std::string::npos,
-            run({"show"}, characters(certificate(parts))).out.find("  serialNumber  -0081\n"));
+            run({"show"}, characters(certificate(parts))).out.find("  serialNumber   -0081\n"));
 }
 
 // ---- JSON ---------------------------------------------------------------------------------------

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <limits>
 
 #include "commands/batch.h"
@@ -108,8 +109,11 @@ bool show(const ShowRequest &request) {
   const auto refuse = [&request](const Input &input, const Element &element, const Fault &fault,
                                  bool decoded) {
     if (request.form == ShowRequest::Form::json) return emit(json_line(input, element, fault));
-    if (request.form == ShowRequest::Form::page && !decoded && !element.octets.empty()) {
-      const View &view = request.view;
+    const View &view = request.view;
+    const bool may_be_key = std::ranges::any_of(candidates(element, request.type), &Type::secret);
+    const bool has_outline = request.form == ShowRequest::Form::page && !decoded &&
+                             !element.octets.empty() && (view.secrets || !may_be_key);
+    if (has_outline) {
       print_outline(element, request.type, input.where(element),
                     {view.colour, view.oids, view.full, false});
     }

@@ -144,7 +144,6 @@ std::vector<Type> name_types();
 std::vector<Type> request_types();
 std::vector<Type> ocsp_types();
 std::vector<Type> key_types();
-std::vector<Type> elliptic_curve_types();
 std::vector<Type> algorithm_types();
 std::vector<Type> message_types();
 std::vector<Type> exchange_types();
