@@ -712,7 +712,8 @@ TEST_F(ToolBadInput, OtherPemLabel) {
 
 TEST_F(ToolBadInput, NoEndLine) {
   check({"-----BEGIN CERTIFICATE-----\nMAA=\n" + to_pem(certificate(Parts{})),
-         "1 (line 1): the PEM block has no END line; it may have been cut short", short_form("standard input #2 ")});
+         "1 (line 1): the PEM block has no END line; it may have been cut short",
+         short_form("standard input #2 ")});
 }
 
 TEST_F(ToolBadInput, NotBase64) {

@@ -87,7 +87,8 @@ TEST(EncapsulatedContent, OfSegmentsIsJoined) {
     ASSERT_EQ(4, info->eContent->kind);
     const auto *octets = static_cast<const OctetString *>(info->eContent->value);
     const Bytes joined = {1, 2, 3, 4};
-    EXPECT_EQ(Bytes(joined.begin(), std::next(joined.begin(), int32_t(octets->length))), value(octets));
+    EXPECT_EQ(Bytes(joined.begin(), std::next(joined.begin(), int32_t(octets->length))),
+              value(octets));
     EXPECT_EQ(sequence(data + element(0xA0, element(0x04, value(octets)))),
               encoded(contents, info));
   }

@@ -18,9 +18,9 @@ bool is_list(const pki_Type *type) {
 
 // A new family is one line here and in type.h, and a file of its own.
 constexpr std::vector<Type> (*families[])() = {
-    certificate_types,  crl_types,       request_types,       ocsp_types,      key_types,
-    message_types,      exchange_types,  card_types,          extension_types, policy_types,
-    distribution_types, timestamp_types, resource_types,      qualified_types, name_types,
+    certificate_types,  crl_types,       request_types,  ocsp_types,      key_types,
+    message_types,      exchange_types,  card_types,     extension_types, policy_types,
+    distribution_types, timestamp_types, resource_types, qualified_types, name_types,
     algorithm_types,    universal_types};
 
 constexpr std::string_view form_prefix = "pki_";
