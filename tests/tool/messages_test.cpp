@@ -422,7 +422,7 @@ TEST_F(ToolExchange, MarksAMessageWithoutAType) {
       "[0]\n"
       "contentType malformed: offset 4: [0].contentType: expected OBJECT IDENTIFIER (06), found "
       "OCTET STRING (04)\n"
-      "040100\n"
+      "0 2+1 OCTET STRING 00\n"
       "macData\n"
       "mac\n"
       "digestAlgorithm sha1\n"

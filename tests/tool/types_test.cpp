@@ -777,6 +777,18 @@ class ToolExtension : public ToolTypes {
   }
 };
 
+TEST_F(ToolExtension, ThatNobodyKnowsIsAnOutline) {
+  // 1.2.3.4: SEQUENCE { INTEGER 5, [0] { UTF8String "a" } }, and octets that are no element.
+  // Offsets are as wide as the size of the value, 10.
+  EXPECT_EQ(
+      "  1.2.3.4   0  2+8    SEQUENCE\n"
+      "            2  2+1      INTEGER 5\n"
+      "            5  2+3      [0]\n"
+      "            7  2+1        UTF8String \"a\"\n",
+      shown("2A 03 04", hex("30 08 02 01 05 A0 03 0C 01 61")).rows);
+  EXPECT_EQ("  1.2.3.4  0102\n", shown("2A 03 04", hex("01 02")).rows);
+}
+
 TEST_F(ToolExtension, PoliciesHaveTheirQualifiers) {
   const Bytes place = sequence(hex("06 08 2B 06 01 05 05 07 02 01") +
                                element(0x16, support::text("https://a.example")));
@@ -793,7 +805,7 @@ TEST_F(ToolExtension, PoliciesHaveTheirQualifiers) {
       "                         CPS https://a.example\n"
       "                       1.2.3.4\n"
       "                         malformed: offset 0: expected SEQUENCE (30), found NULL (05)\n"
-      "                           0500\n"
+      "                           0  2+0    NULL\n"
       "                         notice \"H\u20AC\"\n"
       "                         notice 1, 2 of \"Org\"\n",
       policies.rows);

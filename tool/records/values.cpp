@@ -1,5 +1,6 @@
 #include "records/values.h"
 
+#include "model/outline_text.h"
 #include "records/partial.h"
 #include "text/characters.h"
 
@@ -17,6 +18,15 @@ Inside read_deeper(const View &view, Read read) {
   const View deeper = view.inside();
   if (!deeper.too_deep()) return read(deeper);
   return {text("(nested more deeply than is shown)", nullptr), "", true};
+}
+
+/// Returns the outline of octets that are an element, up to and past what is wrong in it; a dump of
+/// others.
+std::vector<std::string> outline_or_dump(Octets octets, const View &view) {
+  constexpr size_t lines_at_a_glance = 24;
+  if (!ber::is_element(octets)) return dump(octets, view.full);
+  return outline_lines(octets, nullptr, {.oids = view.oids, .full = view.full},
+                       view.full ? SIZE_MAX : lines_at_a_glance);
 }
 
 }  // namespace
@@ -79,14 +89,13 @@ Description &add_inside(Description &fields, std::string name, Node octets, Insi
 }
 
 Node unknown_octets(Octets octets, const View &view) {
-  return text(dump(octets, view.full), hex(octets));
+  return text(outline_or_dump(octets, view), hex(octets));
 }
 
 Node malformed(const std::string &why, Octets octets, const View &view) {
   std::vector<std::string> lines{"malformed: " + why};
-  const auto digits = dump(octets, view.full);
   if (!octets.empty())
-    for (const std::string &line : digits) lines.push_back("  " + line);
+    for (const std::string &line : outline_or_dump(octets, view)) lines.push_back("  " + line);
   Json json = Json::object();
   json.put("malformed", why).put("octets", hex(octets));
   return text(std::move(lines), std::move(json), Tone::alarm);

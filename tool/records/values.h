@@ -37,10 +37,10 @@ Node sound_value(Octets octets, const pki_Type *type, const View &view,
 /// where all of them are read.
 Description &add_inside(Description &fields, std::string name, Node octets, Inside inside);
 
-/// Describes octets of no known type.
+/// Describes octets of no known type: a page shows the outline of those that are an element.
 Node unknown_octets(Octets octets, const View &view);
 
-/// What a page says of octets that are no value of their type, and the octets.
+/// What a page says of octets that are no value of their type, and the octets, or their outline.
 Node malformed(const std::string &why, Octets octets, const View &view);
 
 /// The type of the values under an identifier.
