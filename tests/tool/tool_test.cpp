@@ -19,6 +19,7 @@ struct Parts {
   Bytes not_after = element(0x17, support::text("300101000000Z"));
   Bytes subject = common_name("www.example.org");
   Bytes extensions;
+  Bytes signature = hex(ed25519);  ///< the algorithm outside of the signed part
 };
 
 Bytes certificate(const Parts &parts) {
@@ -28,7 +29,7 @@ Bytes certificate(const Parts &parts) {
   return sequence(sequence(parts.version + parts.serial + hex(ed25519) + parts.issuer +
                            sequence(parts.not_before + parts.not_after) + parts.subject + key +
                            extensions) +
-                  hex(ed25519) + element(0x03, hex("00 01 02 03 04")));
+                  parts.signature + element(0x03, hex("00 01 02 03 04")));
 }
 
 Bytes certificate_for(const Bytes &subject) {
@@ -393,6 +394,23 @@ TEST_F(ToolShow, DescribesKeys) {
         std::string::npos,
         run({"show", "--short"}, pem).out.find("    CA, " + std::string(brief) + ", by itself\n"));
   }
+}
+
+TEST_F(ToolShow, PrintsTheParametersOfASignature) {
+  const std::string pem = make_certificate(
+      {"rsa:2048"},
+      {"-sha256", "-sigopt", "rsa_padding_mode:pss", "-sigopt", "rsa_pss_saltlen:32"});
+  EXPECT_NE(std::string::npos,
+            run({"show"}, pem).out.find("rsassa-pss, sha256, mgf1, sha256, salt 32\n"))
+      << run({"show"}, pem).out;
+}
+
+TEST_F(ToolShow, PrintsBothAlgorithmsWhereTheyDiffer) {
+  Parts parts;
+  parts.signature = sequence(hex("06 08 2A 86 48 CE 3D 04 03 02"));
+  EXPECT_NE(std::string::npos, run({"show"}, characters(certificate(parts)))
+                                   .out.find("  signature      ecdsa-with-SHA256\n"
+                                             "                 but Ed25519 in the signed part\n"));
 }
 
 TEST_F(ToolShow, PrintsNegativeSerialNumbersAsTheyAre) {

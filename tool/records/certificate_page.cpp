@@ -17,14 +17,13 @@ std::string version_text(const Integer *version) {
   return usual ? std::to_string(number + 1) : "unknown, encoded as " + integer_text(version);
 }
 
-/// Returns the signature's algorithm, or both if the signed part names another one.
-std::vector<std::string> signature_text(const Certificate *certificate, const View &view) {
+/// Adds the signature's algorithm, or both if the signed part names another one.
+void add_signature(Page &page, const Certificate *certificate, const View &view) {
   const AlgId *const outer = certificate->signatureAlgorithm;
   const AlgId *const inner = certificate->tbsCertificate->signature;
-  std::vector<std::string> lines{label(outer->algorithm, view)};
+  add_node(page, "signature", describe(outer, view), view);
   if (asn1_ObjId_cmp(outer->algorithm, inner->algorithm) != 0)
-    lines.push_back("but " + label(inner->algorithm, view) + " in the signed part");
-  return lines;
+    page.row("", "but " + label(inner->algorithm, view) + " in the signed part");
 }
 
 /// Adds the public key and its digests.
@@ -52,7 +51,7 @@ std::string certificate_page(const void *record, const std::string &where, const
   page.row("version", version_text(tbs.version));
   page.row("serialNumber", integer_text(tbs.serialNumber));
   page.row("key", key_text(tbs.subjectPublicKeyInfo, view));
-  page.row("signature", signature_text(certificate, view));
+  add_signature(page, certificate, view);
 
   page.section("Subject");
   add_name(page, tbs.subjectSequence, view);
