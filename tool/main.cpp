@@ -7,6 +7,7 @@
 #include <exception>
 
 #include "commands/commands.h"
+#include "help.h"
 #include "model/outline_path.h"
 #include "system/output.h"
 #include "system/pager.h"
@@ -20,133 +21,6 @@ namespace {
 constexpr int status_good = 0;
 constexpr int status_bad_input = 1;
 constexpr int status_wrong_usage = 2;
-
-constexpr const char *overview = R"(Examples:
-  orvelasn1 server.pem                     what is in a certificate, a CRL, a request ...
-  orvelasn1 show --short /etc/ssl/certs/*  a line or two for each
-  orvelasn1 show --json chain.pem | jq .   one JSON object a line
-  orvelasn1 tree server.pem                the outline of its octets
-  orvelasn1 trace server.der               how the decoder reads it
-  orvelasn1 recode --fresh server.der      whether it comes back octet by octet
-  orvelasn1 name '/c=DE/cn(12)=Example'    the octets of a name
-  orvelasn1 oid 2.5.29.15                  what an identifier is
-  orvelasn1 types                          what "show" and the like can read
-  orvelasn1 crl ca.crl --serial 0A1B       is it revoked?
-  orvelasn1 key server.pem server.key      do they belong together?
-  orvelasn1 diff old.pem new.pem           what has changed?
-
-Inputs are PEM, DER, or a text with either in base64, such as JSON or XML, with one
-element or many. What an element is, its PEM label or its structure tells, or you do,
-with --type. Without a file, or for the file "-", standard input is read. A file without
-a command is shown. The status is 0 when all is well, 1 for bad input, and 2 for wrong
-usage. "orvelasn1 COMMAND --help" tells more about a command.)";
-
-constexpr const char *show_examples = R"(Examples:
-  orvelasn1 show server.pem                    a page for each element
-  orvelasn1 show --short *.pem                 a line or two for each
-  orvelasn1 show --short --sort notAfter *.pem what expires first comes first
-  orvelasn1 show --short --expires-within 30d *.pem || echo "see to these"
-  orvelasn1 show --oids server.pem             with the dotted identifiers
-  orvelasn1 show --type crl-entry entry.der    a part that stands in no file by itself
-  orvelasn1 show --at 2030-01-01 server.pem    will it still be valid then?
-  openssl s_client -connect example.org:443 -showcerts </dev/null | orvelasn1 show
-  orvelasn1 show --json *.pem | jq -r 'select(.tbsCertificate.validity.daysLeft < 30).pem'
-
-With --expires-within, the status is 0 where nothing expires within that time (from now
-on, or from the moment of --at), and 1 where something does, or an input is bad: a cron
-job need not look further.
-
-A page is as wide as the terminal, or COLUMNS, and longer ones are shown in PAGER, or
-less. Colours are left out with NO_COLOR.
-
-The members of the JSON objects have the names of the library's fields, after some that answer
-common questions; certificate.schema.json describes those of certificates. An element that is
-refused is an object with the member "error" then, and no message.)";
-
-constexpr const char *tree_examples = R"(Examples:
-  orvelasn1 tree server.pem                   where each field stands, and what it holds
-  orvelasn1 tree --hex broken.der             with the octets, up to the fault and past it
-  orvelasn1 tree --type any data.der          without names from a type
-  orvelasn1 tree --path 'tbsCertificate.extensions[subjectAltName]' server.pem
-  orvelasn1 tree --path tbsCertificate.subjectPublicKeyInfo --extract server.pem >key.der
-  orvelasn1 tree --path 'tbsCertificate.extensions[2].extnValue' --content server.pem |
-    orvelasn1 tree --type general-names
-
-A path has the names of fields, and in brackets the numbers of elements or the identifiers that
-they begin with; messages about faults have such paths, too. Each line has the offset in the
-element, the octets of its header and of its content, the field, the type and a value.)";
-
-constexpr const char *trace_examples = R"(Examples:
-  orvelasn1 trace server.der
-  orvelasn1 trace broken.der | tail     where did the decoder stop?)";
-
-constexpr const char *recode_examples = R"(Examples:
-  orvelasn1 recode server.der && echo "every octet came back"
-  orvelasn1 recode --fresh server.pem            from the fields, not the kept octets
-  orvelasn1 recode -o server.der server.pem      from PEM to DER)";
-
-constexpr const char *name_examples = R"(Examples:
-  orvelasn1 name '/c=DE/o(12)=Example//Co/cn(12)=www.example.org'
-  orvelasn1 name -o name.der '/c=DE'
-  orvelasn1 name --der name.der
-
-A name is a "/" in front of each relative name and a "," between the attributes of one.
-An attribute is a short name (gid cn gn ou sp c g i l m n o s t) or a dotted identifier,
-the identifier octet of its value in parentheses (19, PrintableString, where there is
-none), "=" and the value, with a "/" in front of each "/" and ",".)";
-
-constexpr const char *types_examples = R"(Examples:
-  orvelasn1 types
-  orvelasn1 types | grep -i ocsp
-
-Each line has the name for --type, what the type is, and the labels of PEM blocks that hold
-it.)";
-
-constexpr const char *oid_examples = R"(Examples:
-  orvelasn1 oid 2.5.4.3               from the dotted form
-  orvelasn1 oid 06:03:55:04:03        from the encoded form
-  orvelasn1 oid id_at_commonName      from the name in the registry
-  orvelasn1 oid commonName keyUsage   from the names that "show" prints
-  orvelasn1 oid --list | sort -k 2    the whole registry)";
-
-constexpr const char *crl_examples = R"(Examples:
-  orvelasn1 crl ca.crl                            a summary
-  orvelasn1 crl ca.crl --serial 0A:1B             revoked? when? why?
-  orvelasn1 crl ca.crl --serial dec:2587          the same in decimal digits
-  orvelasn1 crl ca.crl --certificate server.pem   by the certificate
-  orvelasn1 crl --json ca.crl | jq .reasons
-
-A serial number is hexadecimal, as 0A1B, 0a:1b or 0x0A1B, or decimal after "dec:". A
-certificate is asked for only where the CRL is of its issuer.
-
-The status is that of grep: 0 where a certificate is revoked, 1 where none is, and 2 where that
-is not known: what is asked for or the CRL cannot be read to its end, or is of another issuer,
-or lists only what has changed. Without a question it is 0, or 2.)";
-
-constexpr const char *key_examples = R"(Examples:
-  orvelasn1 key server.pem server.key && echo "they belong together"
-  orvelasn1 key /etc/ssl/private/* /etc/ssl/certs/*    what belongs to what?
-  orvelasn1 key --json server.pem | jq -r '.pins[]'    the pin, as curl --pinnedpubkey has it
-
-Certificates, requests and keys are sorted by their public key. That of a private key is
-computed where the key does not hold it. A pin is the SHA-256 digest of a SubjectPublicKeyInfo.
-
-The status is 0 where all have one key, 1 where there are several, and 2 where that is not
-known: an element cannot be read, has no key or an encrypted one.)";
-
-constexpr const char *diff_examples = R"(Examples:
-  orvelasn1 diff old.pem new.pem                      what has changed?
-  orvelasn1 diff --json old.crl new.crl | jq -r .path
-  orvelasn1 diff old.crl new.crl | grep -c '^+'
-  openssl req -in server.csr -pubkey -noout | orvelasn1 diff - server.pub
-
-The first element of one file is compared with the first of the other, the second with the
-second, and so on. Each difference stands under the path of its place: "-" is before what the
-first file has, "+" before what the second has. Extensions, entries of a CRL and their like are
-compared by their identifiers and numbers, wherever they stand.
-
-The status is that of diff: 0 where there is no difference, 1 where there is one, and 2 where
-something cannot be read.)";
 
 bool colour_wanted(const std::string &when) {
   return when == "auto" ? tool::takes_colours() : when == "always";
@@ -195,18 +69,18 @@ class CommandLine {
   CommandLine() {
     app_.require_subcommand(1);
     app_.set_version_flag("--version", "orvelasn1 " ORVELASN1_VERSION);
-    app_.footer(overview);
+    app_.footer(tool::help::overview);
     app_.failure_message(failure_message);
     add_show();
     add_tree();
-    add_trace();
+    add_diff();
+    add_crl();
+    add_key();
     add_recode();
+    add_trace();
     add_name();
     add_oid();
     add_types();
-    add_crl();
-    add_key();
-    add_diff();
   }
 
   /// Returns the status of the tool.
@@ -285,7 +159,7 @@ class CommandLine {
   }
 
   void add_show() {
-    CLI::App *const command = add("show", "Print what elements hold", show_examples);
+    CLI::App *const command = add("show", "Print what elements hold", tool::help::show);
     command->add_option("FILE", show_.files, "PEM or DER; standard input without one, or for -");
     CLI::Option *const brief =
         command->add_flag("--short", brief_, "A line or two for each element");
@@ -328,7 +202,7 @@ class CommandLine {
   }
 
   void add_tree() {
-    CLI::App *const command = add("tree", "Print the outline of any DER or BER", tree_examples);
+    CLI::App *const command = add("tree", "Print the outline of any DER or BER", tool::help::tree);
     command->add_option("FILE", tree_.files, "PEM or DER; standard input without one, or for -");
     command
         ->add_option("--path", tree_.path, "One place, such as tbsCertificate.extensions[keyUsage]")
@@ -355,7 +229,7 @@ class CommandLine {
   }
 
   void add_trace() {
-    CLI::App *const command = add("trace", "Print the library's own trace", trace_examples);
+    CLI::App *const command = add("trace", "Print the library's own trace", tool::help::trace);
     command->add_option("FILE", files_, "PEM or DER; standard input without one, or for -");
     add_type(command);
     command->callback(
@@ -364,7 +238,7 @@ class CommandLine {
 
   void add_recode() {
     CLI::App *const command =
-        add("recode", "Decode, encode, and say whether every octet came back", recode_examples);
+        add("recode", "Decode, encode, and say whether every octet came back", tool::help::recode);
     command->add_option("FILE", recode_.file, "PEM or DER; standard input without one, or for -");
     command->add_option("-o,--output", recode_.output, "Write the encodings to this file, as DER")
         ->type_name("OUT");
@@ -379,7 +253,7 @@ class CommandLine {
 
   void add_name() {
     CLI::App *const command =
-        add("name", "Convert between the text and the octets of a name", name_examples);
+        add("name", "Convert between the text and the octets of a name", tool::help::name);
     CLI::Option *const text = command->add_option("TEXT", name_text_, "A textual name");
     CLI::Option *const der =
         command->add_option("--der", name_file_, "Print the names in this file as text")
@@ -399,8 +273,9 @@ class CommandLine {
   }
 
   void add_oid() {
-    CLI::App *const command = add(
-        "oid", "Translate object identifiers between dotted form, octets and names", oid_examples);
+    CLI::App *const command =
+        add("oid", "Translate object identifiers between dotted form, octets and names",
+            tool::help::oid);
     CLI::Option *const oids = command->add_option("OID", oids_, "In any of the three forms");
     CLI::Option *const list = command->add_flag("--list", list_, "Print all names of the registry");
     list->excludes(oids);
@@ -411,7 +286,7 @@ class CommandLine {
   }
 
   void add_types() {
-    CLI::App *const command = add("types", "List the types that are read", types_examples);
+    CLI::App *const command = add("types", "List the types that are read", tool::help::types);
     add_no_pager(command);
     command->callback([this] {
       pages_ = !no_pager_;
@@ -442,7 +317,7 @@ class CommandLine {
 
   void add_crl() {
     CLI::App *const command =
-        add("crl", "Say whether certificates are revoked, or sum up a CRL", crl_examples);
+        add("crl", "Say whether certificates are revoked, or sum up a CRL", tool::help::crl);
     command->add_option("FILE", crl_.file, "PEM or DER; standard input without one, or for -");
     command
         ->add_option("--serial", crl_.serials,
@@ -468,7 +343,7 @@ class CommandLine {
 
   void add_key() {
     CLI::App *const command =
-        add("key", "Say which certificates, requests and keys belong together", key_examples);
+        add("key", "Say which certificates, requests and keys belong together", tool::help::key);
     command->add_option("FILE", key_.files, "PEM or DER; standard input without one, or for -");
     command->add_flag("--json", key_.json, "One JSON object a line, for each key");
     add_colour(command);
@@ -479,7 +354,7 @@ class CommandLine {
   }
 
   void add_diff() {
-    CLI::App *const command = add("diff", "Say what differs between two files", diff_examples);
+    CLI::App *const command = add("diff", "Say what differs between two files", tool::help::diff);
     command->add_option("A", diff_.a, "PEM or DER; standard input for -")->required();
     command->add_option("B", diff_.b, "PEM or DER; standard input for -")->required();
     command->add_flag("--json", diff_.json, "One JSON object a line, for each difference");
