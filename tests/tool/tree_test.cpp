@@ -80,6 +80,17 @@ TEST_F(ToolTree, HasAlternativesNumbersAndExplicitTags) {
       outline(hex("30 0D 82 01 61 A4 02 30 00 87 04 7F 00 00 01"), {"--type", "general-names"}));
 }
 
+// The content of a ContentInfo is known by what is around it, and around the outermost is nothing.
+TEST_F(ToolTree, KnowsThatNothingIsAroundTheOutermostRecord) {
+  EXPECT_EQ(
+      " 0  2+18   ContentInfo: SEQUENCE\n"
+      " 2  2+9      contentType: OBJECT IDENTIFIER id-data\n"
+      "13  2+5      content: [0]\n"
+      "15  2+3        OCTET STRING 61 62 63\n",
+      outline(hex("30 12 06 09 2A 86 48 86 F7 0D 01 07 01 A0 05 04 03 61 62 63"),
+              {"--type", "content-info"}));
+}
+
 TEST_F(ToolTree, LooksIntoStrings) {
   // An OCTET STRING and a BIT STRING that hold an element, and some that only look like it.
   EXPECT_EQ(

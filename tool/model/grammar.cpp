@@ -182,11 +182,12 @@ void Grammar::define(const Frame &frame, std::string_view field, Place &place) c
   if (any) place.begins = place.type;
 }
 
-/// Returns the name of the type around the innermost record.
+/// Returns the name of the type around the innermost record, empty for the outermost record.
 std::string_view Grammar::around() const {
   size_t i = frames_.size();
   while (i > 0 && frames_[i - 1].kind != Kind::fields) --i;
-  return i > 1 ? pki_Type_name(frames_[i - 2].of) : "";
+  const pki_Type *const type = i > 1 ? frames_[i - 2].of : nullptr;
+  return type == nullptr ? "" : pki_Type_name(type);
 }
 
 void Grammar::note_identifier(size_t level, Octets content) {
