@@ -5,7 +5,7 @@
 #   abi.sh COMPILER INCLUDE_DIRECTORY LIBRARY PREFIX NEEDED HARDENING...
 #
 # PREFIX begins the names of the library's functions. NEEDED is an extended regular expression for
-# the libraries that it may need. Each HARDENING is one of: stack-protector, cet.
+# the libraries that it may need. Each HARDENING is one of: stack-protector, fortify, cet.
 set -eu
 compiler=$1 include=$2 library=$3 prefix=$4 needed=$5
 shift 5
@@ -45,6 +45,9 @@ for mark in "$@"; do
   case $mark in
     stack-protector)
       nm -D "$library" | grep -q __stack_chk_fail || fail "no stack protector"
+      ;;
+    fortify)
+      nm -D "$library" | grep -q 'printf_chk' || fail "the C library checks no sizes"
       ;;
     cet)
       readelf -nW "$library" | grep -q 'x86 feature:.*SHSTK' || fail "no SHSTK"
