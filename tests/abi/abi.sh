@@ -1,6 +1,6 @@
 #!/bin/sh
 # What a shared library shows to the world: the functions that the headers declare and nothing else,
-# a versioned name, no needless dependency, and the marks of hardening.
+# all of one version, a versioned name, no needless dependency, and the marks of hardening.
 #
 #   abi.sh COMPILER INCLUDE_DIRECTORY LIBRARY PREFIX NEEDED HARDENING...
 #
@@ -9,6 +9,7 @@
 set -eu
 compiler=$1 include=$2 library=$3 prefix=$4 needed=$5
 shift 5
+node=ORVELASN1_1.0
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 failed=0
@@ -22,10 +23,14 @@ fail() {
 sh "$(dirname "$0")/../declared_functions.sh" "$compiler" "$include" | grep "^$prefix" \
   >"$folder/declared"
 nm -D --defined-only "$library" >"$folder/symbols"
-awk '{ print $NF }' "$folder/symbols" | LC_ALL=C sort >"$folder/exported"
+# The linker adds a symbol for the version itself.
+grep -v " A $node\$" "$folder/symbols" >"$folder/functions"
+awk '{ print $NF }' "$folder/functions" | sed "s/@@$node\$//" | LC_ALL=C sort >"$folder/exported"
 diff "$folder/declared" "$folder/exported" || fail "declared (<) and exported (>) names differ"
-awk '$(NF - 1) != "T"' "$folder/symbols" >"$folder/objects"
+awk '$(NF - 1) != "T"' "$folder/functions" >"$folder/objects"
 test ! -s "$folder/objects" || fail "exports what is no function: $(cat "$folder/objects")"
+grep -v "@@$node\$" "$folder/functions" >"$folder/unversioned" || true
+test ! -s "$folder/unversioned" || fail "no version $node: $(cat "$folder/unversioned")"
 
 # The names of the library and of those that it needs.
 readelf -dW "$library" >"$folder/dynamic"

@@ -183,6 +183,22 @@ fortify() {
   done
 }
 
+# A program that was linked before the symbols had versions goes on to work.
+unversioned() {
+  printf '#include <orvelutils.h>\nint main(void) { List_free(List_new(0), 0); return 0; }\n' \
+    >"$folder/list.c"
+  # The compilers and their options must be split.
+  # shellcheck disable=SC2086
+  {
+    $cxx -std=c++20 -shared -fPIC -I"$prefix/include/orvelasn1" "$source/utils/list.cpp" \
+      -Wl,-soname,liborvelutils.so.1 -o "$folder/liborvelutils.so"
+    $cc -I"$prefix/include/orvelasn1" "$folder/list.c" "$folder/liborvelutils.so" -o "$folder/program"
+  }
+  "$readelf" -V "$folder/program" >"$folder/needed"
+  ! grep ORVELASN1 "$folder/needed"
+  LD_LIBRARY_PATH="$prefix/$lib" "$folder/program"
+}
+
 # Everything that says a version says the same.
 versions() {
   # The numbers are the arithmetic of a shell.
