@@ -29,18 +29,22 @@ target_compile_options(
             -Wno-used-but-marked-unused
             -Wno-weak-vtables>)
 
-# Hardening, for libraries that are the first to read octets from attackers.
+# Hardening, for libraries that are the first to read octets from attackers. They throw nothing, but keep
+# their unwind tables, a sixth of their size: without them a backtrace from an element function that a
+# program hands to a list ends at the library.
 add_library(orvelasn1_hardening INTERFACE)
 target_compile_options(
   orvelasn1_hardening INTERFACE -fstack-protector-strong $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions
-                                -fno-rtti> -fno-semantic-interposition)
+                                -fno-rtti> -fno-semantic-interposition -fasynchronous-unwind-tables)
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|i.86")
   # The code marks its branch targets. The library's note promises only the shadow stack: the C runtime's
   # own start files, which are linked in, have no such marks on Debian.
   target_compile_options(orvelasn1_hardening INTERFACE -fcf-protection=full)
   target_link_options(orvelasn1_hardening INTERFACE -Wl,-z,shstk)
 endif()
-target_compile_definitions(orvelasn1_hardening
-                           INTERFACE $<$<AND:$<CONFIG:Release>,$<NOT:$<BOOL:${ORVELASN1_SANITIZED}>>>:_FORTIFY_SOURCE=2>)
+if(NOT ORVELASN1_SANITIZED)
+  target_compile_options(orvelasn1_hardening
+                         INTERFACE "SHELL:-include ${CMAKE_CURRENT_LIST_DIR}/fortify.h")
+endif()
 target_link_options(orvelasn1_hardening INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack
                     -Wl,--as-needed -Wl,-Bsymbolic-functions)

@@ -90,17 +90,33 @@ void asn1_GDOObjectSetOfSetOf_free(GDOObject *pElement);
  * Encodes a SET OF SET OF. Returns the number of octets, or 0 when `element_e` returns 0 for an
  * element.
  */
-uint32_t asn1_SetOfSetOf_e(uint8_t **pp, const List *list, asn1_encoder element_e);
+uint32_t asn1_SetOfSetOf_e(uint8_t **pp, const List *list, asn1_encoder_function element_e);
 /**
  * Decodes a SET OF SET OF into a new list of lists, which the caller owns. Returns the cursor past
  * it, or NULL. Lengths and failures are those of asn1_List_d(), but NULL is returned where `z` or
  * `ppList` is NULL.
  */
 const uint8_t *asn1_SetOfSetOf_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
-                                 asn1_decoder element_d, asn1_destructor element_free,
-                                 List **ppList, uint32_t depth);
+                                 asn1_decoder_function element_d,
+                                 List_destructor_function element_free, List **ppList,
+                                 uint32_t depth);
 
 #ifdef __cplusplus
+}
+
+/* The overloads for element functions, as orvelutils.h explains them. */
+[[gnu::always_inline]] inline uint32_t asn1_SetOfSetOf_e(uint8_t **pp, const List *list,
+                                                         asn1_encoder element_e) {
+  return asn1_SetOfSetOf_e(pp, list, element_e.function);
+}
+
+[[gnu::always_inline]] inline const uint8_t *asn1_SetOfSetOf_d(const uint8_t *z, const uint8_t *end,
+                                                               uint32_t impl_tag,
+                                                               asn1_decoder element_d,
+                                                               List_destructor element_free,
+                                                               List **ppList, uint32_t depth) {
+  return asn1_SetOfSetOf_d(z, end, impl_tag, element_d.function, element_free.function, ppList,
+                           depth);
 }
 #else
 /* The macros that convert element functions, as orvelutils.h explains them. */

@@ -41,45 +41,18 @@
 #include "orvelutils.h"
 
 #ifdef __cplusplus
-/* More element functions, as orvelutils.h has them: classes that hold one function pointer. */
-
-/** An encoder `uint32_t f(uint8_t **pp, const Element *)`. */
-struct asn1_encoder {
-  uint32_t (*function)(uint8_t **, const void *);
-  asn1_encoder(decltype(nullptr)) noexcept : function(nullptr) {}
-  template <class Element>
-  asn1_encoder(uint32_t (*f)(uint8_t **, const Element *)) noexcept : function(nullptr) {
-    memcpy(&function, &f, sizeof function);
-  }
-};
-
-/**
- * A decoder `const uint8_t *f(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
- * Place *, uint32_t depth)`.
- */
-struct asn1_decoder {
-  const uint8_t *(*function)(const uint8_t *, const uint8_t *, uint32_t, void *, uint32_t);
-  asn1_decoder(decltype(nullptr)) noexcept : function(nullptr) {}
-  template <class Place>
-  asn1_decoder(const uint8_t *(*f)(const uint8_t *, const uint8_t *, uint32_t, Place *,
-                                   uint32_t)) noexcept
-      : function(nullptr) {
-    memcpy(&function, &f, sizeof function);
-  }
-};
-
 extern "C" {
-#else
+#endif
+
 /** An encoder `uint32_t f(uint8_t **pp, const Element *)`. */
-typedef uint32_t (*asn1_encoder)(uint8_t **, const void *);
+typedef uint32_t (*asn1_encoder_function)(uint8_t **, const void *);
 
 /**
  * A decoder `const uint8_t *f(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
  * Element **ppElement, uint32_t depth)`.
  */
-typedef const uint8_t *(*asn1_decoder)(const uint8_t *, const uint8_t *, uint32_t, void *,
-                                       uint32_t);
-#endif
+typedef const uint8_t *(*asn1_decoder_function)(const uint8_t *, const uint8_t *, uint32_t, void *,
+                                                uint32_t);
 
 /** A destructor `void f(Element *)`, which must accept NULL. */
 typedef List_destructor asn1_destructor;
@@ -261,14 +234,16 @@ const uint8_t *asn1_eoc_d(const uint8_t *z, const uint8_t *end);
  * `element_e` returns 0. The constructed bit is the element's own, whatever `tag` says. `pElement`
  * and `element_e` must not be NULL.
  */
-uint32_t asn1_implicit_e(uint8_t **pp, uint32_t tag, const void *pElement, asn1_encoder element_e);
+uint32_t asn1_implicit_e(uint8_t **pp, uint32_t tag, const void *pElement,
+                         asn1_encoder_function element_e);
 
 /**
  * Encodes the element inside an explicit tag (X.690, 8.14). Returns the number of octets, or 0 when
  * `element_e` returns 0. The function sets the constructed bit of `tag`. `pElement` and `element_e`
  * must not be NULL.
  */
-uint32_t asn1_explicit_e(uint8_t **pp, uint32_t tag, const void *pElement, asn1_encoder element_e);
+uint32_t asn1_explicit_e(uint8_t **pp, uint32_t tag, const void *pElement,
+                         asn1_encoder_function element_e);
 
 /**
  * Decodes the element inside an explicit tag. Returns the cursor past the element, or NULL. The
@@ -278,13 +253,13 @@ uint32_t asn1_explicit_e(uint8_t **pp, uint32_t tag, const void *pElement, asn1_
  * @param ppElement the place that `element_d` fills.
  */
 const uint8_t *asn1_explicit_d(const uint8_t *z, const uint8_t *end, uint32_t tag,
-                               asn1_decoder element_d, void *ppElement, uint32_t depth);
+                               asn1_decoder_function element_d, void *ppElement, uint32_t depth);
 
 /**
  * Encodes a constructed value of the elements of `list`, in list order. Returns the number of
  * octets, or 0 when `element_e` returns 0 for an element. An empty list makes an empty value.
  */
-uint32_t asn1_List_e(uint8_t **pp, uint32_t tag, const List *list, asn1_encoder element_e);
+uint32_t asn1_List_e(uint8_t **pp, uint32_t tag, const List *list, asn1_encoder_function element_e);
 
 /**
  * Decodes a constructed value of elements into a new list, which the caller owns. Returns the
@@ -293,60 +268,63 @@ uint32_t asn1_List_e(uint8_t **pp, uint32_t tag, const List *list, asn1_encoder 
  * the caller releases. After any later failure `*ppList` is NULL.
  */
 const uint8_t *asn1_List_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, uint32_t tag,
-                           asn1_decoder element_d, asn1_destructor element_free, List **ppList,
-                           uint32_t depth);
+                           asn1_decoder_function element_d, List_destructor_function element_free,
+                           List **ppList, uint32_t depth);
 
 /**
  * Encodes a list inside an explicit tag, as asn1_List_e() under `list_tag`. Returns the number of
  * octets, or 0 when an element fails or the list is NULL.
  */
 uint32_t asn1_expl_List_e(uint8_t **pp, uint32_t explicit_tag, uint32_t list_tag, const List *list,
-                          asn1_encoder element_e);
+                          asn1_encoder_function element_e);
 
 /**
  * Decodes a list inside an explicit tag of definite length, as asn1_List_d() under `list_tag`.
  * Returns the cursor past the list, or NULL, also where `z` or `ppList` is NULL.
  */
 const uint8_t *asn1_expl_List_d(const uint8_t *z, const uint8_t *end, uint32_t explicit_tag,
-                                uint32_t list_tag, asn1_decoder element_d,
-                                asn1_destructor element_free, List **ppList, uint32_t depth);
+                                uint32_t list_tag, asn1_decoder_function element_d,
+                                List_destructor_function element_free, List **ppList,
+                                uint32_t depth);
 
 /**
  * Encodes a SET OF: asn1_List_e() with the tag 17. The elements keep the order of the list, where
  * DER sorts them (X.690, 11.6).
  */
-uint32_t asn1_SetOf_e(uint8_t **pp, const List *list, asn1_encoder element_e);
+uint32_t asn1_SetOf_e(uint8_t **pp, const List *list, asn1_encoder_function element_e);
 
 /** Encodes a SEQUENCE OF: asn1_List_e() with the tag 16. */
-uint32_t asn1_SeqOf_e(uint8_t **pp, const List *list, asn1_encoder element_e);
+uint32_t asn1_SeqOf_e(uint8_t **pp, const List *list, asn1_encoder_function element_e);
 
 /** Decodes a SET OF: asn1_List_d() with the tag 17. */
 const uint8_t *asn1_SetOf_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
-                            asn1_decoder element_d, asn1_destructor element_free, List **ppList,
-                            uint32_t depth);
+                            asn1_decoder_function element_d, List_destructor_function element_free,
+                            List **ppList, uint32_t depth);
 
 /** Decodes a SEQUENCE OF: asn1_List_d() with the tag 16. */
 const uint8_t *asn1_SeqOf_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
-                            asn1_decoder element_d, asn1_destructor element_free, List **ppList,
-                            uint32_t depth);
+                            asn1_decoder_function element_d, List_destructor_function element_free,
+                            List **ppList, uint32_t depth);
 
 /** Encodes a SET OF inside an explicit tag: asn1_expl_List_e() with the list tag 17. */
 uint32_t asn1_expl_SetOf_e(uint8_t **pp, uint32_t explicit_tag, const List *list,
-                           asn1_encoder element_e);
+                           asn1_encoder_function element_e);
 
 /** Encodes a SEQUENCE OF inside an explicit tag: asn1_expl_List_e() with the list tag 16. */
 uint32_t asn1_expl_SeqOf_e(uint8_t **pp, uint32_t explicit_tag, const List *list,
-                           asn1_encoder element_e);
+                           asn1_encoder_function element_e);
 
 /** Decodes a SET OF inside an explicit tag: asn1_expl_List_d() with the list tag 17. */
 const uint8_t *asn1_expl_SetOf_d(const uint8_t *z, const uint8_t *end, uint32_t explicit_tag,
-                                 asn1_decoder element_d, asn1_destructor element_free,
-                                 List **ppList, uint32_t depth);
+                                 asn1_decoder_function element_d,
+                                 List_destructor_function element_free, List **ppList,
+                                 uint32_t depth);
 
 /** Decodes a SEQUENCE OF inside an explicit tag: asn1_expl_List_d() with the list tag 16. */
 const uint8_t *asn1_expl_SeqOf_d(const uint8_t *z, const uint8_t *end, uint32_t explicit_tag,
-                                 asn1_decoder element_d, asn1_destructor element_free,
-                                 List **ppList, uint32_t depth);
+                                 asn1_decoder_function element_d,
+                                 List_destructor_function element_free, List **ppList,
+                                 uint32_t depth);
 
 /* -------------------------------------------------------------------------------------------- */
 /* INTEGER                                                                                        */
@@ -960,7 +938,131 @@ AlgId *asn1_AlgId_clone(const AlgId *pElement);
 
 #ifdef __cplusplus
 }
+
+/* More classes for element functions, and the overloads that take them, as orvelutils.h explains. */
+
+/** An encoder of any type of element. */
+struct asn1_encoder {
+  asn1_encoder_function function;
+  asn1_encoder(decltype(nullptr)) noexcept : function(nullptr) {}
+  template <class Element>
+  asn1_encoder(uint32_t (*f)(uint8_t **, const Element *)) noexcept : function(nullptr) {
+    memcpy(&function, &f, sizeof function);
+  }
+};
+
+/** A decoder of any type of element. */
+struct asn1_decoder {
+  asn1_decoder_function function;
+  asn1_decoder(decltype(nullptr)) noexcept : function(nullptr) {}
+  template <class Place>
+  asn1_decoder(const uint8_t *(*f)(const uint8_t *, const uint8_t *, uint32_t, Place *,
+                                   uint32_t)) noexcept
+      : function(nullptr) {
+    memcpy(&function, &f, sizeof function);
+  }
+};
+
+[[gnu::always_inline]] inline uint32_t asn1_implicit_e(uint8_t **pp, uint32_t tag,
+                                                       const void *pElement,
+                                                       asn1_encoder element_e) {
+  return asn1_implicit_e(pp, tag, pElement, element_e.function);
+}
+
+[[gnu::always_inline]] inline uint32_t asn1_explicit_e(uint8_t **pp, uint32_t tag,
+                                                       const void *pElement,
+                                                       asn1_encoder element_e) {
+  return asn1_explicit_e(pp, tag, pElement, element_e.function);
+}
+
+[[gnu::always_inline]] inline const uint8_t *asn1_explicit_d(const uint8_t *z, const uint8_t *end,
+                                                             uint32_t tag, asn1_decoder element_d,
+                                                             void *ppElement, uint32_t depth) {
+  return asn1_explicit_d(z, end, tag, element_d.function, ppElement, depth);
+}
+
+[[gnu::always_inline]] inline uint32_t asn1_List_e(uint8_t **pp, uint32_t tag, const List *list,
+                                                   asn1_encoder element_e) {
+  return asn1_List_e(pp, tag, list, element_e.function);
+}
+
+[[gnu::always_inline]] inline const uint8_t *asn1_List_d(const uint8_t *z, const uint8_t *end,
+                                                         uint32_t impl_tag, uint32_t tag,
+                                                         asn1_decoder element_d,
+                                                         List_destructor element_free,
+                                                         List **ppList, uint32_t depth) {
+  return asn1_List_d(z, end, impl_tag, tag, element_d.function, element_free.function, ppList,
+                     depth);
+}
+
+[[gnu::always_inline]] inline uint32_t asn1_expl_List_e(uint8_t **pp, uint32_t explicit_tag,
+                                                        uint32_t list_tag, const List *list,
+                                                        asn1_encoder element_e) {
+  return asn1_expl_List_e(pp, explicit_tag, list_tag, list, element_e.function);
+}
+
+[[gnu::always_inline]] inline const uint8_t *asn1_expl_List_d(
+    const uint8_t *z, const uint8_t *end, uint32_t explicit_tag, uint32_t list_tag,
+    asn1_decoder element_d, List_destructor element_free, List **ppList, uint32_t depth) {
+  return asn1_expl_List_d(z, end, explicit_tag, list_tag, element_d.function, element_free.function,
+                          ppList, depth);
+}
+
+[[gnu::always_inline]] inline uint32_t asn1_SetOf_e(uint8_t **pp, const List *list,
+                                                    asn1_encoder element_e) {
+  return asn1_SetOf_e(pp, list, element_e.function);
+}
+
+[[gnu::always_inline]] inline uint32_t asn1_SeqOf_e(uint8_t **pp, const List *list,
+                                                    asn1_encoder element_e) {
+  return asn1_SeqOf_e(pp, list, element_e.function);
+}
+
+[[gnu::always_inline]] inline const uint8_t *asn1_SetOf_d(const uint8_t *z, const uint8_t *end,
+                                                          uint32_t impl_tag, asn1_decoder element_d,
+                                                          List_destructor element_free,
+                                                          List **ppList, uint32_t depth) {
+  return asn1_SetOf_d(z, end, impl_tag, element_d.function, element_free.function, ppList, depth);
+}
+
+[[gnu::always_inline]] inline const uint8_t *asn1_SeqOf_d(const uint8_t *z, const uint8_t *end,
+                                                          uint32_t impl_tag, asn1_decoder element_d,
+                                                          List_destructor element_free,
+                                                          List **ppList, uint32_t depth) {
+  return asn1_SeqOf_d(z, end, impl_tag, element_d.function, element_free.function, ppList, depth);
+}
+
+[[gnu::always_inline]] inline uint32_t asn1_expl_SetOf_e(uint8_t **pp, uint32_t explicit_tag,
+                                                         const List *list, asn1_encoder element_e) {
+  return asn1_expl_SetOf_e(pp, explicit_tag, list, element_e.function);
+}
+
+[[gnu::always_inline]] inline uint32_t asn1_expl_SeqOf_e(uint8_t **pp, uint32_t explicit_tag,
+                                                         const List *list, asn1_encoder element_e) {
+  return asn1_expl_SeqOf_e(pp, explicit_tag, list, element_e.function);
+}
+
+[[gnu::always_inline]] inline const uint8_t *asn1_expl_SetOf_d(const uint8_t *z, const uint8_t *end,
+                                                               uint32_t explicit_tag,
+                                                               asn1_decoder element_d,
+                                                               List_destructor element_free,
+                                                               List **ppList, uint32_t depth) {
+  return asn1_expl_SetOf_d(z, end, explicit_tag, element_d.function, element_free.function, ppList,
+                           depth);
+}
+
+[[gnu::always_inline]] inline const uint8_t *asn1_expl_SeqOf_d(const uint8_t *z, const uint8_t *end,
+                                                               uint32_t explicit_tag,
+                                                               asn1_decoder element_d,
+                                                               List_destructor element_free,
+                                                               List **ppList, uint32_t depth) {
+  return asn1_expl_SeqOf_d(z, end, explicit_tag, element_d.function, element_free.function, ppList,
+                           depth);
+}
 #else
+typedef asn1_encoder_function asn1_encoder;
+typedef asn1_decoder_function asn1_decoder;
+
 /* The macros that convert element functions, as orvelutils.h explains them. */
 #define asn1_encoder(f) \
   _Generic(_Generic(1 ? (f) : (void *)0, void *: (asn1_encoder)0, default: (f))( \

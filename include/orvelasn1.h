@@ -19,6 +19,7 @@
 #include "logotype.h"
 #include "ms_enrolment.h"
 #include "netscape.h"
+#include "orvelasn1_version.h"
 #include "orvelutils.h"
 #include "pkcs1.h"
 #include "pkcs10.h"

@@ -5,6 +5,7 @@
 #ifndef ORVELPKI_H
 #define ORVELPKI_H
 
+#include "orvelasn1_version.h"
 #include "pki_certificate.h"
 #include "pki_crl.h"
 #include "pki_explain.h"

@@ -20,59 +20,15 @@ extern "C" {
 /** An ordered list of element pointers; opaque. */
 typedef struct List List;
 
-#ifdef __cplusplus
-}
-
-/*
- * The element functions. A pointer to a function of the right shape converts to these classes,
- * whatever the record type, so that a call needs no cast. Each class holds one function pointer and
- * is passed as one. The constructors copy the pointer, because compilers can warn about a cast
- * between function types.
- */
-
 /** A destructor `void f(Element *)`, which must accept NULL; or NULL. */
-struct List_destructor {
-  void (*function)(void *);
-  List_destructor(decltype(nullptr)) noexcept : function(nullptr) {}
-  template <class Element>
-  List_destructor(void (*f)(Element *)) noexcept : function(nullptr) {
-    memcpy(&function, &f, sizeof function);
-  }
-};
+typedef void (*List_destructor_function)(void *);
 
 /** A copy function `Element *f(const Element *)`, which returns NULL on failure. */
-struct List_cloner {
-  void *(*function)(const void *);
-  List_cloner(decltype(nullptr)) noexcept : function(nullptr) {}
-  template <class Element>
-  List_cloner(Element *(*f)(const Element *)) noexcept : function(nullptr) {
-    memcpy(&function, &f, sizeof function);
-  }
-};
+typedef void *(*List_cloner_function)(const void *);
 
 /** A comparison `int32_t f(const Element *, const Element *)`, which returns 0 for equal elements.
  */
-struct List_comparison {
-  int32_t (*function)(const void *, const void *);
-  List_comparison(decltype(nullptr)) noexcept : function(nullptr) {}
-  template <class Element>
-  List_comparison(int32_t (*f)(const Element *, const Element *)) noexcept : function(nullptr) {
-    memcpy(&function, &f, sizeof function);
-  }
-};
-
-extern "C" {
-#else
-/** A destructor `void f(Element *)`, which must accept NULL; or NULL. */
-typedef void (*List_destructor)(void *);
-
-/** A copy function `Element *f(const Element *)`, which returns NULL on failure. */
-typedef void *(*List_cloner)(const void *);
-
-/** A comparison `int32_t f(const Element *, const Element *)`, which returns 0 for equal elements.
- */
-typedef int32_t (*List_comparison)(const void *, const void *);
-#endif
+typedef int32_t (*List_comparison_function)(const void *, const void *);
 
 /**
  * Makes an empty list, which the caller owns and releases with List_free(). Returns NULL when
@@ -105,25 +61,81 @@ void *List_get(const List *list, int32_t index);
  * Finds the first element that equals `element`: the first for which `cmp`, called with it and
  * `element`, returns 0. Returns its index, or -1 when no element is equal or `list` is NULL.
  */
-int32_t List_contains(const List *list, const void *element, List_comparison cmp);
+int32_t List_contains(const List *list, const void *element, List_comparison_function cmp);
 
 /**
  * Copies the list and each element, in the same order. Returns the copy, which the caller owns, or
  * NULL for a NULL list. When `clone` returns NULL or memory is exhausted, passes the copies made so
  * far to `destructor`, unless that is NULL, and returns NULL.
  */
-List *List_clone(const List *list, List_cloner clone, List_destructor destructor);
+List *List_clone(const List *list, List_cloner_function clone, List_destructor_function destructor);
 
 /**
  * Passes each element in order to `destructor`, then releases the list. A NULL destructor leaves
  * the
  * elements alone. A NULL list is ignored.
  */
-void List_free(List *list, List_destructor destructor);
+void List_free(List *list, List_destructor_function destructor);
 
 #ifdef __cplusplus
 }
+
+/*
+ * A pointer to a function of the right shape converts to these classes, whatever the record type,
+ * and a call needs no cast. The overloads take them and call the functions above. The constructors
+ * copy the pointer, because compilers can warn about a cast between function types.
+ */
+
+/** A destructor of any type of element. */
+struct List_destructor {
+  List_destructor_function function;
+  List_destructor(decltype(nullptr)) noexcept : function(nullptr) {}
+  template <class Element>
+  List_destructor(void (*f)(Element *)) noexcept : function(nullptr) {
+    memcpy(&function, &f, sizeof function);
+  }
+};
+
+/** A copy function of any type of element. */
+struct List_cloner {
+  List_cloner_function function;
+  List_cloner(decltype(nullptr)) noexcept : function(nullptr) {}
+  template <class Element>
+  List_cloner(Element *(*f)(const Element *)) noexcept : function(nullptr) {
+    memcpy(&function, &f, sizeof function);
+  }
+};
+
+/** A comparison of any type of element. */
+struct List_comparison {
+  List_comparison_function function;
+  List_comparison(decltype(nullptr)) noexcept : function(nullptr) {}
+  template <class Element>
+  List_comparison(int32_t (*f)(const Element *, const Element *)) noexcept : function(nullptr) {
+    memcpy(&function, &f, sizeof function);
+  }
+};
+
+/* Inlined always, so that no object file has a function of the same name beside the C function. */
+
+[[gnu::always_inline]] inline int32_t List_contains(const List *list, const void *element,
+                                                    List_comparison cmp) {
+  return List_contains(list, element, cmp.function);
+}
+
+[[gnu::always_inline]] inline List *List_clone(const List *list, List_cloner clone,
+                                               List_destructor destructor) {
+  return List_clone(list, clone.function, destructor.function);
+}
+
+[[gnu::always_inline]] inline void List_free(List *list, List_destructor destructor) {
+  List_free(list, destructor.function);
+}
 #else
+typedef List_destructor_function List_destructor;
+typedef List_cloner_function List_cloner;
+typedef List_comparison_function List_comparison;
+
 /*
  * C has no type that takes a pointer to a function of any record. `void (*)()` did until C17, but
  * means `void (*)(void)` since C23, and never took a function that returns a pointer to a record. A

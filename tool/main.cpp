@@ -9,6 +9,7 @@
 #include "commands/commands.h"
 #include "help.h"
 #include "model/outline_path.h"
+#include "orvelasn1_version.h"
 #include "system/output.h"
 #include "system/pager.h"
 #include "system/terminal.h"

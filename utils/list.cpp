@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <type_traits>
 
 // A short list is one block: it holds its first elements itself. A longer list has a second block
 // for them.
@@ -20,16 +19,6 @@ struct List {
 };
 
 namespace {
-
-// C++ callers pass a class around an element function where C callers pass the bare pointer. Both
-// must be passed alike.
-template <class Function>
-constexpr bool is_one_pointer =
-    std::conjunction_v<std::bool_constant<sizeof(Function) == sizeof(void (*)())>,
-                       std::is_trivially_copyable<Function>, std::is_standard_layout<Function>>;
-static_assert(is_one_pointer<List_destructor>);
-static_assert(is_one_pointer<List_cloner>);
-static_assert(is_one_pointer<List_comparison>);
 
 // The element functions take pointers to records. They are called with pointers to void here,
 // because the list does not know the type. All pointers are passed alike on the platforms of this
@@ -81,22 +70,23 @@ void *List_get(const List *list, int32_t index) {
 }
 
 CALLS_ELEMENT_FUNCTIONS
-int32_t List_contains(const List *list, const void *element, List_comparison cmp) {
+int32_t List_contains(const List *list, const void *element, List_comparison_function cmp) {
   for (int32_t i = 0; i < List_len(list); ++i) {
-    if (cmp.function(list->elements[i], element) == 0) return i;
+    if (cmp(list->elements[i], element) == 0) return i;
   }
   return -1;
 }
 
 CALLS_ELEMENT_FUNCTIONS
-List *List_clone(const List *list, List_cloner clone, List_destructor destructor) {
+List *List_clone(const List *list, List_cloner_function clone,
+                 List_destructor_function destructor) {
   if (list == nullptr) return nullptr;
   List *copy = List_new(0);
   if (copy == nullptr) return nullptr;
   for (int32_t i = 0; i < list->length; ++i) {
-    void *element = clone.function(list->elements[i]);
+    void *element = clone(list->elements[i]);
     if (element == nullptr || List_append(copy, element, 0) == 0) {
-      if (element != nullptr && destructor.function != nullptr) destructor.function(element);
+      if (element != nullptr && destructor != nullptr) destructor(element);
       List_free(copy, destructor);
       return nullptr;
     }
@@ -105,10 +95,10 @@ List *List_clone(const List *list, List_cloner clone, List_destructor destructor
 }
 
 CALLS_ELEMENT_FUNCTIONS
-void List_free(List *list, List_destructor destructor) {
+void List_free(List *list, List_destructor_function destructor) {
   if (list == nullptr) return;
-  if (destructor.function != nullptr) {
-    for (int32_t i = 0; i < list->length; ++i) destructor.function(list->elements[i]);
+  if (destructor != nullptr) {
+    for (int32_t i = 0; i < list->length; ++i) destructor(list->elements[i]);
   }
   if (list->elements != list->first) std::free(list->elements);
   std::free(list);

@@ -1,8 +1,7 @@
 // Object identifiers as texts, with arcs of any size.
 #include <algorithm>
-#include <charconv>
-#include <iterator>
 
+#include "core/decimal.h"
 #include "core/library.h"
 #include "core/scan.h"
 #include "pki/forms/text.h"
@@ -69,9 +68,8 @@ class Number {
 // ---------------------------------------------------------------------------------------------
 
 void append_number(Text &text, uint64_t number) {
-  char digits[sizeof "18446744073709551615"];
-  const auto made = std::to_chars(digits, std::end(digits), number);
-  text.append(digits, static_cast<size_t>(made.ptr - digits));
+  const Decimal digits(number);
+  text.append(digits.begin(), digits.size());
 }
 
 /// Nine decimal digits a word.
@@ -191,8 +189,13 @@ struct Digits {
 
   /// Whether 32 bits hold the arc, which is then in `*value`.
   bool fits(uint32_t *value) const {
-    const auto read = std::from_chars(first, first + count, *value);
-    return read.ec == std::errc();
+    uint64_t number = 0;
+    for (const char *digit = first; digit != first + count; ++digit) {
+      number = number * 10 + static_cast<uint32_t>(*digit - '0');
+      if (number > UINT32_MAX) return false;
+    }
+    *value = static_cast<uint32_t>(number);
+    return true;
   }
 };
 

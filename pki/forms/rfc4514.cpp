@@ -1,9 +1,9 @@
 // Names as texts: the string of RFC 4514, and this library's own.
 #include <algorithm>
-#include <charconv>
 #include <iterator>
 #include <memory>
 
+#include "core/decimal.h"
 #include "core/scan.h"
 #include "core/tags.h"
 #include "pki/forms/text.h"
@@ -54,9 +54,7 @@ struct WholeForm {
 
   template <class Output>
   static void write_number(Output &text, int32_t tag) {
-    char number[sizeof "-2147483648"] = "";
-    const auto made = std::to_chars(number, std::end(number), tag);
-    for (const char *c = number; c != made.ptr; ++c) text.character(*c);
+    for (const char c : Decimal(tag)) text.character(c);
   }
 };
 

@@ -135,15 +135,16 @@ void asn1_GDOObjectSetOfSetOf_free(GDOObject *pElement) {
 // Sets of sets of a caller's elements
 // ---------------------------------------------------------------------------------------------
 
-uint32_t asn1_SetOfSetOf_e(uint8_t **pp, const List *list, asn1_encoder element_e) {
+uint32_t asn1_SetOfSetOf_e(uint8_t **pp, const List *list, asn1_encoder_function element_e) {
   return encode_list(pp, tag::set, list, [&](uint8_t **to, const void *inner) {
     return asn1_SetOf_e(to, static_cast<const List *>(inner), element_e);
   });
 }
 
 const uint8_t *asn1_SetOfSetOf_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
-                                 asn1_decoder element_d, asn1_destructor element_free,
-                                 List **ppList, uint32_t depth) {
+                                 asn1_decoder_function element_d,
+                                 List_destructor_function element_free, List **ppList,
+                                 uint32_t depth) {
   if (z == nullptr || ppList == nullptr) return nullptr;
   return decode_list(
       z, end, impl_tag, tag::set, ppList, depth,

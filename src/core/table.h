@@ -72,8 +72,9 @@ consteval auto member_text() {
   for (size_t i = start; i < end; ++i) name[i - start] = text[i];
   return name;
 }
+// Hidden by name, since the compiler takes the visibility of the record's members otherwise.
 template <auto Member>
-inline constexpr auto member_name = member_text<Member>();
+[[gnu::visibility("hidden")]] inline constexpr auto member_name = member_text<Member>();
 
 /// A field of this name, which only a description keeps.
 constexpr Field with_name([[maybe_unused]] const char *name, Field field) {

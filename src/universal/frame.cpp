@@ -101,9 +101,10 @@ const uint8_t *decode_explicit(const uint8_t *z, const uint8_t *end, uint32_t ta
 
 }  // namespace
 
-uint32_t asn1_implicit_e(uint8_t **pp, uint32_t tag, const void *pElement, asn1_encoder element_e) {
+uint32_t asn1_implicit_e(uint8_t **pp, uint32_t tag, const void *pElement,
+                         asn1_encoder_function element_e) {
   require(pElement != nullptr, unit, __func__, "pElement");
-  require(element_e.function != nullptr, unit, __func__, "element_e");
+  require(element_e != nullptr, unit, __func__, "element_e");
   uint8_t *const identifier = pp == nullptr ? nullptr : *pp;
   const uint32_t whole = call(element_e, pp, pElement);
   if (whole != 0 && identifier != nullptr) {
@@ -113,31 +114,33 @@ uint32_t asn1_implicit_e(uint8_t **pp, uint32_t tag, const void *pElement, asn1_
   return whole;
 }
 
-uint32_t asn1_explicit_e(uint8_t **pp, uint32_t tag, const void *pElement, asn1_encoder element_e) {
+uint32_t asn1_explicit_e(uint8_t **pp, uint32_t tag, const void *pElement,
+                         asn1_encoder_function element_e) {
   require(pElement != nullptr, unit, __func__, "pElement");
-  require(element_e.function != nullptr, unit, __func__, "element_e");
+  require(element_e != nullptr, unit, __func__, "element_e");
   return encode_explicit(pp, tag, [&](uint8_t **to) { return call(element_e, to, pElement); });
 }
 
 const uint8_t *asn1_explicit_d(const uint8_t *z, const uint8_t *end, uint32_t tag,
-                               asn1_decoder element_d, void *ppElement, uint32_t depth) {
+                               asn1_decoder_function element_d, void *ppElement, uint32_t depth) {
   require(z != nullptr, unit, __func__, "z");
   require(ppElement != nullptr, unit, __func__, "ppElement");
-  require(element_d.function != nullptr, unit, __func__, "element_d");
+  require(element_d != nullptr, unit, __func__, "element_d");
   return decode_explicit(z, end, tag, depth, [&](const uint8_t *from, const uint8_t *limit) {
     return call(element_d, from, limit, ppElement, depth);
   });
 }
 
-uint32_t asn1_List_e(uint8_t **pp, uint32_t tag, const List *list, asn1_encoder element_e) {
+uint32_t asn1_List_e(uint8_t **pp, uint32_t tag, const List *list,
+                     asn1_encoder_function element_e) {
   return encode_list(pp, tag, list, [&](uint8_t **to, const void *element) {
     return call(element_e, to, element);
   });
 }
 
 const uint8_t *asn1_List_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag, uint32_t tag,
-                           asn1_decoder element_d, asn1_destructor element_free, List **ppList,
-                           uint32_t depth) {
+                           asn1_decoder_function element_d, List_destructor_function element_free,
+                           List **ppList, uint32_t depth) {
   return decode_list(
       z, end, impl_tag, tag, ppList, depth,
       [&](const uint8_t *from, const uint8_t *limit, void **element, uint32_t inner_depth) {
@@ -148,15 +151,16 @@ const uint8_t *asn1_List_d(const uint8_t *z, const uint8_t *end, uint32_t impl_t
 }
 
 uint32_t asn1_expl_List_e(uint8_t **pp, uint32_t explicit_tag, uint32_t list_tag, const List *list,
-                          asn1_encoder element_e) {
+                          asn1_encoder_function element_e) {
   if (list == nullptr) return 0;
   return encode_explicit(pp, explicit_tag,
                          [&](uint8_t **to) { return asn1_List_e(to, list_tag, list, element_e); });
 }
 
 const uint8_t *asn1_expl_List_d(const uint8_t *z, const uint8_t *end, uint32_t explicit_tag,
-                                uint32_t list_tag, asn1_decoder element_d,
-                                asn1_destructor element_free, List **ppList, uint32_t depth) {
+                                uint32_t list_tag, asn1_decoder_function element_d,
+                                List_destructor_function element_free, List **ppList,
+                                uint32_t depth) {
   if (z == nullptr || ppList == nullptr) return nullptr;
   return decode_explicit(
       z, end, explicit_tag, depth, [&](const uint8_t *from, const uint8_t *limit) {
@@ -164,45 +168,47 @@ const uint8_t *asn1_expl_List_d(const uint8_t *z, const uint8_t *end, uint32_t e
       });
 }
 
-uint32_t asn1_SetOf_e(uint8_t **pp, const List *list, asn1_encoder element_e) {
+uint32_t asn1_SetOf_e(uint8_t **pp, const List *list, asn1_encoder_function element_e) {
   return asn1_List_e(pp, tag::set, list, element_e);
 }
 
-uint32_t asn1_SeqOf_e(uint8_t **pp, const List *list, asn1_encoder element_e) {
+uint32_t asn1_SeqOf_e(uint8_t **pp, const List *list, asn1_encoder_function element_e) {
   return asn1_List_e(pp, tag::sequence, list, element_e);
 }
 
 const uint8_t *asn1_SetOf_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
-                            asn1_decoder element_d, asn1_destructor element_free, List **ppList,
-                            uint32_t depth) {
+                            asn1_decoder_function element_d, List_destructor_function element_free,
+                            List **ppList, uint32_t depth) {
   return asn1_List_d(z, end, impl_tag, tag::set, element_d, element_free, ppList, depth);
 }
 
 const uint8_t *asn1_SeqOf_d(const uint8_t *z, const uint8_t *end, uint32_t impl_tag,
-                            asn1_decoder element_d, asn1_destructor element_free, List **ppList,
-                            uint32_t depth) {
+                            asn1_decoder_function element_d, List_destructor_function element_free,
+                            List **ppList, uint32_t depth) {
   return asn1_List_d(z, end, impl_tag, tag::sequence, element_d, element_free, ppList, depth);
 }
 
 uint32_t asn1_expl_SetOf_e(uint8_t **pp, uint32_t explicit_tag, const List *list,
-                           asn1_encoder element_e) {
+                           asn1_encoder_function element_e) {
   return asn1_expl_List_e(pp, explicit_tag, tag::set, list, element_e);
 }
 
 uint32_t asn1_expl_SeqOf_e(uint8_t **pp, uint32_t explicit_tag, const List *list,
-                           asn1_encoder element_e) {
+                           asn1_encoder_function element_e) {
   return asn1_expl_List_e(pp, explicit_tag, tag::sequence, list, element_e);
 }
 
 const uint8_t *asn1_expl_SetOf_d(const uint8_t *z, const uint8_t *end, uint32_t explicit_tag,
-                                 asn1_decoder element_d, asn1_destructor element_free,
-                                 List **ppList, uint32_t depth) {
+                                 asn1_decoder_function element_d,
+                                 List_destructor_function element_free, List **ppList,
+                                 uint32_t depth) {
   return asn1_expl_List_d(z, end, explicit_tag, tag::set, element_d, element_free, ppList, depth);
 }
 
 const uint8_t *asn1_expl_SeqOf_d(const uint8_t *z, const uint8_t *end, uint32_t explicit_tag,
-                                 asn1_decoder element_d, asn1_destructor element_free,
-                                 List **ppList, uint32_t depth) {
+                                 asn1_decoder_function element_d,
+                                 List_destructor_function element_free, List **ppList,
+                                 uint32_t depth) {
   return asn1_expl_List_d(z, end, explicit_tag, tag::sequence, element_d, element_free, ppList,
                           depth);
 }

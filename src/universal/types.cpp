@@ -1,10 +1,10 @@
 // INTEGER, BOOLEAN, ENUMERATED, NULL, ANY and OBJECT IDENTIFIER.
 #include <algorithm>
-#include <charconv>
 #include <cinttypes>
 #include <cstdio>
 
 #include "core/cursor.h"
+#include "core/decimal.h"
 #include "core/scan.h"
 #include "universal/content.h"
 
@@ -413,7 +413,8 @@ int32_t asn1_ObjId_sprint(const ObjId *oid, char *s, uint32_t *length) {
   char *tail = text;
   for (uint32_t i = 0; i < oid->count; ++i) {
     if (i != 0) *tail++ = '.';
-    tail = std::to_chars(tail, tail + arc_size, static_cast<int32_t>(oid->arcs[i])).ptr;
+    const Decimal arc(static_cast<int32_t>(oid->arcs[i]));
+    tail = std::copy(arc.begin(), arc.end(), tail);
   }
   *tail = '\0';
   const auto size = static_cast<size_t>(tail - text) + 1;

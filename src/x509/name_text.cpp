@@ -1,9 +1,7 @@
 // Distinguished names as a text.
 #include <strings.h>
 
-#include <charconv>
-#include <iterator>
-
+#include "core/decimal.h"
 #include "core/library.h"
 #include "core/scan.h"
 #include "core/tags.h"
@@ -31,9 +29,7 @@ struct RequiredForm {
   static bool write_identifier(Output &text, const ObjId &oid) {
     for (uint32_t i = 0; i < oid.count; ++i) {
       if (i != 0) text.character('.');
-      char number[sizeof "-2147483648"] = {};
-      const auto made = std::to_chars(number, std::end(number), static_cast<int32_t>(oid.arcs[i]));
-      for (const char *c = number; c != made.ptr; ++c) text.character(*c);
+      for (const char c : Decimal(static_cast<int32_t>(oid.arcs[i]))) text.character(c);
     }
     return true;
   }

@@ -1,14 +1,15 @@
 #!/bin/sh
 # What a shared library shows to the world: the functions that the headers declare and nothing else,
-# a versioned name, no needless dependency, and the marks of hardening.
+# all of one version, a versioned name, no needless dependency, and the marks of hardening.
 #
 #   abi.sh COMPILER INCLUDE_DIRECTORY LIBRARY PREFIX NEEDED HARDENING...
 #
 # PREFIX begins the names of the library's functions. NEEDED is an extended regular expression for
-# the libraries that it may need. Each HARDENING is one of: stack-protector, cet.
+# the libraries that it may need. Each HARDENING is one of: stack-protector, fortify, cet.
 set -eu
 compiler=$1 include=$2 library=$3 prefix=$4 needed=$5
 shift 5
+node=ORVELASN1_1.0
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 failed=0
@@ -22,10 +23,14 @@ fail() {
 sh "$(dirname "$0")/../declared_functions.sh" "$compiler" "$include" | grep "^$prefix" \
   >"$folder/declared"
 nm -D --defined-only "$library" >"$folder/symbols"
-awk '{ print $NF }' "$folder/symbols" | LC_ALL=C sort >"$folder/exported"
+# The linker adds a symbol for the version itself.
+grep -v " A $node\$" "$folder/symbols" >"$folder/functions"
+awk '{ print $NF }' "$folder/functions" | sed "s/@@$node\$//" | LC_ALL=C sort >"$folder/exported"
 diff "$folder/declared" "$folder/exported" || fail "declared (<) and exported (>) names differ"
-awk '$(NF - 1) != "T"' "$folder/symbols" >"$folder/objects"
+awk '$(NF - 1) != "T"' "$folder/functions" >"$folder/objects"
 test ! -s "$folder/objects" || fail "exports what is no function: $(cat "$folder/objects")"
+grep -v "@@$node\$" "$folder/functions" >"$folder/unversioned" || true
+test ! -s "$folder/unversioned" || fail "no version $node: $(cat "$folder/unversioned")"
 
 # The names of the library and of those that it needs.
 readelf -dW "$library" >"$folder/dynamic"
@@ -45,6 +50,9 @@ for mark in "$@"; do
   case $mark in
     stack-protector)
       nm -D "$library" | grep -q __stack_chk_fail || fail "no stack protector"
+      ;;
+    fortify)
+      nm -D "$library" | grep -q 'printf_chk' || fail "the C library checks no sizes"
       ;;
     cet)
       readelf -nW "$library" | grep -q 'x86 feature:.*SHSTK' || fail "no SHSTK"

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Each public header compiles alone and twice over, and SOURCE, which uses every function that they
-# declare, compiles too, all without a warning. The headers define no macro but their guards and, in
-# C, the functions and types that they declare. An element function of the wrong shape is refused.
+# declare, compiles too, all without a warning. The headers define no macro but their guards, their version
+# and, in C, the functions and types that they declare. An element function of the wrong shape is refused.
 #
 #   compile.sh COMPILER LANGUAGE STANDARD INCLUDE_DIRECTORY SOURCE
 set -eu
@@ -15,9 +15,14 @@ fail() { # LINE
   exit 1
 }
 
-# Clang's -Wcast-function-type objects to more casts than that of -Wextra.
+# Clang's -Wcast-function-type objects to more casts than that of -Wextra, and that of Clang 16 and later
+# has a stricter one.
 warnings='-Wall -Wextra -Wpedantic -Wcast-function-type -Werror'
 if [ "$language" = c ]; then warnings="$warnings -Wstrict-prototypes"; fi
+strict=-Wcast-function-type-strict
+if "$compiler" -Werror $strict -x "$language" -fsyntax-only /dev/null 2>/dev/null; then
+  warnings="$warnings $strict"
+fi
 
 compile() { # FILE OPTION...
   file=$1
@@ -28,7 +33,7 @@ compile() { # FILE OPTION...
 
 for header in "$include"/*.h; do
   name=${header##*/}
-  printf '#include <%s>\n#include <%s>\n' "$name" "$name" >"$folder/alone"
+  printf '#include <%s>\n#include <%s>\nextern int declared;\n' "$name" "$name" >"$folder/alone"
   compile "$folder/alone" -fsyntax-only || fail "$name does not compile alone"
 done
 
@@ -46,6 +51,7 @@ macros() { # HEADER...
 }
 headers=$(cd "$include" && echo *.h)
 echo "$headers" | tr ' a-z.' '\nA-Z_' | sed 's/^PKI/ORVELPKI/; s/^RFC/ORVELPKI_RFC/; /^ORVEL/!s/^/ORVELASN1_/' >"$folder/expected"
+printf '%s\n' ORVELASN1_VERSION ORVELASN1_VERSION_NUMBER >>"$folder/expected"
 if [ "$language" = c ]; then
   printf '%s\n' List_destructor List_cloner List_comparison asn1_encoder asn1_decoder \
     List_contains List_clone List_free asn1_implicit_e asn1_explicit_e asn1_explicit_d \
