@@ -76,8 +76,7 @@ typedef int32_t (*List_comparison)(const void *, const void *);
 
 /**
  * Makes an empty list, which the caller owns and releases with List_free(). Returns NULL when
- * memory
- * is exhausted.
+ * memory is exhausted.
  *
  * @param reserved 0; the value has no effect.
  */
@@ -96,8 +95,7 @@ int32_t List_len(const List *list);
 
 /**
  * Returns the element at `index`, which the list still owns. Returns NULL when `list` is NULL or
- * has
- * no such index.
+ * has no such index.
  */
 void *List_get(const List *list, int32_t index);
 
@@ -116,8 +114,7 @@ List *List_clone(const List *list, List_cloner clone, List_destructor destructor
 
 /**
  * Passes each element in order to `destructor`, then releases the list. A NULL destructor leaves
- * the
- * elements alone. A NULL list is ignored.
+ * the elements alone. A NULL list is ignored.
  */
 void List_free(List *list, List_destructor destructor);
 

@@ -82,7 +82,10 @@ void add_fields(const Family &family, void *record, Row &row) {
     for (const uint32_t offset : {field.offset, field.text_offset, field.encoded_offset})
       if (offset != PKI_NO_MEMBER) offsets.push_back(offset);
     const TakenOut value(record, offsets);
-    row.add(field.name, encode(family, record));
+    const Outcome outcome = encode(family, record);
+    const bool is_list = pki_Type_element(field.type) != nullptr;
+    const bool is_empty = is_list && field.presence == PKI_ALWAYS && outcome == Outcome::left_out;
+    row.add(field.name + std::string(is_empty ? " (empty)" : ""), outcome);
   }
 }
 
@@ -98,9 +101,9 @@ Row row_of(const Family &family) {
   return row;
 }
 
-bool has_row(const Family &family, bool is_form) {
-  return family.is_form() == is_form && family.type != nullptr && family.encode != nullptr &&
-         family.decode != nullptr && pki_Type_field_count(family.type) != 0;
+bool has_row(const Family &family) {
+  return family.type != nullptr && family.encode != nullptr && family.decode != nullptr &&
+         pki_Type_field_count(family.type) != 0;
 }
 
 constexpr const char *head = R"(# What an encoder needs
@@ -109,8 +112,8 @@ A NULL pointer in a record is a field that is not there. These tables say what t
 then. A program makes them out of the library, field by field, and a test compares.
 
 A field that a record has in several members, such as `issuerSequence`, `issuer` and `issuerEncoded`, is
-missing where all of them are NULL. Numbers inside a record are never missing. Of a CHOICE, the columns have
-the alternatives whose `value` is NULL.
+missing where all of them are NULL. A list with the word "empty" is then written as an empty one. Numbers
+inside a record are never missing. Of a CHOICE, the columns have the alternatives whose `value` is NULL.
 
 ## The forms of the RFCs
 
@@ -122,7 +125,7 @@ None of these encoders ends the process, also for a NULL record. Without a requi
 constexpr const char *between = R"(
 ## liborvelasn1
 
-A NULL record ends the process, where the type is a SEQUENCE or a CHOICE.
+The record of a SEQUENCE or a CHOICE must not be NULL.
 
 )";
 
@@ -132,8 +135,12 @@ int main() {
   std::map<std::string, Row> forms;
   std::map<std::string, Row> others;
   for (const Family &family : attack::families()) {
-    if (has_row(family, true)) forms[std::string(family.name)] = row_of(family);
-    if (has_row(family, false)) others[std::string(family.name)] = row_of(family);
+    if (!has_row(family)) continue;
+    const std::string record = pki_Type_record(family.type);
+    if (family.is_form())
+      forms[record] = row_of(family);
+    else
+      others["asn1_" + record] = row_of(family);
   }
   std::fputs(head, stdout);
   std::puts("| Type | Required | May be NULL |\n|---|---|---|");
