@@ -143,6 +143,9 @@ in_declaration {
   next
 }
 
+# A second name of a type needs no comment.
+comment == "" && /^typedef [A-Za-z0-9_]+ [A-Za-z0-9_]+;$/ { print "/** The same as " $2 ". */" }
+
 # A record that has the ASN.1 in its comment.
 /^typedef struct pki_[A-Za-z0-9_]+ {$/ {
   owner = owner_type = $3
