@@ -1,12 +1,13 @@
 #!/bin/sh
 # The manual pages: orvelasn1(1) has the commands, arguments and options that the help of the tool has,
-# and no others; orvelasn1(7) has the short names of attributes; none has a mistake of markup.
+# and no others; orvelasn1(7) has the short names of attributes; the examples of the libraries' pages
+# compile; none has a mistake of markup.
 #
-#   manual.sh TOOL SOURCE
+#   manual.sh TOOL SOURCE COMPILER
 #
 # SOURCE is the top folder of the sources.
 set -eu
-tool=$1 source=$2
+tool=$1 source=$2 compiler=$3
 for program in scdoc mandoc man; do
   command -v $program >/dev/null || {
     echo "$program is missing: apt-get install scdoc mandoc man-db"
@@ -87,6 +88,20 @@ sed -n '/oidNameAttributes\[\]/,/^};/s/.*"\([a-z]*\)"}.*/\1/p' \
 sed 's/ .*//' names >in_page
 same in_source in_page "The source (<) and the page (>) have other short names"
 test -s names
+
+# The examples, of which the function is left out, and in which a literal backslash is two.
+for page in "$source"/man/*.7.scd; do
+  {
+    printf '#include <orvelpki.h>\nint f(const uint8_t *der, size_t size);\n'
+    printf 'int f(const uint8_t *der, size_t size) {\n'
+    awk '/^#/ { inside = /^# EXAMPLE$/ }
+      inside && !/^(#|```)/ { gsub(/\\\\/, "\\"); print }' "$page"
+    printf 'return 1;\n}\n'
+  } >example.c
+  grep -q free example.c
+  "$compiler" -std=c11 -Wall -Wextra -Wpedantic -Werror -fsyntax-only -I "$source/include" example.c ||
+    failed=1
+done
 
 for page in "$source"/man/*.scd; do
   name=$(basename "$page" .scd)
