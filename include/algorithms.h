@@ -3,8 +3,8 @@
  * Object identifiers: digest, signature and key algorithms.
  *
  * Each getter returns the same constant record on every call. The library owns it: never release
- * it,
- * nor store it in a record that will be released.
+ * it. In a record that will be released, store a copy of asn1_ObjId_clone(): without it, a compiler
+ * warns of the `const` that is lost.
  */
 #ifndef ORVELASN1_ALGORITHMS_H
 #define ORVELASN1_ALGORITHMS_H

@@ -332,7 +332,7 @@ const uint8_t *asn1_RevokedInfo_d(const uint8_t *z, const uint8_t *end, uint32_t
 RevokedInfo *asn1_RevokedInfo_clone(const RevokedInfo *pElement);
 
 /* Object identifiers. Each getter returns the same constant record on every call. The library owns
- * it: never release it, nor store it in a record that will be released. */
+ * it: never release it. In a record that will be released, store a copy of asn1_ObjId_clone(). */
 
 /** Returns id_pkix_ocsp, 1.3.6.1.5.5.7.48.1. */
 const ObjId *asn1_Get_id_pkix_ocsp(void);

@@ -13,8 +13,7 @@
  * case. Without parentheses it takes the identifier octet to be 19 (PrintableString).
  *
  * The reader tries the short names as a prefix in this order: gid, cn, gn, ou, sp, c, g, i, l, m,
- * n,
- * o, s, t, sn. "sn" (serial number) can be written but not read back, since "s" comes first.
+ * n, o, s, t, sn. "sn" (serial number) can be written but not read back, since "s" comes first.
  */
 #ifndef ORVELASN1_ASN1_X501_H
 #define ORVELASN1_ASN1_X501_H

@@ -327,7 +327,7 @@ const uint8_t *asn1_AuthorityInfoAccessSyntax_d(const uint8_t *z, const uint8_t 
                                                 uint32_t depth);
 
 /* Object identifiers. Each getter returns the same constant record on every call. The library owns
- * it: never release it, nor store it in a record that will be released. */
+ * it: never release it. In a record that will be released, store a copy of asn1_ObjId_clone(). */
 
 /** Returns id_ce, 2.5.29. */
 const ObjId *asn1_Get_id_ce(void);

@@ -280,7 +280,8 @@ uint32_t asn1_expl_List_e(uint8_t **pp, uint32_t explicit_tag, uint32_t list_tag
 
 /**
  * Decodes a list inside an explicit tag of definite length, as asn1_List_d() under `list_tag`.
- * Returns the cursor past the list, or NULL, also where `z` or `ppList` is NULL.
+ * Returns the cursor past the list, or NULL, also where `z` or `ppList` is NULL. When the header of
+ * the explicit tag is refused, `*ppList` is left alone.
  */
 const uint8_t *asn1_expl_List_d(const uint8_t *z, const uint8_t *end, uint32_t explicit_tag,
                                 uint32_t list_tag, asn1_decoder_function element_d,
@@ -902,13 +903,13 @@ UTCTime *asn1_Seconds2UTCTime(UTCTime *buffer, time_t seconds);
  */
 GeneralizedTime *asn1_Seconds2GeneralizedTime(GeneralizedTime *buffer, time_t seconds);
 
-/** Calls asn1_Seconds2Time() with the current time. */
+/** Calls asn1_Seconds2Time() with the current time. Returns what that returns. */
 Time *asn1_Time_get(Time *t);
 
-/** Calls asn1_Seconds2UTCTime() with the current time. */
+/** Calls asn1_Seconds2UTCTime() with the current time. Returns what that returns. */
 UTCTime *asn1_UTCTime_get(UTCTime *buffer);
 
-/** Calls asn1_Seconds2GeneralizedTime() with the current time. */
+/** Calls asn1_Seconds2GeneralizedTime() with the current time. Returns what that returns. */
 GeneralizedTime *asn1_GeneralizedTime_get(GeneralizedTime *buffer);
 
 /* -------------------------------------------------------------------------------------------- */

@@ -102,7 +102,7 @@ const uint8_t *asn1_DomainParameters_d(const uint8_t *z, const uint8_t *end, uin
 DomainParameters *asn1_DomainParameters_clone(const DomainParameters *pElement);
 
 /* Object identifiers. Each getter returns the same constant record on every call. The library owns
- * it: never release it, nor store it in a record that will be released. */
+ * it: never release it. In a record that will be released, store a copy of asn1_ObjId_clone(). */
 
 /** Returns dhpublicnumber, 1.2.840.10046.2.1. */
 const ObjId *asn1_Get_dhpublicnumber(void);

@@ -3,8 +3,8 @@
  * Object identifiers: Microsoft certificate enrolment.
  *
  * Each getter returns the same constant record on every call. The library owns it: never release
- * it,
- * nor store it in a record that will be released.
+ * it. In a record that will be released, store a copy of asn1_ObjId_clone(): without it, a compiler
+ * warns of the `const` that is lost.
  */
 #ifndef ORVELASN1_MS_ENROLMENT_H
 #define ORVELASN1_MS_ENROLMENT_H

@@ -32,8 +32,7 @@ typedef int32_t (*List_comparison_function)(const void *, const void *);
 
 /**
  * Makes an empty list, which the caller owns and releases with List_free(). Returns NULL when
- * memory
- * is exhausted.
+ * memory is exhausted.
  *
  * @param reserved 0; the value has no effect.
  */
@@ -52,8 +51,7 @@ int32_t List_len(const List *list);
 
 /**
  * Returns the element at `index`, which the list still owns. Returns NULL when `list` is NULL or
- * has
- * no such index.
+ * has no such index.
  */
 void *List_get(const List *list, int32_t index);
 
@@ -72,8 +70,7 @@ List *List_clone(const List *list, List_cloner_function clone, List_destructor_f
 
 /**
  * Passes each element in order to `destructor`, then releases the list. A NULL destructor leaves
- * the
- * elements alone. A NULL list is ignored.
+ * the elements alone. A NULL list is ignored.
  */
 void List_free(List *list, List_destructor_function destructor);
 

@@ -181,7 +181,7 @@ const uint8_t *asn1_SecretBag_d(const uint8_t *z, const uint8_t *end, uint32_t i
 SecretBag *asn1_SecretBag_clone(const SecretBag *pElement);
 
 /* Object identifiers. Each getter returns the same constant record on every call. The library owns
- * it: never release it, nor store it in a record that will be released. */
+ * it: never release it. In a record that will be released, store a copy of asn1_ObjId_clone(). */
 
 /** Returns pkcs_12, 1.2.840.113549.1.12. */
 const ObjId *asn1_Get_pkcs_12(void);

@@ -204,7 +204,7 @@ const uint8_t *asn1_EncryptedContentInfo_d(const uint8_t *z, const uint8_t *end,
 EncryptedContentInfo *asn1_EncryptedContentInfo_clone(const EncryptedContentInfo *pElement);
 
 /* Object identifiers. Each getter returns the same constant record on every call. The library owns
- * it: never release it, nor store it in a record that will be released. */
+ * it: never release it. In a record that will be released, store a copy of asn1_ObjId_clone(). */
 
 /** Returns data, 1.2.840.113549.1.7.1. */
 const ObjId *asn1_Get_data(void);

@@ -39,7 +39,7 @@ Attribute *asn1_Attribute_clone(const Attribute *pElement);
 Attribute *asn1_Attributes_getAttribute(const List *attributes, const ObjId *oid);
 
 /* Object identifiers. Each getter returns the same constant record on every call. The library owns
- * it: never release it, nor store it in a record that will be released. */
+ * it: never release it. In a record that will be released, store a copy of asn1_ObjId_clone(). */
 
 /** Returns emailAddress, 1.2.840.113549.1.9.1. */
 const ObjId *asn1_Get_emailAddress(void);

@@ -140,8 +140,8 @@ int32_t pki_may_issue(const Certificate *certificate, uint32_t *path_length);
 pki_Octets pki_subject_key_identifier(const Certificate *certificate);
 
 /**
- * Finds the content of keyIdentifier in authorityKeyIdentifier (RFC 5280, 4.2.1.1), as
- * pki_subject_key_identifier() does. What stands inside the other fields is not looked at.
+ * Finds the content of keyIdentifier in authorityKeyIdentifier (RFC 5280, 4.2.1.1). What stands
+ * inside the other fields is not looked at. Returns what pki_subject_key_identifier() returns.
  */
 pki_Octets pki_authority_key_identifier(const Certificate *certificate);
 

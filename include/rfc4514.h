@@ -43,8 +43,9 @@ Name *pki_RDNSequence_text(const RDNSequence *sequence);
  *   UID. Any other is written in digits (2.3).
  * - The value of a type with a short name is written in UTF-8: UTF8String, BMPString with
  *   surrogates as UTF-16 has them, UniversalString, NumericString, PrintableString, IA5String,
- *   VisibleString, and TeletexString, which is taken for ISO 8859-1. Escaped are `"`, `+`, `,`,
- *   `;`, `<`, `>`, `\`, a blank at either end, a "#" at the start, and NUL, as \00 (2.4).
+ *   VisibleString, and TeletexString, which is taken for ISO 8859-1. A backslash stands in front
+ *   of a quotation mark, `+`, `,`, `;`, `<`, `>`, another backslash, a blank at either end, and a
+ *   "#" at the start. NUL is a backslash and 00 (2.4).
  * - Every other value, and one whose octets are not of its type, is "#" and the hexadecimal
  *   digits of its identifier octet, its length as in DER, and its content octets.
  *
