@@ -52,8 +52,16 @@ struct Field {
   static constexpr std::string_view name = field_name.view();
   static constexpr auto accessor = field_accessor;
   static constexpr auto member = field_member;
+
+  /// Whether a function is the one that reads this field.
   static constexpr bool is(auto) { return false; }
   static constexpr bool is(decltype(field_accessor) other) { return other == field_accessor; }
+
+  /// Calls `f` with each member that holds the field in another form.
+  template <class F>
+  static constexpr void for_each_other_member([[maybe_unused]] F f) {
+    (f(also), ...);
+  }
 };
 
 template <class... F>
@@ -175,8 +183,10 @@ auto find(const L &list, const Id &identifier) noexcept -> std::optional<typenam
 // ---------------------------------------------------------------------------------------------
 
 /// An alternative of a CHOICE, and its value: `*name` for a GeneralName::dNSName.
-template <std::uint8_t number, class T>
+template <Literal alternative_name, class C, std::uint8_t number, class T>
 struct Alternative {
+  static constexpr std::string_view name = alternative_name.view();
+  using Choice = C;
   using Type = T;
   static constexpr std::uint8_t kind = number;
   Seen<T> value;
@@ -352,10 +362,18 @@ class [[nodiscard]] Owned {
   void operator*() const && = delete;  // the record would be gone: give its owner a name
   constexpr const T *operator->() const &noexcept { return &view_; }
   void operator->() const && = delete;  // the record would be gone: give its owner a name
+  constexpr operator const T &() const &noexcept { return view_; }
+  operator const T &() const && = delete;  // the record would be gone: give its owner a name
+
+  /// The elements of a list.
+  auto begin() const &noexcept requires std::derived_from<T, ListBase> { return view_.begin(); }
+  auto end() const &noexcept requires std::derived_from<T, ListBase> { return view_.end(); }
+
+  friend bool operator==(const Owned &a, const Owned &b) { return a.view_ == b.view_; }
 
   /// The record, for the functions of C. It may be changed; what is put in must be as C wants it.
-  Record *c() & noexcept { return const_cast<Record *>(view_.c()); }
-  const Record *c() const & noexcept { return view_.c(); }
+  Record *c() &noexcept { return const_cast<Record *>(view_.c()); }
+  const Record *c() const &noexcept { return view_.c(); }
   void c() const && = delete;  // release() hands the record over
 
   /// The record, which the caller releases from now on.

@@ -68,13 +68,14 @@ class FaultError : public std::runtime_error {
 
 /// A value, or a fault in its place; in the shape of std::expected<T, Fault>.
 ///
-/// What belongs to the value may not be taken from a Result that is about to go: `*` and `->` of a
-/// temporary that would return a reference do not compile.
+/// A record must not be looked at through a Result that is about to go: there, `->` does not
+/// compile.
 template <class T>
 class [[nodiscard]] Result {
  public:
   using value_type = T;
   using error_type = Fault;
+  static constexpr bool owns_a_record = requires(const T &value) { value.operator->(); };
 
   constexpr Result(T value) noexcept : value_(std::move(value)), has_value_(true) {}
   constexpr Result(const Fault &fault) noexcept : fault_(fault), has_value_(false) {}
@@ -106,12 +107,14 @@ class [[nodiscard]] Result {
 
   /// A member of the value, which must be there; of the record, where the value owns one.
   auto operator->() const &noexcept {
-    if constexpr (requires(const T &value) { value.operator->(); })
+    if constexpr (owns_a_record)
       return value_.operator->();
     else
       return &value_;
   }
-  void operator->() const && = delete;  // the value would be gone: give the Result a name
+  const T *operator->() const &&noexcept requires(!owns_a_record) { return &value_; }
+  void operator->() const &&requires owns_a_record =
+      delete;  // the record would be gone: give the Result a name
 
   /// The value. Throws FaultError where there is none; without exceptions, ends the process.
   T &value() & { return check(), value_; }

@@ -176,8 +176,8 @@ class ASRange : public View<::pki_ASRange> {
 class ASIdOrRange : public Choice<ASIdOrRange, ::pki_ASIdOrRange> {
  public:
   using Choice::Choice;
-  struct id : Alternative<2, asn1::Integer> {};
-  struct range : Alternative<16, pki::ASRange> {};
+  struct id : Alternative<"id", ASIdOrRange, 2, asn1::Integer> {};
+  struct range : Alternative<"range", ASIdOrRange, 16, pki::ASRange> {};
   using Alternatives = AlternativeList<id, range>;
   static constexpr Calls<Record> calls{"pki_ASIdOrRange", pki_ASIdOrRange_new, pki_ASIdOrRange_d,
     pki_ASIdOrRange_e, pki_ASIdOrRange_clone, pki_ASIdOrRange_free};
@@ -187,8 +187,8 @@ class ASIdOrRange : public Choice<ASIdOrRange, ::pki_ASIdOrRange> {
 class ASIdentifierChoice : public Choice<ASIdentifierChoice, ::pki_ASIdentifierChoice> {
  public:
   using Choice::Choice;
-  struct inherit : Alternative<5, Null> {};
-  struct asIdsOrRanges : Alternative<16, List<pki::ASIdOrRange>> {};
+  struct inherit : Alternative<"inherit", ASIdentifierChoice, 5, Null> {};
+  struct asIdsOrRanges : Alternative<"asIdsOrRanges", ASIdentifierChoice, 16, List<pki::ASIdOrRange>> {};
   using Alternatives = AlternativeList<inherit, asIdsOrRanges>;
   static constexpr Calls<Record> calls{"pki_ASIdentifierChoice", pki_ASIdentifierChoice_new, pki_ASIdentifierChoice_d,
     pki_ASIdentifierChoice_e, pki_ASIdentifierChoice_clone, pki_ASIdentifierChoice_free};
@@ -261,15 +261,15 @@ class RDNSequence : public NameList<pki::RelativeDistinguishedName> {
 class GeneralName : public Choice<GeneralName, ::GeneralName> {
  public:
   using Choice::Choice;
-  struct otherName : Alternative<0, pki::OtherName> {};
-  struct rfc822Name : Alternative<1, asn1::IA5String> {};
-  struct dNSName : Alternative<2, asn1::IA5String> {};
-  struct x400Address : Alternative<3, asn1::Any> {};
-  struct directoryName : Alternative<4, pki::RDNSequence> {};
-  struct ediPartyName : Alternative<5, asn1::Any> {};
-  struct uniformResourceIdentifier : Alternative<6, asn1::IA5String> {};
-  struct iPAddress : Alternative<7, asn1::OctetString> {};
-  struct registeredID : Alternative<8, asn1::ObjId> {};
+  struct otherName : Alternative<"otherName", GeneralName, 0, pki::OtherName> {};
+  struct rfc822Name : Alternative<"rfc822Name", GeneralName, 1, asn1::IA5String> {};
+  struct dNSName : Alternative<"dNSName", GeneralName, 2, asn1::IA5String> {};
+  struct x400Address : Alternative<"x400Address", GeneralName, 3, asn1::Any> {};
+  struct directoryName : Alternative<"directoryName", GeneralName, 4, pki::RDNSequence> {};
+  struct ediPartyName : Alternative<"ediPartyName", GeneralName, 5, asn1::Any> {};
+  struct uniformResourceIdentifier : Alternative<"uniformResourceIdentifier", GeneralName, 6, asn1::IA5String> {};
+  struct iPAddress : Alternative<"iPAddress", GeneralName, 7, asn1::OctetString> {};
+  struct registeredID : Alternative<"registeredID", GeneralName, 8, asn1::ObjId> {};
   using Alternatives = AlternativeList<otherName, rfc822Name, dNSName, x400Address, directoryName, ediPartyName, uniformResourceIdentifier, iPAddress, registeredID>;
   static constexpr Calls<Record> calls{"pki_GeneralName", pki_GeneralName_new, pki_GeneralName_d,
     pki_GeneralName_e, pki_GeneralName_clone, pki_GeneralName_free};
@@ -454,11 +454,11 @@ class OtherCertificateFormat : public View<::pki_OtherCertificateFormat> {
 class CertificateChoices : public Choice<CertificateChoices, ::pki_CertificateChoices> {
  public:
   using Choice::Choice;
-  struct certificate : Alternative<16, pki::Certificate> {};
-  struct extendedCertificate : Alternative<0, asn1::Any> {};
-  struct v1AttrCert : Alternative<1, asn1::Any> {};
-  struct v2AttrCert : Alternative<2, asn1::Any> {};
-  struct other : Alternative<3, pki::OtherCertificateFormat> {};
+  struct certificate : Alternative<"certificate", CertificateChoices, 16, pki::Certificate> {};
+  struct extendedCertificate : Alternative<"extendedCertificate", CertificateChoices, 0, asn1::Any> {};
+  struct v1AttrCert : Alternative<"v1AttrCert", CertificateChoices, 1, asn1::Any> {};
+  struct v2AttrCert : Alternative<"v2AttrCert", CertificateChoices, 2, asn1::Any> {};
+  struct other : Alternative<"other", CertificateChoices, 3, pki::OtherCertificateFormat> {};
   using Alternatives = AlternativeList<certificate, extendedCertificate, v1AttrCert, v2AttrCert, other>;
   static constexpr Calls<Record> calls{"pki_CertificateChoices", pki_CertificateChoices_new, pki_CertificateChoices_d,
     pki_CertificateChoices_e, pki_CertificateChoices_clone, pki_CertificateChoices_free};
@@ -543,8 +543,8 @@ class OtherRevocationInfoFormat : public View<::pki_OtherRevocationInfoFormat> {
 class RevocationInfoChoice : public Choice<RevocationInfoChoice, ::pki_RevocationInfoChoice> {
  public:
   using Choice::Choice;
-  struct crl : Alternative<16, pki::CertificateRevocationList> {};
-  struct other : Alternative<1, pki::OtherRevocationInfoFormat> {};
+  struct crl : Alternative<"crl", RevocationInfoChoice, 16, pki::CertificateRevocationList> {};
+  struct other : Alternative<"other", RevocationInfoChoice, 1, pki::OtherRevocationInfoFormat> {};
   using Alternatives = AlternativeList<crl, other>;
   static constexpr Calls<Record> calls{"pki_RevocationInfoChoice", pki_RevocationInfoChoice_new, pki_RevocationInfoChoice_d,
     pki_RevocationInfoChoice_e, pki_RevocationInfoChoice_clone, pki_RevocationInfoChoice_free};
@@ -580,8 +580,8 @@ class IssuerAndSerialNumber : public View<::pki_IssuerAndSerialNumber> {
 class SignerIdentifier : public Choice<SignerIdentifier, ::pki_SignerIdentifier> {
  public:
   using Choice::Choice;
-  struct issuerAndSerialNumber : Alternative<16, pki::IssuerAndSerialNumber> {};
-  struct subjectKeyIdentifier : Alternative<0, asn1::OctetString> {};
+  struct issuerAndSerialNumber : Alternative<"issuerAndSerialNumber", SignerIdentifier, 16, pki::IssuerAndSerialNumber> {};
+  struct subjectKeyIdentifier : Alternative<"subjectKeyIdentifier", SignerIdentifier, 0, asn1::OctetString> {};
   using Alternatives = AlternativeList<issuerAndSerialNumber, subjectKeyIdentifier>;
   static constexpr Calls<Record> calls{"pki_SignerIdentifier", pki_SignerIdentifier_new, pki_SignerIdentifier_d,
     pki_SignerIdentifier_e, pki_SignerIdentifier_clone, pki_SignerIdentifier_free};
@@ -621,9 +621,9 @@ class OriginatorPublicKey : public View<::pki_OriginatorPublicKey> {
 class OriginatorIdentifierOrKey : public Choice<OriginatorIdentifierOrKey, ::pki_OriginatorIdentifierOrKey> {
  public:
   using Choice::Choice;
-  struct issuerAndSerialNumber : Alternative<16, pki::IssuerAndSerialNumber> {};
-  struct subjectKeyIdentifier : Alternative<0, asn1::OctetString> {};
-  struct originatorKey : Alternative<1, pki::OriginatorPublicKey> {};
+  struct issuerAndSerialNumber : Alternative<"issuerAndSerialNumber", OriginatorIdentifierOrKey, 16, pki::IssuerAndSerialNumber> {};
+  struct subjectKeyIdentifier : Alternative<"subjectKeyIdentifier", OriginatorIdentifierOrKey, 0, asn1::OctetString> {};
+  struct originatorKey : Alternative<"originatorKey", OriginatorIdentifierOrKey, 1, pki::OriginatorPublicKey> {};
   using Alternatives = AlternativeList<issuerAndSerialNumber, subjectKeyIdentifier, originatorKey>;
   static constexpr Calls<Record> calls{"pki_OriginatorIdentifierOrKey", pki_OriginatorIdentifierOrKey_new, pki_OriginatorIdentifierOrKey_d,
     pki_OriginatorIdentifierOrKey_e, pki_OriginatorIdentifierOrKey_clone, pki_OriginatorIdentifierOrKey_free};
@@ -661,8 +661,8 @@ class RecipientKeyIdentifier : public View<::pki_RecipientKeyIdentifier> {
 class KeyAgreeRecipientIdentifier : public Choice<KeyAgreeRecipientIdentifier, ::pki_KeyAgreeRecipientIdentifier> {
  public:
   using Choice::Choice;
-  struct issuerAndSerialNumber : Alternative<16, pki::IssuerAndSerialNumber> {};
-  struct rKeyId : Alternative<0, pki::RecipientKeyIdentifier> {};
+  struct issuerAndSerialNumber : Alternative<"issuerAndSerialNumber", KeyAgreeRecipientIdentifier, 16, pki::IssuerAndSerialNumber> {};
+  struct rKeyId : Alternative<"rKeyId", KeyAgreeRecipientIdentifier, 0, pki::RecipientKeyIdentifier> {};
   using Alternatives = AlternativeList<issuerAndSerialNumber, rKeyId>;
   static constexpr Calls<Record> calls{"pki_KeyAgreeRecipientIdentifier", pki_KeyAgreeRecipientIdentifier_new, pki_KeyAgreeRecipientIdentifier_d,
     pki_KeyAgreeRecipientIdentifier_e, pki_KeyAgreeRecipientIdentifier_clone, pki_KeyAgreeRecipientIdentifier_free};
@@ -766,11 +766,11 @@ class OtherRecipientInfo : public View<::pki_OtherRecipientInfo> {
 class RecipientInfo : public Choice<RecipientInfo, ::pki_RecipientInfo> {
  public:
   using Choice::Choice;
-  struct ktri : Alternative<16, pki::KeyTransRecipientInfo> {};
-  struct kari : Alternative<1, pki::KeyAgreeRecipientInfo> {};
-  struct kekri : Alternative<2, pki::KEKRecipientInfo> {};
-  struct pwri : Alternative<3, pki::PasswordRecipientInfo> {};
-  struct ori : Alternative<4, pki::OtherRecipientInfo> {};
+  struct ktri : Alternative<"ktri", RecipientInfo, 16, pki::KeyTransRecipientInfo> {};
+  struct kari : Alternative<"kari", RecipientInfo, 1, pki::KeyAgreeRecipientInfo> {};
+  struct kekri : Alternative<"kekri", RecipientInfo, 2, pki::KEKRecipientInfo> {};
+  struct pwri : Alternative<"pwri", RecipientInfo, 3, pki::PasswordRecipientInfo> {};
+  struct ori : Alternative<"ori", RecipientInfo, 4, pki::OtherRecipientInfo> {};
   using Alternatives = AlternativeList<ktri, kari, kekri, pwri, ori>;
   static constexpr Calls<Record> calls{"pki_RecipientInfo", pki_RecipientInfo_new, pki_RecipientInfo_d,
     pki_RecipientInfo_e, pki_RecipientInfo_clone, pki_RecipientInfo_free};
@@ -780,8 +780,8 @@ class RecipientInfo : public Choice<RecipientInfo, ::pki_RecipientInfo> {
 class EncapsulatedContent : public Choice<EncapsulatedContent, ::pki_EncapsulatedContent> {
  public:
   using Choice::Choice;
-  struct octets : Alternative<4, asn1::OctetString> {};
-  struct sequence : Alternative<16, asn1::Any> {};
+  struct octets : Alternative<"octets", EncapsulatedContent, 4, asn1::OctetString> {};
+  struct sequence : Alternative<"sequence", EncapsulatedContent, 16, asn1::Any> {};
   using Alternatives = AlternativeList<octets, sequence>;
   static constexpr Calls<Record> calls{"pki_EncapsulatedContent", pki_EncapsulatedContent_new, pki_EncapsulatedContent_d,
     pki_EncapsulatedContent_e, pki_EncapsulatedContent_clone, pki_EncapsulatedContent_free};
@@ -904,8 +904,8 @@ class BasicConstraints : public View<::BasicConstraints> {
 class ResponderID : public Choice<ResponderID, ::ResponderID> {
  public:
   using Choice::Choice;
-  struct byName : Alternative<1, pki::RDNSequence> {};
-  struct byKey : Alternative<2, asn1::OctetString> {};
+  struct byName : Alternative<"byName", ResponderID, 1, pki::RDNSequence> {};
+  struct byKey : Alternative<"byKey", ResponderID, 2, asn1::OctetString> {};
   using Alternatives = AlternativeList<byName, byKey>;
   static constexpr Calls<Record> calls{"pki_ResponderID", pki_ResponderID_new, pki_ResponderID_d,
     pki_ResponderID_e, pki_ResponderID_clone, pki_ResponderID_free};
@@ -945,9 +945,9 @@ class RevokedInfo : public View<::pki_RevokedInfo> {
 class OCSPCertStatus : public Choice<OCSPCertStatus, ::OCSPCertStatus> {
  public:
   using Choice::Choice;
-  struct good : Alternative<0, Null> {};
-  struct revoked : Alternative<1, pki::RevokedInfo> {};
-  struct unknown : Alternative<2, Null> {};
+  struct good : Alternative<"good", OCSPCertStatus, 0, Null> {};
+  struct revoked : Alternative<"revoked", OCSPCertStatus, 1, pki::RevokedInfo> {};
+  struct unknown : Alternative<"unknown", OCSPCertStatus, 2, Null> {};
   using Alternatives = AlternativeList<good, revoked, unknown>;
   static constexpr Calls<Record> calls{"pki_OCSPCertStatus", pki_OCSPCertStatus_new, pki_OCSPCertStatus_d,
     pki_OCSPCertStatus_e, pki_OCSPCertStatus_clone, pki_OCSPCertStatus_free};
@@ -1015,9 +1015,9 @@ class BasicOCSPResponse : public View<::BasicOCSPResponse> {
 };
 
 /// CPSuri
-class CPSuri : public Text {
+class CPSuri : public asn1::IA5String {
  public:
-  using Text::Text;
+  using IA5String::IA5String;
   static constexpr Calls<Record> calls{"pki_CPSuri", nullptr, pki_CPSuri_d,
     pki_CPSuri_e, pki_CPSuri_clone, pki_CPSuri_free};
 };
@@ -1039,8 +1039,8 @@ class CRLBag : public View<::CRLBag> {
 class DistributionPointName : public Choice<DistributionPointName, ::DistributionPointName> {
  public:
   using Choice::Choice;
-  struct fullName : Alternative<0, pki::GeneralNames> {};
-  struct nameRelativeToCRLIssuer : Alternative<1, pki::RelativeDistinguishedName> {};
+  struct fullName : Alternative<"fullName", DistributionPointName, 0, pki::GeneralNames> {};
+  struct nameRelativeToCRLIssuer : Alternative<"nameRelativeToCRLIssuer", DistributionPointName, 1, pki::RelativeDistinguishedName> {};
   using Alternatives = AlternativeList<fullName, nameRelativeToCRLIssuer>;
   static constexpr Calls<Record> calls{"pki_DistributionPointName", pki_DistributionPointName_new, pki_DistributionPointName_d,
     pki_DistributionPointName_e, pki_DistributionPointName_clone, pki_DistributionPointName_free};
@@ -1220,10 +1220,10 @@ class DigestedData : public View<::pki_DigestedData> {
 class DisplayText : public Choice<DisplayText, ::pki_DisplayText> {
  public:
   using Choice::Choice;
-  struct ia5String : Alternative<22, asn1::IA5String> {};
-  struct visibleString : Alternative<26, asn1::VisibleString> {};
-  struct bmpString : Alternative<30, Text> {};
-  struct utf8String : Alternative<12, asn1::UTF8String> {};
+  struct ia5String : Alternative<"ia5String", DisplayText, 22, asn1::IA5String> {};
+  struct visibleString : Alternative<"visibleString", DisplayText, 26, asn1::VisibleString> {};
+  struct bmpString : Alternative<"bmpString", DisplayText, 30, Text> {};
+  struct utf8String : Alternative<"utf8String", DisplayText, 12, asn1::UTF8String> {};
   using Alternatives = AlternativeList<ia5String, visibleString, bmpString, utf8String>;
   static constexpr Calls<Record> calls{"pki_DisplayText", pki_DisplayText_new, pki_DisplayText_d,
     pki_DisplayText_e, pki_DisplayText_clone, pki_DisplayText_free};
@@ -1246,9 +1246,9 @@ class ECDSA_Sig_Value : public View<::pki_ECDSA_Sig_Value> {
 class ECParameters : public Choice<ECParameters, ::pki_ECParameters> {
  public:
   using Choice::Choice;
-  struct namedCurve : Alternative<6, asn1::ObjId> {};
-  struct implicitCurve : Alternative<5, Null> {};
-  struct specifiedCurve : Alternative<16, asn1::Any> {};
+  struct namedCurve : Alternative<"namedCurve", ECParameters, 6, asn1::ObjId> {};
+  struct implicitCurve : Alternative<"implicitCurve", ECParameters, 5, Null> {};
+  struct specifiedCurve : Alternative<"specifiedCurve", ECParameters, 16, asn1::Any> {};
   using Alternatives = AlternativeList<namedCurve, implicitCurve, specifiedCurve>;
   static constexpr Calls<Record> calls{"pki_ECParameters", pki_ECParameters_new, pki_ECParameters_d,
     pki_ECParameters_e, pki_ECParameters_clone, pki_ECParameters_free};
@@ -1394,8 +1394,8 @@ class IPAddressRange : public View<::pki_IPAddressRange> {
 class IPAddressOrRange : public Choice<IPAddressOrRange, ::pki_IPAddressOrRange> {
  public:
   using Choice::Choice;
-  struct addressPrefix : Alternative<3, asn1::BitString> {};
-  struct addressRange : Alternative<16, pki::IPAddressRange> {};
+  struct addressPrefix : Alternative<"addressPrefix", IPAddressOrRange, 3, asn1::BitString> {};
+  struct addressRange : Alternative<"addressRange", IPAddressOrRange, 16, pki::IPAddressRange> {};
   using Alternatives = AlternativeList<addressPrefix, addressRange>;
   static constexpr Calls<Record> calls{"pki_IPAddressOrRange", pki_IPAddressOrRange_new, pki_IPAddressOrRange_d,
     pki_IPAddressOrRange_e, pki_IPAddressOrRange_clone, pki_IPAddressOrRange_free};
@@ -1405,8 +1405,8 @@ class IPAddressOrRange : public Choice<IPAddressOrRange, ::pki_IPAddressOrRange>
 class IPAddressChoice : public Choice<IPAddressChoice, ::pki_IPAddressChoice> {
  public:
   using Choice::Choice;
-  struct inherit : Alternative<5, Null> {};
-  struct addressesOrRanges : Alternative<16, List<pki::IPAddressOrRange>> {};
+  struct inherit : Alternative<"inherit", IPAddressChoice, 5, Null> {};
+  struct addressesOrRanges : Alternative<"addressesOrRanges", IPAddressChoice, 16, List<pki::IPAddressOrRange>> {};
   using Alternatives = AlternativeList<inherit, addressesOrRanges>;
   static constexpr Calls<Record> calls{"pki_IPAddressChoice", pki_IPAddressChoice_new, pki_IPAddressChoice_d,
     pki_IPAddressChoice_e, pki_IPAddressChoice_clone, pki_IPAddressChoice_free};
@@ -1453,8 +1453,8 @@ class InvalidityDate : public TimeText<24> {
 class Iso4217CurrencyCode : public Choice<Iso4217CurrencyCode, ::pki_Iso4217CurrencyCode> {
  public:
   using Choice::Choice;
-  struct alphabetic : Alternative<19, asn1::PrintableString> {};
-  struct numeric : Alternative<2, asn1::Integer> {};
+  struct alphabetic : Alternative<"alphabetic", Iso4217CurrencyCode, 19, asn1::PrintableString> {};
+  struct numeric : Alternative<"numeric", Iso4217CurrencyCode, 2, asn1::Integer> {};
   using Alternatives = AlternativeList<alphabetic, numeric>;
   static constexpr Calls<Record> calls{"pki_Iso4217CurrencyCode", pki_Iso4217CurrencyCode_new, pki_Iso4217CurrencyCode_d,
     pki_Iso4217CurrencyCode_e, pki_Iso4217CurrencyCode_clone, pki_Iso4217CurrencyCode_free};
@@ -1540,8 +1540,8 @@ class LogotypeAudio : public View<::LogotypeAudio> {
 class LogotypeImageResolution : public Choice<LogotypeImageResolution, ::LogotypeImageResolution> {
  public:
   using Choice::Choice;
-  struct numBits : Alternative<1, asn1::Integer> {};
-  struct tableSize : Alternative<2, asn1::Integer> {};
+  struct numBits : Alternative<"numBits", LogotypeImageResolution, 1, asn1::Integer> {};
+  struct tableSize : Alternative<"tableSize", LogotypeImageResolution, 2, asn1::Integer> {};
   using Alternatives = AlternativeList<numBits, tableSize>;
   static constexpr Calls<Record> calls{"pki_LogotypeImageResolution", pki_LogotypeImageResolution_new, pki_LogotypeImageResolution_d,
     pki_LogotypeImageResolution_e, pki_LogotypeImageResolution_clone, pki_LogotypeImageResolution_free};
@@ -1611,8 +1611,8 @@ class LogotypeReference : public View<::LogotypeReference> {
 class LogotypeInfo : public Choice<LogotypeInfo, ::LogotypeInfo> {
  public:
   using Choice::Choice;
-  struct direct : Alternative<0, pki::LogotypeData> {};
-  struct indirect : Alternative<1, pki::LogotypeReference> {};
+  struct direct : Alternative<"direct", LogotypeInfo, 0, pki::LogotypeData> {};
+  struct indirect : Alternative<"indirect", LogotypeInfo, 1, pki::LogotypeReference> {};
   using Alternatives = AlternativeList<direct, indirect>;
   static constexpr Calls<Record> calls{"pki_LogotypeInfo", pki_LogotypeInfo_new, pki_LogotypeInfo_d,
     pki_LogotypeInfo_e, pki_LogotypeInfo_clone, pki_LogotypeInfo_free};

@@ -78,6 +78,31 @@ inline std::string hex(Octets octets) {
   return text;
 }
 
+/// Whether the octets are UTF-8 (RFC 3629).
+inline bool is_utf8(std::string_view text) noexcept {
+  for (std::size_t i = 0; i < text.size();) {
+    const auto octet = [&](std::size_t at) {
+      return at < text.size() ? static_cast<unsigned char>(text[at]) : 0U;
+    };
+    const unsigned first = octet(i);
+    const std::size_t more = first < 0x80                     ? 0
+                             : first >= 0xC2 && first <= 0xDF ? 1
+                             : first >= 0xE0 && first <= 0xEF ? 2
+                             : first >= 0xF0 && first <= 0xF4 ? 3
+                                                              : 4;
+    if (more == 4) return false;
+    for (std::size_t k = 1; k <= more; ++k) {
+      if ((octet(i + k) & 0xC0) != 0x80) return false;
+    }
+    const unsigned second = octet(i + 1);
+    if ((first == 0xE0 && second < 0xA0) || (first == 0xED && second > 0x9F) ||
+        (first == 0xF0 && second < 0x90) || (first == 0xF4 && second > 0x8F))
+      return false;
+    i += more + 1;
+  }
+  return true;
+}
+
 struct Free {
   void operator()(char *text) const noexcept { asn1_Name_free(text); }
 };
@@ -488,8 +513,8 @@ class TimeText : public View<char> {
  public:
   using View::View;
   using Seen = Instant;
-  Seen seen() const noexcept { return instant(); }
-  Instant instant() const noexcept { return {kind, c()}; }
+  constexpr Seen seen() const noexcept { return instant(); }
+  constexpr Instant instant() const noexcept { return {kind, c()}; }
 };
 
 /// A text of C; fields of it are std::string_view.

@@ -223,7 +223,7 @@ class Writer {
       case PKI_ATTRIBUTE_VALUE:
         return "OctetText";
       case PKI_CHARACTER_STRING:
-        return "Text";
+        return is_form(type) && pki_Type_identifier(type) == 22 ? "asn1::IA5String" : "Text";
       case PKI_ANY:
         return "Element";
       case PKI_UTC_TIME:
@@ -292,8 +292,10 @@ class Writer {
     if (pki_Type_kind(type) == PKI_TLS_LIST) write_timestamp();
     const std::string base = base_of(type);
     std::cout << "\n/// " << pki_Type_name(type) << "\n";
-    std::cout << "class " << name << " : public " << base << " {\n public:\n  using "
-              << base.substr(0, base.find('<')) << "::" << base.substr(0, base.find('<')) << ";\n";
+    const std::string plain = base.substr(0, base.find('<'));
+    const std::string constructor = plain.substr(plain.rfind(':') + 1);
+    std::cout << "class " << name << " : public " << base << " {\n public:\n  using " << constructor
+              << "::" << constructor << ";\n";
     if (pki_Type_kind(type) == PKI_CHOICE && name != "Time") {
       write_alternatives(type);
     } else if (pki_Type_kind(type) == PKI_SEQUENCE) {
@@ -314,8 +316,9 @@ class Writer {
   void write_alternatives(const pki_Type *type) {
     std::string list;
     for (const pki_Field &field : fields_of(type)) {
-      std::cout << "  struct " << field.name << " : Alternative<" << unsigned{field.kind} << ", "
-                << qualified(field.type) << "> {};\n";
+      std::cout << "  struct " << field.name << " : Alternative<\"" << field.name << "\", "
+                << class_of(type) << ", " << unsigned{field.kind} << ", " << qualified(field.type)
+                << "> {};\n";
       list += (list.empty() ? "" : ", ") + std::string(field.name);
     }
     std::cout << "  using Alternatives = AlternativeList<" << list << ">;\n";
