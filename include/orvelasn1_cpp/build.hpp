@@ -244,7 +244,7 @@ inline bool write_time(char *text, std::chrono::sys_seconds time, bool four_digi
   using namespace std::chrono;
   const auto day = floor<days>(time);
   const year_month_day date(day);
-  const hh_mm_ss clock(time - day);
+  const hh_mm_ss<seconds> clock(time - day);
   const int year = int{date.year()};
   if (four_digits ? year < 0 || year > 9999 : year < 1950 || year > 2049) return false;
   const auto write_two = [&](auto number) {

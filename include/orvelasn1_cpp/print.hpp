@@ -14,31 +14,42 @@
 
 namespace orvel {
 
-/// A text of a stranger between quotation marks, as a terminal may show it. Escaped are controls,
-/// also those that change the direction of writing, quotation marks and backslashes; and all octets
-/// above 0x7E where the text is not UTF-8.
-inline std::string quoted(std::string_view text) {
+namespace detail {
+
+/// Appends a text of a stranger as a terminal may show it. `special` are characters that a
+/// backslash goes in front of.
+inline void append_visible(std::string &all, std::string_view text, std::string_view special) {
   const bool is_utf8 = detail::is_utf8(text);
-  std::string all = "\"";
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto octet = [&](std::size_t at) {
-      return at < text.size() ? static_cast<unsigned char>(text[at]) : 0U;
-    };
+  const auto octet = [&](std::size_t at) {
+    return at < text.size() ? static_cast<unsigned char>(text[at]) : 0U;
+  };
+  for (std::size_t i = 0; i < text.size();) {
     const unsigned first = octet(i), second = octet(i + 1), third = octet(i + 2);
-    // U+0080 to U+009F, U+200E, U+200F, U+2028 to U+202E, U+2066 to U+2069.
-    const bool is_control = (first == 0xC2 && second < 0xA0) ||
+    const std::size_t size = !is_utf8 || first < 0xC0 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+    // U+0000 to U+001F, U+007F to U+009F, U+200E, U+200F, U+2028 to U+202E, U+2066 to U+2069.
+    const bool is_control = first < ' ' || first == 0x7F || (first == 0xC2 && second < 0xA0) ||
                             (first == 0xE2 && second == 0x80 && (third & ~1U) == 0x8E) ||
                             (first == 0xE2 && second == 0x80 && third >= 0xA8 && third <= 0xAE) ||
                             (first == 0xE2 && second == 0x81 && third >= 0xA6 && third <= 0xA9);
-    if (first < ' ' || first == 0x7F || (first > 0x7F && !is_utf8) || is_control) {
-      std::size_t octets = is_utf8 && first >= 0xE0 ? 3 : is_utf8 && first >= 0xC0 ? 2 : 1;
-      for (; octets > 0; --octets, ++i) all.append("\\x").append(hex(text.substr(i, 1)));
-      --i;
+    if (is_control || (!is_utf8 && first > 0x7F)) {
+      for (std::size_t k = 0; k < size; ++k)
+        all.append("\\x").append(orvel::hex(text.substr(i + k, 1)));
     } else {
-      if (first == '"' || first == '\\') all += '\\';
-      all += text[i];
+      if (special.find(text[i]) != std::string_view::npos) all += '\\';
+      all.append(text.substr(i, size));
     }
+    i += size;
   }
+}
+
+}  // namespace detail
+
+/// A text of a stranger between quotation marks, as a terminal may show it. Escaped are controls,
+/// also those that change the direction of writing, quotation marks and backslashes; and all octets
+/// above 0x7F where the text is not UTF-8.
+inline std::string quoted(std::string_view text) {
+  std::string all = "\"";
+  detail::append_visible(all, text, "\"\\");
   return all + '"';
 }
 
@@ -69,7 +80,7 @@ inline std::ostream &operator<<(std::ostream &out, Instant instant) {
   const auto time = instant.seconds();
   if (!time) return instant ? out << quoted(instant.text()) : out << "none";
   const year_month_day date(floor<days>(*time));
-  const hh_mm_ss clock(*time - floor<days>(*time));
+  const hh_mm_ss<seconds> clock(*time - floor<days>(*time));
   char text[64];
   std::snprintf(text, sizeof text, "%04d-%02u-%02u %02d:%02d:%02d UTC", int{date.year()},
                 unsigned{date.month()}, unsigned{date.day()},
@@ -153,7 +164,11 @@ template <class L>
 requires std::derived_from<L, ListBase> std::ostream &operator<<(std::ostream &out, const L &list) {
   if (!list) return out << "none";
   if constexpr (requires { list.rfc4514(); }) {
-    if (const auto text = list.rfc4514()) return out << quoted(*text);
+    if (const auto text = list.rfc4514()) {
+      std::string visible;
+      detail::append_visible(visible, *text, "");
+      return out << visible;
+    }
   }
   const char *comma = "";
   out << "[";

@@ -178,7 +178,8 @@ TEST(CppOwned, MovesAndIsEmptyAfterwards) {
   EXPECT_FALSE(first);  // NOLINT(bugprone-use-after-move): this is what is tested
   EXPECT_TRUE(first->extensions().empty());
   second = certificate();
-  second = std::move(second);
+  orvel::Owned<pki::Certificate> &itself = second;
+  second = std::move(itself);
   EXPECT_TRUE(second);
 }
 
@@ -256,7 +257,7 @@ TEST(CppEncode, SaysWhichFieldIsMissing) {
 TEST(CppList, IsARangeOfItsElements) {
   const auto owned = certificate();
   std::string identifiers;
-  for (const pki::Extension &extension : owned->extensions()) {
+  for (const pki::Extension extension : owned->extensions()) {
     identifiers += extension.extnID().text() + (extension.critical() ? "! " : " ");
   }
   EXPECT_EQ("2.5.29.19! 2.5.29.15! 2.5.29.17 2.5.29.14 ", identifiers);
@@ -337,7 +338,7 @@ TEST(CppChoice, IsVisited) {
       orvel::find(owned->extensions(), orvel::oid::id_ce_subjectAltName)->extnValue());
   ASSERT_TRUE(names);
   std::string all;
-  for (const pki::GeneralName &name : **names) all += shown(name) + "\n";
+  for (const pki::GeneralName name : **names) all += shown(name) + "\n";
   EXPECT_EQ(
       "DNS a.example\nmail b@example.org\nURI https://c.example/\nIP C0000207\nID 1.2.3.4\n"
       "directory CN=Dir\nother 1.2.3 0C0178\n",

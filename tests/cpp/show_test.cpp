@@ -60,7 +60,11 @@ TEST(CppShow, Records) {
   const auto certificate = decode<pki::Certificate>(some_certificate).value();
   EXPECT_EQ("{notBefore: 2026-11-23 02:09:50 UTC, notAfter: 2126-10-30 02:09:50 UTC}",
             to_string(certificate->validity()));
-  EXPECT_EQ("\"CN=Some One,O=A\\\\, B,C=DE\"", to_string(certificate->subject()));
+  EXPECT_EQ("CN=Some One,O=A\\, B,C=DE", to_string(certificate->subject()));
+  EXPECT_EQ("CN=\\x1B[2J\\\"",
+            to_string(*decode<pki::RDNSequence>(
+                element(0x30, element(0x31, element(0x30, hex("06 03 55 04 03") +
+                                                              element(12, text("\x1B[2J\""))))))));
   EXPECT_EQ("{algorithm: 1.3.101.112}", to_string(certificate->signatureAlgorithm()));
   EXPECT_EQ("{extnID: 2.5.29.15, critical: true, extnValue: 03020106}",
             to_string(certificate->extensions()[1]));

@@ -211,63 +211,48 @@ class Writer {
   }
 
   std::string base_of(const pki_Type *type) const {
+    static const std::map<pki_Kind, std::string> bases = {{PKI_INTEGER, "Number"},
+                                                          {PKI_OBJECT_IDENTIFIER, "Identifier"},
+                                                          {PKI_BIT_STRING, "Bits"},
+                                                          {PKI_OCTET_STRING, "OctetText"},
+                                                          {PKI_ATTRIBUTE_VALUE, "OctetText"},
+                                                          {PKI_CHARACTER_STRING, "Text"},
+                                                          {PKI_ANY, "Element"},
+                                                          {PKI_UTC_TIME, "TimeText<23>"},
+                                                          {PKI_GENERALIZED_TIME, "TimeText<24>"},
+                                                          {PKI_NAME, "Characters"}};
+    const pki_Kind kind = pki_Type_kind(type);
+    const std::string record = record_of(type);
     if (std::string(pki_Type_record(type)) == "Time") return "TimeChoice";
-    switch (pki_Type_kind(type)) {
-      case PKI_INTEGER:
-        return "Number";
-      case PKI_OBJECT_IDENTIFIER:
-        return "Identifier";
-      case PKI_BIT_STRING:
-        return "Bits";
-      case PKI_OCTET_STRING:
-      case PKI_ATTRIBUTE_VALUE:
-        return "OctetText";
-      case PKI_CHARACTER_STRING:
-        return is_form(type) && pki_Type_identifier(type) == 22 ? "asn1::IA5String" : "Text";
-      case PKI_ANY:
-        return "Element";
-      case PKI_UTC_TIME:
-        return "TimeText<23>";
-      case PKI_GENERALIZED_TIME:
-        return "TimeText<24>";
-      case PKI_NAME:
-        return "Characters";
-      case PKI_SEQUENCE_OF:
-      case PKI_SET_OF:
-        return (record_of(type) == "RDNSequence" ? "NameList<" : "List<") +
-               qualified(pki_Type_element(type)) + ">";
-      case PKI_TLS_LIST:
-        return "List<SignedCertificateTimestamp>";
-      case PKI_CHOICE:
-        return "Choice<" + class_of(type) + ", ::" + record_of(type) + ">";
-      default:
-        return "View<::" + record_of(type) + ">";
+    if (kind == PKI_TLS_LIST) return "List<SignedCertificateTimestamp>";
+    if (kind == PKI_CHOICE) return "Choice<" + class_of(type) + ", ::" + record + ">";
+    if (is_list(type)) {
+      return (record == "RDNSequence" ? "NameList<" : "List<") + qualified(pki_Type_element(type)) +
+             ">";
     }
+    if (kind == PKI_CHARACTER_STRING && is_form(type) && pki_Type_identifier(type) == 22) {
+      return "asn1::IA5String";
+    }
+    const auto found = bases.find(kind);
+    return found != bases.end() ? found->second : "View<::" + record + ">";
   }
 
   /// What the accessor of a type returns.
   std::string seen(const pki_Type *type) const {
+    static const std::map<pki_Kind, std::string> values = {
+        {PKI_INTEGER, "Number"},
+        {PKI_OBJECT_IDENTIFIER, "Identifier"},
+        {PKI_BIT_STRING, "Bits"},
+        {PKI_OCTET_STRING, "Octets"},
+        {PKI_ATTRIBUTE_VALUE, "Octets"},
+        {PKI_ANY, "Octets"},
+        {PKI_CHARACTER_STRING, "std::string_view"},
+        {PKI_NAME, "std::string_view"},
+        {PKI_UTC_TIME, "Instant"},
+        {PKI_GENERALIZED_TIME, "Instant"}};
     if (std::string(pki_Type_record(type)) == "Time") return "Instant";
-    switch (pki_Type_kind(type)) {
-      case PKI_INTEGER:
-        return "Number";
-      case PKI_OBJECT_IDENTIFIER:
-        return "Identifier";
-      case PKI_BIT_STRING:
-        return "Bits";
-      case PKI_OCTET_STRING:
-      case PKI_ATTRIBUTE_VALUE:
-      case PKI_ANY:
-        return "Octets";
-      case PKI_CHARACTER_STRING:
-      case PKI_NAME:
-        return "std::string_view";
-      case PKI_UTC_TIME:
-      case PKI_GENERALIZED_TIME:
-        return "Instant";
-      default:
-        return qualified(type);
-    }
+    const auto found = values.find(pki_Type_kind(type));
+    return found != values.end() ? found->second : qualified(type);
   }
 
   bool is_optional(const pki_Field &field) const {
