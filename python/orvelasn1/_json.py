@@ -6,12 +6,13 @@ standing of a validity, the kind of a key, the facts at the head of a certificat
 
 from __future__ import annotations
 
+import socket
 from typing import Any, Dict, List
 
 from ._orvelpki import ffi, lib
 from ._scalars import content_of_large, read_identifier
 from ._text import is_clean, shown, text_of
-from ._types import _LISTS, RelativeName, Type, Value
+from ._types import _LISTS, NameValue, Type, Value
 from ._writer import element
 
 _SMALL = 0xFFFFFFFF
@@ -111,7 +112,7 @@ def _attribute(handle: Any) -> Dict[str, Any]:
     return found
 
 
-def name_text(name: RelativeName) -> str:
+def name_text(name: NameValue) -> str:
     """Returns the library's text of a name whose values are UTF-8, whatever they are in the name."""
     relatives: List[Any] = []
     for relative in name:
@@ -171,26 +172,48 @@ def _record(type_: Type, handle: Any) -> Dict[str, Any]:
     found: Dict[str, Any] = {}
     counts = _COUNTS.get(type_.name, ())
     for field in type_.fields:
-        kept = lib.py_kept_length(handle, field.index) if field.kept else -1
+        kept = lib.py_kept_length(handle, field.number) if field.kept else -1
         if kept >= 0:
-            octets = bytes(ffi.unpack(lib.py_kept_octets(handle, field.index), kept)) if kept else b""
+            octets = bytes(ffi.unpack(lib.py_kept_octets(handle, field.number), kept)) if kept else b""
             called = _KEPT.get(field.name, "tbsEncoded")
             found[field.name + "Encoded" if field.has_text else called] = _hex(octets)
-        if field.name in counts and lib.py_has(handle, field.index):
-            found[field.name] = _count(handle, field.index)
+        if field.name in counts and lib.py_has(handle, field.number):
+            found[field.name] = _count(handle, field.number)
             continue
-        value = _part(field.type, handle, field.index)
+        value = _part(field.type, handle, field.number)
         if value is None:
             continue
         if field.type.name == "RDNSequence":
             found[field.name + "Sequence"] = value
-            part = ffi.gc(lib.py_part(handle, field.index), lib.py_release)
+            part = ffi.gc(lib.py_part(handle, field.number), lib.py_release)
             value = name_text(field.type.value_class._of(part))
         found[field.name] = value
     return found
 
 
+def _general_name(type_: Type, handle: Any) -> Dict[str, Any]:
+    index = lib.py_alternative(handle)
+    if index == lib.PY_SELF:
+        return {}
+    field = type_.fields[index]
+    found: Dict[str, Any] = {"kind": field.kind}
+    if field.type.name == "AnotherName":
+        return {**found, **_part(field.type, handle, index)}
+    if field.type.name == "RDNSequence":
+        part = ffi.gc(lib.py_part(handle, index), lib.py_release)
+        return {**found, "value": name_text(field.type.value_class._of(part))}
+    if field.type.name == "IA5String":  # as UTF-8, which some write there
+        return {**found, "value": shown(_octets(handle, index).decode("utf-8", "surrogateescape"))}
+    if field.name == "iPAddress":
+        octets = _octets(handle, index)
+        family = {4: socket.AF_INET, 16: socket.AF_INET6}.get(len(octets))
+        return {**found, "value": socket.inet_ntop(family, octets) if family else _hex(octets)}
+    return {**found, "value": _part(field.type, handle, index)}
+
+
 def _whole(type_: Type, handle: Any) -> Any:
+    if type_.name == "GeneralName":
+        return _general_name(type_, handle)
     if type_.kind == lib.PKI_SEQUENCE:
         if any(field.type.kind == lib.PKI_ATTRIBUTE_VALUE for field in type_.fields):
             return _attribute(handle)

@@ -5,6 +5,7 @@ from __future__ import annotations
 from datetime import datetime
 from typing import Any
 
+from ._errors import Error
 from ._scalars import BitString, ObjectIdentifier
 
 _MOST_OCTETS = 16
@@ -15,7 +16,7 @@ _DEPTH = 3
 
 def shown(value: Any, depth: int = _DEPTH) -> str:
     """Returns a line that shows a value, for people."""
-    from ._types import Choice, Error, ListValue, Record, RelativeName
+    from ._types import Choice, ListValue, Record, NameValue
 
     if isinstance(value, Record):
         if depth == 0:
@@ -33,9 +34,8 @@ def shown(value: Any, depth: int = _DEPTH) -> str:
     if isinstance(value, Choice):
         inner = shown(value.value, depth - 1) if depth > 0 else "..."
         return f"<{type(value).__name__} {value.choice}={inner}>"
-    if isinstance(value, RelativeName):
-        text = str(value)
-        return text if text.startswith("<") else f"<{type(value).__name__} {_cut(text)}>"
+    if isinstance(value, NameValue):
+        return f"<{type(value).__name__} {_cut(str(value))}>"
     if isinstance(value, ListValue):
         name, count = type(value).__name__, len(value)
         if depth == 0 and count:
@@ -49,8 +49,7 @@ def shown(value: Any, depth: int = _DEPTH) -> str:
             return f"<{value.hex()}>"
         return f"<{value[:_MOST_OCTETS].hex()}... {len(value)} octets>"
     if isinstance(value, ObjectIdentifier):
-        name = value.name
-        return f"{_cut(value, quoted=False)}" + (f" ({name})" if name else "")
+        return _cut(value, quoted=False) + (f" ({value.name})" if value.name else "")
     if isinstance(value, datetime):
         return value.isoformat()
     if isinstance(value, BitString):

@@ -47,13 +47,14 @@ class Field(NamedTuple):
 
     name: str  # as the ASN.1 has it
     attribute: str  # the same for Python
-    index: int
+    number: int  # by which it is read
     type: "Type"
     tagging: int
     tag: int
     required: bool
     kept: bool  # whether its octets are kept beside its value
     has_text: bool  # whether a name is kept as a text, too
+    kind: int  # the number of an alternative
 
 
 class Type:
@@ -108,13 +109,13 @@ class Type:
                 place.presence == lib.PKI_ALWAYS,
                 place.encoded_offset != lib.PKI_NO_MEMBER,
                 place.text_offset != lib.PKI_NO_MEMBER,
+                place.kind,
             )
 
     @property
     def python_name(self) -> str:
-        """The name of the class: that of the ASN.1 as an identifier, or else that of the record."""
-        name = self.name.replace("-", "_")
-        return as_attribute(name if name.isidentifier() else self.record)
+        """The name of the class: that of the ASN.1 as an identifier."""
+        return as_attribute(re.sub("[- ]", "_", self.name) or self.record)
 
     @property
     def value_class(self) -> Any:
@@ -285,7 +286,7 @@ def _read_part(class_: type, kept: bool = False) -> Reader:
             if lib.py_has(handle, index):
                 raise MemoryError
             return None
-        made = _new(class_)
+        made: Any = _new(class_)
         set_handle(made, _gc(part, _release))
         if kept:
             set_origin(made, (handle, index))
@@ -399,7 +400,7 @@ class Value:
 
     @classmethod
     def _of(cls, handle: Any) -> Any:
-        made = _new(cls)
+        made: Any = _new(cls)
         _set_handle(made, handle)
         return made
 
@@ -412,7 +413,7 @@ class Value:
         handle = _decode(type_.pointer, data, len(data), _NULL)
         if not handle:
             raise explain(type_, data)
-        made = _new(cls)
+        made: Any = _new(cls)
         _set_handle(made, _gc(handle, _release))
         return made
 
@@ -502,7 +503,7 @@ class _Lazy:
 
     def __init__(self, field: Field) -> None:
         self.name = field.attribute
-        self.index = field.index
+        self.index = field.number
         self.read = reader(field.type, field.kept)
         self.__doc__ = f"{field.name} {field.type.name}"
 
@@ -539,10 +540,46 @@ class Record(Value):
             if value is not None:
                 yield name, value
 
+    @property
+    def decoded(self) -> Any:
+        """The value of the field whose type an identifier in front of it says, such as that of an
+        extension, of the parameters of an algorithm, the list of those of an attribute. None where the
+        library does not know the identifier, or the field is not there. Raises Fault where the octets are
+        no value of that type."""
+        pair = _open_fields(self._type)
+        if pair is None:
+            raise AttributeError(f"no field of {type(self).__name__} says what another one is")
+        identifier, field = (getattr(self, name) for name in pair)
+        pointer = lib.py_defined_by(identifier.encode("ascii")) if identifier else _NULL
+        if field is None or not pointer:
+            return None
+        class_ = type_at(pointer).value_class
+        if isinstance(field, bytes):
+            return class_.decode(field)
+        return tuple(class_.decode(octets) for octets in field)
+
     def __repr__(self) -> str:
         from ._show import shown
 
         return shown(self)
+
+
+# The OCTET STRINGs that hold a value of the type that an identifier in front of them says. An ANY always
+# does.
+_WRAPPED = frozenset(("extnValue", "response", "eContent"))
+
+
+def _open_fields(type_: Type) -> Optional[Tuple[str, str]]:
+    """Returns the names of an identifier, and of the field whose type it says; or None."""
+    identifier = None
+    for field in type_.fields:
+        if field.type.kind == lib.PKI_OBJECT_IDENTIFIER and identifier is None:
+            identifier = field.attribute
+        elif identifier is not None:
+            element = field.type.element or field.type
+            if element.kind == lib.PKI_ANY or field.name in _WRAPPED:
+                return identifier, field.attribute
+    return None
 
 
 class Choice(Value):
@@ -566,7 +603,8 @@ class Choice(Value):
     @property
     def choice(self) -> str:
         """The name of the alternative that is there."""
-        return self.alternatives[lib.py_alternative(self._handle)]
+        index: int = lib.py_alternative(self._handle)
+        return self.alternatives[index]
 
     @property
     def value(self) -> Any:
@@ -586,7 +624,7 @@ class Choice(Value):
         return shown(self)
 
 
-class ListValue(Value, abc.Sequence):
+class ListValue(Value, abc.Sequence):  # type: ignore[type-arg]
     """A SEQUENCE OF or SET OF: a sequence of its elements, which are read when they are asked for."""
 
     __slots__ = ()
@@ -686,31 +724,48 @@ def _read_timestamp(handle: Any, index: int) -> Timestamp:
     )
 
 
-class RelativeName(ListValue):
-    """What the lists of names have in common: a text."""
+class ExtensionList(ListValue):
+    """A list of extensions."""
 
     __slots__ = ()
 
-    def __str__(self) -> str:
-        """Returns the text of RFC 4514, such as "CN=www.example.org,O=Example,C=DE"; that of repr() where
-        the name has none."""
-        text = lib.py_name_text(self._handle)
-        if not text:
-            return ListValue.__repr__(self)
-        try:
-            return ffi.string(text).decode("utf-8", "surrogateescape")
-        finally:
-            lib.py_free_text(text)
+    def find(self, identifier: str) -> Any:
+        """Returns the first extension with an identifier; None where there is none."""
+        return next((extension for extension in self if extension.extnID == identifier), None)
+
+
+class NameValue(ListValue):
+    """A distinguished name: a sequence of relative ones, with a text."""
+
+    __slots__ = ()
+
+    def rfc4514(self) -> Optional[str]:
+        """Returns the text of RFC 4514, such as "CN=www.example.org,O=Example,C=DE"; None where the name
+        has none."""
+        return _take_text(lib.py_name_text(self._handle))
 
     def own_text(self) -> str:
         """Returns the text that the records of the library keep, such as "/cn(19)=Some One/c(19)=DE"."""
-        text = lib.py_name_own_text(self._handle)
-        if not text:
+        text = _take_text(lib.py_name_own_text(self._handle))
+        if text is None:
             raise MemoryError
-        try:
-            return ffi.string(text).decode("utf-8", "surrogateescape")
-        finally:
-            lib.py_free_text(text)
+        return text
+
+    def __str__(self) -> str:
+        """Returns the text of RFC 4514, or else the library's own."""
+        text = self.rfc4514()
+        return self.own_text() if text is None else text
+
+
+def _take_text(text: Any) -> Optional[str]:
+    """Returns a text that C made, and releases it."""
+    if not text:
+        return None
+    try:
+        octets: bytes = ffi.string(text)
+        return octets.decode("utf-8", "surrogateescape")
+    finally:
+        lib.py_free_text(text)
 
 
 class Scalar:
@@ -750,7 +805,8 @@ def _make_class(type_: Type) -> type:
     if type_.is_list:
         assert type_.element is not None
         body["_read"] = staticmethod(reader(type_.element))
-        return type(name, (RelativeName if type_.name == "RDNSequence" else ListValue,), body)
+        base = {"RDNSequence": NameValue, "Extensions": ExtensionList}.get(type_.name, ListValue)
+        return type(name, (base,), body)
     names = tuple(field.attribute for field in type_.fields)
     if type_.kind == lib.PKI_CHOICE:
         body["alternatives"] = names

@@ -8,7 +8,7 @@ from __future__ import annotations
 
 from collections import abc
 from datetime import datetime, timezone
-from typing import Any, Dict, Tuple
+from typing import Any, Dict, List, Tuple
 
 from ._errors import Error, Missing
 from ._orvelpki import ffi, lib
@@ -76,7 +76,7 @@ def write(type_: Type, value: Any, path: str = "") -> bytes:
 
 def write_record(type_: Type, fields: Dict[str, Any], path: str = "") -> bytes:
     """Returns the SEQUENCE of some fields; those that are None are left out."""
-    content = []
+    content: List[bytes] = []
     fields = dict(fields)
     tag = fields.pop("valueTag", None)
     for field in type_.fields:
@@ -91,7 +91,7 @@ def write_record(type_: Type, fields: Dict[str, Any], path: str = "") -> bytes:
         if field.type.kind == lib.PKI_BOOLEAN and not field.required and not value:
             continue  # its DEFAULT is FALSE (X.690, 11.5)
         if field.type.kind == lib.PKI_ATTRIBUTE_VALUE:
-            written = _attribute_value(value, tag, fields_type(content), where)
+            written = _attribute_value(value, tag, content[0], where)
             tag = None
         else:
             written = write(field.type, value, where)
@@ -100,11 +100,6 @@ def write_record(type_: Type, fields: Dict[str, Any], path: str = "") -> bytes:
         unknown = next(iter(fields), "valueTag")
         raise TypeError(f"{_at(path, str(unknown))}: {type_.name} has no such field")
     return element(type_.identifier or 0x30, b"".join(content))
-
-
-def fields_type(content: Any) -> bytes:
-    """Returns the identifier in front of the value of an attribute."""
-    return content[0] if content else b""
 
 
 def _tagged(field: Any, written: bytes) -> bytes:
