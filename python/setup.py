@@ -2,4 +2,8 @@
 
 from setuptools import setup
 
-setup(cffi_modules=["build_extension.py:ffibuilder"])
+setup(
+    packages=["orvelasn1"],
+    package_data={"orvelasn1": ["py.typed", "*.pyi"]},
+    cffi_modules=["build_extension.py:ffibuilder"],
+)

@@ -632,7 +632,7 @@ class ListValue(Value, abc.Sequence):  # type: ignore[type-arg]
     _read: Reader = staticmethod(_read_octets)
 
     def __new__(cls, elements: Any = ()) -> Any:
-        if cls._type is None:
+        if getattr(cls, "_type", None) is None:
             raise TypeError("ListValue is what lists are, and is no type by itself")
         from ._writer import write_list
 

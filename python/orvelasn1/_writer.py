@@ -78,7 +78,12 @@ def write_record(type_: Type, fields: Dict[str, Any], path: str = "") -> bytes:
     """Returns the SEQUENCE of some fields; those that are None are left out."""
     content: List[bytes] = []
     fields = dict(fields)
-    tag = fields.pop("valueTag", None)
+    has_tag = any(field.type.kind == lib.PKI_ATTRIBUTE_VALUE for field in type_.fields)
+    tag = fields.pop("valueTag", None) if has_tag else None
+    known = {name for field in type_.fields for name in (field.name, field.attribute)}
+    for name in fields:
+        if name not in known:
+            raise TypeError(f"{_at(path, str(name))}: {type_.name} has no such field")
     for field in type_.fields:
         value = fields.pop(field.attribute, None)
         if field.attribute != field.name and field.name in fields:
@@ -92,13 +97,9 @@ def write_record(type_: Type, fields: Dict[str, Any], path: str = "") -> bytes:
             continue  # its DEFAULT is FALSE (X.690, 11.5)
         if field.type.kind == lib.PKI_ATTRIBUTE_VALUE:
             written = _attribute_value(value, tag, content[0], where)
-            tag = None
         else:
             written = write(field.type, value, where)
         content.append(_tagged(field, written))
-    if fields or tag is not None:
-        unknown = next(iter(fields), "valueTag")
-        raise TypeError(f"{_at(path, str(unknown))}: {type_.name} has no such field")
     return element(type_.identifier or 0x30, b"".join(content))
 
 
