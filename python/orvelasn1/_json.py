@@ -46,9 +46,11 @@ def _octets(handle: Any, index: int) -> Any:
 
 def _integer(handle: Any, index: int) -> str:
     octets = _octets(handle, index)
+    number = lib.py_number(handle, index)
+    is_negative = number < 0 if number >= lib.PY_NUMBERS else (number - lib.PY_OTHER) % 2 != 0
     if not octets:
         return "00"
-    if not lib.py_negative(handle, index):
+    if not is_negative:
         return _hex(octets)
     amount = -int.from_bytes(octets, "big", signed=True)
     return "-" + _hex(amount.to_bytes(len(octets), "big"))

@@ -12,6 +12,7 @@ import re
 import threading
 from collections import abc
 from datetime import datetime, timedelta, timezone
+from functools import cached_property
 from typing import Any, Callable, Dict, Iterator, List, NamedTuple, Optional, Tuple
 
 from ._errors import Error, Fault, Missing, Unreadable
@@ -27,7 +28,8 @@ _part, _number, _seconds, _length, _octets, _unpack = (
 )
 _decode = lib.py_decode
 _NULL = ffi.NULL
-_ABSENT, _OTHER, _SELF = lib.PY_ABSENT, lib.PY_OTHER, lib.PY_SELF
+_ABSENT, _OTHER, _NUMBERS, _SELF = lib.PY_ABSENT, lib.PY_OTHER, lib.PY_NUMBERS, lib.PY_SELF
+_from_bytes = int.from_bytes
 _UTC = timezone.utc
 _EPOCH = datetime(1970, 1, 1, tzinfo=_UTC)
 _MOST_EXPLAINED = 0xFFFFFFFF  # octets whose offsets a fault can tell
@@ -68,36 +70,33 @@ class Type:
         self.identifier: int = lib.pki_Type_identifier(pointer)
         self.is_decoded = bool(lib.py_is_decoded(pointer))
         self.is_encoded = bool(lib.py_is_encoded(pointer))
-        self._fields: Optional[Tuple[Field, ...]] = None
         self._class: Optional[type] = None
 
-    @property
+    @cached_property
     def is_form(self) -> bool:
         """Whether it is the form of an RFC."""
         return self.record.startswith("pki_")
 
-    @property
+    @cached_property
     def is_list(self) -> bool:
         return self.kind in _LISTS
 
-    @property
+    @cached_property
     def is_time(self) -> bool:
         """Whether its values are times: also of the CHOICE of the two kinds."""
         return self.kind in _TIMES or (
             self.kind == lib.PKI_CHOICE and all(field.type.kind in _TIMES for field in self.fields)
         )
 
-    @property
+    @cached_property
     def element(self) -> Optional["Type"]:
         """The type of a list's elements."""
         pointer = lib.pki_Type_element(self.pointer)
         return type_at(pointer) if pointer else None
 
-    @property
+    @cached_property
     def fields(self) -> Tuple[Field, ...]:
-        if self._fields is None:
-            self._fields = tuple(self._read_fields())
-        return self._fields
+        return tuple(self._read_fields())
 
     def _read_fields(self) -> Iterator[Field]:
         place = ffi.new("pki_Field *")
@@ -112,7 +111,7 @@ class Type:
                 place.kind,
             )
 
-    @property
+    @cached_property
     def python_name(self) -> str:
         """The name of the class: that of the ASN.1 as an identifier."""
         return as_attribute(re.sub("[- ]", "_", self.name) or self.record)
@@ -226,13 +225,12 @@ def _read_flag(handle: Any, index: int) -> Any:
 
 def _read_integer(handle: Any, index: int) -> Any:
     number = _number(handle, index)
-    if number > _OTHER:
+    if number >= _NUMBERS:
         return number
-    length = _length(handle, index)
-    if length < 0:
+    if number == _ABSENT:
         return None
-    octets = _unpack(_octets(handle, index), length)
-    return int.from_bytes(octets, "big", signed=bool(lib.py_negative(handle, index)))
+    length, negative = divmod(number - _OTHER, 2)
+    return _from_bytes(_unpack(_octets(handle, index), length), "big", signed=negative != 0)
 
 
 def _read_octets(handle: Any, index: int) -> Any:

@@ -159,15 +159,11 @@ int64_t py_number(const py_Value *value, uint32_t index) {
   }
   if (part.kind != PKI_INTEGER) return PY_ABSENT;
   integer = part.at;
-  if (integer->length > 7) return PY_OTHER;
+  if (integer->length > 7)
+    return PY_OTHER + 2 * (int64_t)integer->length + (integer->negative != 0);
   number = integer->negative != 0 ? UINT64_MAX : 0;
   for (i = 0; i < integer->length; i++) number = number << 8 | integer->data[i];
   return (int64_t)number;
-}
-
-int32_t py_negative(const py_Value *value, uint32_t index) {
-  const Part part = part_of(value, index);
-  return part.at != NULL && part.kind == PKI_INTEGER && ((const Integer *)part.at)->negative != 0;
 }
 
 /* The number of the tag of a time: of a UTCTime, a GeneralizedTime, or a CHOICE of both. */

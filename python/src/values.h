@@ -19,8 +19,11 @@ typedef struct py_Value py_Value;
 static const uint32_t PY_SELF = 0xFFFFFFFF;
 /** What a number, a length or a time is where the part is not there. */
 static const int64_t PY_ABSENT = INT64_MIN;
-/** What it is where it does not fit 64 bits, or is no time. */
+/** What a time is that is none. */
 static const int64_t PY_OTHER = INT64_MIN + 1;
+/** Below it are no numbers: of an INTEGER of more than seven octets, it is the number of its octets times
+ * two, plus one where it is negative, above PY_OTHER. */
+static const int64_t PY_NUMBERS = INT64_MIN + ((int64_t)1 << 40);
 
 /**
  * Decodes the value at `z`. Returns it, to be released with py_release(). Returns NULL where the
@@ -57,16 +60,13 @@ int32_t py_has(const py_Value *value, uint32_t index);
  * where it is not there or something else, and when memory is exhausted. */
 py_Value *py_part(const py_Value *value, uint32_t index);
 
-/** Returns a BOOLEAN, ENUMERATED or INTEGER; PY_ABSENT, or PY_OTHER. */
+/** Returns a BOOLEAN, ENUMERATED or INTEGER; PY_ABSENT, or what PY_NUMBERS says. */
 int64_t py_number(const py_Value *value, uint32_t index);
-
-/** Returns 1 for a negative INTEGER, whose octets are in two's complement; 0 for anything else. */
-int32_t py_negative(const py_Value *value, uint32_t index);
 
 /** Returns a time in seconds since 1970 in UTC; PY_ABSENT, or PY_OTHER. */
 int64_t py_seconds(const py_Value *value, uint32_t index);
 
-/** Returns the number of octets of an INTEGER, a string, the text of a time, or the arcs of an
+/** Returns the number of octets of an INTEGER, in two's complement where it is negative, a string, the text of a time, or the arcs of an
  * identifier; PY_ABSENT. */
 int64_t py_length(const py_Value *value, uint32_t index);
 
