@@ -1,7 +1,8 @@
 """Builds the extension module orvelasn1._orvelpki, in cffi's API mode.
 
 The compiler finds the headers and libraries of liborvelpki by ORVELASN1_INCLUDE and ORVELASN1_LIB, folders
-separated as in PATH, where they are set; else by pkg-config; else where it looks by itself.
+separated as in PATH, where they are set; else by pkg-config; else where it looks by itself. ORVELASN1_RPATH is where the
+extension looks for the libraries when it runs, such as "$ORIGIN/../../.."; by default, where the system does.
 """
 
 import os
@@ -129,6 +130,7 @@ ffibuilder.set_source(
     include_dirs=["src", *found["include_dirs"]],
     library_dirs=found["library_dirs"],
     libraries=found["libraries"],
+    runtime_library_dirs=list(filter(None, [os.environ.get("ORVELASN1_RPATH")])),
     extra_compile_args=["-std=gnu11", "-fvisibility=hidden"],
 )
 

@@ -67,6 +67,7 @@ def changed(random_, octets):
     "type_name, sample",
     [("Certificate", CERTIFICATE), ("Extensions", sequence(*EXTENSIONS)), ("GeneralNames", NAMES),
      ("Certificate", certificate(extensions=None))],
+    ids=["Certificate", "Extensions", "GeneralNames", "without extensions"],
 )
 def test_samples_with_changes(type_name, sample):
     random_ = random.Random(len(sample))
