@@ -5,5 +5,6 @@ from setuptools import setup
 setup(
     packages=["orvelasn1"],
     package_data={"orvelasn1": ["py.typed", "*.pyi"]},
+    options={"bdist_wheel": {"py_limited_api": "cp39"}},
     cffi_modules=["build_extension.py:ffibuilder"],
 )

@@ -1,6 +1,8 @@
 /*
- * Decodes certificates, one after the other in a file, and reads three fields of each: its number, its
- * end, the algorithm of its signature. Prints the microseconds that one takes, of the quickest of some rounds:
+ * Decodes certificates, one after the other in a file, and reads three fields of each: its number,
+ * its
+ * end, the algorithm of its signature. Prints the microseconds that one takes, of the quickest of
+ * some rounds:
  * with the fields, and without.
  */
 #include <orvelpki.h>

@@ -17,7 +17,7 @@ from typing import Any, Callable, Dict, Iterator, List, NamedTuple, Optional, Tu
 
 from ._errors import Error, Fault, Missing, Unreadable
 from ._orvelpki import ffi, lib
-from ._scalars import BitString, ObjectIdentifier, read_identifier
+from ._scalars import BitString, read_identifier
 from ._text import text_of
 
 _new = object.__new__

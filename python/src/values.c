@@ -16,9 +16,7 @@ static int is_list(pki_Kind kind) {
 
 static int is_number(pki_Kind kind) { return kind == PKI_BOOLEAN || kind == PKI_ENUMERATED; }
 
-static int is_form(const pki_Type *type) {
-  return strncmp(pki_Type_record(type), "pki_", 4) == 0;
-}
+static int is_form(const pki_Type *type) { return strncmp(pki_Type_record(type), "pki_", 4) == 0; }
 
 static const void *pointer_at(const void *record, uint32_t offset) {
   const void *pointer;

@@ -1,7 +1,8 @@
 /*
  * What Python holds of a decoded record, and reads from it.
  *
- * A py_Value is a place in a tree of records: the whole, or a part that keeps the whole alive. It knows
+ * A py_Value is a place in a tree of records: the whole, or a part that keeps the whole alive. It
+ * knows
  * its own type, and each function checks what it is asked for against that type: no value and no
  * number that Python passes makes one read outside the tree. Nothing changes a tree once it is
  * decoded, so that all of this may be used from any thread.
@@ -21,7 +22,8 @@ static const uint32_t PY_SELF = 0xFFFFFFFF;
 static const int64_t PY_ABSENT = INT64_MIN;
 /** What a time is that is none. */
 static const int64_t PY_OTHER = INT64_MIN + 1;
-/** Below it are no numbers: of an INTEGER of more than seven octets, it is the number of its octets times
+/** Below it are no numbers: of an INTEGER of more than seven octets, it is the number of its octets
+ * times
  * two, plus one where it is negative, above PY_OTHER. */
 static const int64_t PY_NUMBERS = INT64_MIN + ((int64_t)1 << 40);
 
@@ -66,7 +68,8 @@ int64_t py_number(const py_Value *value, uint32_t index);
 /** Returns a time in seconds since 1970 in UTC; PY_ABSENT, or PY_OTHER. */
 int64_t py_seconds(const py_Value *value, uint32_t index);
 
-/** Returns the number of octets of an INTEGER, in two's complement where it is negative, a string, the text of a time, or the arcs of an
+/** Returns the number of octets of an INTEGER, in two's complement where it is negative, a string,
+ * the text of a time, or the arcs of an
  * identifier; PY_ABSENT. */
 int64_t py_length(const py_Value *value, uint32_t index);
 
@@ -96,20 +99,23 @@ char *py_name_text(const py_Value *value);
 /** Makes the text of a name as the records keep it, to be released with py_free_text(). */
 char *py_name_own_text(const py_Value *value);
 
-/** Makes a name of its text (RFC 4514), to be released with py_release(). Returns NULL where there is
+/** Makes a name of its text (RFC 4514), to be released with py_release(). Returns NULL where there
+ * is
  * no such name. */
 py_Value *py_name_parse(const char *text);
 
 /** Releases a text. Takes NULL. */
 void py_free_text(char *text);
 
-/** Returns the type of the values that an identifier, given as text, stands in front of; or NULL. */
+/** Returns the type of the values that an identifier, given as text, stands in front of; or NULL.
+ */
 const pki_Type *py_defined_by(const char *identifier);
 
 /** Writes the text of an identifier in its one form. Returns NULL where it is none. */
 char *py_identifier_parse(const char *text);
 
-/** The library's named identifiers: their number, the name of each, and its text, to be released with
+/** The library's named identifiers: their number, the name of each, and its text, to be released
+ * with
  * py_free_text(). */
 uint32_t py_name_count(void);
 const char *py_name(uint32_t index);

@@ -7,6 +7,8 @@ import mmap
 import pickle
 import random
 import resource
+import subprocess
+import sys
 import threading
 import time
 import weakref
@@ -14,7 +16,7 @@ import weakref
 import orvelasn1
 import pytest
 from orvelasn1 import Certificate
-from support import CERTIFICATE, EXTENSIONS, certificate, element, extension, sequence, tbs, use
+from support import CERTIFICATE, ECDSA, EXTENSIONS, certificate, element, extension, name, sequence, tbs, use
 
 
 @pytest.mark.parametrize(
@@ -256,9 +258,9 @@ def test_depth():
 
 
 def test_paths_and_sentences_with_odd_names():
-    for name in ("a" * 10**6, "\0", "\ud800", "pki_Certificate\0"):
+    for type_name in ("a" * 10**6, "\0", "\ud800", "pki_Certificate\0"):
         with pytest.raises(LookupError):
-            orvelasn1.decode(name, b"")
+            orvelasn1.decode(type_name, b"")
 
 
 def walk_with_all_threads(work, count=4):
@@ -296,8 +298,6 @@ def test_threads_read_the_same_value():
 
 def test_other_threads_run_while_one_decodes():
     entry = sequence(element(0x02, "01"), element(0x17, b"200131120000Z"))
-    from support import ECDSA, name
-
     inside = sequence(ECDSA, name(), element(0x17, b"200131120000Z"), sequence(entry * 400000))
     octets = sequence(inside, ECDSA, element(0x03, "00AB"))
     span = []
@@ -344,3 +344,82 @@ def test_the_octets_of_extensions_are_not_followed_forever():
     for _ in range(50):
         octets = extension("551D11", octets)
     use(Certificate.decode(certificate(extensions=[octets])))
+
+
+def run(program, *arguments):
+    """Returns the end of an interpreter of its own: its status, and what it said."""
+    done = subprocess.run(
+        [sys.executable, "-c", program, CERTIFICATE.hex(), *arguments], capture_output=True, text=True, check=False
+    )
+    return done.returncode, done.stdout + done.stderr
+
+
+def test_the_end_of_the_interpreter():
+    assert run(
+        """
+import atexit, sys, threading, orvelasn1
+octets = bytes.fromhex(sys.argv[1])
+kept = orvelasn1.Certificate.decode(octets)
+part = kept.tbsCertificate.extensions[0]
+kept.__dict__["itself"] = kept
+
+class Late:
+    def __init__(self): self.value = orvelasn1.Certificate.decode(octets)
+    def __del__(self): self.value.tbsCertificate.serialNumber
+
+late = Late()
+sys.modules["late"] = late
+atexit.register(lambda: part.extnID)
+
+def forever():
+    while True:
+        orvelasn1.Certificate.decode(octets).tbsCertificate.validity.notAfter
+
+for _ in range(3):
+    threading.Thread(target=forever, daemon=True).start()
+"""
+    ) == (0, "")
+
+
+def test_a_process_that_forks():
+    assert run(
+        """
+import os, sys, orvelasn1
+kept = orvelasn1.Certificate.decode(bytes.fromhex(sys.argv[1]))
+child = os.fork()
+assert kept.tbsCertificate.serialNumber == 0x0A1B
+del kept
+if child:
+    assert os.waitpid(child, 0)[1] == 0
+"""
+    ) == (0, "")
+
+
+def test_exhausted_memory():
+    status, said = run(
+        """
+import resource, sys, orvelasn1
+entry = bytes.fromhex("3012020101170d") + b"200131120000Z"
+def element(tag, content):
+    return bytes([tag, 0x84]) + len(content).to_bytes(4, "big") + content
+algorithm = bytes.fromhex("300a06082a8648ce3d040302")
+inside = algorithm + bytes.fromhex("3000170d") + b"200131120000Z" + element(0x30, entry * 200000)
+octets = element(0x30, element(0x30, inside) + algorithm + bytes.fromhex("030200ab"))
+whole = orvelasn1.CertificateList.decode(octets)
+assert len(whole.tbsCertList.revokedCertificates) == 200000
+del whole
+outcomes = set()
+with open("/proc/self/statm") as statm:
+    used = int(statm.read().split()[0]) * resource.getpagesize()
+for room in range(0, 64 << 20, 1 << 20):
+    resource.setrlimit(resource.RLIMIT_AS, (used + room, resource.RLIM_INFINITY))
+    try:
+        orvelasn1.CertificateList.decode(octets).encode()
+        outcomes.add("decoded")
+    except MemoryError:
+        outcomes.add("no memory")
+resource.setrlimit(resource.RLIMIT_AS, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
+print(sorted(outcomes))
+"""
+    )
+    assert (status, said) == (0, "['decoded', 'no memory']\n")

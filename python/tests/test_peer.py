@@ -134,7 +134,7 @@ def test_certificates(tmp_path):
         extensions += check_extensions(inside.extensions, lambda peer=peer: peer.extensions)
         try:
             key = peer.public_key()
-        except (ValueError, TypeError) as _:
+        except (ValueError, TypeError):
             pass
         except Exception as error:
             assert type(error).__name__ == "UnsupportedAlgorithm"
