@@ -1,0 +1,243 @@
+"""Records in the types of JSON, as `orvelasn1 show --json` has them.
+
+What the tool finds out about a record is not here: names of identifiers, decoded values of extensions, the
+standing of a validity, the kind of a key, the facts at the head of a certificate.
+"""
+
+from __future__ import annotations
+
+import socket
+from typing import Any, Dict, List
+
+from ._orvelpki import ffi, lib
+from ._scalars import content_of_large, read_identifier
+from ._text import is_clean, shown, text_of
+from ._types import _LISTS, NameValue, Type, Value
+from ._writer import element
+
+_SMALL = 0xFFFFFFFF
+
+# The fields with an INTEGER that counts something: a number. Any other is the digits of its octets.
+_COUNTS = {
+    "TBSCertificate": ("version",),
+    "TBSCertList": ("version",),
+    "CertificationRequestInfo": ("version",),
+    "TBSRequest": ("version",),
+    "ResponseData": ("version",),
+    "BasicConstraints": ("pathLenConstraint",),
+    "GeneralSubtree": ("minimum", "maximum"),
+    "PolicyConstraints": ("requireExplicitPolicy", "inhibitPolicyMapping"),
+}
+
+# What the octets that are kept beside a field are called.
+_KEPT = {"signedAttrs": "signedAttrsEncoded", "tbsResponseData": "tbsResponseDataBytes"}
+
+
+def _hex(octets: bytes) -> str:
+    return octets.hex().upper()
+
+
+def _octets(handle: Any, index: int) -> Any:
+    length = lib.py_length(handle, index)
+    if length < 0:
+        return None
+    return bytes(ffi.unpack(lib.py_octets(handle, index), length)) if length else b""
+
+
+def _integer(handle: Any, index: int) -> str:
+    octets = _octets(handle, index)
+    number = lib.py_number(handle, index)
+    is_negative = number < 0 if number >= lib.PY_NUMBERS else (number - lib.PY_OTHER) % 2 != 0
+    if not octets:
+        return "00"
+    if not is_negative:
+        return _hex(octets)
+    amount = -int.from_bytes(octets, "big", signed=True)
+    return "-" + _hex(amount.to_bytes(len(octets), "big"))
+
+
+def _count(handle: Any, index: int) -> Any:
+    number = lib.py_number(handle, index)
+    return number if 0 <= number < _SMALL else _integer(handle, index)
+
+
+def _identifier(handle: Any, index: int) -> str:
+    words = _octets(handle, index)
+    content = content_of_large(words) if words else None
+    if content is not None and len(content) > 128:
+        return f"an identifier of {len(content)} octets"
+    return str(read_identifier(handle, index) or "")
+
+
+def _time(handle: Any, index: int) -> Dict[str, Any]:
+    text = _octets(handle, index).decode("utf-8", "surrogateescape")
+    time: Dict[str, Any] = {"kind": lib.py_identifier(handle, index), "value": shown(text)}
+    seconds = lib.py_seconds(handle, index)
+    if seconds > lib.PY_OTHER:
+        time["time"] = _iso(seconds)
+    return time
+
+
+def _iso(seconds: int) -> str:
+    """Returns a time of any year."""
+    days, rest = divmod(seconds, 86400)
+    # From the first of March of the year 0, so that a leap day ends its year.
+    era, day = divmod(days + 719468, 146097)
+    year = (day - day // 1460 + day // 36524 - day // 146096) // 365
+    day -= 365 * year + year // 4 - year // 100
+    month = (5 * day + 2) // 153
+    date = day - (153 * month + 2) // 5 + 1
+    month = month + 3 if month < 10 else month - 9
+    year += era * 400 + (month <= 2)
+    return (
+        f"{year:04}-{month:02}-{date:02}T{rest // 3600:02}:{rest % 3600 // 60:02}:{rest % 60:02}Z"
+    )
+
+
+def _characters(handle: Any, index: int) -> str:
+    octets = _octets(handle, index)
+    identifier = lib.py_identifier(handle, index)
+    text = None if identifier == 0x15 else text_of(identifier, octets)
+    return _hex(octets) if text is None else shown(text)
+
+
+def _attribute(handle: Any) -> Dict[str, Any]:
+    octets, tag = _octets(handle, 1), lib.py_identifier(handle, 1)
+    text = None if tag & ~0x20 == 0x15 else text_of(tag, octets)
+    found = {
+        "type": _identifier(handle, 0),
+        "valueTag": tag,
+        "value": None if text is None else shown(text),
+    }
+    if text is None or not is_clean(text):
+        found["valueOctets"] = _hex(octets)
+    return found
+
+
+def name_text(name: NameValue) -> str:
+    """Returns the library's text of a name whose values are UTF-8, whatever they are in the name."""
+    relatives: List[Any] = []
+    for relative in name:
+        attributes = []
+        for attribute in relative:
+            handle = attribute._handle
+            octets, tag = _octets(handle, 1), lib.py_identifier(handle, 1)
+            text = None if tag & ~0x20 == 0x15 else text_of(tag, octets)
+            value = "#" + _hex(octets) if text is None else shown(text.replace("\0", "\ufffd"))
+            attributes.append(
+                element(0x30, attribute_type(attribute) + element(tag or 0x04, value.encode()))
+            )
+        relatives.append(element(0x31, b"".join(attributes)))
+    copy = type(name).decode(element(0x30, b"".join(relatives)))
+    return shown(copy.own_text())
+
+
+def attribute_type(attribute: Any) -> bytes:
+    """Returns the element of an attribute's type."""
+    octets: bytes = attribute.encode()
+    at = 2 if octets[1] < 0x80 else 2 + (octets[1] & 0x7F)
+    length = octets[at + 1]
+    if length < 0x80:
+        return octets[at : at + 2 + length]
+    count = length & 0x7F
+    length = int.from_bytes(octets[at + 2 : at + 2 + count], "big")
+    return octets[at : at + 2 + count + length]
+
+
+def _part(type_: Type, handle: Any, index: int) -> Any:
+    """Describes a part of a value; None where it is not there."""
+    kind = type_.kind
+    if kind == lib.PKI_NULL:
+        return True
+    if not lib.py_has(handle, index):
+        return None
+    if type_.is_time:
+        return _time(handle, index)
+    if kind in (lib.PKI_SEQUENCE, lib.PKI_CHOICE) or kind in _LISTS:
+        return _whole(type_, ffi.gc(lib.py_part(handle, index), lib.py_release))
+    if kind == lib.PKI_BOOLEAN:
+        return lib.py_number(handle, index) != 0
+    if kind == lib.PKI_ENUMERATED:
+        return lib.py_number(handle, index)
+    if kind == lib.PKI_INTEGER:
+        return _integer(handle, index)
+    if kind == lib.PKI_OBJECT_IDENTIFIER:
+        return _identifier(handle, index)
+    if kind == lib.PKI_BIT_STRING:
+        return {"length": lib.py_bits(handle, index), "data": _hex(_octets(handle, index))}
+    if kind == lib.PKI_CHARACTER_STRING:
+        return _characters(handle, index)
+    return _hex(_octets(handle, index))
+
+
+def _record(type_: Type, handle: Any) -> Dict[str, Any]:
+    found: Dict[str, Any] = {}
+    counts = _COUNTS.get(type_.name, ())
+    for field in type_.fields:
+        kept = lib.py_kept_length(handle, field.number) if field.kept else -1
+        if kept >= 0:
+            octets = bytes(ffi.unpack(lib.py_kept_octets(handle, field.number), kept)) if kept else b""
+            called = _KEPT.get(field.name, "tbsEncoded")
+            found[field.name + "Encoded" if field.has_text else called] = _hex(octets)
+        if field.name in counts and lib.py_has(handle, field.number):
+            found[field.name] = _count(handle, field.number)
+            continue
+        value = _part(field.type, handle, field.number)
+        if value is None:
+            continue
+        if field.type.name == "RDNSequence":
+            found[field.name + "Sequence"] = value
+            part = ffi.gc(lib.py_part(handle, field.number), lib.py_release)
+            value = name_text(field.type.value_class._of(part))
+        found[field.name] = value
+    return found
+
+
+def _general_name(type_: Type, handle: Any) -> Dict[str, Any]:
+    index = lib.py_alternative(handle)
+    if index == lib.PY_SELF:
+        return {}
+    field = type_.fields[index]
+    found: Dict[str, Any] = {"kind": field.kind}
+    if field.type.name == "AnotherName":
+        return {**found, **_part(field.type, handle, index)}
+    if field.type.name == "RDNSequence":
+        part = ffi.gc(lib.py_part(handle, index), lib.py_release)
+        return {**found, "value": name_text(field.type.value_class._of(part))}
+    if field.type.name == "IA5String":  # as UTF-8, which some write there
+        return {**found, "value": shown(_octets(handle, index).decode("utf-8", "surrogateescape"))}
+    if field.name == "iPAddress":
+        octets = _octets(handle, index)
+        family = {4: socket.AF_INET, 16: socket.AF_INET6}.get(len(octets))
+        return {**found, "value": socket.inet_ntop(family, octets) if family else _hex(octets)}
+    return {**found, "value": _part(field.type, handle, index)}
+
+
+def _whole(type_: Type, handle: Any) -> Any:
+    if type_.name == "GeneralName":
+        return _general_name(type_, handle)
+    if type_.kind == lib.PKI_SEQUENCE:
+        if any(field.type.kind == lib.PKI_ATTRIBUTE_VALUE for field in type_.fields):
+            return _attribute(handle)
+        return _record(type_, handle)
+    if type_.kind == lib.PKI_CHOICE:
+        index = lib.py_alternative(handle)
+        if index == lib.PY_SELF:
+            return {}
+        field = type_.fields[index]
+        return {field.name: _part(field.type, handle, index)}
+    if type_.element is None:
+        return [
+            {
+                name: _hex(value) if isinstance(value, bytes) else value
+                for name, value in timestamp._asdict().items()
+                if value is not None
+            }
+            for timestamp in type_.value_class._of(handle)
+        ]
+    return [_part(type_.element, handle, index) for index in range(lib.py_count(handle))]
+
+
+def json_of(value: Value) -> Any:
+    """Describes a value: a dict for a record or a choice, a list for a list."""
+    return _whole(value._type, value._handle)
