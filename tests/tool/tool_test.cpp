@@ -251,21 +251,30 @@ TEST_F(ToolShow, DoesNotDependOnTheZoneOrTheLocale) {
 }
 
 TEST_F(ToolShow, ReadsTimesWithOffsetsAndRefusesDatesThatAreNone) {
-  const std::array<std::tuple<uint8_t, const char *, const char *>, 7> rows{{
+  const std::array<std::tuple<uint8_t, const char *, const char *>, 10> rows{{
       {0x17, "491231235959Z", "2049-12-31 23:59:59"},
       {0x17, "500101000000Z", "1950-01-01 00:00:00"},
       {0x17, "2501011200Z", "2025-01-01 12:00:00"},
       {0x17, "250101120000+0130", "2025-01-01 10:30:00"},
       {0x18, "99991231235959Z", "9999-12-31 23:59:59"},
       {0x17, "250631120000Z", "\"250631120000Z\""},
-      {0x18, "20250101120000.5Z", "\"20250101120000.5Z\""},
+      {0x18, "205609082238Z", "2056-09-08 22:38:00"},
+      {0x18, "20250101120000.5Z", "2025-01-01 12:00:00"},
+      {0x18, "20250101120000,25+0100", "2025-01-01 11:00:00"},
+      {0x18, "20250101120000.Z", "\"20250101120000.Z\""},
   }};
   for (const auto &[tag, text, shown] : rows) {
     Parts parts;
     parts.not_after = element(tag, support::text(text));
-    const Outcome result = run({"show"}, characters(certificate(parts)));
+    const std::string input = characters(certificate(parts));
+    const Outcome result = run({"show"}, input);
     EXPECT_NE(std::string::npos, result.out.find(std::string("  ") + shown + ", "))
         << text << result.out;
+    // One moment wherever it stands.
+    const json object = json::parse(run({"show", "--json"}, input).out);
+    EXPECT_EQ(object["notAfter"],
+              object["tbsCertificate"]["validity"]["notAfter"].value("time", json(nullptr)))
+        << text;
   }
 }
 

@@ -1,5 +1,7 @@
 #include "records/distinguished_names.h"
 
+#include <orvelpki.h>
+
 #include <algorithm>
 
 #include "input/der.h"
