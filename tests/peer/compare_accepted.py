@@ -29,9 +29,14 @@ DIFFERENCES = {
         ("2bd004a45ec665835f4c.der", "sans.uri"),
     ),
     "Bits that have no name: the peers leave them out.": (
-        ("761a777445ba89d59f3a.der", "extensions[cRLDistributionPoints]"),
         ("9f35d6bc022bbc8d5892.der", "extensions[cRLDistributionPoints][0].reasons"),
         ("f90f9f3079dae46f8d99.der", "extensions[keyUsage]"),
+    ),
+    "Reasons alone, which cryptography refuses; there are no words for them here.": (
+        ("761a777445ba89d59f3a.der", "extensions[cRLDistributionPoints]"),
+    ),
+    "A reason without a name: RFC 5280, 5.3.1 has no reason 7.": (
+        ("da89b00c3c6fc28c4a60.der", "revokedCertificates[0][cRLReason]"),
     ),
     "OpenSSL ends a text at its first octet 00.": (
         ("851faf744384d78f3279.der", "extensions[certificatePolicies]"),
@@ -64,13 +69,15 @@ KINDS = (
     "extension policyMappings", "extension privateKeyUsagePeriod", "extension subjectAltName",
     "extension subjectInfoAccess", "extension subjectKeyIdentifier", "extension tlsFeature",
     "key", "moment", "name", "names by kind", "number of certificates", "number of entries",
-    "number of extensions", "number of requests", "number of responses", "number of updates",
+    "number of extensions", "number of purposes",
+    "number of requests", "number of responses", "number of updates",
     "object: certificate", "object: certification-request", "object: crl",
     "object: ocsp-request", "object: ocsp-response", "octets of a key",
-    "octets of an extension", "parameters of PSS", "relative names", "request", "requestor",
+    "octets of an extension", "other names", "parameters of PSS", "relative names", "request", "requestor",
     "responder by key", "serial number", "serial number of an entry", "signature",
-    "status of a response", "summary of a CRL", "time of a response", "update", "validity",
-    "version")
+    "status of a response", "subject's key", "issuer's key", "summary of a CRL",
+    "text of a name", "time of a response", "update", "usage of a key", "validity", "version",
+    "whether it may issue")
 
 # Only real and hostile files have these.
 KINDS_OF_THE_CORPUS = (

@@ -9,6 +9,10 @@ class Refused(Exception):
     """A peer does not read these octets."""
 
 
+class Unknown(Refused):
+    """A peer does not know their type."""
+
+
 def wrap(tag, *contents):
     """Returns the element with this tag and content."""
     content = b"".join(contents)

@@ -238,6 +238,10 @@ class Maker:
         ask("signed.request.der", "-sha256", "-serial", "0x5", "-signer", "ca.pem", "-signkey",
             "p256.key")
         answer("many.response.der", "many.request.der", "-ndays", "7")
+        for status in (1, 2, 3, 5, 6):
+            name = self.folder / f"{status}.response.der"
+            name.write_bytes(bytes([0x30, 3, 0x0A, 1, status]))
+            self.made.append(name)
         answer("nonce.response.der", "signed.request.der", "-resp_key_id", "-resp_no_certs")
 
 

@@ -81,3 +81,10 @@ NUMBERS = ("2.5.29.20", "2.5.29.27", "2.5.29.54")
 def extension_value(identifier, decoded):
     """Returns the value of an extension; a number that is one."""
     return number(decoded) if identifier in NUMBERS else comparable(decoded)
+
+
+def is_malformed(value):
+    """Whether the tool marks a value, or a part of it, as malformed."""
+    if isinstance(value, dict):
+        return "malformed" in value or any(map(is_malformed, value.values()))
+    return isinstance(value, list) and any(map(is_malformed, value))

@@ -11,7 +11,7 @@ import compare_json as tool
 import compare_openssl as openssl
 import compare_text as text
 import compare_values as values
-from compare_der import Refused
+from compare_der import Refused, Unknown
 from compare_values import hexadecimal, load
 
 BOOLEAN, SEQUENCE = 1, 0x30
@@ -89,16 +89,19 @@ def compare_extension(report, path, ours, octets, place):
     decoded = tool.extension_value(dotted, ours.get("decoded"))
     shown = {"malformed": ours["malformed"]} if "malformed" in ours else decoded
 
-    def by_value():
+    known = True
+
+    def value():
+        nonlocal known
         try:
             return shown, values.extension_value(octets, place)
-        except Refused:
-            return by_text()
-
-    def by_text():
-        theirs = openssl.extension_text(octets)
-        return shown if "malformed" in ours else text.text_of(dotted, decoded), theirs
-    report.ask(f"extension {ours.get('extnIDName', dotted)}", path, by_value)
+        except Refused as refusal:
+            known = not isinstance(refusal, Unknown)
+            theirs = openssl.extension_text(octets)
+            return shown if "malformed" in ours else text.text_of(dotted, decoded), theirs
+    answers = report.ask(f"extension {ours.get('extnIDName', dotted)}", path, value)
+    if not answers and known and not tool.is_malformed(ours):
+        report.differ(path, decoded, "what no peer reads")
 
 
 def compare_extensions(report, path, ours, octets, place):
@@ -134,18 +137,51 @@ def compare_digests(report, ours, octets, key):
             hexadecimal(hashlib.sha1(der.content(der.inside(key)[1])[1:]).digest())])
 
 
-def compare_sans(report, ours, octets):
-    """Compares the alternative names by their kinds with those of cryptography."""
-    def ask():
-        found = load(x509.load_der_x509_certificate, octets)
-        names = load(lambda one: one.extensions.get_extension_for_class(
-            x509.SubjectAlternativeName).value, found)
-        kinds = {"dns": x509.DNSName, "ip": x509.IPAddress, "mail": x509.RFC822Name,
-                 "uri": x509.UniformResourceIdentifier}
-        return ({kind: ours[kind] for kind in kinds},
-                {kind: [str(name.value) for name in names if isinstance(name, member)]
-                 for kind, member in kinds.items()})
-    report.ask("names by kind", "sans", ask)
+def compare_facts(report, ours, octets, extensions):
+    """Compares what stands in front of the fields: the answers to common questions."""
+    listed = {}
+    for extension in extensions:
+        listed.setdefault(der.dotted(der.inside(extension)[0]), extension)
+
+    def value(identifier):
+        return values.extension_value(listed[identifier], values.in_certificate) \
+            if identifier in listed else None
+
+    def names_by_kind():
+        names = value("2.5.29.17") or []
+        kinds = {"mail": 1, "dns": 2, "uri": 6, "ip": 7}
+        return ({name: ours["sans"][name] for name in kinds},
+                {name: [one["value"] for one in names if one["kind"] == kind]
+                 for name, kind in kinds.items()})
+
+    def may_issue():
+        constraints, usage = value("2.5.29.19"), value("2.5.29.15")
+        return ours["isCA"], bool(constraints and constraints["cA"] and
+                                  (usage is None or "keyCertSign" in usage))
+
+    def purposes():
+        found = value("2.5.29.37")
+        return [len(ours["extKeyUsage"] or [])], [len(found or [])]
+
+    def issuers_key():
+        found = value("2.5.29.35") or {}
+        return ours["authorityKeyIdentifier"], found.get("keyIdentifier")
+    report.ask("names by kind", "sans", names_by_kind)
+    # Those of the fields are compared with the peers'.
+    report.compare("other names", "sans", ours["sans"]["other"], [
+        name for extension in ours["tbsCertificate"].get("extensions", [])
+        if extension["extnID"] == "2.5.29.17" for name in extension.get("decoded", [])
+        if name.get("kind") in (0, 3, 5, 8)])
+    report.ask("whether it may issue", "isCA", may_issue)
+    report.ask("usage of a key", "keyUsage", lambda: (ours["keyUsage"], value("2.5.29.15")))
+    report.ask("number of purposes", "extKeyUsage", purposes)
+    report.ask("subject's key", "subjectKeyIdentifier",
+               lambda: (ours["subjectKeyIdentifier"], value("2.5.29.14")))
+    report.ask("issuer's key", "authorityKeyIdentifier", issuers_key)
+
+
+def compare_name_text(report, path, ours, octets):
+    report.ask("text of a name", path, lambda: (ours, values.subject_text(octets)))
 
 
 def compare_certificate(report, ours, octets):
@@ -161,14 +197,17 @@ def compare_certificate(report, ours, octets):
     compare_signature(report, ours, algorithm, signature, "signatureValue")
     compare_name(report, "issuer", fields["issuerSequence"], issuer)
     compare_name(report, "subject", fields["subjectSequence"], subject)
+    compare_name_text(report, "subjectRfc4514", ours["subjectRfc4514"], subject)
+    compare_name_text(report, "issuerRfc4514", ours["issuerRfc4514"], issuer)
     for part, time in zip(("notBefore", "notAfter"), der.inside(validity)):
         compare_time(report, "validity", part, fields["validity"][part], time)
         report.compare("moment", part, ours[part], fields["validity"][part].get("time"))
     compare_key(report, "key", ours["key"], fields["subjectPublicKeyInfo"], key)
     compare_digests(report, ours, octets, key)
-    compare_sans(report, ours["sans"], octets)
-    compare_extensions(report, "extensions", fields.get("extensions"), tagged(more, 0xA3),
+    extensions = tagged(more, 0xA3)
+    compare_extensions(report, "extensions", fields.get("extensions"), extensions,
                        values.in_certificate)
+    compare_facts(report, ours, octets, der.inside(extensions) if extensions else [])
 
 
 def compare_request(report, ours, octets):

@@ -1,5 +1,6 @@
 """What python3-cryptography says of a part of an object, in the form that the tool's JSON has."""
 import datetime
+import re
 import warnings
 
 from cryptography import x509
@@ -9,7 +10,7 @@ from cryptography.hazmat.primitives.asymmetric.dsa import DSAPublicKey
 from cryptography.x509 import ocsp
 
 import compare_der as der
-from compare_der import Refused
+from compare_der import Refused, Unknown
 
 warnings.simplefilter("ignore")  # it warns of what RFC 5280 forbids, and reads it
 
@@ -241,7 +242,7 @@ def extension_value(extension, place):
     value = load(lambda octets: place(octets)[0].value, der.wrap(0x30, parts[0], parts[-1]))
     reader = READERS.get(type(value))
     if reader is None:
-        raise Refused("an extension that it does not know")
+        raise Unknown("an extension")
     return load(reader, value)
 
 
@@ -256,6 +257,21 @@ def subject(octets):
     """Returns the relative names of a Name, see name()."""
     return load(lambda one: name(x509.load_der_x509_certificate(one).subject),
                 der.certificate(subject=octets))
+
+
+# The attributes that have a short name in RFC 4514, 3. Others are written in other ways by cryptography.
+SHORT = ("2.5.4.3", "2.5.4.7", "2.5.4.8", "2.5.4.10", "2.5.4.11", "2.5.4.6", "2.5.4.9",
+         "0.9.2342.19200300.100.1.25", "0.9.2342.19200300.100.1.1")
+
+
+def subject_text(octets):
+    """Returns the text of a Name by RFC 4514, of one whose relative names have one attribute each."""
+    found = load(lambda one: x509.load_der_x509_certificate(one).subject,
+                 der.certificate(subject=octets))
+    if any(len(der.inside(rdn)) != 1 for rdn in der.inside(octets)) or \
+            any(one.oid.dotted_string not in SHORT for one in found):
+        raise Refused("a name without one text")
+    return found.rfc4514_string()
 
 
 PSS = der.wrap(6, bytes.fromhex("2A864886F70D01010A"))
@@ -281,4 +297,4 @@ def public_key(octets):
                 "point": key.public_numbers().y}
     raw = key.public_bytes(serialization.Encoding.Raw, serialization.PublicFormat.Raw)
     kind = type(key).__name__.lstrip("_").replace("PublicKey", "")
-    return {"kind": kind, "point": hexadecimal(raw)}
+    return {"kind": re.sub(r"^ML(DSA|KEM)", r"ML-\1-", kind), "point": hexadecimal(raw)}
