@@ -38,6 +38,10 @@ DIFFERENCES = {
     "A reason without a name: RFC 5280, 5.3.1 has no reason 7.": (
         ("da89b00c3c6fc28c4a60.der", "revokedCertificates[0][cRLReason]"),
     ),
+    "An empty relative name is a mere slash in the text of a name, like an escape of the next.": (
+        ("82c29daa1db4a5170a2b.der", "subject in a text"),
+        ("f7c781fc352076574b95.der", "subject in a text"),
+    ),
     "OpenSSL ends a text at its first octet 00.": (
         ("851faf744384d78f3279.der", "extensions[certificatePolicies]"),
     ),
@@ -68,7 +72,7 @@ KINDS = (
     "extension ocsp-nocheck", "extension ocsp-nonce", "extension policyConstraints",
     "extension policyMappings", "extension privateKeyUsagePeriod", "extension subjectAltName",
     "extension subjectInfoAccess", "extension subjectKeyIdentifier", "extension tlsFeature",
-    "key", "moment", "name", "names by kind", "number of certificates", "number of entries",
+    "key", "moment", "name", "name in a text", "names by kind", "number of certificates", "number of entries",
     "number of extensions", "number of purposes",
     "number of requests", "number of responses", "number of updates",
     "object: certificate", "object: certification-request", "object: crl",

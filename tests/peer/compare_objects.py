@@ -34,9 +34,15 @@ def compare_number(report, kind, path, ours, octets):
                                          der.certificate(serial=octets)).serial_number))
 
 
-def compare_name(report, path, ours, octets):
-    """Compares a name. OpenSSL leaves out empty relative names; cryptography has sets."""
+def compare_name(report, path, ours, octets, in_text=None):
+    """Compares a name, and its text where there is one.
+
+    OpenSSL and the text leave out empty relative names; cryptography has sets.
+    """
     ours = tool.name(ours)
+    if in_text is not None and all(one[2] is not None for rdn in ours for one in rdn):
+        report.compare("name in a text", f"{path} in a text", tool.name_of_text(in_text),
+                       [sorted(rdn) for rdn in ours if rdn])
     report.compare("relative names", path, len(ours), len(der.inside(octets)))
 
     def question(peer, form):
@@ -195,8 +201,8 @@ def compare_certificate(report, ours, octets):
     compare_number(report, "serial number", "serialNumber", fields["serialNumber"], serial)
     compare_algorithm(report, "signature", fields["signature"], inner)
     compare_signature(report, ours, algorithm, signature, "signatureValue")
-    compare_name(report, "issuer", fields["issuerSequence"], issuer)
-    compare_name(report, "subject", fields["subjectSequence"], subject)
+    compare_name(report, "issuer", fields["issuerSequence"], issuer, fields["issuer"])
+    compare_name(report, "subject", fields["subjectSequence"], subject, fields["subject"])
     compare_name_text(report, "subjectRfc4514", ours["subjectRfc4514"], subject)
     compare_name_text(report, "issuerRfc4514", ours["issuerRfc4514"], issuer)
     for part, time in zip(("notBefore", "notAfter"), der.inside(validity)):
@@ -217,7 +223,7 @@ def compare_request(report, ours, octets):
     report.compare("version", "version", [ours["version"], fields["version"]],
                    [der.integer(version) + 1, der.integer(version)])
     compare_signature(report, ours, algorithm, signature)
-    compare_name(report, "subject", fields["subjectSequence"], subject)
+    compare_name(report, "subject", fields["subjectSequence"], subject, fields["subject"])
     compare_key(report, "key", ours["key"], fields["subjectPKInfo"], key)
     for one, attribute in zip(fields["attributes"], der.inside(attributes)):
         kind, held = der.inside(attribute)
@@ -250,7 +256,7 @@ def compare_crl(report, ours, octets):
     report.compare("version", "version", fields.get("version"), version)
     compare_algorithm(report, "signature", fields["signature"], inner)
     compare_signature(report, ours, algorithm, signature, "signatureValue")
-    compare_name(report, "issuer", fields["issuerSequence"], issuer)
+    compare_name(report, "issuer", fields["issuerSequence"], issuer, fields["issuer"])
     times = [part for part in rest if part[0] in (0x17, 0x18)]
     updates = [name for name in ("thisUpdate", "nextUpdate") if name in fields]
     report.compare("number of updates", "updates", len(updates), len(times))

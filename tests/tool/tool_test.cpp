@@ -196,6 +196,36 @@ TEST_F(ToolShow, MarksAPolicyThatIsNone) {
     EXPECT_NE(std::string::npos, result.out.find(line)) << result.out;
 }
 
+TEST_F(ToolShow, TellsWhichDirectoryNameCannotBeRead) {
+  // In each of them is the name 30 02 01 00, a BOOLEAN where a SET must be.
+  const std::array<std::tuple<const char *, const char *, const char *>, 6> rows{{
+      {"06 03 55 1D 11", "30 06 A4 04 30 02 01 00", "6: [0].directoryName[0]"},
+      {"06 03 55 1D 23", "30 0E 80 01 01 A1 06 A4 04 30 02 01 00 82 01 05",
+       "11: authorityCertIssuer[0].directoryName[0]"},
+      {"06 03 55 1D 1F", "30 0A 30 08 A2 06 A4 04 30 02 01 00",
+       "10: [0].cRLIssuer[0].directoryName[0]"},
+      {"06 03 55 1D 1F", "30 0C 30 0A A0 08 A0 06 A4 04 30 02 01 00",
+       "12: [0].distributionPoint.fullName[0].directoryName[0]"},
+      {"06 03 55 1D 1E", "30 0A A0 08 30 06 A4 04 30 02 01 00",
+       "10: permittedSubtrees[0].base.directoryName[0]"},
+      {"06 08 2B 06 01 05 05 07 01 01",
+       "30 12 30 10 06 08 2B 06 01 05 05 07 30 01 A4 04 30 02 01 00",
+       "18: [0].accessLocation.directoryName[0]"},
+  }};
+  for (const auto &[identifier, value, place] : rows) {
+    const Bytes extension = sequence(hex(identifier) + element(0x04, hex(value)));
+    const std::string input = characters(certificate_with(extension));
+    const std::string why =
+        "offset " + std::string(place) + ": expected SET (31), found BOOLEAN (01)";
+    const json object =
+        json::parse(run({"show", "--json"}, input).out)["tbsCertificate"]["extensions"][0];
+    EXPECT_EQ(why, object.value("malformed", "")) << value;
+    const std::string page = run({"show"}, input).out;
+    EXPECT_NE(std::string::npos, page.find("malformed: " + why + "\n")) << page;
+    EXPECT_EQ(std::string::npos, page.find("expected the end")) << page;
+  }
+}
+
 TEST_F(ToolShow, KnowsTheNamesOfCurrentAlgorithms) {
   const std::array<std::pair<const char *, const char *>, 4> rows{{
       {"2.16.840.1.101.3.4.3.18", "ML-DSA-65"},
