@@ -145,12 +145,13 @@ def access_descriptions(values):
 
 
 def timestamps(values):
-    return [without_null({"version": value.version.value, "logID": hexadecimal(value.log_id),
-             "timestamp": milliseconds(value.timestamp),
-             "extensions": hexadecimal(value.extension_bytes) or None,
-             "signatureAlgorithm": f"{value.signature_algorithm.name.lower()} with "
-                                   f"{value.signature_hash_algorithm.name}",
-             "signature": hexadecimal(value.signature)}) for value in values]
+    return [without_null({
+        "version": value.version.value, "logID": hexadecimal(value.log_id),
+        "timestamp": milliseconds(value.timestamp),
+        "extensions": hexadecimal(value.extension_bytes) or None,
+        "signatureAlgorithm": f"{value.signature_algorithm.name.lower()} with "
+                              f"{value.signature_hash_algorithm.name}",
+        "signature": hexadecimal(value.signature)}) for value in values]
 
 
 def milliseconds(moment):
@@ -218,16 +219,9 @@ def in_ocsp_request(extension):
     return ocsp.load_der_ocsp_request(der.ocsp_request(extensions=[extension])).extensions
 
 
-def _printed(element):
-    text = string(element)
-    if text is None:
-        raise Refused("no character string")
-    return text
-
-
 # What cryptography does not know, and is no more than an INTEGER, an identifier or a string.
 ELEMENTS = {
-    "1.3.6.1.4.1.311.20.2": _printed,
+    "1.3.6.1.4.1.311.20.2": string,
     "1.3.6.1.4.1.311.21.1": der.integer,
     "2.5.29.23": der.dotted,
 }
@@ -243,7 +237,7 @@ def extension_value(extension, place):
     reader = READERS.get(type(value))
     if reader is None:
         raise Unknown("an extension")
-    return load(reader, value)
+    return reader(value)
 
 
 def reason_of(entry):
@@ -293,8 +287,7 @@ def public_key(octets):
         return {"kind": "EC", "bits": key.key_size, "curve": key.curve.name,
                 "point": hexadecimal(point)}
     if isinstance(key, DSAPublicKey):
-        return {"kind": "DSA", "bits": key.key_size,
-                "point": key.public_numbers().y}
+        return {"kind": "DSA", "bits": key.key_size, "point": key.public_numbers().y}
     raw = key.public_bytes(serialization.Encoding.Raw, serialization.PublicFormat.Raw)
     kind = type(key).__name__.lstrip("_").replace("PublicKey", "")
     return {"kind": re.sub(r"^ML(DSA|KEM)", r"ML-\1-", kind), "point": hexadecimal(raw)}
