@@ -69,7 +69,8 @@ KINDS = (
     "extension invalidityDate", "extension ipAddrBlocks", "extension issuerAltName",
     "extension issuingDistributionPoint", "extension keyUsage", "extension nameConstraints",
     "extension netscape-base-url", "extension netscape-cert-type", "extension netscape-comment",
-    "extension ocsp-nocheck", "extension ocsp-nonce", "extension policyConstraints",
+    "extension ocsp-archive-cutoff", "extension ocsp-crl", "extension ocsp-nocheck",
+    "extension ocsp-nonce", "extension ocsp-response", "extension ocsp-service-locator", "extension policyConstraints",
     "extension policyMappings", "extension privateKeyUsagePeriod", "extension subjectAltName",
     "extension subjectInfoAccess", "extension subjectKeyIdentifier", "extension tlsFeature",
     "key", "moment", "name", "name in a text", "names by kind", "number of certificates", "number of entries",
@@ -85,7 +86,8 @@ KINDS = (
 
 # Only real and hostile files have these.
 KINDS_OF_THE_CORPUS = (
-    "extension ms-ca-key-cert-index-pair", "extension ms-certificate-template-name",
+    "extension ms-application-policies", "extension ms-ca-key-cert-index-pair",
+    "extension ms-certificate-template-name",
     "extension netscape-ca-policy-url", "extension netscape-revocation-url",
     "extension precertificatePoison", "extension signedCertificateTimestamps",
     "object that is refused")

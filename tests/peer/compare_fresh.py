@@ -119,6 +119,33 @@ IPv6.1 = 2001:db9:1::-2001:db9:1::ff
 basicConstraints = CA:FALSE
 keyUsage = digitalSignature
 extendedKeyUsage = OCSPSigning
+[ocsp]
+1.3.6.1.5.5.7.48.1.3 = ASN1:SEQUENCE:crl_identifier
+1.3.6.1.5.5.7.48.1.4 = ASN1:SEQUENCE:response_types
+1.3.6.1.5.5.7.48.1.6 = ASN1:GENERALIZEDTIME:20200102030405Z
+1.3.6.1.5.5.7.48.1.7 = ASN1:SEQUENCE:service
+[crl_identifier]
+url = EXPLICIT:0, IA5STRING:http://example.org/ca.crl
+number = EXPLICIT:1, INTEGER:4096
+time = EXPLICIT:2, GENERALIZEDTIME:20260102030405Z
+[response_types]
+basic = OID:1.3.6.1.5.5.7.48.1.1
+other = OID:1.2.3.4
+[service]
+issuer = SEQUENCE:issuer
+locator = SEQUENCE:accesses
+[issuer]
+country = SET:countries
+[countries]
+one = SEQUENCE:country
+[country]
+type = OID:2.5.4.6
+value = PRINTABLESTRING:DE
+[accesses]
+one = SEQUENCE:access
+[access]
+method = OID:1.3.6.1.5.5.7.48.1
+location = IMPLICIT:6, IA5STRING:http://ocsp.example.org/
 [requested]
 subjectAltName = @names
 keyUsage = digitalSignature
@@ -194,7 +221,7 @@ class Maker:
                 ("long_serial", "p521", "plain", "-set_serial", "0x" + 19 * "ff"),
                 ("zero_serial", "ed25519", "plain", "-set_serial", "0"),
                 ("pss_key", "pss", "plain"), ("brainpool", "brainpool", "plain"),
-                ("ed448", "ed448", "plain"), ("later", "rsa", "plain", "-days", "20000"),
+                ("ed448", "ed448", "plain"), ("ocsp", "ed25519", "ocsp"), ("later", "rsa", "plain", "-days", "20000"),
                 ("pss", "rsa", "plain", "-sha256", "-sigopt", "rsa_padding_mode:pss", "-sigopt",
                  "rsa_pss_saltlen:20")):
             self.make(f"{name}.pem", "req", "-x509", "-new", "-key", f"{key}.key", "-extensions",

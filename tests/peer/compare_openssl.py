@@ -84,9 +84,13 @@ def _printed(print_to):
 
 
 def extension_text(extension):
-    """Returns the text of an Extension's value; refuses one that it does not know or read."""
+    """Returns the text of an Extension's value; refuses one that it does not know or read.
+
+    Some functions take it for a failure where there is nothing to print in front of a line.
+    """
     with _Decoded("X509_EXTENSION", extension) as value:
-        return _printed(lambda bio: _print_extension(bio, value, 0, 0))
+        text = _printed(lambda bio: _print_extension(bio, value, 0, 1))
+    return "\n".join(line.removeprefix(" ") for line in text.split("\n"))
 
 
 def algorithm_text(algorithm):

@@ -143,15 +143,31 @@ def system_numbers(value):
     return "".join(word + "\n" for word in words)
 
 
+def moment(time):
+    return f"{time:%b} {time.day:2} {time:%H:%M:%S %Y} GMT"
+
+
 def usage_period(value):
-    def moment(time):
-        return f"{time:%b} {time.day:2} {time:%H:%M:%S %Y} GMT"
     parts = []
     if "notBefore" in value:
         parts.append(f"Not Before: {moment(value['notBefore'])}")
     if "notAfter" in value:
         parts.append(f"Not After: {moment(value['notAfter'])}")
     return ", ".join(parts)
+
+
+def crl_identifier(value):
+    return (f"crlUrl: {value['crlUrl']}\ncrlNum: {value['crlNum']}\n"
+            f"crlTime: {moment(value['crlTime'])}\n")
+
+
+def service_locator(value):
+    issuer = general_name({"kind": 4, "value": value["issuerSequence"]}, one_line=False)
+    words = [f"Issuer: {issuer.removeprefix('DirName:')}"]
+    for one in value["locator"]:
+        method = openssl.identifier_text(one["accessMethod"])
+        words.append(f" {method} - {general_name(one['accessLocation'])}")
+    return lines(words)
 
 
 def itself(value):
@@ -161,13 +177,18 @@ def itself(value):
 TEXTS = {
     "1.3.6.1.5.5.7.1.7": address_blocks,
     "1.3.6.1.5.5.7.1.8": system_numbers,
+    "1.3.6.1.5.5.7.48.1.3": crl_identifier,
+    "1.3.6.1.5.5.7.48.1.4": lambda value: ", ".join(map(openssl.identifier_text, value)),
+    "1.3.6.1.5.5.7.48.1.6": moment,
+    "1.3.6.1.5.5.7.48.1.7": service_locator,
     "2.16.840.1.113730.1.1": lambda value: ", ".join(CERTIFICATE_TYPES[one] for one in value),
     **{f"2.16.840.1.113730.1.{arc}": itself for arc in (2, 3, 8, 13)},
     "2.5.29.16": usage_period,
     "2.5.29.17": general_names,
     "2.5.29.18": general_names,
     "2.5.29.19": basic_constraints,
-    "2.5.29.20": lambda value: number(value),
+    "2.5.29.20": number,
+    "2.5.29.23": openssl.identifier_text,
     "2.5.29.30": name_constraints,
     "2.5.29.32": lambda value: lines(map(policy, value)),
     "2.5.29.33": lambda value: ", ".join(

@@ -219,12 +219,10 @@ def in_ocsp_request(extension):
     return ocsp.load_der_ocsp_request(der.ocsp_request(extensions=[extension])).extensions
 
 
-# What cryptography does not know, and is no more than an INTEGER, an identifier or a string.
-ELEMENTS = {
-    "1.3.6.1.4.1.311.20.2": string,
-    "1.3.6.1.4.1.311.21.1": der.integer,
-    "2.5.29.23": der.dotted,
-}
+# What the peers do not know, and is no more than a string or an INTEGER.
+ELEMENTS = {"1.3.6.1.4.1.311.20.2": string, "1.3.6.1.4.1.311.21.1": der.integer}
+# What has the syntax of another extension.
+LIKE = {"1.3.6.1.4.1.311.21.10": bytes.fromhex("0603551D20")}
 
 
 def extension_value(extension, place):
@@ -233,7 +231,8 @@ def extension_value(extension, place):
     element = ELEMENTS.get(der.dotted(parts[0]))
     if element is not None:
         return element(der.content(parts[-1]))
-    value = load(lambda octets: place(octets)[0].value, der.wrap(0x30, parts[0], parts[-1]))
+    identifier = LIKE.get(der.dotted(parts[0]), parts[0])
+    value = load(lambda octets: place(octets)[0].value, der.wrap(0x30, identifier, parts[-1]))
     reader = READERS.get(type(value))
     if reader is None:
         raise Unknown("an extension")
