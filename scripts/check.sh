@@ -16,6 +16,7 @@ want_test_tools() {
   want openssl has openssl
   want gnutls-bin has certtool
   want jq has jq
+  want python3-cryptography /usr/bin/python3 -c "import cryptography"
   want binutils has readelf
   want locales test -e /usr/share/i18n/locales/C
   want libc6-dev links gcc

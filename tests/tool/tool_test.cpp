@@ -196,6 +196,36 @@ TEST_F(ToolShow, MarksAPolicyThatIsNone) {
     EXPECT_NE(std::string::npos, result.out.find(line)) << result.out;
 }
 
+TEST_F(ToolShow, TellsWhichDirectoryNameCannotBeRead) {
+  // In each of them is the name 30 02 01 00, a BOOLEAN where a SET must be.
+  const std::array<std::tuple<const char *, const char *, const char *>, 6> rows{{
+      {"06 03 55 1D 11", "30 06 A4 04 30 02 01 00", "6: [0].directoryName[0]"},
+      {"06 03 55 1D 23", "30 0E 80 01 01 A1 06 A4 04 30 02 01 00 82 01 05",
+       "11: authorityCertIssuer[0].directoryName[0]"},
+      {"06 03 55 1D 1F", "30 0A 30 08 A2 06 A4 04 30 02 01 00",
+       "10: [0].cRLIssuer[0].directoryName[0]"},
+      {"06 03 55 1D 1F", "30 0C 30 0A A0 08 A0 06 A4 04 30 02 01 00",
+       "12: [0].distributionPoint.fullName[0].directoryName[0]"},
+      {"06 03 55 1D 1E", "30 0A A0 08 30 06 A4 04 30 02 01 00",
+       "10: permittedSubtrees[0].base.directoryName[0]"},
+      {"06 08 2B 06 01 05 05 07 01 01",
+       "30 12 30 10 06 08 2B 06 01 05 05 07 30 01 A4 04 30 02 01 00",
+       "18: [0].accessLocation.directoryName[0]"},
+  }};
+  for (const auto &[identifier, value, place] : rows) {
+    const Bytes extension = sequence(hex(identifier) + element(0x04, hex(value)));
+    const std::string input = characters(certificate_with(extension));
+    const std::string why =
+        "offset " + std::string(place) + ": expected SET (31), found BOOLEAN (01)";
+    const json object =
+        json::parse(run({"show", "--json"}, input).out)["tbsCertificate"]["extensions"][0];
+    EXPECT_EQ(why, object.value("malformed", "")) << value;
+    const std::string page = run({"show"}, input).out;
+    EXPECT_NE(std::string::npos, page.find("malformed: " + why + "\n")) << page;
+    EXPECT_EQ(std::string::npos, page.find("expected the end")) << page;
+  }
+}
+
 TEST_F(ToolShow, KnowsTheNamesOfCurrentAlgorithms) {
   const std::array<std::pair<const char *, const char *>, 4> rows{{
       {"2.16.840.1.101.3.4.3.18", "ML-DSA-65"},
@@ -251,21 +281,30 @@ TEST_F(ToolShow, DoesNotDependOnTheZoneOrTheLocale) {
 }
 
 TEST_F(ToolShow, ReadsTimesWithOffsetsAndRefusesDatesThatAreNone) {
-  const std::array<std::tuple<uint8_t, const char *, const char *>, 7> rows{{
+  const std::array<std::tuple<uint8_t, const char *, const char *>, 10> rows{{
       {0x17, "491231235959Z", "2049-12-31 23:59:59"},
       {0x17, "500101000000Z", "1950-01-01 00:00:00"},
       {0x17, "2501011200Z", "2025-01-01 12:00:00"},
       {0x17, "250101120000+0130", "2025-01-01 10:30:00"},
       {0x18, "99991231235959Z", "9999-12-31 23:59:59"},
       {0x17, "250631120000Z", "\"250631120000Z\""},
-      {0x18, "20250101120000.5Z", "\"20250101120000.5Z\""},
+      {0x18, "205609082238Z", "2056-09-08 22:38:00"},
+      {0x18, "20250101120000.5Z", "2025-01-01 12:00:00"},
+      {0x18, "20250101120000,25+0100", "2025-01-01 11:00:00"},
+      {0x18, "20250101120000.Z", "\"20250101120000.Z\""},
   }};
   for (const auto &[tag, text, shown] : rows) {
     Parts parts;
     parts.not_after = element(tag, support::text(text));
-    const Outcome result = run({"show"}, characters(certificate(parts)));
+    const std::string input = characters(certificate(parts));
+    const Outcome result = run({"show"}, input);
     EXPECT_NE(std::string::npos, result.out.find(std::string("  ") + shown + ", "))
         << text << result.out;
+    // One moment wherever it stands.
+    const json object = json::parse(run({"show", "--json"}, input).out);
+    EXPECT_EQ(object["notAfter"],
+              object["tbsCertificate"]["validity"]["notAfter"].value("time", json(nullptr)))
+        << text;
   }
 }
 

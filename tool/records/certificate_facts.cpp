@@ -97,8 +97,8 @@ Json json_of(pki_Octets octets) {
 }
 
 Json moment(const Time *time) {
-  int64_t seconds = 0;
-  return pki_Time_seconds(time, &seconds) == 1 ? Json(iso(seconds)) : Json(nullptr);
+  const auto seconds = seconds_of(time);
+  return seconds ? Json(iso(*seconds)) : Json(nullptr);
 }
 
 void put(Description &fields, const char *name, Json json) {

@@ -1,5 +1,7 @@
 #include "text/times.h"
 
+#include <orvelpki.h>
+
 #include <array>
 #include <chrono>
 #include <utility>
@@ -33,8 +35,6 @@ class Digits {
     return value;
   }
 
-  bool digit_next() const { return !rest_.empty() && rest_[0] >= '0' && rest_[0] <= '9'; }
-
   /// Takes the character if it is next.
   bool take(char c) {
     if (!rest_.starts_with(c)) return false;
@@ -46,6 +46,8 @@ class Digits {
   bool good_to_the_end() const { return good_ && rest_.empty(); }
 
  private:
+  bool digit_next() const { return !rest_.empty() && rest_[0] >= '0' && rest_[0] <= '9'; }
+
   std::string_view rest_;
   bool good_ = true;
 };
@@ -98,33 +100,8 @@ std::string duration(Seconds seconds) {
 }  // namespace
 
 std::optional<Seconds> seconds_of(const Time *time) {
-  if (time == nullptr || time->value == nullptr) return std::nullopt;
-  Digits text(time->value);
-  Clock c;
-  if (time->kind == utc_time) {
-    c.year = text.number(2);
-    c.year += c.year < 50 ? 2000 : 1900;
-  } else {
-    c.year = text.number(4);
-  }
-  c.month = text.number(2);
-  c.day = text.number(2);
-  c.hour = text.number(2);
-  c.minute = text.number(2);
-  if (time->kind != utc_time || text.digit_next()) c.second = text.number(2);
-  Seconds offset = 0;
-  if (!text.take('Z')) {
-    const bool east = text.take('+');
-    text.expect(east || text.take('-'));
-    const int hours = text.number(2);
-    const int minutes = text.number(2);
-    text.expect(hours < 24 && minutes < 60);
-    offset = (east ? 1 : -1) * (hours * hour + minutes * minute);
-  }
-  if (!text.good_to_the_end()) return std::nullopt;
-  const auto local = reckon(c);
-  if (!local) return std::nullopt;
-  return *local - offset;
+  int64_t seconds = 0;
+  return pki_Time_seconds(time, &seconds) == 1 ? std::optional(seconds) : std::nullopt;
 }
 
 std::optional<Seconds> seconds_of(std::string_view iso) {

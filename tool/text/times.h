@@ -15,8 +15,8 @@ constexpr uint8_t generalized_time = 24;
 /// Seconds since 1970 in UTC.
 using Seconds = int64_t;
 
-/// Returns the moment that a time of a certificate names. Fails where its text is not a date: each
-/// field is checked, and there is no 31st of June.
+/// Returns the moment that a time of a certificate names, without a fraction of its second. Fails
+/// where its text is not a date: each field is checked, and there is no 31st of June.
 std::optional<Seconds> seconds_of(const Time *time);
 
 /// Returns the moment of "2026-01-31", "2026-01-31T12:00:00Z" or the same with a blank for the T.
