@@ -113,8 +113,10 @@ class RecordWorker {
   /// Answers for all records that are left.
   void work(Piece &piece) const {
     const Stream::Origin origin = stream_.origin(piece.origin());
+    const Cutter cut = origin.format.cutter();
     while (!piece.rest().empty()) {
-      const auto record = next(piece, origin);
+      const size_t size = origin.too_long ? goes_on : cut(text_of(piece.rest()));
+      const auto record = piece.begin(std::min(size, piece.rest().size()));
       if (origin.too_long)
         refuse(piece, origin, "the record is longer than 64 MiB");
       else
@@ -124,19 +126,11 @@ class RecordWorker {
 
   /// Answers for a record that ended a worker.
   void ended(Piece &piece, std::string_view words) const {
-    const Stream::Origin origin = stream_.origin(piece.origin());
-    refuse(piece, origin,
+    refuse(piece, stream_.origin(piece.origin()),
            "the library ended its process: " + std::string(words.substr(0, words.find('\n'))));
   }
 
  private:
-  static std::span<uint8_t> next(const Piece &piece, const Stream::Origin &origin) {
-    const auto rest = piece.rest();
-    if (origin.too_long) return rest;
-    const size_t size = origin.format.cutter()(text_of(rest));
-    return size == goes_on ? rest : rest.first(size);
-  }
-
   Object start(const Piece &piece, const Stream::Origin &origin) const {
     Object object;
     object.file = stream_.name(origin.file);
@@ -148,12 +142,12 @@ class RecordWorker {
     const Fault fault{std::nullopt, std::move(why)};
     Object object = start(piece, origin);
     object.fault = &fault;
-    finish(piece, object, next(piece, origin).size());
+    finish(piece, object);
   }
 
   void answer(Piece &piece, const Stream::Origin &origin, std::span<uint8_t> record) const {
     auto contents = read_record(record, origin.format);
-    if (!contents) return piece.done(record.size(), {});
+    if (!contents) return piece.done({});
     Object object = start(piece, origin);
     object.id = contents->id;
     object.octets = contents->element.octets;
@@ -163,7 +157,7 @@ class RecordWorker {
       if (certificate) {
         object.type = certificate_type_;
         object.record = object.certificate = certificate.get();
-        return finish(piece, object, record.size());
+        return finish(piece, object);
       }
     }
     const Decoding decoding = decode(contents->element, request_.type);
@@ -174,7 +168,7 @@ class RecordWorker {
       if (object.type == certificate_type_)
         object.certificate = static_cast<const Certificate *>(object.record);
     }
-    finish(piece, object, record.size());
+    finish(piece, object);
   }
 
   bool may_be_certificate(const Element &element) const {
@@ -183,7 +177,7 @@ class RecordWorker {
            (element.label.empty() || std::ranges::find(labels, element.label) != labels.end());
   }
 
-  void finish(Piece &piece, const Object &object, size_t size) const {
+  void finish(Piece &piece, const Object &object) const {
     Piece::Counts counts{1, object.record == nullptr ? uint64_t{1} : 0};
     const bool wanted = !request_.condition || (*request_.condition)(object);
     if (wanted && !piece.write(write_(object))) {
@@ -195,7 +189,7 @@ class RecordWorker {
       counts.faults = 1;
       piece.write(write_(instead));
     }
-    piece.done(size, counts);
+    piece.done(counts);
   }
 
   const MapRequest &request_;

@@ -144,6 +144,8 @@ std::optional<Octets> take_vector(Octets &octets) {
 std::optional<Contents> read_entry(std::span<uint8_t> record) {
   const size_t start = text_of(record).rfind('{');
   if (start == std::string_view::npos) return std::nullopt;
+  // An answer without entries.
+  if (text_of(record).find("\"entries\"", start) != std::string_view::npos) return std::nullopt;
   Members members{"leaf_input", "extra_data"};
   if (!nlohmann::json::sax_parse(text_of(record.subspan(start)), &members))
     return refused("it is not JSON");
@@ -168,9 +170,9 @@ std::optional<Contents> read_entry(std::span<uint8_t> record) {
 }
 
 std::optional<Contents> read_pem(std::span<uint8_t> record) {
+  if (text_of(record).find("-----BEGIN ") == std::string_view::npos) return std::nullopt;
   auto element = PemReader(record)();
   if (!element) return std::nullopt;
-  element->line = 0;
   return Contents{std::move(*element), {}};
 }
 

@@ -42,7 +42,10 @@ class Stream {
   };
   Origin origin(uint64_t number) const;
 
-  const std::string &name(size_t file) const { return files_[file]; }
+  /// Returns the name of a file, or "standard input".
+  std::string_view name(size_t file) const {
+    return files_[file] == "-" ? "standard input" : std::string_view(files_[file]);
+  }
 
   bool all_well() const { return all_well_; }
   uint64_t octets_read() const { return octets_read_; }

@@ -168,7 +168,7 @@ class ConditionReader {
     const Field *const asked = field();
     for (const std::string_view sign : {"=", "==", "!=", "<", "<=", ">", ">="})
       if (take(sign)) return compared(asked, sign == "==" ? "=" : sign);
-    if (take("~")) return searched(asked);
+    if (peek() == "~") return searched(asked);
     if (asked->kind != ValueKind::truth)
       fail("expected a comparison: " + std::string(asked->name) + " is no truth");
     return where<bool>(asked, [](bool value) { return value; });
@@ -200,6 +200,7 @@ class ConditionReader {
   Test searched(const Field *asked) {
     if (asked->kind != ValueKind::text && asked->kind != ValueKind::texts)
       fail(std::string(asked->name) + " is no text to search in");
+    take("~");
     peek();
     const size_t place = at_;
     const std::string pattern = quoted(asked);

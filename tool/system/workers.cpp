@@ -119,6 +119,7 @@ struct Piece::Slot {
   uint64_t origin = 0;
   // Set by the workers.
   size_t at = 0;          ///< where the unit in hand begins
+  size_t in_hand = 0;     ///< its octets
   size_t answered = 0;    ///< octets of the answer up to the unit in hand
   size_t written = 0;     ///< the same and what was written since
   uint64_t units = 0;     ///< that are done
@@ -134,8 +135,12 @@ struct Piece::Slot {
   static constexpr size_t room = page + Workers::most + answer_room;
 };
 
-std::span<uint8_t> Piece::rest() const {
+std::span<const uint8_t> Piece::rest() const {
   return {slot_->input() + slot_->at, slot_->size - slot_->at};
+}
+std::span<uint8_t> Piece::begin(size_t size) {
+  slot_->in_hand = size;
+  return {slot_->input() + slot_->at, size};
 }
 uint64_t Piece::unit() const { return slot_->first_unit + slot_->units; }
 uint64_t Piece::origin() const { return slot_->origin; }
@@ -147,14 +152,12 @@ bool Piece::write(std::string_view text) {
   return true;
 }
 
-void Piece::take_back() { slot_->written = slot_->answered; }
-
-void Piece::done(size_t octets, Counts counts) {
+void Piece::done(Counts counts) {
   slot_->answered = slot_->written;
   slot_->counts.elements += counts.elements;
   slot_->counts.faults += counts.faults;
   ++slot_->units;
-  slot_->at += octets;
+  slot_->at += slot_->in_hand;
 }
 
 /// What run() does, step by step.
@@ -211,7 +214,7 @@ class Workers::Crew {
     slot.size = size;
     slot.first_unit = source_.first_unit;
     slot.origin = source_.origin;
-    slot.at = slot.answered = slot.written = 0;
+    slot.at = slot.in_hand = slot.answered = slot.written = 0;
     slot.units = 0;
     slot.is_ended = false;
     slot.counts = {};

@@ -22,8 +22,11 @@ class Piece {
     uint64_t faults = 0;
   };
 
-  /// Returns the octets of the piece that are not done. A worker may write over them.
-  std::span<uint8_t> rest() const;
+  /// Returns the octets of the piece that are not done.
+  std::span<const uint8_t> rest() const;
+
+  /// Begins the next unit, which has so many octets. Returns them. A worker may write over them.
+  std::span<uint8_t> begin(size_t size);
 
   /// Returns the number of the piece's first unit, as the source set it, and adds those that are
   /// done.
@@ -35,12 +38,9 @@ class Piece {
   /// Adds to the answer of the unit in hand. Returns false where there is no room.
   bool write(std::string_view text);
 
-  /// Takes back what was written for the unit in hand.
-  void take_back();
-
-  /// Ends the unit in hand: it took so many octets, and what was written is its answer. A process
-  /// that ends now loses no more than the next unit.
-  void done(size_t octets, Counts counts);
+  /// Ends the unit in hand: what was written is its answer. A process that ends now loses no more
+  /// than the next unit.
+  void done(Counts counts);
 
  private:
   friend class Workers;
@@ -69,8 +69,8 @@ class Workers {
   struct Tasks {
     /// Goes through a piece, in a worker.
     std::function<void(Piece &piece)> work;
-    /// Answers for the unit at which a worker ended, with its last words, in another worker.
-    /// The unit must be done by this.
+    /// Answers for the unit that a worker ended in, with its last words, and ends the unit. Runs in
+    /// another worker.
     std::function<void(Piece &piece, std::string_view last_words)> ended;
     /// Takes the answer of a piece, in the order of the pieces, in this process.
     std::function<void(std::string_view answer, Piece::Counts counts)> take;
