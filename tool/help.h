@@ -12,6 +12,7 @@ constexpr const char *overview = R"(Examples:
   orvelasn1 diff old.pem new.pem           what has changed?
   orvelasn1 crl ca.crl --serial 0A1B       is it revoked?
   orvelasn1 key server.pem server.key      do they belong together?
+  orvelasn1 map --fields subject *.pem     a line for each of any number
   orvelasn1 recode --fresh server.der      whether it comes back octet by octet
   orvelasn1 trace server.der               how the decoder reads it
   orvelasn1 name '/c=DE/cn(12)=Example'    the octets of a name
@@ -98,6 +99,26 @@ computed where the key does not hold it. A pin is the SHA-256 digest of a Subjec
 
 The status is 0 where all have one key, 1 where there are several, and 2 where that is not
 known: an element cannot be read, has no key or an encrypted one.)";
+
+constexpr const char *map = R"(Examples:
+  orvelasn1 map bundle.pem                               one JSON object a line
+  orvelasn1 map --fields serial,subject,san.dns *.pem    columns with tabs between them
+  zstdcat names.zst | orvelasn1 map --in base64 --fields san.dns
+  orvelasn1 map --in csv:cert --csv --header --fields notAfter,key.bits certs.csv
+  orvelasn1 map --in jsonl:raw --json --fields sha256 objects.jsonl
+  orvelasn1 map --in ct --fields san.dns entries.json    the answers of a log to get-entries
+  orvelasn1 map --where 'key.kind = "RSA" and key.bits < 2048' --fields file,subject *.pem
+  orvelasn1 map --where 'notAfter < now+30d or san.dns ~ "[.]example$"' certs.txt
+
+The input is read as it comes, however large it is, and each element is one line of output, in
+the order of the input. In base64, an element is a line, and what stands before a tab in it is
+passed through. An element that cannot be read has a line, too: its JSON has "error", and its last
+column, which is always there. The status is 0 all the same, unless --strict asks for another.
+
+A condition compares fields: = != < <= > >= with a number, a text between quotation marks, true,
+false, or a date such as 2030-01-31, now or now+30d; ~ searches for an extended regular expression;
+has(FIELD) asks whether a field is there; and, or, not and parentheses join them. A field with
+several texts meets a condition where one of them does.)";
 
 constexpr const char *recode = R"(Examples:
   orvelasn1 recode server.der && echo "every octet came back"

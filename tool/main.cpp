@@ -77,6 +77,7 @@ class CommandLine {
     add_diff();
     add_crl();
     add_key();
+    add_map();
     add_recode();
     add_trace();
     add_name();
@@ -237,6 +238,83 @@ class CommandLine {
         [this] { command_ = [this] { return tool::trace(files_, tool::type_named(type_)); }; });
   }
 
+  void add_map() {
+    CLI::App *const command =
+        add("map", "Print a line for each element of any number of them", tool::help::map);
+    command->add_option("FILE", map_.files, "Standard input without one, or for -");
+    command
+        ->add_option("--in", map_format_,
+                     "What records are: base64, csv:COLUMN, jsonl:MEMBER, ct, pem or der; without "
+                     "it, what the input begins with says it")
+        ->type_name("FORMAT")
+        ->check([](const std::string &text) {
+          return tool::Format::parse(text)
+                     ? ""
+                     : "expected base64, csv:COLUMN, jsonl:MEMBER, ct, pem or der";
+        });
+    CLI::Option *const fields =
+        command
+            ->add_option("--fields", map_fields_,
+                         "These fields only, with commas between them, as columns with tabs")
+            ->type_name("FIELD,...")
+            ->delimiter(',')
+            ->allow_extra_args(false)
+            ->check(check_field);
+    CLI::Option *const csv = command->add_flag("--csv", csv_, "The fields as CSV")->needs(fields);
+    CLI::Option *const json =
+        command->add_flag("--json", json_, "JSON objects, with the fields or all there is")
+            ->excludes(csv);
+    command->add_flag("--header", map_.header, "A first line with the names of the columns")
+        ->needs(fields)
+        ->excludes(json);
+    command->add_option("--where", condition_, "Only elements that meet a condition")
+        ->type_name("CONDITION")
+        ->check(check_condition);
+    command->add_flag("--compact", map_.view.compact,
+                      "No octets in JSON that stand there in another form, too");
+    command->add_flag("--secrets", map_.view.secrets, "The secret octets of private keys");
+    command->add_flag("--strict", map_.strict, "Status 1 where an element cannot be read");
+    command->add_option("--jobs", map_.jobs, "Processes that work at a time; one a processor")
+        ->type_name("N")
+        ->check(CLI::Range(1, 127));
+    CLI::Option *const list =
+        command->add_flag("--list-fields", list_, "Print the fields that there are");
+    add_moment(command);
+    add_type(command);
+    command->callback([this, list] {
+      using Form = tool::MapRequest::Form;
+      if (*list) {
+        command_ = tool::list_fields;
+        return;
+      }
+      fill(map_.view);
+      map_.type = tool::type_named(type_);
+      if (!map_format_.empty()) map_.format = *tool::Format::parse(map_format_);
+      for (const std::string &name : map_fields_) map_.fields.push_back(tool::field_named(name));
+      map_.form = json_ || map_.fields.empty() ? Form::json : csv_ ? Form::csv : Form::tsv;
+      if (!condition_.empty())
+        map_.condition =
+            std::get<tool::Condition>(tool::Condition::parse(condition_, map_.view.moment));
+      command_ = [this] { return tool::map(map_); };
+    });
+  }
+
+  static std::string check_field(const std::string &name) {
+    if (tool::field_named(name) != nullptr) return "";
+    std::vector<std::string> known;
+    for (const tool::Field &field : tool::fields()) known.emplace_back(field.name);
+    return "no field has the name " + tool::in_quotes(name) + tool::did_you_mean(name, known) +
+           " (\"orvelasn1 map --list-fields\" lists them all)";
+  }
+
+  static std::string check_condition(const std::string &text) {
+    const auto condition = tool::Condition::parse(text, 0);
+    const auto *const mistake = std::get_if<tool::Condition::Mistake>(&condition);
+    return mistake == nullptr
+               ? ""
+               : "character " + std::to_string(mistake->place) + ": " + mistake->text;
+  }
+
   void add_recode() {
     CLI::App *const command =
         add("recode", "Decode, encode, and say whether every octet came back", tool::help::recode);
@@ -394,6 +472,11 @@ class CommandLine {
   tool::CrlRequest crl_;
   tool::KeyRequest key_;
   tool::DiffRequest diff_;
+  tool::MapRequest map_;
+  std::string map_format_;
+  std::vector<std::string> map_fields_;
+  std::string condition_;
+  bool csv_ = false;
 };
 
 }  // namespace

@@ -2,8 +2,10 @@
 #ifndef ORVELASN1_TOOL_COMMANDS_COMMANDS_H
 #define ORVELASN1_TOOL_COMMANDS_COMMANDS_H
 
+#include "input/stream.h"
 #include "model/outline_text.h"
 #include "model/view.h"
+#include "records/condition.h"
 #include "records/type.h"
 
 namespace tool {
@@ -98,6 +100,26 @@ struct DiffRequest {
 /// Says where the elements of two files differ, the first with the first and so on: "yes" where
 /// they are alike.
 Answer diff(const DiffRequest &request);
+
+struct MapRequest {
+  enum class Form : uint8_t { json, tsv, csv };
+  std::vector<std::string> files;
+  Format format;  ///< of the records
+  const Type *type = nullptr;
+  Form form = Form::json;
+  std::vector<const Field *> fields;   ///< none for the whole object
+  std::optional<Condition> condition;  ///< only elements that meet it have lines
+  size_t jobs = 0;      ///< processes that work at a time; 0 stands for one a processor
+  bool header = false;  ///< whether the first line names the fields
+  bool strict = false;  ///< whether an element that cannot be read is bad input
+  View view;
+};
+
+/// Prints a line for each element, in the order of the input, which is read as it comes.
+bool map(const MapRequest &request);
+
+/// Prints a line for each field of map().
+bool list_fields();
 
 }  // namespace tool
 

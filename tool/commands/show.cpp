@@ -4,10 +4,10 @@
 #include "commands/batch.h"
 #include "commands/commands.h"
 #include "commands/outlines.h"
-#include "input/pem.h"
 #include "model/brief.h"
 #include "records/chain.h"
 #include "records/end_of_validity.h"
+#include "records/object_json.h"
 #include "system/output.h"
 #include "text/characters.h"
 
@@ -15,35 +15,13 @@ namespace tool {
 
 namespace {
 
-/// Returns a text from the command line as valid UTF-8.
-std::string valid_utf8(std::string_view text) { return to_utf8(from_utf8(octets_of(text))); }
-
-/// Returns one JSON object: the members that all types have, and the fields of the record. A type
-/// without a PEM label has its octets in hexadecimal. Octets that may hold a private key are left
-/// out unless the view asks for secrets, and all of them from a compact object.
-std::string json_line(const Input &input, const Element &element, const Type &type,
-                      const Record &record, const View &view) {
-  Json object = Json::object();
-  object.put("type", type.name)
-      .put("file", valid_utf8(input.name()))
-      .put("element", element.number);
-  const bool is_hidden = view.compact || (type.secret && !view.secrets);
-  if (!is_hidden && type.labels.empty()) object.put("octets", hex(element.octets));
-  if (!is_hidden && !type.labels.empty())
-    object.put("pem", pem(type.labels.front(), element.octets));
-  put_members(object, type.describe(record.get(), view));
-  return object.text() + "\n";
-}
-
-/// Returns one JSON object in the place of an element that is refused.
-std::string json_line(const Input &input, const Element &element, const Fault &fault) {
-  Json object = Json::object();
-  object.put("file", valid_utf8(input.name()))
-      .put("element", element.number)
-      .put("error", valid_utf8(fault.text));
-  if (fault.offset) object.put("offset", *fault.offset);
-  if (!fault.path.empty()) object.put("path", valid_utf8(fault.path));
-  return object.text() + "\n";
+/// Returns what lines of JSON are made from.
+Object object_of(const Input &input, const Element &element) {
+  Object object;
+  object.file = input.name();
+  object.number = element.number;
+  object.octets = element.octets;
+  return object;
 }
 
 /// Collects the certificates of each input, and ends its pages with their chain.
@@ -92,6 +70,7 @@ bool show(const ShowRequest &request) {
       const auto end = end_of_validity(element.octets);
       if (!end || *end - request.view.moment > *request.within) return true;
     }
+    Object object = object_of(input, element);
     switch (request.form) {
       case ShowRequest::Form::page:
         emit(type.show(record.get(), input.where(element), request.view) + "\n");
@@ -101,14 +80,20 @@ bool show(const ShowRequest &request) {
             columns.lines(short_name(input, element), type.show_short(record.get(), request.view)));
         break;
       case ShowRequest::Form::json:
-        emit(json_line(input, element, type, record, request.view));
+        object.type = &type;
+        object.record = record.get();
+        emit(json_of_object(object, request.view).text() + "\n");
         break;
     }
     return !request.within;
   };
   const auto refuse = [&request](const Input &input, const Element &element, const Fault &fault,
                                  bool decoded) {
-    if (request.form == ShowRequest::Form::json) return emit(json_line(input, element, fault));
+    if (request.form == ShowRequest::Form::json) {
+      Object object = object_of(input, element);
+      object.fault = &fault;
+      return emit(json_of_refused(object).text() + "\n");
+    }
     const View &view = request.view;
     const bool may_be_key = std::ranges::any_of(candidates(element, request.type), &Type::secret);
     const bool has_outline = request.form == ShowRequest::Form::page && !decoded &&

@@ -10,7 +10,9 @@ namespace tool {
 
 SharedMemory::SharedMemory(size_t size) : start_(nullptr), size_(size) {
   if (size == 0) return;
-  start_ = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+  // Only what is written to takes memory.
+  start_ = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS | MAP_NORESERVE,
+                -1, 0);
   if (start_ == MAP_FAILED) throw std::system_error(errno, std::generic_category(), "mmap");
 }
 

@@ -1,0 +1,374 @@
+// "orvelasn1 map": a line for each element, whatever the input is made of and whatever is in it.
+#include <numeric>
+
+#include "records.h"
+
+using namespace tool_tests;
+
+namespace {
+
+/// An INTEGER of three octets.
+Bytes integer(uint32_t value) {
+  return {0x02, 0x03, static_cast<uint8_t>(value >> 16), static_cast<uint8_t>(value >> 8),
+          static_cast<uint8_t>(value)};
+}
+
+/// A certificate of version 3, with this serial number, these common names, and DNS names.
+Bytes certificate(uint32_t serial, const std::string &subject,
+                  const std::vector<std::string> &names = {}) {
+  const Bytes algorithm = hex(ed25519);
+  Bytes extensions;
+  Bytes all;
+  for (const std::string &one : names) all = all + element(0x82, support::text(one));
+  if (!names.empty())
+    extensions =
+        element(0xA3, sequence(sequence(hex("06 03 55 1D 11") + octet_string(sequence(all)))));
+  return sequence(sequence(hex("A0 03 02 01 02") + integer(serial) + algorithm +
+                           common_name("Example CA") +
+                           sequence(element(0x17, support::text("200101000000Z")) +
+                                    element(0x17, support::text("291231235959Z"))) +
+                           common_name(subject) +
+                           sequence(algorithm + element(0x03, Bytes(33, 0x01))) + extensions) +
+                  algorithm + hex("03 02 00 01"));
+}
+
+/// Base64 in one line (RFC 4648, 4).
+std::string base64(const Bytes &octets) {
+  static constexpr char digits[] =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string out;
+  for (size_t i = 0; i < octets.size(); i += 3) {
+    uint32_t group = 0;
+    const size_t count = std::min<size_t>(3, octets.size() - i);
+    for (size_t j = 0; j < 3; ++j) group = group << 8 | (j < count ? octets[i + j] : 0U);
+    for (size_t j = 0; j < 4; ++j) out += j <= count ? digits[group >> (18 - 6 * j) & 63] : '=';
+  }
+  return out;
+}
+
+std::string pem(const Bytes &octets) {
+  std::string out = "-----BEGIN CERTIFICATE-----\n";
+  const std::string text = base64(octets);
+  for (size_t i = 0; i < text.size(); i += 64) out += text.substr(i, 64) + "\n";
+  return out + "-----END CERTIFICATE-----\n";
+}
+
+/// The number of octets in three octets, and the octets (RFC 8446, 3.4).
+Bytes vector(const Bytes &octets) {
+  const size_t size = octets.size();
+  return Bytes{static_cast<uint8_t>(size >> 16), static_cast<uint8_t>(size >> 8),
+               static_cast<uint8_t>(size)} +
+         octets;
+}
+
+/// An entry of a log's answer (RFC 6962, 3.4 and 4.6) for a certificate or, with the digest of its
+/// issuer's key, for a precertificate.
+std::string entry(const Bytes &certificate, bool is_precertificate) {
+  const Bytes start = hex("00 00  00 00 01 8C 00 00 00 00") + Bytes{0, is_precertificate};
+  const Bytes chain = vector(vector(hex("30 00")));
+  const Bytes leaf = is_precertificate
+                         ? start + Bytes(32, 0xAB) + vector(hex("30 00")) + hex("00 00")
+                         : start + vector(certificate) + hex("00 00");
+  return R"({"leaf_input":")" + base64(leaf) + R"(","extra_data":")" +
+         base64(is_precertificate ? vector(certificate) + chain : chain) + "\"}";
+}
+
+Bytes revocation_list() {
+  return sequence(sequence(hex(ed25519) + common_name("Example CA") +
+                           element(0x17, support::text("291101000000Z"))) +
+                  hex(ed25519) + hex("03 02 00 01"));
+}
+
+class Map : public Tool {
+ protected:
+  Outcome map(std::vector<std::string> words, const std::string &input) const {
+    words.insert(words.begin(), "map");
+    return run(words, input);
+  }
+
+  /// The lines of a run without a mistake.
+  std::string lines(const std::vector<std::string> &words, const std::string &input) const {
+    const Outcome result = map(words, input);
+    EXPECT_EQ(0, result.status) << result.err;
+    return result.out;
+  }
+
+  const Bytes one_ = certificate(0x010203, "one", {"a.example", "b.example"});
+  const Bytes two_ = certificate(0x040506, "two, or more");
+};
+
+// ---- Lines --------------------------------------------------------------------------------------
+
+TEST_F(Map, HasFieldsAsColumns) {
+  const Outcome result = map({"--fields", "serial,subject,san.dns,notAfter,version,isCA"},
+                             base64(one_) + "\n" + base64(two_) + "\n");
+  EXPECT_EQ(0, result.status);
+  EXPECT_EQ(
+      "010203\tCN=one\ta.example,b.example\t2029-12-31T23:59:59Z\t3\tfalse\t\n"
+      "040506\tCN=two\\\\, or more\t\t2029-12-31T23:59:59Z\t3\tfalse\t\n",
+      result.out);
+  EXPECT_TRUE(
+      matches(result.err, "^orvelasn1: 2 elements, 0 errors, [0-9.]+ s, [0-9]+ a second\n$"))
+      << result.err;
+}
+
+TEST_F(Map, HasFieldsAsCsvAndAsJson) {
+  const std::string input = base64(one_) + "\n" + base64(two_) + "\n";
+  EXPECT_EQ(
+      "serial,subject,error\n"
+      "010203,CN=one,\n"
+      "040506,\"CN=two\\, or more\",\n",
+      lines({"--fields", "serial,subject", "--csv", "--header"}, input));
+  EXPECT_EQ(
+      "{\"san.dns\":[\"a.example\",\"b.example\"],\"version\":3,\"selfIssued\":false,"
+      "\"pathLength\":null}\n"
+      "{\"san.dns\":[],\"version\":3,\"selfIssued\":false,\"pathLength\":null}\n",
+      lines({"--json", "--fields", "san.dns,version,selfIssued,pathLength"}, input));
+}
+
+TEST_F(Map, HasTheObjectThatShowHas) {
+  const std::string input = pem(one_) + pem(two_);
+  EXPECT_EQ(run({"show", "--json"}, input).out, lines({}, input));
+  EXPECT_EQ(run({"show", "--json", "--compact"}, input).out, lines({"--compact"}, input));
+}
+
+TEST_F(Map, ReadsEveryFormat) {
+  const std::string expected = "010203\t\n040506\t\n";
+  const auto expect = [&](std::vector<std::string> words, const std::string &input) {
+    words.insert(words.end(), {"--fields", "serial"});
+    EXPECT_EQ(expected, lines(words, input)) << input.substr(0, 80);
+  };
+  const std::string first = base64(one_);
+  const std::string second = base64(two_);
+  expect({}, first + "\n" + second + "\n");
+  expect({}, first + "\r\n" + second);
+  expect({"--in", "base64"}, first + "\n" + second);
+  expect({}, "some words\n" + pem(one_) + "others\n" + pem(two_) + "and an end\n");
+  expect({"--in", "pem"}, pem(one_) + pem(two_));
+  expect({}, characters(one_ + two_));
+  expect({"--in", "der"}, characters(one_ + two_));
+  expect({"--in", "csv:2"}, "x," + first + ",\"y\ny\"\n\"a,\"\"b\",\"" + second + "\"\n");
+  expect({"--in", "csv:cert"}, "name,cert\nx," + first + "\ny,\"" + pem(two_) + "\"\n");
+  expect({"--in", "jsonl:raw"}, R"({"x":{"raw":"y"},"raw":")" + first + "\"}\n" + R"({"raw":")" +
+                                    second + R"(","z":[1]})" + "\n");
+  const std::string answer = R"({"entries":[)" + entry(one_, false) + ",\n" + entry(two_, true);
+  expect({"--in", "ct"}, answer + "]}");
+  expect({"--in", "ct"}, R"({ "entries" : [)" + entry(one_, true) + "]}\n" + R"({"entries":[)" +
+                             entry(two_, false) + "]}\n");
+}
+
+TEST_F(Map, PassesOnWhatStandsBeforeATab) {
+  const std::string input = "k1\t" + base64(one_) + "\nk2\tx\t" + base64(two_) + "\nk3\t!\n";
+  EXPECT_EQ("k1\t010203\t\nk2\tx\t040506\t\nk3\t\tit is not base64\n",
+            lines({"--fields", "serial"}, input));
+  EXPECT_EQ(
+      "{\"id\":\"k1\",\"serial\":\"010203\"}\n{\"id\":\"k2\\tx\",\"serial\":\"040506\"}\n"
+      "{\"id\":\"k3\",\"file\":\"standard input\",\"element\":3,\"error\":\"it is not base64\"}\n",
+      lines({"--json", "--fields", "serial"}, input));
+}
+
+TEST_F(Map, CountsTheElementsOfEachFile) {
+  const std::string a = file("a.b64", base64(one_) + "\n" + base64(two_) + "\n");
+  const std::string b = file("b.pem", pem(two_));
+  const Outcome result = run({"map", "--fields", "element,serial", a, path("none"), b});
+  EXPECT_EQ(1, result.status);
+  EXPECT_EQ("1\t010203\t\n2\t040506\t\n1\t040506\t\n", result.out);
+  EXPECT_TRUE(
+      result.err.starts_with("orvelasn1: " + path("none") + ": No such file or directory\n"))
+      << result.err;
+}
+
+// ---- What cannot be read ------------------------------------------------------------------------
+
+/// A line of each kind of what is broken, and sound ones between them.
+std::string broken_lines(const Bytes &good) {
+  Bytes hostile =
+      certificate(0x070000, std::string("\0\x1B[31m\t\n\xFF", 9), {std::string("\0\n", 2)});
+  Bytes cut(good.begin(), good.end() - 5);
+  const std::string sound = base64(good) + "\n";
+  return sound + "*no base64*\n" + base64(cut) + "\n" + base64(revocation_list()) + "\n\n" +
+         std::string(size_t{10} << 20, 'A') + "\n" + std::string(5, '\0') + "\n" + base64(hostile) +
+         "\n" + sound;
+}
+
+TEST_F(Map, HasALineForWhatIsBroken) {
+  const Outcome result =
+      map({"--fields", "subject,type,error"}, broken_lines(certificate(0x010203, "one")));
+  EXPECT_EQ(0, result.status);
+  std::istringstream text(result.out);
+  std::vector<std::string> all;
+  for (std::string line; std::getline(text, line);) all.push_back(line);
+  ASSERT_EQ(9U, all.size()) << result.out;
+  EXPECT_EQ("CN=one\tcertificate\t", all[0]);
+  EXPECT_EQ("\t\tit is not base64", all[1]);
+  EXPECT_TRUE(all[2].starts_with("\t\t")) << all[2];
+  EXPECT_EQ("\tcrl\t", all[3]);
+  EXPECT_EQ("\t\texpected base64, found nothing", all[4]);
+  EXPECT_TRUE(all[5].starts_with("\t\t")) << all[5];
+  EXPECT_EQ("\t\tit is not base64", all[6]);
+  EXPECT_TRUE(all[7].ends_with("\tcertificate\t")) << all[7];
+  EXPECT_EQ(all[7].npos, all[7].find_first_of(std::string("\0\x1B", 2))) << all[7];
+  EXPECT_EQ(all[0], all[8]);
+  EXPECT_TRUE(result.err.starts_with("orvelasn1: 9 elements, 5 errors, ")) << result.err;
+}
+
+TEST_F(Map, IsTheSameWithAnyNumberOfJobs) {
+  std::string input;
+  for (uint32_t i = 0; i < 2000; ++i)
+    input += base64(certificate(0x010000 + i, "subject " + std::to_string(i))) + "\n";
+  input += broken_lines(one_);
+  const std::string expected = lines({"--jobs", "1"}, input);
+  for (const char *jobs : {"2", "3", "8"})
+    EXPECT_EQ(expected, lines({"--jobs", jobs}, input)) << jobs;
+}
+
+TEST_F(Map, LosesNoElementToOneThatEndsTheProcess) {
+  // The text of a name has no room for the identifier octet 84: the decoder ends its process.
+  const std::string good = base64(common_name("x")) + "\n";
+  const std::string bad = base64(common_name("x", 0x84)) + "\n";
+  const std::string ended = "\tthe library ended its process: asn1_x501: [^\n]+\n";
+  for (const char *jobs : {"1", "2"}) {
+    const std::string out = lines({"--type", "name", "--fields", "size", "--jobs", jobs},
+                                  good + bad + bad + good + bad);
+    EXPECT_TRUE(matches(out, "^14\t\n0" + ended + "0" + ended + "14\t\n0" + ended + "$")) << out;
+  }
+}
+
+TEST_F(Map, SaysWhatIsTooLong) {
+  const std::string sound = base64(one_) + "\n";
+  const std::string out =
+      lines({"--fields", "serial"}, sound + std::string(size_t{70} << 20, 'A') + "\n" + sound);
+  EXPECT_EQ("010203\t\n\tthe record is longer than 64 MiB\n010203\t\n", out);
+}
+
+TEST_F(Map, FailsForWhatIsBrokenWhereThatIsAsked) {
+  const std::string input = base64(one_) + "\n!\n";
+  EXPECT_EQ(0, map({}, input).status);
+  EXPECT_EQ(1, map({"--strict"}, input).status);
+  EXPECT_EQ(0, map({"--strict"}, base64(one_)).status);
+}
+
+TEST_F(Map, IsEmptyForAnEmptyInput) {
+  EXPECT_EQ("", lines({}, ""));
+  EXPECT_EQ("", lines({"--in", "ct"}, R"({"entries":[]})"));
+  EXPECT_EQ("", lines({"--in", "pem"}, "no block\n"));
+}
+
+TEST_F(Map, EndsQuietlyWithoutAReaderAndNotQuietlyOnAFullDisk) {
+  const std::string file_name = file("many.b64", [&] {
+    std::string all;
+    for (int i = 0; i < 3000; ++i) all += base64(one_) + "\n";
+    return all;
+  }());
+  const std::string tool = std::string("'") + ORVELASN1_TOOL_PATH + "' map '" + file_name + "'";
+  const Outcome cut = run_program({"sh", "-c", tool + " | head -n 1 | wc -l"}, "", {});
+  EXPECT_EQ("1\n", cut.out);
+  EXPECT_EQ(cut.err.npos, cut.err.find("roken pipe")) << cut.err;
+  const Outcome full = run_program({"sh", "-c", tool + " >/dev/full"}, "", {});
+  EXPECT_NE(0, full.status);
+  EXPECT_NE(full.err.npos, full.err.find("standard output: No space left on device")) << full.err;
+}
+
+// ---- Conditions ---------------------------------------------------------------------------------
+
+TEST_F(Map, PicksElementsByACondition) {
+  const std::string input = base64(one_) + "\n" + base64(two_) + "\n!\n";
+  const auto picked = [&](const std::string &condition) {
+    std::string out = lines({"--fields", "serial", "--where", condition}, input);
+    out.erase(std::remove(out.begin(), out.end(), '\n'), out.end());
+    out.erase(std::remove(out.begin(), out.end(), '\t'), out.end());
+    return out;
+  };
+  const std::string refused = "it is not base64";
+  EXPECT_EQ("010203", picked("serial = '010203'"));
+  EXPECT_EQ("010203", picked("serial == \"010203\""));
+  EXPECT_EQ("040506" + refused, picked("serial != '010203'"));
+  EXPECT_EQ("040506", picked("serial > '010203'"));
+  EXPECT_EQ("010203", picked("san.dns = 'b.example'"));
+  EXPECT_EQ("010203", picked("san.dns ~ '^a[.]'"));
+  EXPECT_EQ("010203", picked("has(san.dns)"));
+  EXPECT_EQ("040506" + refused, picked("not has ( san.dns )"));
+  EXPECT_EQ(refused, picked("has(error)"));
+  EXPECT_EQ("010203040506", picked("version >= 3 and version <= 3"));
+  EXPECT_EQ("", picked("version < 3 or version > 3"));
+  EXPECT_EQ("010203040506", picked("version = 3"));
+  EXPECT_EQ("010203040506", picked("notAfter < 2029-12-31T23:59:60Z or notAfter < 2030-01-01"));
+  EXPECT_EQ("", picked("notAfter < 2029-12-31"));
+  EXPECT_EQ("010203040506", picked("notBefore < now and notBefore < now-1d"));
+  EXPECT_EQ("040506", picked("not (serial = '010203' or not has(serial))"));
+  EXPECT_EQ("010203", picked("serial = '010203' or serial = '040506' and has(san.dns)"));
+  EXPECT_EQ("010203040506", picked("isCA = false"));
+  EXPECT_EQ("", picked("isCA"));
+}
+
+TEST_F(Map, TakesTheMomentFromTheCommandLine) {
+  const std::string input = base64(one_) + "\n";
+  const auto picked = [&](const std::string &at) {
+    return lines({"--fields", "serial", "--where", "notAfter < now+30d", "--at", at}, input);
+  };
+  EXPECT_EQ("", picked("2029-11-30"));
+  EXPECT_EQ("010203\t\n", picked("2029-12-15"));
+}
+
+TEST_F(Map, RefusesAWrongConditionBeforeTheFirstLine) {
+  const auto refusal = [&](const std::string &condition) {
+    const Outcome result = map({"--where", condition}, base64(one_));
+    EXPECT_EQ(2, result.status) << condition;
+    EXPECT_EQ("", result.out);
+    const std::string start = "orvelasn1: --where: ";
+    EXPECT_TRUE(result.err.starts_with(start)) << result.err;
+    return result.err.substr(start.size(), result.err.find('\n') - start.size());
+  };
+  EXPECT_EQ("character 2: expected a field", refusal(" "));
+  EXPECT_EQ("character 1: no field has the name \"sn.dns\"; did you mean \"san.dns\"?",
+            refusal("sn.dns = 'x'"));
+  EXPECT_EQ("character 12: expected a number", refusal("key.bits < 'x'"));
+  EXPECT_EQ("character 11: expected a text between quotation marks, since subject holds text",
+            refusal("subject = x"));
+  EXPECT_EQ("character 12: the text has no end", refusal("subject ~  'x"));
+  EXPECT_EQ("character 10: key.bits is no text to search in", refusal("key.bits ~ 'x'"));
+  EXPECT_EQ("character 9: expected a comparison: subject is no truth", refusal("subject and isCA"));
+  EXPECT_EQ("character 6: expected \"and\", \"or\" or the end", refusal("isCA )"));
+  EXPECT_EQ("character 11: expected \")\"", refusal("(has(isCA or isCA)"));
+  EXPECT_TRUE(refusal("subject ~ '('").starts_with("character 11: no regular expression: "));
+  EXPECT_EQ("character 12: expected a date, such as 2030-01-31, 2030-01-31T12:00:00Z or now+30d",
+            refusal("notAfter < tomorrow"));
+  EXPECT_EQ("character 101: the condition is too deep", refusal(std::string(1000, '(')));
+}
+
+TEST_F(Map, RefusesFieldsAndFormatsThatThereAreNot) {
+  const Outcome field = map({"--fields", "serial,subjects"}, "");
+  EXPECT_EQ(2, field.status);
+  EXPECT_TRUE(field.err.starts_with(
+      "orvelasn1: --fields: no field has the name \"subjects\"; did you mean \"subject\"? "))
+      << field.err;
+  for (const char *format : {"xml", "csv", "csv:0", "jsonl:", "pem:1"})
+    EXPECT_EQ(2, map({"--in", format}, "").status) << format;
+}
+
+TEST_F(Map, ListsTheFieldsWithTheirKinds) {
+  const std::string list = lines({"--list-fields"}, "");
+  EXPECT_NE(list.npos, list.find("\nsan.dns         texts   its DNS names\n")) << list;
+  EXPECT_NE(list.npos, list.find("\nnotAfter        date    the end of its validity\n")) << list;
+  EXPECT_NE(list.npos, list.find("\nkey.bits        number  the size of the key\n")) << list;
+  EXPECT_NE(list.npos, list.find("\nisCA            truth   ")) << list;
+}
+
+// ---- Many ---------------------------------------------------------------------------------------
+
+TEST_F(Map, KeepsTheOrderAndLosesNothing) {
+  constexpr uint32_t count = 20000;
+  constexpr uint32_t first = 0x010000;
+  std::string input;
+  for (uint32_t i = 0; i < count; ++i) input += base64(certificate(first + i, "x")) + "\n";
+  std::istringstream out(lines({"--fields", "serial", "--jobs", "3"}, input));
+  uint32_t next = 0;
+  for (std::string line; std::getline(out, line); ++next) {
+    const uint32_t serial =
+        static_cast<uint32_t>(std::stoul(line.substr(0, line.find('\t')), nullptr, 16));
+    ASSERT_EQ(first + next, serial);
+  }
+  EXPECT_EQ(count, next);
+}
+
+}  // namespace

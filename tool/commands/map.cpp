@@ -1,0 +1,282 @@
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+
+#include "commands/commands.h"
+#include "input/record.h"
+#include "records/object_json.h"
+#include "system/output.h"
+#include "text/characters.h"
+
+namespace tool {
+
+namespace {
+
+using Form = MapRequest::Form;
+
+/// Returns how many processors this process may use, at most as many as there may be jobs.
+size_t processors() {
+  return std::clamp<size_t>(static_cast<size_t>(sysconf(_SC_NPROCESSORS_ONLN)), 1, 127);
+}
+
+/// Writes the lines of objects.
+class LineWriter {
+ public:
+  explicit LineWriter(const MapRequest &request) : request_(request) {}
+
+  std::string operator()(const Object &object) const {
+    if (request_.form != Form::json) return columns(object);
+    if (object.record == nullptr) return with_id(object, json_of_refused(object)).text() + "\n";
+    if (request_.fields.empty())
+      return with_id(object, json_of_object(object, request_.view)).text() + "\n";
+    Json json = with_id(object, Json::object());
+    for (const Field *const field : request_.fields)
+      json.put(field->name, json_of(field->of(object)));
+    return json.text() + "\n";
+  }
+
+  /// Returns the line that names the columns.
+  std::string header() const {
+    std::vector<std::string> names;
+    for (const Field *const field : request_.fields) names.emplace_back(field->name);
+    if (!has_error()) names.emplace_back("error");
+    return line(names);
+  }
+
+ private:
+  bool has_error() const {
+    return std::ranges::find(request_.fields, "error", &Field::name) != request_.fields.end();
+  }
+
+  static Json with_id(const Object &object, Json json) {
+    if (object.id.empty()) return json;
+    Json first = Json::object().put("id", to_utf8(from_utf8(octets_of(object.id))));
+    first.join(json);
+    return first;
+  }
+
+  std::string columns(const Object &object) const {
+    std::vector<std::string> values;
+    for (const Field *const field : request_.fields) values.push_back(text_of(field->of(object)));
+    if (!has_error())
+      values.push_back(object.fault == nullptr ? "" : text_with_offset(*object.fault));
+    // What is passed through comes first, as it stands.
+    std::string start;
+    if (!object.id.empty())
+      start = std::string(object.id) + (request_.form == Form::csv ? "," : "\t");
+    return start + line(values);
+  }
+
+  std::string line(std::vector<std::string> &values) const {
+    for (std::string &value : values)
+      value = request_.form == Form::csv ? csv(value) : tsv(to_utf8(from_utf8(octets_of(value))));
+    return joined(values, request_.form == Form::csv ? "," : "\t") + "\n";
+  }
+
+  /// Returns a value as TSV has it: tabs, line ends and backslashes are escaped.
+  static std::string tsv(std::string_view value) {
+    static constexpr std::string_view escaped = "\t\n\r\\";
+    static constexpr std::string_view letters = "tnr\\";
+    std::string out;
+    for (const char c : value) {
+      const size_t place = escaped.find(c);
+      if (place == escaped.npos) {
+        out += c == '\0' ? "\\0" : std::string(1, c);
+        continue;
+      }
+      out += '\\';
+      out += letters[place];
+    }
+    return out;
+  }
+
+  /// Returns a value as CSV has it (RFC 4180).
+  static std::string csv(std::string_view value) {
+    if (value.find_first_of(",\"\r\n") == value.npos) return std::string(value);
+    std::string out = "\"";
+    for (const char c : value) out += c == '"' ? "\"\"" : std::string(1, c);
+    return out + "\"";
+  }
+
+  const MapRequest &request_;
+};
+
+/// Goes through the records of pieces, in a worker.
+class RecordWorker {
+ public:
+  RecordWorker(const MapRequest &request, const Stream &stream)
+      : request_(request), stream_(stream), write_(request) {}
+
+  /// Answers for all records that are left.
+  void work(Piece &piece) const {
+    const Stream::Origin origin = stream_.origin(piece.origin());
+    const Cutter cut = origin.format.cutter();
+    while (!piece.rest().empty()) {
+      const size_t size = origin.too_long ? goes_on : cut(text_of(piece.rest()));
+      const auto record = piece.begin(std::min(size, piece.rest().size()));
+      if (origin.too_long)
+        refuse(piece, origin, "the record is longer than 64 MiB");
+      else
+        answer(piece, origin, record);
+    }
+  }
+
+  /// Answers for a record that ended a worker.
+  void ended(Piece &piece, std::string_view words) const {
+    refuse(piece, stream_.origin(piece.origin()),
+           "the library ended its process: " + std::string(words.substr(0, words.find('\n'))));
+  }
+
+ private:
+  Object start(const Piece &piece, const Stream::Origin &origin) const {
+    Object object;
+    object.file = stream_.name(origin.file);
+    object.number = piece.unit() + 1;
+    return object;
+  }
+
+  void refuse(Piece &piece, const Stream::Origin &origin, std::string why) const {
+    const Fault fault{std::nullopt, std::move(why)};
+    Object object = start(piece, origin);
+    object.fault = &fault;
+    finish(piece, object);
+  }
+
+  void answer(Piece &piece, const Stream::Origin &origin, std::span<uint8_t> record) const {
+    auto contents = read_record(record, origin.format);
+    if (!contents) return piece.done({});
+    Object object = start(piece, origin);
+    object.id = contents->id;
+    object.octets = contents->element.octets;
+    // Nearly all are certificates: for these alone no other type is tried.
+    if (may_be_certificate(contents->element)) {
+      const auto certificate = decoded(pki_Certificate_d, pki_Certificate_free, object.octets);
+      if (certificate) {
+        object.type = certificate_type_;
+        object.record = object.certificate = certificate.get();
+        return finish(piece, object);
+      }
+    }
+    const Decoding decoding = decode(contents->element, request_.type);
+    if (decoding.fault) object.fault = &*decoding.fault;
+    if (!decoding.fault && decoding.record) {
+      object.type = decoding.type;
+      object.record = decoding.record->get();
+      if (object.type == certificate_type_)
+        object.certificate = static_cast<const Certificate *>(object.record);
+    }
+    finish(piece, object);
+  }
+
+  bool may_be_certificate(const Element &element) const {
+    const auto &labels = certificate_type_->labels;
+    return !element.fault && (request_.type == nullptr || request_.type == certificate_type_) &&
+           (element.label.empty() || std::ranges::find(labels, element.label) != labels.end());
+  }
+
+  void finish(Piece &piece, const Object &object) const {
+    Piece::Counts counts{1, object.record == nullptr ? uint64_t{1} : 0};
+    const bool wanted = !request_.condition || (*request_.condition)(object);
+    if (wanted && !piece.write(write_(object))) {
+      const Fault fault{std::nullopt, "its line is longer than the room for it"};
+      Object instead = object;
+      instead.fault = &fault;
+      instead.record = nullptr;
+      instead.certificate = nullptr;
+      counts.faults = 1;
+      piece.write(write_(instead));
+    }
+    piece.done(counts);
+  }
+
+  const MapRequest &request_;
+  const Stream &stream_;
+  LineWriter write_;
+  const Type *certificate_type_ = type_named("certificate");
+};
+
+/// Says how far the run is, on a terminal, and what it came to.
+class Progress {
+ public:
+  explicit Progress(const Stream &stream) : stream_(stream), size_(stream.size()) {}
+
+  void add(Piece::Counts counts) {
+    elements_ += counts.elements;
+    faults_ += counts.faults;
+    const auto now = Clock::now();
+    if (!is_shown_ || now - last_ < std::chrono::milliseconds(200)) return;
+    last_ = now;
+    std::string line = "\r" + state();
+    if (size_ && *size_ != 0 && stream_.octets_read() != 0) {
+      const double share = static_cast<double>(stream_.octets_read()) / static_cast<double>(*size_);
+      std::array<char, 64> rest{};
+      std::snprintf(rest.data(), rest.size(), ", %.0f %%, %.0f s left", 100 * share,
+                    seconds() * (1 - share) / share);
+      line += rest.data();
+    }
+    std::fputs((line + "\x1B[K").c_str(), stderr);
+  }
+
+  void end() const {
+    if (is_shown_) std::fputs("\r\x1B[K", stderr);
+    complain(state());
+  }
+
+  uint64_t faults() const { return faults_; }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  double seconds() const { return std::chrono::duration<double>(Clock::now() - start_).count(); }
+
+  /// Returns "12 elements, 1 error, 0.1 s, 120 a second".
+  std::string state() const {
+    std::array<char, 64> rate{};
+    std::snprintf(rate.data(), rate.size(), ", %.1f s, %.0f a second", seconds(),
+                  static_cast<double>(elements_) / std::max(seconds(), 1e-9));
+    return counted(elements_, "element") + ", " + counted(faults_, "error") + rate.data();
+  }
+
+  const Stream &stream_;
+  std::optional<uint64_t> size_;
+  bool is_shown_ = isatty(STDERR_FILENO) != 0;
+  Clock::time_point start_ = Clock::now();
+  Clock::time_point last_ = start_;
+  uint64_t elements_ = 0;
+  uint64_t faults_ = 0;
+};
+
+}  // namespace
+
+bool map(const MapRequest &request) {
+  Stream stream(request.files, request.format);
+  const RecordWorker worker(request, stream);
+  Progress progress(stream);
+  if (request.header) emit(LineWriter(request).header());
+  Workers::run(request.jobs == 0 ? processors() : request.jobs, stream.source(),
+               {[&](Piece &piece) { worker.work(piece); },
+                [&](Piece &piece, std::string_view words) { worker.ended(piece, words); },
+                [&](std::string_view answer, Piece::Counts counts) {
+                  emit(answer);
+                  progress.add(counts);
+                }});
+  progress.end();
+  return stream.all_well() && (!request.strict || progress.faults() == 0);
+}
+
+bool list_fields() {
+  std::string out;
+  for (const Field &field : fields()) {
+    const std::string name(field.name);
+    const std::string kind(name_of(field.kind));
+    out += name + std::string(16 - name.size(), ' ') + kind + std::string(8 - kind.size(), ' ') +
+           std::string(field.about) + "\n";
+  }
+  emit(out);
+  return true;
+}
+
+}  // namespace tool

@@ -1,0 +1,338 @@
+#include "system/workers.h"
+
+#include <poll.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <deque>
+#include <exception>
+#include <memory>
+#include <new>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "system/output.h"
+#include "system/shared_memory.h"
+
+namespace tool {
+
+namespace {
+
+/// How much memory an idle slot keeps of its input and of its answer.
+constexpr size_t kept = size_t{1} << 20;
+/// Room for the answer of a piece, of which only what is written takes memory.
+constexpr size_t answer_room = Workers::most * 8;
+/// Pieces that a worker has in hand: the one that it works on and the next one.
+constexpr size_t pieces_a_worker = 2;
+
+[[noreturn]] void throw_error(const char *what) {
+  throw std::system_error(errno, std::generic_category(), what);
+}
+
+/// A file descriptor, closed in the end.
+class Descriptor {
+ public:
+  explicit Descriptor(int fd = -1) : fd_(fd) {}
+  Descriptor(Descriptor &&other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+  Descriptor &operator=(Descriptor &&other) noexcept {
+    std::swap(fd_, other.fd_);
+    return *this;
+  }
+  ~Descriptor() {
+    if (fd_ >= 0) close(fd_);
+  }
+  int get() const { return fd_; }
+  void reset() { *this = Descriptor(); }
+
+ private:
+  int fd_;
+};
+
+/// Two ends that are connected. A write to an end whose other end is gone fails, without a signal.
+struct Connection {
+  Connection() {
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) throw_error("socketpair");
+    ours = Descriptor(ends[0]);
+    theirs = Descriptor(ends[1]);
+  }
+  Descriptor ours;
+  Descriptor theirs;
+};
+
+/// Sends the number of a slot, one octet. Returns false where nobody is at the other end.
+bool send_number(int fd, uint8_t number) {
+  for (;;) {
+    const ssize_t count = send(fd, &number, 1, MSG_NOSIGNAL);
+    if (count == 1) return true;
+    if (errno != EINTR) return false;
+  }
+}
+
+bool receive_number(int fd, uint8_t &number) {
+  for (;;) {
+    const ssize_t count = recv(fd, &number, 1, 0);
+    if (count == 1) return true;
+    if (count == 0 || errno != EINTR) return false;
+  }
+}
+
+std::string manner_of_end(int status) {
+  if (WIFSIGNALED(status)) return std::string("ended by signal: ") + strsignal(WTERMSIG(status));
+  return "ended with status " + std::to_string(WEXITSTATUS(status));
+}
+
+int wait_for(pid_t child) {
+  int status = 0;
+  while (waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
+  return status;
+}
+
+/// Ends the tool as a worker ended, if it was by a signal from outside: that is meant for the whole
+/// tool.
+void follow(int status) {
+  if (!WIFSIGNALED(status)) return;
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT})
+    if (WTERMSIG(status) == signal) {
+      std::signal(signal, SIG_DFL);
+      std::raise(signal);
+    }
+}
+
+}  // namespace
+
+/// The memory of a piece.
+struct Piece::Slot {
+  // Set before a worker has the piece.
+  size_t size = 0;
+  uint64_t first_unit = 0;
+  uint64_t origin = 0;
+  // Set by the workers.
+  size_t at = 0;          ///< where the unit in hand begins
+  size_t in_hand = 0;     ///< its octets
+  size_t answered = 0;    ///< octets of the answer up to the unit in hand
+  size_t written = 0;     ///< the same and what was written since
+  uint64_t units = 0;     ///< that are done
+  bool is_ended = false;  ///< whether a worker ended at the unit in hand
+  Counts counts;
+  char last_words[4096] = {};
+  // The memory of the input and of the answer follows.
+
+  uint8_t *input() { return reinterpret_cast<uint8_t *>(this) + page; }
+  uint8_t *answer() { return input() + Workers::most; }
+
+  static constexpr size_t page = 8192;
+  static constexpr size_t room = page + Workers::most + answer_room;
+};
+
+std::span<const uint8_t> Piece::rest() const {
+  return {slot_->input() + slot_->at, slot_->size - slot_->at};
+}
+std::span<uint8_t> Piece::begin(size_t size) {
+  slot_->in_hand = size;
+  return {slot_->input() + slot_->at, size};
+}
+uint64_t Piece::unit() const { return slot_->first_unit + slot_->units; }
+uint64_t Piece::origin() const { return slot_->origin; }
+
+bool Piece::write(std::string_view text) {
+  if (text.size() > answer_room - slot_->written) return false;
+  std::memcpy(slot_->answer() + slot_->written, text.data(), text.size());
+  slot_->written += text.size();
+  return true;
+}
+
+void Piece::done(Counts counts) {
+  slot_->answered = slot_->written;
+  slot_->counts.elements += counts.elements;
+  slot_->counts.faults += counts.faults;
+  ++slot_->units;
+  slot_->at += slot_->in_hand;
+}
+
+/// What run() does, step by step.
+class Workers::Crew {
+ public:
+  Crew(size_t jobs, Source &source, const Tasks &tasks)
+      : source_(source), tasks_(tasks), slots_(slot_count(jobs)), workers_(jobs) {
+    for (Memory &slot : slots_) new (slot.memory.start()) Piece::Slot;
+    for (size_t i = slots_.size(); i-- > 0;) free_.push_back(static_cast<uint8_t>(i));
+    for (Worker &worker : workers_) start(worker);
+  }
+
+  void run() {
+    bool is_more = true;
+    while (is_more || !order_.empty()) {
+      if (is_more && !free_.empty()) is_more = give_out();
+      take_answers();
+      const bool may_fill = is_more && !free_.empty();
+      if (!order_.empty() && (!may_fill || waits_)) wait(may_fill);
+    }
+    for (Worker &worker : workers_) worker.end.reset();
+    for (const Worker &worker : workers_) wait_for(worker.process);
+  }
+
+ private:
+  struct Memory {
+    Memory() : memory(Piece::Slot::room) {}
+    Piece::Slot &slot() { return *static_cast<Piece::Slot *>(memory.start()); }
+    SharedMemory memory;
+    bool is_done = false;
+  };
+  struct Worker {
+    pid_t process = -1;
+    Descriptor end{};               ///< takes numbers of slots to work on, and returns them
+    Descriptor words{};             ///< what it wrote to standard error
+    std::deque<uint8_t> in_hand{};  ///< slots, in their order
+  };
+
+  /// One octet is the number of a slot.
+  static size_t slot_count(size_t jobs) {
+    return std::min<size_t>(jobs * pieces_a_worker + 2, 256);
+  }
+
+  /// Fills a slot and gives it to the worker with the least to do. Returns false at the end of the
+  /// input.
+  bool give_out() {
+    const uint8_t number = free_.back();
+    Piece::Slot &slot = slots_[number].slot();
+    const size_t size = source_.fill({slot.input(), Workers::most}, order_.empty());
+    waits_ = size == later;
+    if (waits_) return true;
+    if (size == 0) return false;
+    free_.pop_back();
+    slot.size = size;
+    slot.first_unit = source_.first_unit;
+    slot.origin = source_.origin;
+    slot.at = slot.in_hand = slot.answered = slot.written = 0;
+    slot.units = 0;
+    slot.is_ended = false;
+    slot.counts = {};
+    slots_[number].is_done = false;
+    order_.push_back(number);
+    Worker &worker = *std::ranges::min_element(
+        workers_, {}, [](const Worker &one) { return one.in_hand.size(); });
+    worker.in_hand.push_back(number);
+    // A worker that ended reads no more: wait() finds that out, and gives the slot to the next.
+    send_number(worker.end.get(), number);
+    return true;
+  }
+
+  void take_answers() {
+    while (!order_.empty() && slots_[order_.front()].is_done) {
+      const uint8_t number = order_.front();
+      Piece::Slot &slot = slots_[number].slot();
+      tasks_.take({reinterpret_cast<const char *>(slot.answer()), slot.answered}, slot.counts);
+      shrink(slot.input(), slot.size);
+      shrink(slot.answer(), slot.answered);
+      order_.pop_front();
+      free_.push_back(number);
+    }
+  }
+
+  /// Returns the memory of a large piece to the system.
+  static void shrink(uint8_t *start, size_t used) {
+    if (used > kept) madvise(start + kept, used - kept, MADV_REMOVE);
+  }
+
+  /// Waits for a worker, or for input.
+  void wait(bool for_input) {
+    std::vector<pollfd> ends;
+    for (const Worker &worker : workers_) ends.push_back({worker.end.get(), POLLIN, 0});
+    if (for_input) ends.push_back({source_.descriptor, POLLIN, 0});
+    while (poll(ends.data(), ends.size(), -1) < 0)
+      if (errno != EINTR) throw_error("poll");
+    for (size_t i = 0; i < workers_.size(); ++i)
+      if (ends[i].revents != 0) hear(workers_[i]);
+  }
+
+  /// Takes the number of a slot from a worker, or sets another in its place where it ended.
+  void hear(Worker &worker) {
+    uint8_t number = 0;
+    if (receive_number(worker.end.get(), number)) {
+      slots_[number].is_done = true;
+      std::erase(worker.in_hand, number);
+      return;
+    }
+    const int status = wait_for(worker.process);
+    follow(status);
+    if (!worker.in_hand.empty()) {
+      Piece::Slot &slot = slots_[worker.in_hand.front()].slot();
+      slot.is_ended = true;
+      slot.written = slot.answered;
+      const ssize_t size =
+          pread(worker.words.get(), slot.last_words, sizeof slot.last_words - 1, 0);
+      if (size > 0)
+        slot.last_words[size] = '\0';
+      else
+        std::snprintf(slot.last_words, sizeof slot.last_words, "%s", manner_of_end(status).c_str());
+    }
+    start(worker);
+    for (const uint8_t slot : worker.in_hand) send_number(worker.end.get(), slot);
+  }
+
+  /// Starts a worker. What it writes to standard error is kept, as its last words.
+  void start(Worker &worker) {
+    Connection connection;
+    Descriptor words(memfd_create("last words", MFD_CLOEXEC));
+    if (words.get() < 0) throw_error("memfd_create");
+    std::fflush(nullptr);
+    const pid_t child = fork();
+    if (child < 0) throw_error("fork");
+    if (child == 0) {
+      // The others' ends, so that they see the end of the tool.
+      for (Worker &other : workers_) other.end.reset();
+      connection.ours.reset();
+      be_a_worker(connection.theirs.get(), words.get());
+    }
+    worker.process = child;
+    worker.end = std::move(connection.ours);
+    worker.words = std::move(words);
+  }
+
+  [[noreturn]] void be_a_worker(int end, int words) {
+    const rlimit no_core{0, 0};
+    setrlimit(RLIMIT_CORE, &no_core);
+    complain_to(dup(STDERR_FILENO));
+    dup2(words, STDERR_FILENO);
+    try {
+      uint8_t number = 0;
+      while (receive_number(end, number)) {
+        Piece::Slot &slot = slots_[number].slot();
+        Piece piece(slot);
+        if (std::exchange(slot.is_ended, false)) tasks_.ended(piece, slot.last_words);
+        tasks_.work(piece);
+        if (!send_number(end, number)) break;
+      }
+    } catch (const std::exception &error) {
+      std::fprintf(stderr, "%s\n", error.what());
+      std::fflush(stderr);
+      std::_Exit(EXIT_FAILURE);
+    }
+    std::_Exit(EXIT_SUCCESS);
+  }
+
+  Source &source_;
+  const Tasks &tasks_;
+  std::vector<Memory> slots_;
+  std::vector<Worker> workers_;
+  std::vector<uint8_t> free_;
+  std::deque<uint8_t> order_;  ///< slots in use, in the order of their pieces
+  bool waits_ = false;         ///< whether the source waits for input
+};
+
+void Workers::run(size_t jobs, Source &source, const Tasks &tasks) {
+  Crew(std::max<size_t>(jobs, 1), source, tasks).run();
+}
+
+}  // namespace tool
