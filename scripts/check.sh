@@ -18,6 +18,12 @@ want_test_tools() {
   want jq has jq
   want python3-cryptography /usr/bin/python3 -c "import cryptography"
   want binutils has readelf
+  want pkg-config has pkg-config
+  want zsh has zsh
+  want fish has fish
+  want scdoc has scdoc
+  want mandoc has mandoc
+  want man-db has man
   want locales test -e /usr/share/i18n/locales/C
   want libc6-dev links gcc
 }
