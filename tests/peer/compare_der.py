@@ -85,6 +85,11 @@ VALIDITY = wrap(0x30, wrap(0x17, b"250101000000Z"), wrap(0x17, b"350101000000Z")
 SIGNATURE = wrap(3, bytes(65))
 
 
+def extension(identifier, value, critical=False):
+    """Returns an Extension with the content of an identifier, and a value."""
+    return wrap(0x30, wrap(6, identifier), wrap(1, b"\xFF") if critical else b"", wrap(4, value))
+
+
 def certificate(serial=bytes([2, 1, 1]), issuer=NAME, validity=VALIDITY, subject=NAME, key=KEY,
                 extensions=()):
     """Returns a certificate with these parts, and sound ones otherwise."""

@@ -1,8 +1,10 @@
 """Makes objects with openssl: certificates, requests, CRLs and OCSP messages, with all that it puts into
-them.
+them. What it does not put into them is made by hand.
 """
 import os
 import subprocess
+
+import compare_der as der
 
 CONFIGURATION = """
 [req]
@@ -193,7 +195,7 @@ class Maker:
         self.made = []
         (folder / "openssl.cnf").write_text(CONFIGURATION, encoding="utf-8")
 
-    def run(self, *words, environment=None):
+    def run(self, *words):
         process = subprocess.run(["openssl", *map(str, words)], cwd=self.folder, check=False,
                                  env={**os.environ, "OPENSSL_CONF": "openssl.cnf"},
                                  stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
@@ -204,6 +206,11 @@ class Maker:
     def make(self, name, *words):
         """Makes a file, which is to be compared."""
         self.run(*words, "-out", name)
+        self.made.append(self.folder / name)
+
+    def write(self, name, octets):
+        """Writes a file, which is to be compared."""
+        (self.folder / name).write_bytes(octets)
         self.made.append(self.folder / name)
 
     def certificates(self):
@@ -221,7 +228,8 @@ class Maker:
                 ("long_serial", "p521", "plain", "-set_serial", "0x" + 19 * "ff"),
                 ("zero_serial", "ed25519", "plain", "-set_serial", "0"),
                 ("pss_key", "pss", "plain"), ("brainpool", "brainpool", "plain"),
-                ("ed448", "ed448", "plain"), ("ocsp", "ed25519", "ocsp"), ("later", "rsa", "plain", "-days", "20000"),
+                ("ed448", "ed448", "plain"), ("ocsp", "ed25519", "ocsp"),
+                ("later", "rsa", "plain", "-days", "20000"),
                 ("pss", "rsa", "plain", "-sha256", "-sigopt", "rsa_padding_mode:pss", "-sigopt",
                  "rsa_pss_saltlen:20")):
             self.make(f"{name}.pem", "req", "-x509", "-new", "-key", f"{key}.key", "-extensions",
@@ -266,10 +274,27 @@ class Maker:
             "p256.key")
         answer("many.response.der", "many.request.der", "-ndays", "7")
         for status in (1, 2, 3, 5, 6):
-            name = self.folder / f"{status}.response.der"
-            name.write_bytes(bytes([0x30, 3, 0x0A, 1, status]))
-            self.made.append(name)
+            self.write(f"{status}.response.der", bytes([0x30, 3, 0x0A, 1, status]))
         answer("nonce.response.der", "signed.request.der", "-resp_key_id", "-resp_no_certs")
+
+    def by_hand(self):
+        """Makes what only cryptography reads: who issued a revoked certificate, and timestamps."""
+        country = der.wrap(0x30, der.wrap(6, bytes([0x55, 4, 6])), der.wrap(0x13, b"DE"))
+        issuer = der.wrap(0x30, der.wrap(0xA4, der.wrap(0x30, der.wrap(0x31, country))),
+                          der.wrap(0x86, b"http://ca.example.org/"))
+        entry = der.crl_entry(der.extension(bytes([0x55, 0x1D, 29]), issuer, critical=True))
+        self.write("indirect.crl.der", der.crl(entries=[entry]))
+
+        def counted(octets):
+            return len(octets).to_bytes(2, "big") + octets
+        # RFC 6962, 3.2 and 3.3: version, log, milliseconds, extensions, hash, signature.
+        stamps = b"".join(counted(bytes([0]) + bytes(range(32)) + moment.to_bytes(8, "big")
+                                  + counted(more) + bytes(algorithms) + counted(b"\x30\x00"))
+                          for moment, more, algorithms in ((1700000000123, b"", (4, 3)),
+                                                           (253402300799999, b"\1\2", (6, 1))))
+        log = bytes.fromhex("2B06010401D679020402")
+        self.write("timestamps.der", der.certificate(extensions=[
+            der.extension(log, der.wrap(4, counted(stamps)))]))
 
 
 def objects(folder):
@@ -279,4 +304,5 @@ def objects(folder):
     maker.requests()
     maker.crls()
     maker.ocsp_messages()
+    maker.by_hand()
     return maker.made
