@@ -84,7 +84,7 @@ TEST_F(ToolTree, HasAlternativesNumbersAndExplicitTags) {
 TEST_F(ToolTree, KnowsThatNothingIsAroundTheOutermostRecord) {
   EXPECT_EQ(
       " 0  2+18   ContentInfo: SEQUENCE\n"
-      " 2  2+9      contentType: OBJECT IDENTIFIER id-data\n"
+      " 2  2+9      contentType: OBJECT IDENTIFIER data\n"
       "13  2+5      content: [0]\n"
       "15  2+3        OCTET STRING 61 62 63\n",
       outline(hex("30 12 06 09 2A 86 48 86 F7 0D 01 07 01 A0 05 04 03 61 62 63"),

@@ -3,8 +3,8 @@
 
 #include "commands/batch.h"
 #include "commands/commands.h"
+#include "commands/json_lines.h"
 #include "commands/outlines.h"
-#include "input/pem.h"
 #include "model/brief.h"
 #include "records/chain.h"
 #include "records/end_of_validity.h"
@@ -14,37 +14,6 @@
 namespace tool {
 
 namespace {
-
-/// Returns a text from the command line as valid UTF-8.
-std::string valid_utf8(std::string_view text) { return to_utf8(from_utf8(octets_of(text))); }
-
-/// Returns one JSON object: the members that all types have, and the fields of the record. A type
-/// without a PEM label has its octets in hexadecimal. Octets that may hold a private key are left
-/// out unless the view asks for secrets, and all of them from a compact object.
-std::string json_line(const Input &input, const Element &element, const Type &type,
-                      const Record &record, const View &view) {
-  Json object = Json::object();
-  object.put("type", type.name)
-      .put("file", valid_utf8(input.name()))
-      .put("element", element.number);
-  const bool is_hidden = view.compact || (type.secret && !view.secrets);
-  if (!is_hidden && type.labels.empty()) object.put("octets", hex(element.octets));
-  if (!is_hidden && !type.labels.empty())
-    object.put("pem", pem(type.labels.front(), element.octets));
-  put_members(object, type.describe(record.get(), view));
-  return object.text() + "\n";
-}
-
-/// Returns one JSON object in the place of an element that is refused.
-std::string json_line(const Input &input, const Element &element, const Fault &fault) {
-  Json object = Json::object();
-  object.put("file", valid_utf8(input.name()))
-      .put("element", element.number)
-      .put("error", valid_utf8(fault.text));
-  if (fault.offset) object.put("offset", *fault.offset);
-  if (!fault.path.empty()) object.put("path", valid_utf8(fault.path));
-  return object.text() + "\n";
-}
 
 /// Collects the certificates of each input, and ends its pages with their chain.
 Course chain_after_pages(Chain &chain, const View &view) {

@@ -101,7 +101,7 @@ std::optional<Seconds> seconds_of(const Time *time) {
   if (time == nullptr || time->value == nullptr) return std::nullopt;
   Digits text(time->value);
   Clock c;
-  if (time->kind == utc_time) {
+  if (time->kind == tag::utc_time) {
     c.year = text.number(2);
     c.year += c.year < 50 ? 2000 : 1900;
   } else {
@@ -111,7 +111,7 @@ std::optional<Seconds> seconds_of(const Time *time) {
   c.day = text.number(2);
   c.hour = text.number(2);
   c.minute = text.number(2);
-  if (time->kind != utc_time || text.digit_next()) c.second = text.number(2);
+  if (time->kind != tag::utc_time || text.digit_next()) c.second = text.number(2);
   Seconds offset = 0;
   if (!text.take('Z')) {
     const bool east = text.take('+');
