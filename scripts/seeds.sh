@@ -166,13 +166,28 @@ put DssSigValue ec.sig
 
 "$program" "$seeds"
 
-# Outlines are those of any octets.
-mkdir -p "$seeds/outline"
-cp ./*.der ./*.p10 ./*.p8 ./*.p7 ./*.p12 ./*.ocq ./*.ocr "$seeds/outline"
+# The targets of the tool take any octets.
+mkdir -p "$seeds/outline" "$seeds/diff" "$seeds/json"
+put_tool() {
+  for target in outline diff json; do cp "$@" "$seeds/$target"; done
+}
+put_tool ./*.der ./*.p10 ./*.p8 ./*.p7 ./*.p12 ./*.ocq ./*.ocr ./*.p1
+cp ./*.pem ./*.crt ./*.crl "$seeds/json"
+# Two of a kind have something that differs.
+cat rsa.crt.der ec.crt.der >"$seeds/diff/certificates"
+cat empty.crl.der two.crl.der >"$seeds/diff/lists"
+cat rsa.p10 ec.p10 >"$seeds/diff/requests"
+cat rsa.p8 ed25519.p8 >"$seeds/diff/keys"
+cat signed-nodetach.p7 signed-noattr.p7 >"$seeds/diff/messages"
+cat answer-resp_key_id.ocr answer-resp_no_certs.ocr >"$seeds/diff/answers"
 
 # put_folder FAMILY FOLDER: makes seeds for the family from a folder of the corpus.
 put_folder() {
-  if [ -d "$corpus/$2" ]; then find "$corpus/$2" -type f -exec "$program" "$seeds" "$1" {} +; fi
+  if [ ! -d "$corpus/$2" ]; then return; fi
+  find "$corpus/$2" -type f -exec "$program" "$seeds" "$1" {} +
+  for target in outline diff json; do
+    find "$corpus/$2" -type f -size -5k -exec cp -t "$seeds/$target" {} +
+  done
 }
 if [ -n "$corpus" ]; then
   put_folder Certificate certificates

@@ -1,33 +1,15 @@
 // A fuzz target for the tool's outlines: an input is outlined without a type, and as each of the types
-// that a file may hold. A broken law ends the process.
-#include <cstdio>
-#include <cstdlib>
-
+// that a file may hold.
 #include "model/outline_path.h"
 #include "model/outline_text.h"
-#include "mutator.h"
-
-extern "C" {
-int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
-size_t LLVMFuzzerMutate(uint8_t *data, size_t size, size_t max_size);
-size_t LLVMFuzzerCustomMutator(uint8_t *data, size_t size, size_t max_size, unsigned seed);
-}
+#include "tool_target.h"
 
 namespace {
 
 using namespace tool;
+using fuzz::expect;
+using fuzz::expect_printable;
 using Kind = OutlineLine::Kind;
-
-constexpr const char *types[] = {"pki_Certificate",     "pki_CertificateRevocationList",
-                                 "pki_OCSPResponse",    "pki_CertificationRequest",
-                                 "pki_ContentInfo",     "pki_PFX",
-                                 "pki_OneAsymmetricKey"};
-
-void expect(bool holds, const char *law) {
-  if (holds) return;
-  std::fprintf(stderr, "\nBroken law: %s\n", law);
-  std::abort();
-}
 
 /// Holds the lines against the laws of outlines.
 class Laws {
@@ -35,9 +17,7 @@ class Laws {
   explicit Laws(Octets input) : input_(input), write_(input.size(), {false, true, false, true}) {}
 
   void see(const OutlineLine &line) {
-    for (const char c : write_(line))
-      expect(c == '\n' || (static_cast<unsigned char>(c) >= 0x20 && c != 0x7F),
-             "no control character is printed");
+    expect_printable(write_(line));
     if (line.kind == Kind::fault) return;
     expect(line.offset <= input_.size() && line.octets.size() <= input_.size() - line.offset &&
                line.octets.data() == input_.data() + line.offset,
@@ -64,9 +44,10 @@ class Laws {
 };
 
 void outline_as(Octets input, const pki_Type *type) {
-  Laws laws(input);
-  OutlineSearch search(
+  static const auto &path = *new OutlinePath(
       *OutlinePath::parse("tbsCertificate.extensions[subjectAltName].extnValue[0]"));
+  Laws laws(input);
+  OutlineSearch search(path);
   const auto fault = outline(input, type, [&](const OutlineLine &line) {
     laws.see(line);
     search(line);
@@ -77,29 +58,15 @@ void outline_as(Octets input, const pki_Type *type) {
   if (type == nullptr) {
     const bool is_sound = !input.empty() && ber::element_size(input) == input.size();
     expect(!is_sound || !fault, "nothing is wrong with a sound element");
-    return;
+  } else {
+    const bool is_refused = Syntax(type).refusal(input).has_value();
+    expect(fault || !is_refused || input.empty(), "what a type refuses has a fault");
   }
-  pki_Fault found;
-  const bool is_refused =
-      pki_explain(type, input.data(), input.data() + input.size(), &found) != 0 ||
-      found.offset != input.size();
-  expect(fault || !is_refused || input.empty(), "what a type refuses has a fault");
 }
 
 }  // namespace
 
-int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-  const Octets input(data, size);
+void fuzz::hold(Octets input) {
   outline_as(input, nullptr);
-  for (const char *type : types) outline_as(input, pki_Type_find(type));
-  return 0;
-}
-
-// Half of the mutations are those that know elements.
-size_t LLVMFuzzerCustomMutator(uint8_t *data, size_t size, size_t max_size, unsigned seed) {
-  static const fuzz::Mutator mutator({}, LLVMFuzzerMutate);
-  if (seed % 2 != 0) return LLVMFuzzerMutate(data, size, max_size);
-  const fuzz::Bytes changed = mutator.changed({data, size}, max_size, seed);
-  std::ranges::copy(changed, data);
-  return changed.empty() ? LLVMFuzzerMutate(data, size, max_size) : changed.size();
+  for (const Type *const type : types_worth_trying(input)) outline_as(input, type->syntax.type);
 }

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
-#include <system_error>
 
 #include "system/isolate.h"
 #include "system/output.h"
@@ -32,13 +31,6 @@ void report_end(const Input &input, const Element &element, const std::string &l
     complain("  " + printable(rest.substr(0, stop)));
     rest = stop == std::string_view::npos ? "" : rest.substr(stop + 1);
   }
-}
-
-/// Says why a file cannot be read.
-void report_file(const std::string &file, const std::system_error &error) {
-  const bool folder = error.code() == std::errc::is_a_directory;
-  complain(printable(file) + ": " + error.code().message() +
-           (folder ? "; name the files in it" : ""));
 }
 
 /// Counts the elements in a row of a DER input that fail and are of no type. Octets that are no
@@ -110,7 +102,7 @@ bool run(std::span<const SourceElement> elements, const ElementJob &job) {
         const auto &[source, element] = elements[i];
         if (source->patience.is_over()) return false;
         const bool good = job(source->input, element);
-        if (!element.remark.empty()) complain(source->input.where(element) + ": " + element.remark);
+        report_remark(source->input, element);
         source->patience.count(source->input, element, good);
         return good;
       },
@@ -143,6 +135,16 @@ bool for_each_in_order(const std::vector<std::string> &files, const ElementJob &
 
 void report(const Input &input, const Element &element, const Fault &fault) {
   complain(input.where(element, fault) + ": " + fault.text);
+}
+
+void report_file(const std::string &file, const std::system_error &error) {
+  const bool folder = error.code() == std::errc::is_a_directory;
+  complain(printable(std::string_view(file)) + ": " + error.code().message() +
+           (folder ? "; name the files in it" : ""));
+}
+
+void report_remark(const Input &input, const Element &element) {
+  if (!element.remark.empty()) complain(input.where(element) + ": " + element.remark);
 }
 
 bool for_each_element(const std::vector<std::string> &files, const ElementJob &job,

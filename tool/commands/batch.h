@@ -3,6 +3,7 @@
 #define ORVELASN1_TOOL_COMMANDS_BATCH_H
 
 #include <functional>
+#include <system_error>
 
 #include "input/input.h"
 #include "records/recognise.h"
@@ -11,6 +12,12 @@ namespace tool {
 
 /// Reports what is wrong with an element, and where.
 void report(const Input &input, const Element &element, const Fault &fault);
+
+/// Says why a file cannot be read.
+void report_file(const std::string &file, const std::system_error &error);
+
+/// Says what is worth a message and no fault of an element; nothing where there is nothing.
+void report_remark(const Input &input, const Element &element);
 
 using ElementJob = std::function<bool(const Input &, const Element &)>;
 

@@ -1,11 +1,12 @@
 #include <algorithm>
 #include <map>
-#include <system_error>
 
 #include "commands/batch.h"
 #include "commands/commands.h"
+#include "commands/json_lines.h"
+#include "records/crl_scope.h"
 #include "records/distinguished_names.h"
-#include "records/revocations.h"
+#include "records/same_name.h"
 #include "records/type.h"
 #include "system/output.h"
 #include "text/characters.h"
@@ -21,7 +22,10 @@ struct Question {
   std::string certificate;  ///< its file and number; empty for a serial number alone
   std::string note;         ///< for people, where the number is not found
   Bytes serial;
-  Bytes issuer;
+  Bytes octets;        ///< of the certificate
+  std::string issuer;  ///< the identity of its issuer's name
+  std::string who;     ///< the same name for people
+  std::string remark;  ///< why a CRL of its issuer is not for it
   bool asked = false;  ///< whether there was a CRL that may have it
   bool found = false;  ///< whether the CRL that is read has it
 };
@@ -49,8 +53,10 @@ class Search {
     });
     for (const Question &question : questions_)
       if (!question.asked && !trouble_)
-        trouble(question.certificate + ": " + printable(std::string_view(request_.file)) +
-                " has no CRL of its issuer, " + name_text(question.issuer) +
+        trouble(question.certificate + ": " +
+                (question.remark.empty() ? printable(std::string_view(request_.file)) +
+                                               " has no CRL of its issuer, " + question.who
+                                         : question.remark) +
                 ": ask the CRL that the certificate names");
     if (trouble_) return Answer::unknown;
     return revoked_ || questions_.empty() ? Answer::yes : Answer::no;
@@ -78,12 +84,14 @@ class Search {
         for (const Element &element : elements) {
           if (element.fault) report_fault(input, element, *element.fault);
           strangers = !element.fault && job(input, element, many) ? 0 : strangers + 1;
+          report_remark(input, element);
           if (strangers == most_strangers)
             return trouble(input.where(element) + ": the rest is skipped: " +
                            std::to_string(most_strangers) + " elements in a row cannot be read");
         }
     } catch (const std::system_error &error) {
-      trouble(printable(std::string_view(file)) + ": " + error.code().message());
+      report_file(file, error);
+      trouble_ = true;
     }
   }
 
@@ -123,7 +131,10 @@ class Search {
     Question question;
     question.certificate = input.where(element);
     question.serial.assign(number.begin(), number.end());
-    question.issuer.assign(view.issuer.data, view.issuer.data + view.issuer.length);
+    question.octets.assign(element.octets.begin(), element.octets.end());
+    const Octets issuer(view.issuer.data, view.issuer.length);
+    question.issuer = name_identity(issuer);
+    question.who = name_text(issuer);
     questions_.push_back(std::move(question));
     return true;
   }
@@ -145,15 +156,14 @@ class Search {
 
   void search(const Input &input, const Element &element, const RevocationList &list, bool many) {
     const std::string where = many ? input.where(element) + ": " : "";
-    const auto issued = [](const Question &question, Octets issuer) {
-      return question.issuer.empty() || std::ranges::equal(question.issuer, issuer);
-    };
+    const CrlScope scope(list);
     for (Question &question : questions_) question.found = false;
     list.for_each(
         [&](const Revocation &entry) {
           const auto [first, last] = by_serial_.equal_range(text_of(entry.serial));
           for (auto at = first; at != last; ++at) {
-            if (!issued(*at->second, entry.issuer)) continue;
+            const std::string &issuer = at->second->issuer;
+            if (!issuer.empty() && issuer != name_identity(entry.issuer)) continue;
             at->second->asked = at->second->found = true;
             revoked_ |= !entry.is_removal();
             if (const auto fault = list.fault(entry)) report_entry(input, element, *fault);
@@ -163,9 +173,17 @@ class Search {
         },
         [&](const Fault &fault) { report_entry(input, element, fault); });
     for (Question &question : questions_) {
-      if (question.found || !issued(question, list.issuer())) continue;
+      const bool is_certificate = !question.octets.empty();
+      if (question.found || (is_certificate && !scope.is_of_issuer(question.octets))) continue;
+      if (const auto why = is_certificate ? scope.why_not(question.octets) : ""; !why.empty()) {
+        question.remark = input.where(element) + " is no CRL for it, since " + why;
+        continue;
+      }
       question.asked = true;
-      emit(missing_line(input, element, where, question));
+      emit(missing_line(input, element, where, question, scope));
+      if (scope.some_reasons())
+        trouble(input.where(element) +
+                ": it lists only what is revoked for some reasons: ask the CRL of the others, too");
       const auto base = list.base_number();
       if (!base)
         trouble(
@@ -186,7 +204,7 @@ class Search {
   Json answer(const Input &input, const Element &element, const Question &question,
               const Json &revoked) const {
     Json object = Json::object();
-    object.put("file", to_utf8(from_utf8(octets_of(input.name()))))
+    object.put("file", valid_utf8(input.name()))
         .put("element", element.number)
         .put("serialNumber", hex(question.serial));
     if (!question.certificate.empty()) object.put("certificate", question.certificate);
@@ -214,13 +232,23 @@ class Search {
   }
 
   std::string missing_line(const Input &input, const Element &element, const std::string &where,
-                           const Question &question) const {
+                           const Question &question, const CrlScope &scope) const {
     const bool sure = faults_ == 0;
-    if (request_.json)
-      return answer(input, element, question, sure ? Json(false) : nullptr).text() + "\n";
+    const auto &limits = scope.limits();
+    if (request_.json) {
+      Json object = answer(input, element, question, sure ? Json(false) : nullptr);
+      put_limits(object, scope);
+      return object.text() + "\n";
+    }
     return where + subject(question) +
            (sure ? ": not revoked" : ": not among the entries that can be read") + question.note +
-           "\n";
+           (limits.empty() ? "" : ", in a CRL of limited scope: " + joined(limits)) + "\n";
+  }
+
+  static void put_limits(Json &object, const CrlScope &scope) {
+    const auto &limits = scope.limits();
+    if (!limits.empty())
+      object.put("scope", Json::array(std::vector<Json>(limits.begin(), limits.end())));
   }
 
   // ---- The summary ------------------------------------------------------------------------------
@@ -256,6 +284,7 @@ void Search::sum_up(const Input &input, const Element &element, const Revocation
   const auto until = decoded(asn1_Time_d, asn1_Time_free, list.next_update());
   const auto number = list.number();
   const auto base = list.base_number();
+  const CrlScope scope(list);
   for (const Fault &fault : list.faults()) report_fault(input, element, fault);
   const auto present = [](const std::optional<Octets> &one) { return one && !one->empty(); };
   if (request_.json) {
@@ -269,13 +298,14 @@ void Search::sum_up(const Input &input, const Element &element, const Revocation
                                                            : reason_text(reason),
                  count);
     Json object = Json::object();
-    object.put("file", to_utf8(from_utf8(octets_of(input.name()))))
+    object.put("file", valid_utf8(input.name()))
         .put("element", element.number)
         .put("issuer", name_text(list.issuer()))
         .put("thisUpdate", date(seconds_of(from.get())))
         .put("nextUpdate", date(seconds_of(until.get())));
     if (present(number)) object.put("crlNumber", hex(*number));
     if (present(base)) object.put("baseCrlNumber", hex(*base));
+    put_limits(object, scope);
     object.put("entries", entries)
         .put("reasons", counts)
         .put("firstRevocation", date(first))
@@ -292,6 +322,7 @@ void Search::sum_up(const Input &input, const Element &element, const Revocation
            until ? tone_of(state) : Tone::plain);
   if (present(number)) page.row("crlNumber", hex(*number));
   if (present(base)) page.row("baseCrlNumber", hex(*base) + ", a delta CRL");
+  if (!scope.limits().empty()) page.row("scope", scope.limits());
   page.row("entries", std::to_string(entries));
   if (first) page.row("firstRevocation", calendar(*first) + " UTC");
   if (last) page.row("lastRevocation", calendar(*last) + " UTC");

@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <map>
 #include <set>
-#include <system_error>
 
 #include "commands/batch.h"
 #include "commands/commands.h"
+#include "commands/json_lines.h"
 #include "records/key_holders.h"
 #include "system/output.h"
 #include "text/characters.h"
@@ -59,10 +59,11 @@ class Sorter {
       for (auto elements = input.take(at_once); !elements.empty(); elements = input.take(at_once))
         for (const Element &element : elements) {
           strangers = add(input, element) ? 0 : strangers + 1;
+          report_remark(input, element);
           if (strangers == most_strangers) return skip_rest(input, element);
         }
     } catch (const std::system_error &error) {
-      complain(printable(std::string_view(file)) + ": " + error.code().message());
+      report_file(file, error);
       trouble_ = true;
     }
   }
@@ -94,7 +95,7 @@ class Sorter {
     }
     for (KeyHolder &holder : holders) {
       const std::string identity = holder.spki.empty() ? "" : key_identity(holder.spki);
-      Place place{to_utf8(from_utf8(octets_of(input.name()))), element.number, input.where(element),
+      Place place{valid_utf8(input.name()), element.number, input.where(element),
                   std::move(holder)};
       if (place.holder.spki.empty()) {
         unknown_.push_back(std::move(place));

@@ -15,9 +15,16 @@ std::string names_text(const ObjId *oid) {
 }
 
 std::string description(const ObjId *oid) {
-  const Bytes octets = encoded([oid](uint8_t **pp) { return asn1_ObjId_e(pp, oid); });
-  return "dotted   " + dotted(oid) + "\nencoded  " + spaced_hex(octets) + "\nname     " +
-         names_text(oid) + "\n";
+  const Owned<Name> arcs(pki_ObjId_text(oid), asn1_Name_free);
+  return "dotted   " + std::string(arcs ? arcs.get() : "") + "\nencoded  " +
+         spaced_hex(element_of(oid)) + "\nname     " + names_text(oid) + "\n";
+}
+
+/// Returns the type of an OBJECT IDENTIFIER with arcs of any size.
+const pki_Type *identifier_type() {
+  pki_Field field;
+  pki_Type_field(pki_Type_find("pki_AlgId"), 0, &field);
+  return field.type;
 }
 
 /// The identifiers that a text stands for. `fault` says why there is none.
@@ -29,20 +36,22 @@ struct Reading {
 /// Reads a text. A dotted form has a dot, an encoded form begins with a digit, and all else is a
 /// name.
 Reading read(const std::string &text) {
+  constexpr size_t longest = 2048;
   Reading reading;
   const auto add = [&reading](Owned<ObjId> oid) {
     if (oid) reading.oids.push_back(std::move(oid));
   };
   if (text.find('.') != std::string::npos) {
     add(from_dotted(text));
-    reading.fault = "not a dotted identifier, such as 2.5.4.3, whose arcs have at most 32 bits";
+    reading.fault = "not a dotted identifier, such as 2.5.4.3";
   } else if (!text.empty() && text[0] >= '0' && text[0] <= '9') {
     const auto octets = from_hex(text);
-    if (octets) add(decoded(asn1_ObjId_d, asn1_ObjId_free, *octets));
-    const auto fault = octets ? Syntax("ObjId").read(*octets).fault : std::nullopt;
-    reading.fault = !octets ? "not hexadecimal octets"
-                    : fault ? text_with_offset(*fault)
-                            : "octets left over after the identifier";
+    if (octets && octets->size() <= longest) add(from_element(*octets));
+    const auto fault = octets ? Syntax(identifier_type()).read(*octets).fault : std::nullopt;
+    reading.fault = !octets                    ? "not hexadecimal octets"
+                    : octets->size() > longest ? "more octets than any identifier has"
+                    : fault                    ? text_with_offset(*fault)
+                                               : "octets left over after the identifier";
   } else {
     reading.oids = named(text);
     reading.fault = "no identifier has this name";

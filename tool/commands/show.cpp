@@ -3,26 +3,17 @@
 
 #include "commands/batch.h"
 #include "commands/commands.h"
+#include "commands/json_lines.h"
 #include "commands/outlines.h"
 #include "model/brief.h"
 #include "records/chain.h"
 #include "records/end_of_validity.h"
-#include "records/object_json.h"
 #include "system/output.h"
 #include "text/characters.h"
 
 namespace tool {
 
 namespace {
-
-/// Returns what lines of JSON are made from.
-Object object_of(const Input &input, const Element &element) {
-  Object object;
-  object.file = input.name();
-  object.number = element.number;
-  object.octets = element.octets;
-  return object;
-}
 
 /// Collects the certificates of each input, and ends its pages with their chain.
 Course chain_after_pages(Chain &chain, const View &view) {
@@ -70,7 +61,6 @@ bool show(const ShowRequest &request) {
       const auto end = end_of_validity(element.octets);
       if (!end || *end - request.view.moment > *request.within) return true;
     }
-    Object object = object_of(input, element);
     switch (request.form) {
       case ShowRequest::Form::page:
         emit(type.show(record.get(), input.where(element), request.view) + "\n");
@@ -80,20 +70,14 @@ bool show(const ShowRequest &request) {
             columns.lines(short_name(input, element), type.show_short(record.get(), request.view)));
         break;
       case ShowRequest::Form::json:
-        object.type = &type;
-        object.record = record.get();
-        emit(json_of_object(object, request.view).text() + "\n");
+        emit(json_line(input, element, type, record, request.view));
         break;
     }
     return !request.within;
   };
   const auto refuse = [&request](const Input &input, const Element &element, const Fault &fault,
                                  bool decoded) {
-    if (request.form == ShowRequest::Form::json) {
-      Object object = object_of(input, element);
-      object.fault = &fault;
-      return emit(json_of_refused(object).text() + "\n");
-    }
+    if (request.form == ShowRequest::Form::json) return emit(json_line(input, element, fault));
     const View &view = request.view;
     const bool may_be_key = std::ranges::any_of(candidates(element, request.type), &Type::secret);
     const bool has_outline = request.form == ShowRequest::Form::page && !decoded &&

@@ -61,7 +61,7 @@ bool tree(const TreeRequest &request) {
              extract(element, request, search);
            else
              fault = print(element, request, search);
-           // The reader of DER knows fewer tags and lengths than the outline.
+           // What a reader of DER finds wrong, the outline says more about.
            const bool is_pem = element.line != 0;
            if (!fault && (is_pem || element.octets.empty())) fault = element.fault;
            if (!fault && !search.is_found()) fault = Fault{std::nullopt, search.why_not(), {}};

@@ -27,7 +27,7 @@ Announced announced(std::string_view base64) {
   if (read.header.size == 0 || read.header.indefinite) return read;
   // The content is not there, and not looked for.
   read.header.fault.clear();
-  read.size = read.header.size + read.header.length;
+  read.size = read.header.size + std::min(read.header.length, SIZE_MAX - read.header.size);
   return read;
 }
 
@@ -50,9 +50,9 @@ std::optional<std::span<uint8_t>> decode_base64(std::span<uint8_t> data) {
   }
   std::array<uint8_t, 64> start{};
   const Announced first = announced(text);
-  const bool fits =
-      first.size > 1 && first.header.tag != 0 && count_octets(text, first.size) == first.size;
-  const bool is_der = fits || (first.size > 1 && first.header.tag == tag::sequence &&
+  const bool fits = first.size > 1 && first.header.identifier != 0 &&
+                    count_octets(text, first.size) == first.size;
+  const bool is_der = fits || (first.size > 1 && first.header.identifier == tag::sequence &&
                                count_octets(text, start.size()) == start.size());
   if (!is_der && !is_pem(take_base64(text, start.size(), start.data()))) return std::nullopt;
 
@@ -100,7 +100,8 @@ std::optional<Octets> Base64Reader::sequence_here() {
       !std::ranges::all_of(text.substr(0, shortest_word), is_base64_digit))
     return std::nullopt;
   const Announced found = announced(text);
-  if (found.header.tag != tag::sequence || found.size < shortest_word / 4 * 3) return std::nullopt;
+  if (found.header.identifier != tag::sequence || found.size < shortest_word / 4 * 3)
+    return std::nullopt;
   const size_t there = count_octets(text, found.size);
   if (there < found.size && there < surely) return std::nullopt;
   if (found.size < 128) {

@@ -1,9 +1,9 @@
-// The headers of encoded elements, read only to tell elements apart and to say where an input goes
-// wrong. What an element means is for the library to decide.
+// Encoded elements, read only to tell them apart and to say where an input goes wrong. What an element
+// means is for the library to decide.
 #ifndef ORVELASN1_TOOL_INPUT_DER_H
 #define ORVELASN1_TOOL_INPUT_DER_H
 
-#include "text/octets.h"
+#include "model/ber.h"
 
 namespace tool {
 
@@ -17,20 +17,12 @@ struct Fault {
 /// Returns the text of a fault, after "offset 12: " where it has an offset.
 std::string text_with_offset(const Fault &fault);
 
-/// One identifier octet and the length octets after it.
-struct Header {
-  uint8_t tag = 0;
-  size_t size = 0;  ///< of the header itself
-  size_t length = 0;
-  bool indefinite = false;
-  std::string fault;  ///< why the octets are not a header, or why its content is not there
-};
-
-/// Reads the header at the start of `rest`. Its content must lie inside `rest`.
-Header read_header(Octets rest);
+using ber::Header;
+using ber::read_header;
 
 /// Returns the number of octets of the element with this header, at the start of `rest`. Fails
-/// where its length is indefinite and its end-of-contents is not found.
+/// where the header has a fault, and where its length is indefinite and its end-of-contents is not
+/// found. What is inside an element of definite length is not looked at.
 std::optional<size_t> element_size(Octets rest, const Header &header);
 
 /// Splits the first element into its components: as many as can be told apart, at most `most`.

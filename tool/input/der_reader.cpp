@@ -48,11 +48,10 @@ std::optional<Element> DerReader::operator()() {
 
 // Padding, line ends and the like are primitive and universal.
 bool DerReader::may_follow(uint8_t tag) const {
-  constexpr uint8_t class_bits = 0xC0;
   const uint8_t first = data_[0];
-  const bool tagged = (first & class_bits) != 0;
+  const bool tagged = (first & tag::class_bits) != 0;
   return tag == first || (tag & tag::constructed) != 0 ||
-         (tagged && (tag & class_bits) == (first & class_bits));
+         (tagged && (tag & tag::class_bits) == (first & tag::class_bits));
 }
 
 }  // namespace tool

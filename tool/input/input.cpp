@@ -95,14 +95,17 @@ ElementReader reader_of(std::span<uint8_t> data) {
                      "tool looks for in a text");
 }
 
+SharedMemory shared(Octets data) {
+  SharedMemory copy(data.size());
+  std::ranges::copy(data, copy.octets().begin());
+  return copy;
+}
+
 SharedMemory load(const std::string &file) {
   const Descriptor descriptor(file == "-" ? STDIN_FILENO
                                           : open(file.c_str(), O_RDONLY | O_CLOEXEC));
   if (descriptor.get() < 0) throw std::system_error(errno, std::generic_category(), file);
-  const Bytes data = read_all(descriptor.get(), file);
-  SharedMemory shared(data.size());
-  std::ranges::copy(data, shared.octets().begin());
-  return shared;
+  return shared(read_all(descriptor.get(), file));
 }
 
 }  // namespace
@@ -111,6 +114,9 @@ Input::Input(const std::string &file)
     : name_(file == "-" ? "standard input" : file),
       data_(load(file)),
       next_(reader_of(data_.octets())) {}
+
+Input::Input(std::string name, Octets data)
+    : name_(std::move(name)), data_(shared(data)), next_(reader_of(data_.octets())) {}
 
 std::vector<Element> Input::take(size_t most) {
   std::vector<Element> elements;

@@ -16,6 +16,9 @@ class Input {
   /// @throws std::system_error when that fails.
   explicit Input(const std::string &file);
 
+  /// Takes octets for those of a file of this name.
+  Input(std::string name, Octets data);
+
   /// Returns the name of the file, or "standard input".
   const std::string &name() const { return name_; }
 

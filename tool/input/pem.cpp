@@ -87,7 +87,7 @@ Base64Check check_base64(std::string_view text) {
 void leave_certificate(Element &element) {
   element.label = "CERTIFICATE";
   const Header header = read_header(element.octets);
-  const auto size = header.fault.empty() ? element_size(element.octets, header) : std::nullopt;
+  const auto size = element_size(element.octets, header);
   if (!size || *size == element.octets.size()) return;
   element.remark = counted(element.octets.size() - *size, "octet") +
                    " of trust settings after the certificate are not shown; \"openssl x509 -text "

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "text/characters.h"
+#include "text/object_identifiers.h"
 
 namespace tool::ber {
 
@@ -16,8 +17,8 @@ constexpr uint8_t low_bits = 0x7F;
 /// Reads the identifier octets. Moves `at` past them.
 void read_identifier(Octets rest, size_t &at, Header &header) {
   header.identifier = rest[at++];
-  header.number = header.identifier & number_bits;
-  if (header.number != number_bits) return;
+  header.number = header.identifier & tag::number_bits;
+  if (header.number != tag::number_bits) return;
   header.number = 0;
   for (;;) {
     if (at == rest.size()) {
@@ -66,20 +67,20 @@ bool is_text(Octets octets) {
 
 /// Whether a primitive universal content is one that the tag may have.
 bool fits(uint8_t number, Octets content) {
-  using namespace universal;
   const auto sign_alone = [&] {
     return content.size() > 1 &&
            ((content[0] == 0 && content[1] < 0x80) || (content[0] == 0xFF && content[1] >= 0x80));
   };
-  if (number == boolean) return content.size() == 1;
-  if (number == null) return content.empty();
+  if (number == tag::boolean) return content.size() == 1;
+  if (number == tag::null) return content.empty();
   if (content.empty()) return false;
-  if (number == integer || number == enumerated) return !sign_alone();
-  if (number == bit_string) return content[0] < 8;
-  if (number == octet_string) return true;
-  if (number == object_identifier) return content[0] != 0x80 && content.back() < 0x80;
-  if (number == bmp_string) return content.size() % 2 == 0;
-  return (number == utf8_string || (number >= numeric_string && number <= universal_string)) &&
+  if (number == tag::integer || number == tag::enumerated) return !sign_alone();
+  if (number == tag::bit_string) return content[0] < 8;
+  if (number == tag::octet_string) return true;
+  if (number == tag::object_identifier) return content[0] != 0x80 && content.back() < 0x80;
+  if (number == tag::bmp_string) return content.size() % 2 == 0;
+  return (number == tag::utf8_string ||
+          (number >= tag::numeric_string && number <= tag::universal_string)) &&
          is_text(content);
 }
 
@@ -106,7 +107,7 @@ Header read_header(Octets rest) {
 }
 
 std::string tag_name(const Header &header) {
-  if (header.number < number_bits) {
+  if (header.number < tag::number_bits) {
     char buffer[48];
     std::string name = pki_identifier_name(header.identifier, buffer, sizeof buffer);
     name.resize(std::min(name.size(), name.rfind(" (")));
@@ -169,21 +170,19 @@ bool is_element(Octets content) {
   const Header header = read_header(content);
   if (!header.fault.empty()) return false;
   const uint8_t number = header.universal_number();
-  if (header.constructed()
-          ? header.is_universal() && number != universal::sequence && number != universal::set
-          : !fits(number, content.subspan(header.size, header.length)))
+  if (header.constructed() ? header.is_universal() && header.identifier != tag::sequence &&
+                                 header.identifier != tag::set
+                           : !fits(number, content.subspan(header.size, header.length)))
     return false;
   return element_size(content) == content.size();
 }
 
-Owned<AlgId> record_of(Octets identifier) {
+Owned<ObjId> record_of(Octets identifier) {
   constexpr size_t longest = 64;
-  Owned<AlgId> none(nullptr, pki_AlgId_free);
-  if (identifier.empty() || identifier.size() > longest) return none;
-  const auto size = static_cast<uint8_t>(identifier.size());
-  Bytes element{tag::sequence, static_cast<uint8_t>(size + 2), 6, size};
+  if (identifier.empty() || identifier.size() > longest) return {nullptr, asn1_ObjId_free};
+  Bytes element{tag::object_identifier, static_cast<uint8_t>(identifier.size())};
   element.insert(element.end(), identifier.begin(), identifier.end());
-  return decoded(pki_AlgId_d, pki_AlgId_free, element);
+  return from_element(element);
 }
 
 }  // namespace tool::ber

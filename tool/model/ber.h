@@ -10,27 +10,6 @@
 
 namespace tool::ber {
 
-constexpr uint8_t class_bits = 0xC0;
-constexpr uint8_t number_bits = 0x1F;
-
-/// Numbers of universal tags (X.680, 8.4).
-namespace universal {
-constexpr uint8_t boolean = 1;
-constexpr uint8_t integer = 2;
-constexpr uint8_t bit_string = 3;
-constexpr uint8_t octet_string = 4;
-constexpr uint8_t null = 5;
-constexpr uint8_t object_identifier = 6;
-constexpr uint8_t enumerated = 10;
-constexpr uint8_t utf8_string = 12;
-constexpr uint8_t sequence = 16;
-constexpr uint8_t set = 17;
-constexpr uint8_t numeric_string = 18;
-constexpr uint8_t ia5_string = 22;
-constexpr uint8_t universal_string = 28;
-constexpr uint8_t bmp_string = 30;
-}  // namespace universal
-
 /// The identifier and length octets of an element.
 struct Header {
   uint8_t identifier = 0;  ///< the first identifier octet
@@ -42,14 +21,14 @@ struct Header {
   std::string fault;      ///< why the octets are not a header, or why the content is not there
 
   bool constructed() const { return (identifier & tag::constructed) != 0; }
-  bool is_universal() const { return (identifier & class_bits) == 0; }
+  bool is_universal() const { return (identifier & tag::class_bits) == 0; }
   /// Returns the number of a universal tag, or 0.
   uint8_t universal_number() const {
-    return is_universal() && number < 0x1F ? static_cast<uint8_t>(number) : uint8_t{0};
+    return is_universal() && number < tag::number_bits ? static_cast<uint8_t>(number) : uint8_t{0};
   }
 };
 
-/// Reads the header at the start of `rest`.
+/// Reads the header at the start of `rest`. Its content should lie inside `rest`.
 Header read_header(Octets rest);
 
 /// Returns the name of a tag: "SEQUENCE", "[0]", "[APPLICATION 33]".
@@ -89,9 +68,9 @@ std::optional<size_t> element_size(Octets rest);
 /// under a tag that stands by itself, and a primitive one has a content that fits its tag.
 bool is_element(Octets content);
 
-/// Decodes the content of an OBJECT IDENTIFIER, with arcs of any size, into a record around its
-/// `algorithm`. Returns null where it is none, or longer than any in use.
-Owned<AlgId> record_of(Octets identifier);
+/// Decodes the content of an OBJECT IDENTIFIER, with arcs of any size. Returns null where it is
+/// none, or longer than any in use.
+Owned<ObjId> record_of(Octets identifier);
 
 }  // namespace tool::ber
 

@@ -1,6 +1,7 @@
 #include "model/difference.h"
 
 #include <algorithm>
+#include <numeric>
 #include <unordered_map>
 
 #include "text/object_identifiers.h"
@@ -139,14 +140,14 @@ class Comparison {
   /// Compares what the octets of a record are, under the path of the record. Returns whether it
   /// differs.
   bool compare_decoded(const Node::Fields &a, const Node *b) {
-    const auto found = std::ranges::find(a, std::string("decoded"), &Node::name);
-    if (found == a.end() || b == nullptr) {
-      if (found == a.end() && b == nullptr) return false;
-      return at("", [&] {
-        report(b == nullptr ? Kind::only_a : Kind::only_b, found == a.end() ? nullptr : &*found, b);
-      });
-    }
-    return at("", [&] { compare(*found, *b); });
+    const auto found = std::ranges::find_if(
+        a, [](const Node &field) { return field.name == "decoded" && !field.empty(); });
+    const Node *const one = found == a.end() ? nullptr : &*found;
+    if (one == nullptr && b == nullptr) return false;
+    return at("", [&] {
+      if (one != nullptr && b != nullptr) return compare(*one, *b);
+      report(b == nullptr ? Kind::only_a : Kind::only_b, one, b);
+    });
   }
 
   /// Whether the forms differ that are kept of a field, which have its name and a word after it.
@@ -166,11 +167,11 @@ class Comparison {
     // What both begin and end with needs no more memory than two elements.
     size_t start = 0;
     const size_t fewer = std::min(a.count, b.count);
-    while (start < fewer && compare_if_same(a.at(start), b.at(start))) ++start;
+    while (start < fewer &&
+           (same_octets(a, start, b, start) || compare_if_same(a.at(start), b.at(start))))
+      ++start;
     size_t end = 0;
-    while (end < fewer - start &&
-           json_text(a.at(a.count - 1 - end)) == json_text(b.at(b.count - 1 - end)))
-      ++end;
+    while (end < fewer - start && same_element(a, a.count - 1 - end, b, b.count - 1 - end)) ++end;
     const size_t a_end = a.count - end;
     const size_t b_end = b.count - end;
     const bool identified =
@@ -179,6 +180,15 @@ class Comparison {
       compare_identified(a, b, start, a_end, b_end);
     else
       compare_by_place(a, b, start, a_end, b_end);
+  }
+
+  /// Whether two elements have the same octets, which are at hand.
+  static bool same_octets(const Node::Items &a, size_t i, const Node::Items &b, size_t j) {
+    return a.octets && b.octets && std::ranges::equal(a.octets(i), b.octets(j));
+  }
+
+  static bool same_element(const Node::Items &a, size_t i, const Node::Items &b, size_t j) {
+    return same_octets(a, i, b, j) || json_text(a.at(i)) == json_text(b.at(j));
   }
 
   /// Compares two elements that stand at the same place of their lists. Returns false, and does
@@ -211,26 +221,33 @@ class Comparison {
     const auto part = [](const Identity &one) {
       return one.name.empty() ? "" : "[" + one.name + "]";
     };
-    // The elements of b under each key, the last one first.
-    std::unordered_map<std::string, std::vector<size_t>> places;
-    for (size_t i = b_end; i-- > start;) places[identity(b.at(i)).key].push_back(i);
+    // The places in b of the elements of a.
+    std::vector<size_t> matches(a_end - start, unmatched);
     std::vector<bool> met(b_end - start);
+    if (a.octets && b.octets) match_octets(a, b, start, matches, met);
+    // The other elements of b under each key, the last one first.
+    std::unordered_map<std::string, std::vector<size_t>> places;
+    for (size_t i = b_end; i-- > start;)
+      if (!met[i - start]) places[identity(b.at(i)).key].push_back(i);
     size_t last = 0;
     bool same_order = true;
     for (size_t i = start; i < a_end; ++i) {
-      const Node one = a.at(i);
-      const Identity key = identity(one);
-      const auto found = places.find(key.key);
-      if (found == places.end() || found->second.empty()) {
-        at(part(key), [&] { report_one(Kind::only_a, one); });
-        continue;
+      size_t place = matches[i - start];
+      if (place == unmatched) {
+        const Node one = a.at(i);
+        const Identity key = identity(one);
+        const auto found = places.find(key.key);
+        if (found == places.end() || found->second.empty()) {
+          at(part(key), [&] { report_one(Kind::only_a, one); });
+          continue;
+        }
+        place = found->second.back();
+        found->second.pop_back();
+        met[place - start] = true;
+        at(part(key), [&] { compare(one, b.at(place)); });
       }
-      const size_t place = found->second.back();
-      found->second.pop_back();
-      met[place - start] = true;
       same_order = same_order && place >= last;
       last = place;
-      at(part(key), [&] { compare(one, b.at(place)); });
     }
     for (size_t i = start; i < b_end; ++i) {
       if (met[i - start]) continue;
@@ -240,9 +257,37 @@ class Comparison {
     if (!same_order) report(Kind::order, nullptr, nullptr);
   }
 
+  /// Finds the elements of a, from `start` on, whose octets an element of b has, too: each to one,
+  /// in their order.
+  static void match_octets(const Node::Items &a, const Node::Items &b, size_t start,
+                           std::vector<size_t> &matches, std::vector<bool> &met) {
+    const auto less = [](Octets one, Octets other) {
+      return std::ranges::lexicographical_compare(one, other);
+    };
+    const auto octets = [&b](size_t place) { return b.octets(place); };
+    std::vector<size_t> sorted(met.size());
+    std::iota(sorted.begin(), sorted.end(), start);
+    std::ranges::stable_sort(sorted, less, octets);
+    // Of those with the same octets, how many are taken: counted at the first of them.
+    std::vector<size_t> taken(sorted.size());
+    for (size_t i = 0; i < matches.size(); ++i) {
+      const Octets wanted = a.octets(start + i);
+      const auto first = std::ranges::lower_bound(sorted, wanted, less, octets);
+      const auto group = static_cast<size_t>(first - sorted.begin());
+      if (group == sorted.size()) continue;
+      const size_t next = group + taken[group];
+      if (next == sorted.size() || !std::ranges::equal(b.octets(sorted[next]), wanted)) continue;
+      ++taken[group];
+      matches[i] = sorted[next];
+      met[sorted[next] - start] = true;
+    }
+  }
+
   void report_one(Kind kind, const Node &node) {
     report(kind, kind == Kind::only_a ? &node : nullptr, kind == Kind::only_b ? &node : nullptr);
   }
+
+  static constexpr size_t unmatched = SIZE_MAX;
 
   const Differ &differ_;
   std::string path_;

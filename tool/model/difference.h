@@ -26,8 +26,8 @@ using Differ = std::function<void(const Difference &difference)>;
 /// Calls `differ` for each difference, in the order of the first description. Fields are compared
 /// by their names. The elements of a list are compared by what identifies them, such as an object
 /// identifier or a serial number; those without, by their place between what both lists begin and
-/// end with. Octets that are kept of what is described, or repeat it, are not compared. The time is
-/// linear in the descriptions.
+/// end with. Octets that are kept of what is described, or repeat it, are not compared. Elements of
+/// lists with the same octets are not described. The time is that of sorting the descriptions.
 void find_differences(const Node &a, const Node &b, const Differ &differ);
 
 }  // namespace tool

@@ -57,7 +57,7 @@ bool has(Octets identifier, const Defined &row) {
 
 const pki_Type *type_defined_by(Octets identifier) {
   const auto record = ber::record_of(identifier);
-  return record == nullptr ? nullptr : pki_Type_defined_by(record->algorithm);
+  return record == nullptr ? nullptr : pki_Type_defined_by(record.get());
 }
 
 bool is_list(pki_Kind kind) {
@@ -93,7 +93,7 @@ void choose(Place &place, uint8_t identifier) {
     place.type = nullptr;
     pki_Field alternative;
     for (uint32_t i = 0; pki_Type_field(choice, i, &alternative) != 0; ++i) {
-      if ((alternative.kind & ber::number_bits) != (identifier & ber::number_bits)) continue;
+      if ((alternative.kind & tag::number_bits) != (identifier & tag::number_bits)) continue;
       place.alternative = alternative.name;
       set_type(place, alternative.type, alternative.tagging);
       break;

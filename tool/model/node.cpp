@@ -1,6 +1,7 @@
 #include "model/node.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "text/characters.h"
 #include "text/integers.h"
@@ -114,6 +115,12 @@ struct JsonOf {
 };
 
 }  // namespace
+
+void Node::keep(std::shared_ptr<const void> source) {
+  using Both = std::pair<std::shared_ptr<const void>, std::shared_ptr<const void>>;
+  owner = owner == nullptr ? std::move(source)
+                           : std::make_shared<const Both>(std::move(owner), std::move(source));
+}
 
 Node text(std::vector<std::string> lines, Json json, Tone tone) {
   Node node;

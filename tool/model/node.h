@@ -27,6 +27,8 @@ struct Node {
   struct Items {
     size_t count = 0;
     std::function<Node(size_t)> at;
+    /// Returns the octets of an element, where these are at hand and say all of it; null elsewhere.
+    std::function<Octets(size_t)> octets{};
   };
   /// Nothing for a field that is not there, or one of the others.
   using Value = std::variant<std::monostate, Text, Octets, const ObjId *, Fields, Items>;
@@ -35,9 +37,12 @@ struct Node {
   bool brief = false;  ///< whether the short form shows it
   Value value;
   std::shared_ptr<const Node> shown;  ///< what a page shows in its place inside another node
-  std::shared_ptr<const void> owner;  ///< the record, where nothing else keeps it
+  std::shared_ptr<const void> owner;  ///< what it borrows from, where nothing else keeps that
 
   bool empty() const { return value.index() == 0; }
+
+  /// Keeps something that the node borrows from, beside what it keeps already.
+  void keep(std::shared_ptr<const void> source);
 };
 
 /// Returns a value of one or more lines.
@@ -56,7 +61,7 @@ Node shown_as(Node node, Node other);
 /// Returns the node, which now keeps its record.
 template <class T>
 Node owning(Node node, Owned<T> record) {
-  node.owner = std::shared_ptr<const T>(std::move(record));
+  node.keep(std::shared_ptr<const T>(std::move(record)));
   return node;
 }
 

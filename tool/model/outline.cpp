@@ -10,8 +10,6 @@ namespace {
 
 using Kind = OutlineLine::Kind;
 
-using namespace ber::universal;
-
 /// The walk over the elements of an input.
 class Walk {
  public:
@@ -102,7 +100,7 @@ class Walk {
       if (!told) tell_own_fault(line.header.fault);
       cut_ = end;
     }
-    if (line.header.identifier == object_identifier)
+    if (line.header.identifier == tag::object_identifier)
       grammar_.note_identifier(levels_.depth(), content);
     if (line.header.constructed()) {
       at_ = start;
@@ -138,14 +136,14 @@ class Walk {
   static bool may_hold(const OutlineLine &line) {
     const pki_Type *const type = line.place.type;
     return !line.header.constructed() && !line.header.overlong &&
-           (line.meant() == octet_string || line.meant() == bit_string) &&
+           (line.meant() == tag::octet_string || line.meant() == tag::bit_string) &&
            (type == nullptr || pki_Type_kind(type) != PKI_TLS_LIST);
   }
 
   /// Returns the octets of a string, without the count of unused bits; nothing where some are.
   static std::optional<Octets> string_content(const OutlineLine &line) {
     const Octets content = line.content();
-    if (line.meant() != bit_string) return content;
+    if (line.meant() != tag::bit_string) return content;
     if (content.empty() || content[0] != 0) return std::nullopt;
     return content.subspan(1);
   }
@@ -239,7 +237,7 @@ class Walk {
 uint8_t OutlineLine::meant() const {
   if (header.is_universal() || place.type == nullptr || place.wraps)
     return header.universal_number();
-  return pki_Type_identifier(place.type) & ber::number_bits;
+  return pki_Type_identifier(place.type) & tag::number_bits;
 }
 
 std::optional<OutlineFault> outline(Octets octets, const pki_Type *type,

@@ -26,21 +26,19 @@ Octets first_identifier(const OutlineLine &line) {
     if (!header.fault.empty()) return {};
     content = content.subspan(header.size);
   }
-  if (header.identifier != ber::universal::object_identifier || header.overlong) return {};
+  if (header.identifier != tag::object_identifier || header.overlong) return {};
   return content.first(header.length);
 }
 
 std::string display_name(Octets identifier) {
   const auto record = ber::record_of(identifier);
-  return record == nullptr ? "" : tool::display_name(record->algorithm);
+  return record == nullptr ? "" : tool::display_name(record.get());
 }
 
 /// Returns the content octets of an identifier; none of one that has no encoding.
-Bytes content_of(ObjId *oid) {
-  const AlgId around{oid, nullptr};
-  Bytes octets = encoded([&](uint8_t **pp) { return pki_AlgId_e(pp, &around); });
-  const Octets element = Octets(octets).subspan(ber::read_header(octets).size);
-  const Octets content = element.subspan(ber::read_header(element).size);
+Bytes content_of(const ObjId *oid) {
+  const Bytes element = element_of(oid);
+  const Octets content = Octets(element).subspan(ber::read_header(element).size);
   return {content.begin(), content.end()};
 }
 
@@ -48,8 +46,7 @@ Bytes content_of(ObjId *oid) {
 std::vector<Bytes> identifiers_of(const std::string &words) {
   std::vector<Bytes> found;
   for (const auto &oid : named(words)) found.push_back(content_of(oid.get()));
-  const Owned<ObjId> dotted(pki_ObjId_parse(words.c_str()), asn1_ObjId_free);
-  if (dotted) found.push_back(content_of(dotted.get()));
+  if (const auto dotted = from_dotted(words)) found.push_back(content_of(dotted.get()));
   return found;
 }
 

@@ -15,8 +15,6 @@ namespace {
 
 using Kind = OutlineLine::Kind;
 
-namespace universal = ber::universal;
-
 constexpr size_t octets_a_row = 16;
 constexpr size_t octets_at_a_glance = 64;
 constexpr size_t octets_of_a_value = 20;
@@ -156,23 +154,23 @@ std::string OutlineWriter::value(const OutlineLine &line) {
   const Octets content = line.content();
   const uint8_t number = line.meant();
   switch (number) {
-    case universal::boolean:
+    case tag::boolean:
       if (content.size() == 1) return content[0] == 0 ? "FALSE" : "TRUE";
       break;
-    case universal::integer:
-    case universal::enumerated:
+    case tag::integer:
+    case tag::enumerated:
       return decimal(content, style_.full);
-    case universal::bit_string:
+    case tag::bit_string:
       return bits(content, style_.full);
-    case universal::object_identifier:
+    case tag::object_identifier:
       return identifier(content);
-    case utc_time:
-    case generalized_time:
+    case tag::utc_time:
+    case tag::generalized_time:
       return time(number, content);
-    case universal::null:
+    case tag::null:
       break;
     case 0:
-      if (is_plain_text(content)) return quoted(universal::ia5_string, content, style_.full);
+      if (is_plain_text(content)) return quoted(tag::ia5_string, content, style_.full);
       break;
     default:
       return quoted(number, content, style_.full);
@@ -187,9 +185,9 @@ std::string OutlineWriter::identifier(Octets content) {
   if (const auto known = names_.find(key); known != names_.end()) return known->second;
   const auto record = ber::record_of(content);
   const std::unique_ptr<char, void (*)(void *)> dots(
-      record ? pki_ObjId_text(record->algorithm) : nullptr, std::free);
+      record ? pki_ObjId_text(record.get()) : nullptr, std::free);
   if (!dots) return first_octets(content, style_.full);
-  std::string name = display_name(record->algorithm);
+  std::string name = display_name(record.get());
   if (name.empty())
     name = dots.get();
   else if (style_.oids)

@@ -72,8 +72,22 @@ bool word_fits(std::string_view text, size_t columns) {
   return word.size() <= longest_character * columns && width(word) <= columns;
 }
 
+/// Whether a text is a number in hexadecimal, such as a digest.
+bool is_number(std::string_view text) {
+  return text.find_first_not_of("0123456789ABCDEF") == text.npos;
+}
+
+/// Returns the number of digits that a piece takes off a number that takes several: as many as the
+/// others, in pairs.
+size_t digits_a_piece(size_t digits, size_t columns) {
+  const size_t pieces = (digits + columns - 1) / columns;
+  const size_t size = (digits + pieces - 1) / pieces;
+  return std::min(size + size % 2, columns);
+}
+
 /// Returns the number of octets that a piece takes off the start of a text.
 size_t piece_size(std::string_view text, size_t columns) {
+  if (text.size() > columns && is_number(text)) return digits_a_piece(text.size(), columns);
   constexpr std::string_view marks = ",;/:&?=+.-_";
   size_t size = 0;
   size_t at_blank = 0;
@@ -108,6 +122,7 @@ size_t width(std::string_view utf8) {
 std::vector<std::string> wrapped(std::string_view line, size_t columns, size_t hang) {
   if (width(line) <= columns) return {std::string(line)};
   std::vector<std::string> pieces;
+  if (is_number(line)) hang = 0;
   // A blank at the start belongs to the text: it says that a line belongs to the one above.
   const size_t lead = std::min(line.find_first_not_of(' '), line.size());
   std::string margin;

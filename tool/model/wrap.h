@@ -15,7 +15,7 @@ size_t width(std::string_view utf8);
 
 /// Breaks a line into pieces of at most `columns` columns, at blanks; a word that is longer than
 /// a piece, after a punctuation mark, or else anywhere. Each piece after the first begins with
-/// `hang` blanks.
+/// `hang` blanks. A line of hexadecimal digits alone becomes pieces of one size, without blanks.
 std::vector<std::string> wrapped(std::string_view line, size_t columns, size_t hang = 2);
 
 }  // namespace tool

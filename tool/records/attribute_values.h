@@ -6,9 +6,14 @@
 
 namespace tool {
 
-/// Reads the values of an attribute: a single value as itself, several as a list. Returns an empty
-/// node if the syntax of the attribute is not known or not followed.
-Node read_attribute(const Attribute *attribute, const View &view);
+/// What the values of an attribute are; empty nodes where its syntax is not known or not followed.
+struct AttributeValues {
+  Node decoded;  ///< the one value, or a list where the syntax allows several; empty where there
+                 ///< are several and must not be
+  Node shown;  ///< for a page
+};
+
+AttributeValues read_attribute(const Attribute *attribute, const View &view);
 
 }  // namespace tool
 

@@ -19,9 +19,8 @@ using Names = std::vector<std::string>;
 Bytes spki_of(Octets signed_part, const SubjectPKI *info) {
   for (const Octets field : components(signed_part)) {
     const auto inside = components(field, 2);
-    constexpr uint8_t bit_string = 0x03;
     if (field[0] == tag::sequence && inside.size() == 2 && inside[0][0] == tag::sequence &&
-        inside[1][0] == bit_string)
+        inside[1][0] == tag::bit_string)
       return {field.begin(), field.end()};
   }
   return encoded([info](uint8_t **pp) { return pki_SubjectPKI_e(pp, info); });

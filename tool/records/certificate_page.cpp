@@ -32,7 +32,7 @@ void add_key(Page &page, const Certificate *certificate, const View &view) {
   page.section("Public key");
   page.row("SHA-256", facts.sha256);
   page.row("pin", facts.pin);
-  page.row("SHA-1 of bits", facts.identifier);
+  page.row("key identifier", facts.identifier);
   const bool is_rsa = !facts.key.modulus.empty();
   if (const auto digits = from_hex(is_rsa ? facts.key.modulus : facts.key.point))
     page.row(is_rsa                    ? "modulus"

@@ -12,7 +12,6 @@ namespace tool {
 
 namespace {
 
-constexpr uint8_t octet_string = 0x04;
 constexpr uint8_t subject_key_identifier[] = {0x55, 0x1D, 0x0E};
 constexpr uint8_t authority_key_identifier[] = {0x55, 0x1D, 0x23};
 
@@ -143,7 +142,7 @@ void Chain::add(const Element &element) {
                       {start, end},
                       octets(view.subject),
                       octets(view.issuer),
-                      content_of(extension(view, subject_key_identifier), octet_string),
+                      content_of(extension(view, subject_key_identifier), tag::octet_string),
                       key.empty() ? Octets() : content_of(key[0], tag::context)});
 }
 

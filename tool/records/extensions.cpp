@@ -60,7 +60,7 @@ Node describe(const NameConstraints *constraints, const View &view) {
 Node describe(const pki_PrivateKeyUsagePeriod *period, const View &view) {
   std::vector<std::string> lines;
   const auto add = [&](const char *word, const GeneralizedTime *time) {
-    const Node node = time_of(generalized_time, time);
+    const Node node = time_of(tag::generalized_time, time);
     if (const auto line = lines_of(node, view)) lines.push_back(word + line->front());
   };
   add("from  ", period->notBefore);
@@ -108,6 +108,9 @@ Node extended_key_usage(const List *purposes, const View &view) {
   }
   return text(view.oids ? words : std::vector<std::string>{joined(words)}, Json::array(objects));
 }
+
+/// CRLNumber ::= INTEGER (0..MAX), of up to 20 octets. JSON has digits, as of a serial number.
+Node crl_number(const Integer *number) { return text(number_text(number), integer_text(number)); }
 
 /// Features ::= SEQUENCE OF INTEGER, numbers of extensions of TLS (RFC 7633)
 Node features(const List *numbers) {
@@ -165,10 +168,10 @@ std::vector<Type> extension_types() {
       {.syntax = "pki_ExtKeyUsageSyntax",
        .about = "for which purposes a key is",
        .by_hand = as<extended_key_usage>},
-      {.syntax = "pki_CRLNumber", .about = "the number of a CRL", .by_hand = as<number>},
+      {.syntax = "pki_CRLNumber", .about = "the number of a CRL", .by_hand = as<crl_number>},
       {.syntax = "pki_BaseCRLNumber",
        .about = "the number of the CRL that a delta CRL goes with",
-       .by_hand = as<number>},
+       .by_hand = as<crl_number>},
       {.syntax = "pki_CRLReason",
        .about = "why a certificate was revoked",
        .by_hand = as<revocation_reason>},

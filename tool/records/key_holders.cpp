@@ -14,11 +14,7 @@ namespace tool {
 
 namespace {
 
-constexpr uint8_t integer_tag = 0x02;
-constexpr uint8_t bit_string_tag = 0x03;
-constexpr uint8_t octet_string_tag = 0x04;
-constexpr uint8_t identifier_tag = 0x06;
-constexpr uint8_t context_0 = 0xA0;
+constexpr uint8_t context_0 = tag::context | tag::constructed;
 
 constexpr uint8_t signed_data[] = {0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 0x01, 0x07, 0x02};
 constexpr uint8_t plain_data[] = {0x2A, 0x86, 0x48, 0x86, 0xF7, 0x0D, 0x01, 0x07, 0x01};
@@ -59,11 +55,13 @@ KeyHolder unknown(std::string what, std::string why) {
   return {std::move(what), "", {}, false, std::move(why)};
 }
 
-bool is_algorithm(Octets element) { return have_tags(components(element, 1), {identifier_tag}); }
+bool is_algorithm(Octets element) {
+  return have_tags(components(element, 1), {tag::object_identifier});
+}
 
 bool is_spki(Octets element) {
   const auto fields = components(element, 3);
-  return fields.size() == 2 && have_tags(fields, {tag::sequence, bit_string_tag}) &&
+  return fields.size() == 2 && have_tags(fields, {tag::sequence, tag::bit_string}) &&
          is_algorithm(fields[0]);
 }
 
@@ -81,22 +79,23 @@ std::optional<KeyHolder> holder(Octets element) {
   constexpr size_t most = 10;
   const auto fields = components(element, most);
   if (is_spki(element)) return stated("public key", "", element);
-  if (have_tags(fields, {tag::sequence, tag::sequence, bit_string_tag})) {
+  if (have_tags(fields, {tag::sequence, tag::sequence, tag::bit_string})) {
     const auto info = components(fields[0], 3);
-    if (have_tags(info, {integer_tag, tag::sequence, tag::sequence}) && is_spki(info[2]))
+    if (have_tags(info, {tag::integer, tag::sequence, tag::sequence}) && is_spki(info[2]))
       return stated("CertificationRequest", name_text(info[1]), info[2]);
     if (!info.empty() && is_spki(info[0])) return stated("signed key challenge", "", info[0]);
     return std::nullopt;
   }
-  if (fields.size() == 2 && have_tags(fields, {tag::sequence, octet_string_tag}) &&
+  if (fields.size() == 2 && have_tags(fields, {tag::sequence, tag::octet_string}) &&
       is_algorithm(fields[0]))
     return unknown("encrypted private key", "decrypt it first");
-  if (have_tags(fields, {integer_tag, tag::sequence, octet_string_tag}) && is_algorithm(fields[1]))
+  if (have_tags(fields, {tag::integer, tag::sequence, tag::octet_string}) &&
+      is_algorithm(fields[1]))
     return made("private key (PKCS #8)", public_part_of_pkcs8(element));
-  if (have_tags(fields, {integer_tag, octet_string_tag}))
+  if (have_tags(fields, {tag::integer, tag::octet_string}))
     return made("private key (EC)", public_part_of_ec(element));
   const auto integers = static_cast<size_t>(std::ranges::count_if(
-      fields, [](Octets field) { return !field.empty() && field[0] == integer_tag; }));
+      fields, [](Octets field) { return !field.empty() && field[0] == tag::integer; }));
   if (fields.size() >= 9 && integers >= 9)
     return made("private key (RSA)", public_part_of_rsa(element));
   if (fields.size() == 6 && integers == 6)
@@ -122,7 +121,7 @@ void add_bags(std::vector<KeyHolder> &found, Octets safe_contents, uint32_t dept
     return found.push_back(unknown("bag", "it is nested too deeply to be looked at"));
   for (const Octets bag : components(safe_contents)) {
     const auto fields = components(bag, 2);
-    if (!have_tags(fields, {identifier_tag, context_0})) continue;
+    if (!have_tags(fields, {tag::object_identifier, context_0})) continue;
     const Octets identifier = content_of(fields[0]);
     if (!starts_with(identifier, bags) || identifier.size() != sizeof bags + 1) continue;
     const Octets value = component(fields[1], 0);
@@ -171,9 +170,10 @@ std::vector<KeyHolder> key_holders(Octets element) {
     return found;
   }
   const auto fields = components(element, 3);
-  if (have_tags(fields, {identifier_tag, context_0}) && is(content_of(fields[0]), signed_data))
+  if (have_tags(fields, {tag::object_identifier, context_0}) &&
+      is(content_of(fields[0]), signed_data))
     add_signed(found, component(fields[1], 0));
-  if (have_tags(fields, {integer_tag, tag::sequence}) && is_algorithm(fields[1]))
+  if (have_tags(fields, {tag::integer, tag::sequence}) && is_algorithm(fields[1]))
     add_safes(found, fields[1]);
   return found;
 }

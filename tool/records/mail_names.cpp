@@ -12,7 +12,7 @@ namespace {
 /// Returns the characters of a string; an empty text for an element that is none.
 std::string string_in(Octets element, uint8_t tag) {
   const Header header = read_header(element);
-  if (!header.fault.empty() || header.indefinite || (header.tag & tag::constructed) != 0) return "";
+  if (!header.fault.empty() || header.indefinite || header.constructed()) return "";
   const auto characters = from_string(tag, element.subspan(header.size, header.length));
   return characters ? printable(*characters) : "";
 }
@@ -20,8 +20,6 @@ std::string string_in(Octets element, uint8_t tag) {
 std::string string_in(Octets element) {
   return element.empty() ? "" : string_in(element, element[0]);
 }
-
-constexpr uint8_t printable_string = 19;
 
 /// A standard attribute of an address (X.411), by its identifier octet, and its short name
 /// (ISO/IEC 10021-2, annex F).
@@ -42,7 +40,7 @@ std::string attribute_text(Octets element) {
   if (known == std::end(standards)) return "";
   const std::string name = std::string(known->name) + "=";
   if ((element[0] & tag::constructed) == 0) {
-    const std::string value = string_in(element, printable_string);
+    const std::string value = string_in(element, tag::printable_string);
     return value.empty() ? "" : name + value;
   }
   std::string out;
@@ -51,7 +49,7 @@ std::string attribute_text(Octets element) {
     const bool is_person = *known->name == '\0';
     const size_t kind = part[0] & 0x1Fu;
     if (is_person && kind >= std::size(persons)) return "";
-    const std::string value = is_person ? string_in(part, printable_string) : string_in(part);
+    const std::string value = is_person ? string_in(part, tag::printable_string) : string_in(part);
     if (value.empty()) return "";
     out += out.empty() ? "" : "; ";
     out += is_person            ? std::string(persons[kind]) + "="

@@ -31,9 +31,9 @@ std::vector<Octets> parts_of(Octets element, const Header &header) {
   Octets rest = element.subspan(header.size);
   if (!header.indefinite) rest = rest.first(header.length);
   while (!rest.empty()) {
-    if (header.indefinite && rest.size() > 1 && rest[0] == 0 && rest[1] == 0) break;
+    if (header.indefinite && ber::ends_contents(rest)) break;
     const Header inner = read_header(rest);
-    const auto size = inner.fault.empty() ? element_size(rest, inner) : std::nullopt;
+    const auto size = element_size(rest, inner);
     parts.push_back(rest.first(size.value_or(rest.size())));
     rest = rest.subspan(parts.back().size());
   }
@@ -63,14 +63,6 @@ bool begins(const pki_Field &field, uint8_t octet) {
   for (uint32_t i = 0; pki_Type_field(field.type, i, &alternative) != 0; ++i)
     if (begins(alternative, octet)) return true;
   return false;
-}
-
-/// Returns the node, which now keeps the copy that it borrows from too.
-Node keeping(Node node, const std::shared_ptr<const Bytes> &copy) {
-  node.owner =
-      std::make_shared<const std::pair<std::shared_ptr<const void>, std::shared_ptr<const Bytes>>>(
-          node.owner, copy);
-  return node;
 }
 
 Node value_of(const Source &source, const pki_Type *type, const View &view, Describe describe);
@@ -160,7 +152,7 @@ Node partial_of(const Source &source, const pki_Type *type, const View &view, De
   const Header header = read_header(source.octets);
   if (!header.fault.empty()) return {};
   if (kind == PKI_CHOICE) return alternative_of(source, type, view);
-  if (header.tag != pki_Type_identifier(type)) return {};
+  if (header.identifier != pki_Type_identifier(type)) return {};
   if (kind == PKI_SEQUENCE) return fields_of(source, type, view);
   if (kind != PKI_SEQUENCE_OF && kind != PKI_SET_OF) return {};
   return elements_of(source, pki_Type_element(type), view, describe);
@@ -170,7 +162,7 @@ Node value_of(const Source &source, const pki_Type *type, const View &view, Desc
   const auto refusal = Syntax(type).refusal(source.octets);
   if (!refusal) {
     Node node = sound_value(source.octets, type, view, describe);
-    if (source.copy != nullptr) node = keeping(std::move(node), source.copy);
+    if (source.copy != nullptr) node.keep(source.copy);
     return node;
   }
   Node node = partial_of(source, type, view, describe);
@@ -203,7 +195,7 @@ Inside read_partly(Octets octets, const pki_Type *type, const View &view) {
   const auto refusal = Syntax(type).refusal(octets);
   const std::string why = text_with_offset(refusal->fault());
   const Header header = read_header(octets);
-  const auto size = header.fault.empty() ? element_size(octets, header) : std::nullopt;
+  const auto size = element_size(octets, header);
   const Source source{octets.first(size.value_or(octets.size()))};
   Node node;
   if (!source.octets.empty() && !Syntax(type).refusal(source.octets))
@@ -225,8 +217,8 @@ Inside read_elements(Octets octets, const pki_Type *element, const View &view, D
     return {malformed("offset 0: " + why, octets, view), "offset 0: " + why, false};
   };
   if (!header.fault.empty()) return refuse(header.fault);
-  if ((header.tag & ~1) != tag::sequence)
-    return refuse("expected " + tag_name(tag::sequence) + ", found " + tag_name(header.tag));
+  if (header.identifier != tag::sequence && header.identifier != tag::set)
+    return refuse("expected " + tag_name(tag::sequence) + ", found " + tag_name(header.identifier));
   return {elements_of({octets}, element, view, describe), "", true};
 }
 

@@ -8,10 +8,6 @@ namespace tool {
 
 namespace {
 
-constexpr uint8_t integer_tag = 0x02;
-constexpr uint8_t bit_string_tag = 0x03;
-constexpr uint8_t octet_string_tag = 0x04;
-
 constexpr const char *malformed = "it is malformed";
 constexpr const char *not_computed =
     "it does not hold its public key, which is not computed for its algorithm: give the public key";
@@ -36,7 +32,7 @@ bool is_tag(Octets element, uint8_t identifier) {
 /// Returns a SubjectPublicKeyInfo with the octets of a key.
 Bytes spki_of(Octets algorithm, Octets key) {
   constexpr uint8_t no_bits_unused[] = {0};
-  return element_of(tag::sequence, {algorithm, element_of(bit_string_tag, {no_bits_unused, key})});
+  return element_of(tag::sequence, {algorithm, element_of(tag::bit_string, {no_bits_unused, key})});
 }
 
 /// Returns the octets of a BIT STRING without unused bits; none of any other.
@@ -60,7 +56,7 @@ PublicPart part_of(Octets algorithm, const std::optional<Bytes> &computed, Octet
 /// @param parameters of the curve; those in the key where there are none.
 PublicPart ec_part(Octets element, Octets parameters) {
   const auto fields = components(element, 5);
-  if (fields.size() < 2 || !is_tag(fields[1], octet_string_tag)) return {{}, malformed};
+  if (fields.size() < 2 || !is_tag(fields[1], tag::octet_string)) return {{}, malformed};
   Octets stated;
   for (const Octets field : std::span(fields).subspan(2)) {
     if (is_tag(field, 0xA0) && parameters.empty()) parameters = content_of(field);
@@ -76,8 +72,8 @@ PublicPart power_part(Octets algorithm, Octets key, size_t place_of_g, Octets st
   const Octets parameters = component(algorithm, 1);
   const auto power = public_power(content_of(component(parameters, place_of_g)), content_of(key),
                                   content_of(component(parameters, 0)));
-  return part_of(algorithm, power ? std::optional(element_of(integer_tag, {*power})) : std::nullopt,
-                 stated);
+  return part_of(algorithm,
+                 power ? std::optional(element_of(tag::integer, {*power})) : std::nullopt, stated);
 }
 
 }  // namespace

@@ -22,13 +22,14 @@ Node request(const CertificationRequest *record, const View &view) {
 // In a list the type replaces the number, and only the values are shown.
 Node describe(const Attribute *attribute, const View &view) {
   Node values = list_of("Any", attribute->values, view);
-  Node readable = read_attribute(attribute, view);
+  AttributeValues readable = read_attribute(attribute, view);
   Description fields(view);
   fields.field("type", attribute->type);
-  const bool read = !readable.empty();
-  if (!read || !view.compact) fields.field("values", values);
-  if (read) fields.field("decoded", readable);
-  Node record = shown_as(fields.node(), read ? std::move(readable) : std::move(values));
+  const bool is_decoded = !readable.decoded.empty();
+  if (!is_decoded || !view.compact) fields.field("values", values);
+  if (is_decoded) fields.field("decoded", std::move(readable.decoded));
+  Node record = shown_as(fields.node(),
+                         readable.shown.empty() ? std::move(values) : std::move(readable.shown));
   record.name = label(attribute->type, view);
   return record;
 }

@@ -22,6 +22,7 @@ enum : uint8_t {
   reason_code = 21,
   invalidity_date = 24,
   delta_crl_indicator = 27,
+  issuing_point = 28,
   certificate_issuer = 29
 };
 
@@ -128,6 +129,8 @@ std::vector<Fault> RevocationList::faults() const {
     if (!number)
       found.push_back({offset_of(extensions.data()),
                        std::string("crlExtensions: the value of ") + name + " is no INTEGER"});
+  if (const auto point = issuing_distribution_point(); point && !point->empty())
+    is_well("issuingDistributionPoint", *point, "pki_IssuingDistributionPoint");
   return found;
 }
 
@@ -137,6 +140,10 @@ std::optional<Octets> RevocationList::number() const {
 
 std::optional<Octets> RevocationList::base_number() const {
   return integer(extension_value(reader_.extensions, delta_crl_indicator));
+}
+
+std::optional<Octets> RevocationList::issuing_distribution_point() const {
+  return extension_value(reader_.extensions, issuing_point);
 }
 
 void RevocationList::for_each(const Job &job, const Refuse &refuse) const {

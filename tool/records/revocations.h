@@ -52,6 +52,10 @@ class RevocationList {
   /// Returns the same of the list that a delta CRL is based on.
   std::optional<Octets> base_number() const;
 
+  /// Returns the octets of the issuing distribution point; none where it is not there. Fails where
+  /// the extensions cannot be read.
+  std::optional<Octets> issuing_distribution_point() const;
+
   using Job = std::function<void(const Revocation &entry)>;
   using Refuse = std::function<void(const Fault &fault)>;
 

@@ -47,7 +47,7 @@ Node sound_value(Octets octets, const pki_Type *type, const View &view, Describe
     return malformed("the decoder refuses it", octets, view);
   const auto record = std::make_shared<const Record>(syntax, made);
   Node node = describe != nullptr ? describe(made, view) : tool::describe(type, made, view);
-  node.owner = record;
+  node.keep(record);
   return node;
 }
 

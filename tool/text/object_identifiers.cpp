@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 #include "text/identifier_names.h"
 
@@ -15,16 +16,6 @@ namespace {
 constexpr RegistryEntry registry_table[] = {
 #include "registry.inc"
 };
-
-const IdentifierName *known_name(const ObjId *oid) {
-  static const auto &names = *[] {
-    auto *const made = new std::unordered_map<std::string_view, const IdentifierName *>();
-    for (const IdentifierName &name : identifier_names) made->emplace(name.dotted, &name);
-    return made;
-  }();
-  const auto found = names.find(dotted(oid));
-  return found == names.end() ? nullptr : found->second;
-}
 
 /// Returns the name of a getter without the arc of its family, and with the hyphens of the ASN.1
 /// module in place of the underscores of C.
@@ -38,6 +29,26 @@ std::string readable(std::string_view name) {
   std::string out(name);
   std::ranges::replace(out, '_', '-');
   return out;
+}
+
+/// What is known of an identifier.
+struct Known {
+  std::string name;
+  uint32_t curve_bits = 0;
+};
+
+/// Returns what is known of an identifier, by its dotted form; null for others.
+const Known *known(const ObjId *oid) {
+  static const auto &all = *[] {
+    auto *const made = new std::unordered_map<std::string, Known>();
+    for (const IdentifierName &one : identifier_names)
+      made->try_emplace(std::string(one.dotted), Known{std::string(one.name), one.curve_bits});
+    for (const RegistryEntry &entry : registry_table)
+      made->try_emplace(dotted(entry.get()), Known{readable(entry.name)});
+    return made;
+  }();
+  const auto found = all.find(dotted(oid));
+  return found == all.end() ? nullptr : &found->second;
 }
 
 bool same_word(std::string_view a, std::string_view b) {
@@ -59,9 +70,32 @@ std::string dotted(const ObjId *oid) {
 
 // A command line has no NUL.
 Owned<ObjId> from_dotted(std::string_view text) {
-  Owned<ObjId> oid(pki_ObjId_parse(std::string(text).c_str()), asn1_ObjId_free);
-  if (oid && oid->arcs[0] == PKI_LARGE_ARCS) oid.reset();
+  constexpr size_t longest = 4096;
+  return Owned<ObjId>(text.size() > longest ? nullptr : pki_ObjId_parse(std::string(text).c_str()),
+                      asn1_ObjId_free);
+}
+
+// liborvelpki reads and writes identifiers with arcs of any size inside other types.
+Owned<ObjId> from_element(Octets element) {
+  Owned<ObjId> oid(nullptr, asn1_ObjId_free);
+  const auto size = static_cast<uint32_t>(element.size());
+  Bytes around{tag::sequence, 0x84};
+  for (int shift = 24; shift >= 0; shift -= 8)
+    around.push_back(static_cast<uint8_t>(size >> shift));
+  around.insert(around.end(), element.begin(), element.end());
+  const auto algorithm = decoded(pki_AlgId_d, pki_AlgId_free, around);
+  if (algorithm && algorithm->parameters == nullptr)
+    oid.reset(std::exchange(algorithm->algorithm, nullptr));
   return oid;
+}
+
+Bytes element_of(const ObjId *oid) {
+  AlgId around{};
+  around.algorithm = const_cast<ObjId *>(oid);
+  const Bytes octets = encoded([&](uint8_t **pp) { return pki_AlgId_e(pp, &around); });
+  const pki_Octets element =
+      pki_view_content({octets.data(), static_cast<uint32_t>(octets.size())});
+  return {element.data, element.data + element.length};
 }
 
 std::vector<std::string_view> registry_names(const ObjId *oid) {
@@ -72,11 +106,8 @@ std::vector<std::string_view> registry_names(const ObjId *oid) {
 }
 
 std::string display_name(const ObjId *oid) {
-  if (oid == nullptr) return "";
-  if (const IdentifierName *const known = known_name(oid)) return std::string(known->name);
-  for (const RegistryEntry &entry : registry_table)
-    if (asn1_ObjId_cmp(entry.get(), oid) == 0) return readable(entry.name);
-  return "";
+  const Known *const one = known(oid);
+  return one == nullptr ? "" : one->name;
 }
 
 std::vector<Owned<ObjId>> named(std::string_view name) {
@@ -90,8 +121,8 @@ std::vector<Owned<ObjId>> named(std::string_view name) {
   for (const RegistryEntry &entry : registry_table)
     if (same_word(entry.name, name) || same_word(readable(entry.name), name))
       add(asn1_ObjId_clone(entry.get()));
-  for (const IdentifierName &known : identifier_names)
-    if (same_word(known.name, name)) add(from_dotted(known.dotted).release());
+  for (const IdentifierName &one : identifier_names)
+    if (same_word(one.name, name)) add(from_dotted(one.dotted).release());
   return found;
 }
 
@@ -104,9 +135,9 @@ void put_oid(Json &object, const std::string &key, const ObjId *oid) {
 std::span<const RegistryEntry> registry() { return registry_table; }
 
 std::optional<uint32_t> curve_bits(const ObjId *oid) {
-  const IdentifierName *const known = known_name(oid);
-  if (known == nullptr || known->curve_bits == 0) return std::nullopt;
-  return known->curve_bits;
+  const Known *const one = known(oid);
+  if (one == nullptr || one->curve_bits == 0) return std::nullopt;
+  return one->curve_bits;
 }
 
 }  // namespace tool

@@ -11,8 +11,16 @@ namespace tool {
 /// long for that, how long it is. Returns an empty text for what is no identifier.
 std::string dotted(const ObjId *oid);
 
-/// Reads a dotted form whose arcs have at most 32 bits. Returns null for any other text.
+/// Reads a dotted form, with arcs of any size. Returns null for any other text, and for one of more
+/// than 4,096 characters.
 Owned<ObjId> from_dotted(std::string_view text);
+
+/// Decodes octets that are exactly one OBJECT IDENTIFIER, with arcs of any size. Returns null for
+/// others.
+Owned<ObjId> from_element(Octets element);
+
+/// Encodes an identifier, with arcs of any size. Returns no octets for what is no identifier.
+Bytes element_of(const ObjId *oid);
 
 /// Returns the names of the identifier in the registry, as in the getters: "id_at_commonName".
 std::vector<std::string_view> registry_names(const ObjId *oid);

@@ -18,10 +18,30 @@ namespace tool {
 using Octets = std::span<const uint8_t>;
 using Bytes = std::vector<uint8_t>;
 
-/// Identifier octets, and their bit for a constructed value (X.690, 8.1.2).
+/// Identifier octets (X.690, 8.1.2; X.680, 8.4), and their parts. That of a primitive universal
+/// type is the number of its tag.
 namespace tag {
+constexpr uint8_t class_bits = 0xC0;
 constexpr uint8_t constructed = 0x20;
+constexpr uint8_t number_bits = 0x1F;
+
+constexpr uint8_t boolean = 0x01;
+constexpr uint8_t integer = 0x02;
+constexpr uint8_t bit_string = 0x03;
+constexpr uint8_t octet_string = 0x04;
+constexpr uint8_t null = 0x05;
+constexpr uint8_t object_identifier = 0x06;
+constexpr uint8_t enumerated = 0x0A;
+constexpr uint8_t utf8_string = 0x0C;
+constexpr uint8_t numeric_string = 0x12;
+constexpr uint8_t printable_string = 0x13;
+constexpr uint8_t ia5_string = 0x16;
+constexpr uint8_t utc_time = 0x17;
+constexpr uint8_t generalized_time = 0x18;
+constexpr uint8_t universal_string = 0x1C;
+constexpr uint8_t bmp_string = 0x1E;
 constexpr uint8_t sequence = 0x30;
+constexpr uint8_t set = 0x31;
 constexpr uint8_t context = 0x80;
 }  // namespace tag
 

@@ -8,10 +8,6 @@
 
 namespace tool {
 
-/// The kinds of times: their universal tags.
-constexpr uint8_t utc_time = 23;
-constexpr uint8_t generalized_time = 24;
-
 /// Seconds since 1970 in UTC.
 using Seconds = int64_t;
 

@@ -1,0 +1,34 @@
+#include "commands/json_lines.h"
+
+#include "records/object_json.h"
+
+namespace tool {
+
+namespace {
+
+/// Returns what a line of JSON is made from.
+Object object_of(const Input &input, const Element &element) {
+  Object object;
+  object.file = input.name();
+  object.number = element.number;
+  object.octets = element.octets;
+  return object;
+}
+
+}  // namespace
+
+std::string json_line(const Input &input, const Element &element, const Type &type,
+                      const Record &record, const View &view) {
+  Object object = object_of(input, element);
+  object.type = &type;
+  object.record = record.get();
+  return json_of_object(object, view).text() + "\n";
+}
+
+std::string json_line(const Input &input, const Element &element, const Fault &fault) {
+  Object object = object_of(input, element);
+  object.fault = &fault;
+  return json_of_refused(object).text() + "\n";
+}
+
+}  // namespace tool
