@@ -7,9 +7,6 @@
 
 namespace tool {
 
-/// Returns a text from the command line as valid UTF-8.
-std::string valid_utf8(std::string_view text);
-
 /// Returns one JSON object: the members that all types have, and the fields of the record. A type
 /// without a PEM label has its octets in hexadecimal. Octets that may hold a private key are left
 /// out unless the view asks for secrets, and all of them from a compact object.

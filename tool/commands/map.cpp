@@ -53,7 +53,7 @@ class LineWriter {
 
   static Json with_id(const Object &object, Json json) {
     if (object.id.empty()) return json;
-    Json first = Json::object().put("id", to_utf8(from_utf8(octets_of(object.id))));
+    Json first = Json::object().put("id", valid_utf8(object.id));
     first.join(json);
     return first;
   }
@@ -72,7 +72,7 @@ class LineWriter {
 
   std::string line(std::vector<std::string> &values) const {
     for (std::string &value : values)
-      value = request_.form == Form::csv ? csv(value) : tsv(to_utf8(from_utf8(octets_of(value))));
+      value = request_.form == Form::csv ? csv(value) : tsv(valid_utf8(value));
     return joined(values, request_.form == Form::csv ? "," : "\t") + "\n";
   }
 

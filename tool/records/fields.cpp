@@ -18,8 +18,6 @@ Value optional_text(std::optional<std::string> text) {
   return text ? Value(std::move(*text)) : Value();
 }
 
-std::string utf8(Octets octets) { return to_utf8(from_utf8(octets)); }
-
 /// A field of certificates.
 template <auto answer>
 Value of_certificate(const Object &object) {
@@ -78,7 +76,8 @@ Value listed(const Certificate *certificate) {
   const Owned<List> list(call(certificate, nullptr),
                          [](List *made) { List_free(made, asn1_IA5String_free); });
   Texts texts;
-  for (const auto *text : elements<IA5String>(list.get())) texts.push_back(utf8(octets(text)));
+  for (const auto *text : elements<IA5String>(list.get()))
+    texts.push_back(valid_utf8(text_of(octets(text))));
   return texts;
 }
 Value addresses(const Certificate *certificate) {

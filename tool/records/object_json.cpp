@@ -5,13 +5,6 @@
 
 namespace tool {
 
-namespace {
-
-/// Returns a text from outside as valid UTF-8.
-std::string valid_utf8(std::string_view text) { return to_utf8(from_utf8(octets_of(text))); }
-
-}  // namespace
-
 Json json_of_object(const Object &object, const View &view) {
   const Type &type = *object.type;
   Json json = Json::object();

@@ -187,4 +187,6 @@ std::string to_utf8(const CodePoints &text) {
   return out;
 }
 
+std::string valid_utf8(std::string_view text) { return to_utf8(from_utf8(octets_of(text))); }
+
 }  // namespace tool

@@ -56,6 +56,9 @@ std::string word_of(std::span<const char *const> words, uint32_t number,
 /// Returns UTF-8 of the code points, with U+FFFD for each octet that is not text.
 std::string to_utf8(const CodePoints &text);
 
+/// Returns a text from outside as valid UTF-8, with U+FFFD for each octet that is not text.
+std::string valid_utf8(std::string_view text);
+
 }  // namespace tool
 
 #endif
