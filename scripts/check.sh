@@ -31,7 +31,7 @@ want_test_tools() {
 want_what_presets_need() {
   for preset in $presets; do
     case $preset in
-      m32) want g++-multilib links g++ -m32 ;;
+      m32) want g++-multilib links g++ -m32 -include errno.h ;;
       clang)
         want clang has clang++
         want libclang-rt-dev links clang++ -fsanitize=address,undefined
