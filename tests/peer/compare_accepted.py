@@ -57,6 +57,32 @@ DIFFERENCES = {
     ),
 }
 
+# The identifiers that have one name in their standard, or in the tool's style, and another in OpenSSL.
+NAMES = {
+    "1.2.840.10040.4.1": "id-dsa",
+    "1.2.840.10045.3.1.7": "secp256r1",
+    "1.3.6.1.4.1.311.2.1.21": "ms-individual-code-signing",
+    "1.3.6.1.4.1.311.2.1.22": "ms-commercial-code-signing",
+    "1.3.6.1.4.1.311.10.3.1": "ms-trust-list-signing",
+    "1.3.6.1.4.1.311.10.3.3": "ms-server-gated-crypto",
+    "1.3.6.1.4.1.311.10.3.4": "ms-encrypted-file-system",
+    "1.3.6.1.4.1.311.20.2.2": "ms-smartcard-logon",
+    "1.3.6.1.4.1.311.20.2.3": "userPrincipalName",
+    "1.3.6.1.4.1.11129.2.4.2": "signedCertificateTimestamps",
+    "1.3.6.1.4.1.11129.2.4.3": "precertificatePoison",
+    "1.3.6.1.5.5.7.1.7": "ipAddrBlocks",
+    "1.3.6.1.5.5.7.1.8": "autonomousSysIds",
+    "1.3.6.1.5.5.7.2.1": "cps",
+    "1.3.6.1.5.5.7.2.2": "unotice",
+    "1.3.6.1.5.5.7.9.5": "countryOfResidence",
+    "1.3.6.1.5.5.7.48.1.1": "ocsp-basic",
+    "1.3.6.1.5.5.7.48.1.3": "ocsp-crl",
+    "1.3.6.1.5.5.7.48.1.4": "ocsp-response",
+    "1.3.6.1.5.5.7.48.3": "timeStamping",
+    "2.5.29.27": "deltaCRLIndicator",
+    "2.5.29.37": "extKeyUsage",
+}
+
 # What is made on the spot has these.
 KINDS = (
     "CRL as a whole", "OCSP status good", "OCSP status revoked", "OCSP status unknown",

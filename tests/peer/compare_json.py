@@ -83,6 +83,22 @@ def extension_value(identifier, decoded):
     return number(decoded) if identifier in NUMBERS else comparable(decoded)
 
 
+KINDS_OF_NAMES = ("other name", "email", "DNS", "X.400", "directory", "EDI party", "URI", "IP",
+                  "identifier")
+
+
+def named(value):
+    """Yields what has a name beside it in a value, and the name: identifiers, and kinds of names."""
+    if isinstance(value, list):
+        for one in value:
+            yield from named(one)
+    if isinstance(value, dict):
+        for name, one in value.items():
+            yield from named(one)
+            if name.endswith("Name") and name[:-len("Name")] in value:
+                yield value[name[:-len("Name")]], one
+
+
 def is_malformed(value):
     """Whether the tool marks a value, or a part of it, as malformed."""
     if isinstance(value, dict):

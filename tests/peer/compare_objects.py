@@ -2,10 +2,12 @@
 import base64
 import collections
 import hashlib
+import re
 
 from cryptography import x509
 from cryptography.x509 import ocsp
 
+import compare_accepted as accepted
 import compare_der as der
 import compare_json as tool
 import compare_openssl as openssl
@@ -19,8 +21,9 @@ PSS = "1.2.840.113549.1.1.10"
 
 
 def bits(element):
-    """Returns the octets of a BIT STRING, without the number of its unused bits."""
-    return hexadecimal(der.content(element)[1:])
+    """Returns a BIT STRING as the tool shows one."""
+    unused, *octets = der.content(element)
+    return {"length": 8 * len(octets) - unused, "data": hexadecimal(bytes(octets))}
 
 
 # ---- Parts -----------------------------------------------------------------------------------------
@@ -34,15 +37,9 @@ def compare_number(report, kind, path, ours, octets):
                                          der.certificate(serial=octets)).serial_number))
 
 
-def compare_name(report, path, ours, octets, in_text=None):
-    """Compares a name, and its text where there is one.
-
-    OpenSSL and the text leave out empty relative names; cryptography has sets.
-    """
+def compare_name(report, path, ours, octets):
+    """Compares a name. OpenSSL leaves out empty relative names; cryptography has sets."""
     ours = tool.name(ours)
-    if in_text is not None and all(one[2] is not None for rdn in ours for one in rdn):
-        report.compare("name in a text", f"{path} in a text", tool.name_of_text(in_text),
-                       [sorted(rdn) for rdn in ours if rdn])
     report.compare("relative names", path, len(ours), len(der.inside(octets)))
 
     def question(peer, form):
@@ -53,7 +50,19 @@ def compare_name(report, path, ours, octets, in_text=None):
                       question(values.subject, lambda rdn: sorted(set(rdn))))
 
 
+def compare_name_of(report, fields, name, octets):
+    """Compares a field that is a name: as a list, as a text, and its octets."""
+    compare_name(report, name, fields[f"{name}Sequence"], octets)
+    report.compare("octets", f"{name}Encoded", fields[f"{name}Encoded"], hexadecimal(octets))
+    listed = tool.name(fields[f"{name}Sequence"])
+    if all(one[2] is not None for rdn in listed for one in rdn):
+        report.compare("name in a text", f"{name} in a text", tool.name_of_text(fields[name]),
+                       [sorted(rdn) for rdn in listed if rdn])
+
+
 def compare_time(report, kind, path, ours, octets):
+    report.compare("text of a time", path, (ours["kind"], ours["value"]),
+                   (octets[0], der.content(octets).decode("latin-1")))
     ours = tool.moment(ours)
     crl = der.crl(updates=[octets])
     report.must_agree(
@@ -74,9 +83,20 @@ def compare_key(report, path, facts, info, octets):
     algorithm, key = der.inside(octets)
     compare_algorithm(report, f"{path}.algorithm", info["algorithm"], algorithm)
     report.compare("octets of a key", f"{path}.subjectPublicKey",
-                   info["subjectPublicKey"]["data"], bits(key))
+                   info["subjectPublicKey"], bits(key))
     ours = {name: facts[name] for name in ("kind", "bits", "curve", "exponent", "modulus", "point")
             if name in facts}
+    for name in ("kind", "bits", "curve", "exponent"):
+        report.compare("key as a field", f"{path}.{name}", info.get("key" + name.title()),
+                       facts.get(name))
+    if "curve" in facts:
+        report.compare("curve", f"{path}.algorithm", info["algorithm"]["decoded"],
+                       {"namedCurve": der.dotted(der.inside(algorithm)[1]),
+                        "namedCurveName": facts["curve"]})
+    digest = hashlib.sha256(octets).digest()
+    report.compare("digests of a key", path, [facts["sha256"], facts["pin"], facts["identifier"]], [
+        hexadecimal(digest), "sha256//" + base64.b64encode(digest).decode(),
+        hexadecimal(hashlib.sha1(der.content(key)[1:]).digest())])
     if "modulus" in ours:
         ours.update(modulus=int(ours["modulus"], 16), exponent=int(ours["exponent"], 0))
     if ours["kind"] == "DSA":
@@ -127,20 +147,16 @@ def tagged(parts, tag):
 
 def compare_signature(report, ours, algorithm, signature, name="signature"):
     compare_algorithm(report, "signatureAlgorithm", ours["signatureAlgorithm"], algorithm)
-    report.compare("signature", name, ours[name]["data"], bits(signature))
+    report.compare("signature", name, ours[name], bits(signature))
 
 
 # ---- Objects ---------------------------------------------------------------------------------------
 
 
-def compare_digests(report, ours, octets, key):
-    spki = hashlib.sha256(key).digest()
-    report.compare("digests", "fingerprints", [
-        ours["fingerprints"], ours["key"]["sha256"], ours["key"]["pin"], ours["key"]["identifier"]], [
-            {"sha256": hexadecimal(hashlib.sha256(octets).digest()),
-             "sha1": hexadecimal(hashlib.sha1(octets).digest())},
-            hexadecimal(spki), "sha256//" + base64.b64encode(spki).decode(),
-            hexadecimal(hashlib.sha1(der.content(der.inside(key)[1])[1:]).digest())])
+def compare_digests(report, ours, octets):
+    report.compare("digests", "fingerprints", ours["fingerprints"], {
+        "sha256": hexadecimal(hashlib.sha256(octets).digest()),
+        "sha1": hexadecimal(hashlib.sha1(octets).digest())})
 
 
 def compare_facts(report, ours, octets, extensions):
@@ -166,8 +182,7 @@ def compare_facts(report, ours, octets, extensions):
                                   (usage is None or "keyCertSign" in usage))
 
     def purposes():
-        found = value("2.5.29.37")
-        return [len(ours["extKeyUsage"] or [])], [len(found or [])]
+        return len(ours["extKeyUsage"] or []), len(value("2.5.29.37") or [])
 
     def issuers_key():
         found = value("2.5.29.35") or {}
@@ -194,6 +209,8 @@ def compare_certificate(report, ours, octets):
     tbs, algorithm, signature = der.inside(octets)
     parts = der.inside(tbs)
     fields = ours["tbsCertificate"]
+    compare_digests(report, ours, octets)
+    report.compare("octets", "tbsEncoded", ours["tbsEncoded"], hexadecimal(tbs))
     version = der.integer(der.inside(parts.pop(0))[0]) if parts[0][0] == 0xA0 else 0
     serial, inner, issuer, validity, subject, key, *more = parts
     report.compare("version", "version", [ours["version"], fields.get("version", 0)],
@@ -201,15 +218,14 @@ def compare_certificate(report, ours, octets):
     compare_number(report, "serial number", "serialNumber", fields["serialNumber"], serial)
     compare_algorithm(report, "signature", fields["signature"], inner)
     compare_signature(report, ours, algorithm, signature, "signatureValue")
-    compare_name(report, "issuer", fields["issuerSequence"], issuer, fields["issuer"])
-    compare_name(report, "subject", fields["subjectSequence"], subject, fields["subject"])
+    compare_name_of(report, fields, "issuer", issuer)
+    compare_name_of(report, fields, "subject", subject)
     compare_name_text(report, "subjectRfc4514", ours["subjectRfc4514"], subject)
     compare_name_text(report, "issuerRfc4514", ours["issuerRfc4514"], issuer)
     for part, time in zip(("notBefore", "notAfter"), der.inside(validity)):
         compare_time(report, "validity", part, fields["validity"][part], time)
         report.compare("moment", part, ours[part], fields["validity"][part].get("time"))
     compare_key(report, "key", ours["key"], fields["subjectPublicKeyInfo"], key)
-    compare_digests(report, ours, octets, key)
     extensions = tagged(more, 0xA3)
     compare_extensions(report, "extensions", fields.get("extensions"), extensions,
                        values.in_certificate)
@@ -219,11 +235,12 @@ def compare_certificate(report, ours, octets):
 def compare_request(report, ours, octets):
     info, algorithm, signature = der.inside(octets)
     fields = ours["certificationRequestInfo"]
+    report.compare("octets", "tbsEncoded", ours["tbsEncoded"], hexadecimal(info))
     version, subject, key, attributes = der.inside(info)
     report.compare("version", "version", [ours["version"], fields["version"]],
                    [der.integer(version) + 1, der.integer(version)])
     compare_signature(report, ours, algorithm, signature)
-    compare_name(report, "subject", fields["subjectSequence"], subject, fields["subject"])
+    compare_name_of(report, fields, "subject", subject)
     compare_key(report, "key", ours["key"], fields["subjectPKInfo"], key)
     for one, attribute in zip(fields["attributes"], der.inside(attributes)):
         kind, held = der.inside(attribute)
@@ -251,12 +268,14 @@ def compare_crl(report, ours, octets):
     tbs, algorithm, signature = der.inside(octets)
     parts = der.inside(tbs)
     fields = ours["tbsCertList"]
+    compare_digests(report, ours, octets)
+    report.compare("octets", "tbsEncoded", ours["tbsEncoded"], hexadecimal(tbs))
     version = der.integer(parts.pop(0)) if parts[0][0] == 2 else None
     inner, issuer, *rest = parts
     report.compare("version", "version", fields.get("version"), version)
     compare_algorithm(report, "signature", fields["signature"], inner)
     compare_signature(report, ours, algorithm, signature, "signatureValue")
-    compare_name(report, "issuer", fields["issuerSequence"], issuer, fields["issuer"])
+    compare_name_of(report, fields, "issuer", issuer)
     times = [part for part in rest if part[0] in (0x17, 0x18)]
     updates = [name for name in ("thisUpdate", "nextUpdate") if name in fields]
     report.compare("number of updates", "updates", len(updates), len(times))
@@ -399,6 +418,23 @@ def compare_ocsp_response(report, ours, octets):
     compare_certificates(report, fields.get("certs"), certificates)
 
 
+def spelled(text):
+    """Returns the letters and digits of a name: OpenSSL has other blanks, hyphens and capitals."""
+    return re.sub(r"[^a-z0-9]", "", text.lower())
+
+
+def compare_labels(report, ours):
+    """Compares the names of identifiers with those that OpenSSL has, if it has one."""
+    for value, label in set(tool.named(ours)):
+        if isinstance(value, int):
+            report.compare("kind of a name", "kindName", label, tool.KINDS_OF_NAMES[value])
+            continue
+        theirs = openssl.identifier_names(value)
+        if accepted.NAMES.get(value) != label and theirs:
+            report.compare("name of an identifier", value, spelled(label),
+                           spelled(label if spelled(label) in map(spelled, theirs) else theirs[0]))
+
+
 OBJECTS = {
     "certificate": ("X509", compare_certificate),
     "certification-request": ("X509_REQ", compare_request),
@@ -416,5 +452,6 @@ def compare_object(report, ours, octets):
     """Compares what the tool shows of an object, a line of JSON, with what the peers read."""
     try:
         OBJECTS[ours["type"]][1](report, ours, der.first(octets))
+        compare_labels(report, ours)
     except (Refused, AttributeError, IndexError, KeyError, TypeError, ValueError) as error:
         report.differ("", ours["type"], f"what no peer takes apart: {error!r}")

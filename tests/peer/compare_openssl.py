@@ -32,6 +32,9 @@ _object_text = _function("OBJ_obj2txt", ctypes.c_int, ctypes.c_char_p, ctypes.c_
                          ctypes.c_int)
 _object = _function("OBJ_txt2obj", _pointer, ctypes.c_char_p, ctypes.c_int)
 _object_free = _function("ASN1_OBJECT_free", None, _pointer)
+_number = _function("OBJ_txt2nid", ctypes.c_int, ctypes.c_char_p)
+_short_name = _function("OBJ_nid2sn", ctypes.c_char_p, ctypes.c_int)
+_long_name = _function("OBJ_nid2ln", ctypes.c_char_p, ctypes.c_int)
 _string_type = _function("ASN1_STRING_type", ctypes.c_int, _pointer)
 _to_utf8 = _function("ASN1_STRING_to_UTF8", ctypes.c_int, ctypes.POINTER(_pointer), _pointer)
 _free = _function("CRYPTO_free", None, _pointer, ctypes.c_char_p, ctypes.c_int)
@@ -122,6 +125,12 @@ def identifier_text(dotted):
     text = _identifier(made, 0)
     _object_free(made)
     return text
+
+
+def identifier_names(dotted):
+    """Returns the names that an identifier has, if any: the short one and the long one."""
+    number = _number(dotted.encode())
+    return [] if number == 0 else [_short_name(number).decode(), _long_name(number).decode()]
 
 
 def name(octets):
