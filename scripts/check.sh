@@ -17,6 +17,7 @@ want_test_tools() {
   want gnutls-bin has certtool
   want jq has jq
   want binutils has readelf
+  want pkgconf has pkg-config
   want locales test -e /usr/share/i18n/locales/C
   want libc6-dev links gcc
 }
