@@ -230,6 +230,7 @@ END
     test -e "$prefix/$lib/lib$library.so.$version" || fail "no lib$library.so.$version"
     grep -qx "Version: $version" "$prefix/$lib/pkgconfig/$library.pc"
   done
+  head -n 1 "$source/debian/changelog" | grep -q "^orvelasn1 ($version) "
   if [ "$tool" = ON ]; then
     "$prefix/bin/orvelasn1" --version | grep -qx "orvelasn1 $version"
   fi
