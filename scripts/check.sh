@@ -18,7 +18,7 @@ want_test_tools() {
   want jq has jq
   want python3-cryptography /usr/bin/python3 -c "import cryptography"
   want binutils has readelf
-  want pkg-config has pkg-config
+  want pkgconf has pkg-config
   want zsh has zsh
   want fish has fish
   want scdoc has scdoc

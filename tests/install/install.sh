@@ -5,6 +5,8 @@
 #
 # SETTINGS is a file that sets the variables of the build. WHAT is one of the functions below; `prefix`
 # installs to the prefix that the others use.
+# The variables are those of the settings.
+# shellcheck disable=SC1090,SC2154,SC2015
 set -eu
 . "$1"
 here=$(cd "$(dirname "$0")" && pwd)
@@ -61,7 +63,10 @@ components() {
 build_user() { # NAME TARGET OPTION...
   user=$folder/$1 target=$2
   shift 2
-  "$cmake" -S "$here/user" -B "$user" -G "$generator" -DPROGRAM="$here/program.c" "$@" >"$folder/log" &&
+  # The options must be split.
+  # shellcheck disable=SC2086
+  "$cmake" -S "$here/user" -B "$user" -G "$generator" $system -DPROGRAM="$here/program.c" \
+    -DCMAKE_CROSSCOMPILING_EMULATOR="$(echo "$emulator" | tr ' ' ';')" "$@" >"$folder/log" &&
     "$cmake" --build "$user" --target "$target" >>"$folder/log" && (cd "$user" && ctest) \
     >>"$folder/log" || fail "$(cat "$folder/log")"
   cat "$folder/log"
@@ -81,12 +86,15 @@ subproject() {
 
 # Without shared libraries, as BUILD_SHARED_LIBS says.
 static_only() {
-  "$cmake" -S "$source" -B "$folder/all" -G "$generator" -DBUILD_SHARED_LIBS=OFF -DORVELASN1_TOOL=OFF \
+  # The options must be split.
+  # shellcheck disable=SC2086
+  "$cmake" -S "$source" -B "$folder/all" -G "$generator" $system -DBUILD_SHARED_LIBS=OFF -DORVELASN1_TOOL=OFF \
     >"$folder/log" || fail "$(cat "$folder/log")"
   "$cmake" --build "$folder/all" --target help >"$folder/targets"
   grep -q orvelpki_static "$folder/targets"
   ! grep _shared "$folder/targets" || fail "builds shared libraries"
-  "$cmake" -S "$source/utils" -B "$folder/utils" -G "$generator" -DBUILD_SHARED_LIBS=OFF \
+  # shellcheck disable=SC2086
+  "$cmake" -S "$source/utils" -B "$folder/utils" -G "$generator" $system -DBUILD_SHARED_LIBS=OFF \
     >"$folder/log" && "$cmake" --build "$folder/utils" >>"$folder/log" &&
     "$cmake" --install "$folder/utils" --prefix "$folder/prefix" >>"$folder/log" ||
     fail "$(cat "$folder/log")"
@@ -95,13 +103,21 @@ static_only() {
   ! grep '\.so' "$folder/files" || fail "installs shared libraries"
 }
 
-# Compiles the program with the options of pkg-config, and starts it.
+# Starts a program that was built, under the emulator where it is one for another processor.
+start() { # PROGRAM ARGUMENT...
+  # The emulator and its options must be split.
+  # shellcheck disable=SC2086
+  $emulator "$@"
+}
+
+# Compiles a program without a warning, and starts it.
 run() { # COMPILER SOURCE OPTION...
   compiler=$1 text=$2
   shift 2
   # The compiler and its options must be split.
   # shellcheck disable=SC2086
-  $compiler -Wall -Wextra -Wpedantic -Werror "$text" -o "$folder/program" "$@" && "$folder/program"
+  $compiler -Wall -Wextra -Wpedantic -Werror "$text" -o "$folder/program" "$@"
+  start "$folder/program"
 }
 
 flags() { # OPTION...
@@ -148,7 +164,7 @@ lto() {
     $cxx "$@" "$folder/c.o" "$folder/cpp.o" "$prefix/$lib/liborvelpki.$suffix" \
       "$prefix/$lib/liborvelasn1.$suffix" "$prefix/$lib/liborvelutils.$suffix" \
       -Wl,-rpath,"$prefix/$lib" -o "$folder/program"
-    "$folder/program"
+    start "$folder/program"
   done
 }
 
@@ -163,12 +179,12 @@ dlclose() {
   # shellcheck disable=SC2086
   $cc -DPLUGIN -shared -fPIC "$here/plugin.c" -o "$folder/plugin.so" -I"$prefix/include/orvelasn1" \
     -Wl,--whole-archive "$prefix/$lib"/liborvel*.a -Wl,--no-whole-archive
-  nm -D --defined-only "$folder/plugin.so" | awk '{ print $NF }' |
+  "$nm" -D --defined-only "$folder/plugin.so" | awk '{ print $NF }' |
     grep -vxE 'parse|(asn1|List|pki)_[A-Za-z0-9_]+' >"$folder/strangers" &&
     fail "the static libraries show $(cat "$folder/strangers")"
   # shellcheck disable=SC2086
   $cc "$here/plugin.c" -o "$folder/program" -I"$prefix/include/orvelasn1" -ldl
-  "$folder/program" "$folder/plugin.so"
+  start "$folder/program" "$folder/plugin.so"
 }
 
 # The C library checks sizes in optimised builds, and as the user says where they say it.
@@ -195,8 +211,9 @@ unversioned() {
     $cc -I"$prefix/include/orvelasn1" "$folder/list.c" "$folder/liborvelutils.so" -o "$folder/program"
   }
   "$readelf" -V "$folder/program" >"$folder/needed"
-  ! grep ORVELASN1 "$folder/needed"
-  LD_LIBRARY_PATH="$prefix/$lib" "$folder/program"
+  ! grep ORVELASN1 "$folder/needed" || fail "the program needs a version"
+  export LD_LIBRARY_PATH="$prefix/$lib"
+  start "$folder/program"
 }
 
 # Everything that says a version says the same.
@@ -213,6 +230,7 @@ END
     test -e "$prefix/$lib/lib$library.so.$version" || fail "no lib$library.so.$version"
     grep -qx "Version: $version" "$prefix/$lib/pkgconfig/$library.pc"
   done
+  head -n 1 "$source/debian/changelog" | grep -q "^orvelasn1 ($version) "
   if [ "$tool" = ON ]; then
     "$prefix/bin/orvelasn1" --version | grep -qx "orvelasn1 $version"
   fi
