@@ -256,7 +256,7 @@ class CommandLine {
         command
             ->add_option("--fields", map_fields_,
                          "These fields only, with commas between them, as columns with tabs")
-            ->type_name("FIELD,...")
+            ->type_name("FIELDS")
             ->delimiter(',')
             ->allow_extra_args(false)
             ->check(check_field);
