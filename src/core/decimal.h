@@ -34,6 +34,8 @@ class Decimal {
   char digits_[std::numeric_limits<Number>::digits10 + 2];
   char *first_ = digits_ + sizeof digits_;
 };
+template <std::integral Number>
+Decimal(Number) -> Decimal<Number>;
 
 }  // namespace asn1
 
