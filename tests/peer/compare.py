@@ -9,7 +9,6 @@ there is a difference that compare_accepted.py does not explain, where one that 
 and where a kind of values was not compared at all.
 """
 import base64
-import collections
 import json
 import os
 import pathlib
@@ -19,15 +18,17 @@ import sys
 import tempfile
 
 import compare_accepted as accepted
-import compare_der as der
 import compare_fresh as fresh
 import compare_objects as objects
 from compare_report import Report
 
 TRUST_STORE = pathlib.Path("/etc/ssl/certs/ca-certificates.crt")
-FOLDERS = {"certificates": "certificate", "hostile-certificates": "certificate",
-           "crls": "crl", "hostile-crls": "crl",
-           "ocsp-requests": "ocsp-request", "ocsp-responses": "ocsp-response"}
+# The folders of the corpus: what is in their files, and the label of that in PEM.
+FOLDERS = {"certificates": ("certificate", "CERTIFICATE"),
+           "hostile-certificates": ("certificate", "CERTIFICATE"),
+           "crls": ("crl", "X509 CRL"), "hostile-crls": ("crl", "X509 CRL"),
+           "ocsp-requests": ("ocsp-request", "OCSP REQUEST"),
+           "ocsp-responses": ("ocsp-response", "OCSP RESPONSE")}
 
 
 def elements(path):
@@ -54,34 +55,30 @@ def run(tool, *words):
     return [json.loads(line) for line in process.stdout.splitlines()]
 
 
-def shown(tool, files):
-    """Returns the lines of JSON of each file, under its path."""
-    lines = {}
-    for line in run(tool, "show", "--json", *files):
-        lines.setdefault(line["file"], []).append(line)
-    return lines
+def compare_searches(report, tool, path, octets, crls):
+    """Compares what the command `crl` says of each CRL of a file, and of what is in a single one."""
+    for summary in run(tool, "crl", "--json", path):
+        number = summary["element"]
+        if number in crls:
+            report.file, answers = crls[number][0], []
+            if len(octets) == 1:
+                serials = [word for entry in
+                           crls[number][1]["tbsCertList"].get("revokedCertificates", [])
+                           for word in ("--serial", entry["userCertificate"])]
+                answers = run(tool, "crl", "--json", path, *serials) if serials else []
+            objects.compare_search(report, [summary, *answers], octets[number - 1])
 
 
-def compare_searches(report, tool, path, crl):
-    """Compares what the command `crl` says of a CRL, and of the first certificates in it."""
-    most_words = 100
-    serials = collections.Counter(entry["userCertificate"] for entry in
-                                  crl["tbsCertList"].get("revokedCertificates", []))
-    asked = [word for serial, count in serials.items() if count == 1 and serial[0] != "-"
-             for word in ("--serial", serial)][:most_words]
-    summary = run(tool, "crl", "--json", path)
-    answers = run(tool, "crl", "--json", path, *asked) if asked else []
-    objects.compare_search(report, summary + answers, elements(path)[0])
-
-
-def compare_file(report, path, lines, kind):
-    """Compares the elements of a file. In a file in DER only the first one is an object."""
-    octets = elements(path)
-    report.file = path.name
-    report.compare("file", "", min(len(lines), len(octets)), len(octets))
-    for ours in lines[:len(octets)]:
-        element = octets[ours["element"] - 1]
-        report.file = f"{path.name} {ours['element']}" if len(octets) > 1 else path.name
+def compare_file(report, tool, path, octets, names, kind=None):
+    """Compares the elements of a file, each of which has a name and octets."""
+    found = {}
+    for line in run(tool, "show", "--json", path):
+        found.setdefault(line["element"], line)  # a second line is of what follows the element
+    crls = {}
+    for number, (name, element) in enumerate(zip(names, octets), 1):
+        report.file = name
+        ours = found.get(number, {})
+        report.compare("element", "", bool(ours), True)
         if ours.get("type") in objects.OBJECTS:
             report.compare("object: " + ours["type"], "", ours["type"], kind or ours["type"])
             objects.compare_object(report, ours, element)
@@ -89,15 +86,23 @@ def compare_file(report, path, lines, kind):
             report.differ("", ours.get("error", ours.get("type")), f"OpenSSL reads a {kind}")
         else:
             report.counts["object that is refused"] += 1
+        if ours.get("type") == "crl" and not report.hostile:
+            crls[number] = name, ours
+    if crls:
+        compare_searches(report, tool, path, octets, crls)
 
 
-def compare_files(report, tool, files, kind=None):
-    lines = shown(tool, files)
-    for path in files:
-        found = lines.get(str(path), [])
-        compare_file(report, path, found, kind)
-        if found and found[0].get("type") == "crl" and not report.hostile:
-            compare_searches(report, tool, path, found[0])
+def compare_folder(report, tool, folder, kind, label, scratch):
+    """Compares the files of a folder, which are in one file for the tool: a process takes longer."""
+    files = sorted(folder.iterdir())
+    octets = [elements(path)[0] for path in files]
+    bundle = scratch / f"{folder.name}.pem"
+    with bundle.open("wb") as out:
+        for one in octets:
+            out.write(f"-----BEGIN {label}-----\n".encode() + base64.encodebytes(one)
+                      + f"-----END {label}-----\n".encode())
+    report.hostile = folder.name.startswith("hostile")
+    compare_file(report, tool, bundle, octets, [path.name for path in files], kind)
 
 
 def failures(report, corpus):
@@ -118,13 +123,16 @@ def failures(report, corpus):
 def main():
     tool = sys.argv[1]
     report = Report()
-    with tempfile.TemporaryDirectory() as folder:
-        compare_files(report, tool, fresh.objects(pathlib.Path(folder)))
-    compare_files(report, tool, [TRUST_STORE], "certificate")
     corpus = os.environ.get("ORVELASN1_CORPUS")
-    for folder, kind in FOLDERS.items() if corpus else ():
-        report.hostile = folder.startswith("hostile")
-        compare_files(report, tool, sorted((pathlib.Path(corpus) / folder).iterdir()), kind)
+    with tempfile.TemporaryDirectory() as scratch:
+        scratch = pathlib.Path(scratch)
+        for path in fresh.objects(scratch):
+            compare_file(report, tool, path, elements(path), [path.name])
+        octets = elements(TRUST_STORE)
+        names = [f"{TRUST_STORE.name} {number}" for number in range(1, len(octets) + 1)]
+        compare_file(report, tool, TRUST_STORE, octets, names, "certificate")
+        for folder, (kind, label) in FOLDERS.items() if corpus else ():
+            compare_folder(report, tool, pathlib.Path(corpus) / folder, kind, label, scratch)
     for kind, count in sorted(report.counts.items()):
         print(f"{count:7} {kind}")
     for kind, count in sorted(report.alone.items()):

@@ -87,7 +87,7 @@ NAMES = {
 KINDS = (
     "CRL as a whole", "OCSP status good", "OCSP status revoked", "OCSP status unknown",
     "algorithm", "answer of crl", "attribute", "certificate of OCSP", "date of an entry",
-    "digests", "extension authorityInfoAccess", "extension authorityKeyIdentifier",
+    "digests", "element", "extension authorityInfoAccess", "extension authorityKeyIdentifier",
     "extension autonomousSysIds", "extension basicConstraints", "extension cRLDistributionPoints",
     "extension cRLNumber", "extension cRLReason", "extension certificateIssuer",
     "extension certificatePolicies", "extension deltaCRLIndicator", "extension extKeyUsage",
@@ -100,7 +100,7 @@ KINDS = (
     "extension policyConstraints", "extension policyMappings", "extension privateKeyUsagePeriod",
     "extension signedCertificateTimestamps", "extension subjectAltName",
     "extension subjectInfoAccess", "extension subjectKeyIdentifier", "extension tlsFeature",
-    "file", "issuer's key", "key", "moment", "name", "name in a text", "names by kind",
+    "issuer's key", "key", "moment", "name", "name in a text", "names by kind",
     "number of certificates", "number of entries", "number of extensions", "number of purposes",
     "number of requests", "number of responses", "number of updates", "object: certificate",
     "object: certification-request", "object: crl", "object: ocsp-request",
