@@ -197,7 +197,6 @@ class CommandLine {
       fill(show_.view);
       if (!within_.empty()) show_.within = tool::duration_of(within_);
       show_.by_end = !sort_.empty();
-      show_.view.columns = tool::page_columns();
       pages_ = show_.form != Form::json && pages(show_.files);
       command_ = [this] { return tool::show(show_); };
     });
@@ -391,6 +390,7 @@ class CommandLine {
 
   void fill(tool::View &view) const {
     view.colour = colour_wanted(colour_);
+    view.columns = tool::page_columns();
     view.moment = moment_.empty() ? tool::now() : *tool::seconds_of(moment_);
   }
 
