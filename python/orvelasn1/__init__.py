@@ -16,6 +16,7 @@ from typing import Any, List, Optional, Tuple
 
 from ._errors import Error, Fault, Missing, Unreadable
 from ._orvelpki import lib as _lib
+from ._pem import read_pem
 from ._scalars import BitString, ObjectIdentifier
 from ._types import TYPES as _TYPES
 from ._types import Choice, ListValue, Record, Scalar, Timestamp, Value
@@ -26,7 +27,8 @@ __version__ = "1.0.0"
 
 __all__ = [
     "BitString", "Choice", "Error", "Fault", "ListValue", "Missing", "ObjectIdentifier", "Record",
-    "Scalar", "Timestamp", "Unreadable", "Value", "decode", "defined_by", "encode", "type_named", "types",
+    "Scalar", "Timestamp", "Unreadable", "Value", "decode", "defined_by", "encode", "read_pem", "type_named",
+    "types",
 ]
 
 

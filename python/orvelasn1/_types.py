@@ -22,7 +22,7 @@ from ._text import text_of
 
 _new = object.__new__
 _gc = ffi.gc
-_release = ffi.addressof(lib, "py_release")
+_release = lib.py_release
 _part, _number, _seconds, _length, _octets, _unpack = (
     lib.py_part, lib.py_number, lib.py_seconds, lib.py_length, lib.py_octets, ffi.unpack,
 )
@@ -30,6 +30,7 @@ _decode = lib.py_decode
 _NULL = ffi.NULL
 _ABSENT, _OTHER, _NUMBERS, _SELF = lib.PY_ABSENT, lib.PY_OTHER, lib.PY_NUMBERS, lib.PY_SELF
 _from_bytes = int.from_bytes
+_from_timestamp = datetime.fromtimestamp
 _UTC = timezone.utc
 _EPOCH = datetime(1970, 1, 1, tzinfo=_UTC)
 _MOST_EXPLAINED = 0xFFFFFFFF  # octets whose offsets a fault can tell
@@ -262,8 +263,8 @@ def _read_time(handle: Any, index: int) -> Any:
     seconds = _seconds(handle, index)
     if seconds > _OTHER:
         try:
-            return _EPOCH + timedelta(0, seconds)
-        except OverflowError:
+            return _from_timestamp(seconds, _UTC)
+        except (ValueError, OverflowError, OSError):  # a year that no datetime has
             pass
     elif seconds == _ABSENT:
         return None
@@ -509,6 +510,30 @@ class _Lazy:
         if record is None:
             return self
         value = record.__dict__[self.name] = self.read(record._handle, self.index)
+        return value
+
+
+class _LazyPart(_Lazy):
+    # A record or a list: what _read_part() does, with a call less.
+    __slots__ = ("class_", "kept", "__doc__")
+
+    def __init__(self, field: Field) -> None:
+        super().__init__(field)
+        self.class_ = field.type.value_class
+        self.kept = field.kept
+
+    def __get__(self, record: Any, owner: Any = None) -> Any:
+        if record is None:
+            return self
+        handle, index = record._handle, self.index
+        part = _part(handle, index)
+        if not part:
+            return _Lazy.__get__(self, record)
+        value: Any = _new(self.class_)
+        _set_handle(value, _gc(part, _release))
+        if self.kept:
+            _set_origin(value, (handle, index))
+        record.__dict__[self.name] = value
         return value
 
 
@@ -812,7 +837,8 @@ def _make_class(type_: Type) -> type:
         return type(name, (Choice,), body)
     body["fields"] = names
     for field in type_.fields:
-        body[field.attribute] = _Lazy(field)
+        is_part = field.type.is_list or field.type.kind in (lib.PKI_SEQUENCE, lib.PKI_CHOICE)
+        body[field.attribute] = (_LazyPart if is_part and not field.type.is_time else _Lazy)(field)
     if any(field.type.kind == lib.PKI_ATTRIBUTE_VALUE for field in type_.fields):
         body["valueTag"] = property(_value_tag)
     return type(name, (Record,), body)

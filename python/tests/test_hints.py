@@ -52,6 +52,8 @@ certificate.tbsCertificate.extensions = None
 
 
 def test_the_hints_are_those_of_the_types():
+    if not (SOURCE / "scripts").exists():
+        pytest.skip("the script that makes the hints is not beside the tests")
     spec = importlib.util.spec_from_file_location("make_hints", SOURCE / "scripts" / "make_hints.py")
     made = importlib.util.module_from_spec(spec)
     spec.loader.exec_module(made)
