@@ -212,9 +212,11 @@ std::optional<Contents> read_record(std::span<uint8_t> record, const Format &for
       contents.element.octets = record;
       return contents;
     }
-    default:
-      return read_line(record);
+    case Kind::unknown:
+    case Kind::base64:
+      break;
   }
+  return read_line(record);
 }
 
 }  // namespace tool

@@ -67,9 +67,12 @@ Cutter Format::cutter() const {
       return cut_at_objects();
     case Kind::csv:
       return cut_at_csv_lines();
-    default:
-      return cut_at_lines();
+    case Kind::unknown:
+    case Kind::base64:
+    case Kind::jsonl:
+      break;
   }
+  return cut_at_lines();
 }
 
 Stream::Stream(std::vector<std::string> files, Format format)

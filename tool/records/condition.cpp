@@ -258,7 +258,7 @@ class ConditionReader {
     }
     if (!seconds) fail("expected a date, such as 2030-01-31, 2030-01-31T12:00:00Z or now+30d");
     at_ += word.size();
-    return {*seconds};
+    return Moment{*seconds};
   }
 
   std::string_view text_;

@@ -255,7 +255,7 @@ Json json_of(const Value &value) {
         if constexpr (std::is_same_v<One, std::monostate>)
           return Json(nullptr);
         else if constexpr (std::is_same_v<One, Moment>)
-          return Json(iso(one.seconds));
+          return Json(iso(static_cast<Seconds>(one)));
         else if constexpr (std::is_same_v<One, Texts>)
           return Json::array({one.begin(), one.end()});
         else
@@ -275,7 +275,7 @@ std::string text_of(const Value &value) {
         } else if constexpr (std::is_same_v<One, int64_t>) {
           return std::to_string(one);
         } else if constexpr (std::is_same_v<One, Moment>) {
-          return iso(one.seconds);
+          return iso(static_cast<Seconds>(one));
         } else if constexpr (std::is_same_v<One, bool>) {
           return one ? "true" : "false";
         } else {

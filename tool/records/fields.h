@@ -23,10 +23,7 @@ struct Object {
 };
 
 /// A moment, which is shown in ISO form.
-struct Moment {
-  Seconds seconds = 0;
-  auto operator<=>(const Moment &) const = default;
-};
+enum class Moment : Seconds {};
 
 /// The answer: none where the object has no such thing.
 using Value =

@@ -43,7 +43,6 @@ constexpr size_t pieces_a_worker = 2;
 class Descriptor {
  public:
   explicit Descriptor(int fd = -1) : fd_(fd) {}
-  Descriptor(Descriptor &&other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
   Descriptor &operator=(Descriptor &&other) noexcept {
     std::swap(fd_, other.fd_);
     return *this;
