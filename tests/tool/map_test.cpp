@@ -214,7 +214,7 @@ TEST_F(Map, HasALineForWhatIsBroken) {
 
 TEST_F(Map, IsTheSameWithAnyNumberOfJobs) {
   std::string input;
-  for (uint32_t i = 0; i < 2000; ++i)
+  for (uint32_t i = 0; i < 600; ++i)
     input += base64(certificate(0x010000 + i, "subject " + std::to_string(i))) + "\n";
   input += broken_lines(one_);
   const std::string expected = lines({"--jobs", "1"}, input);
@@ -357,7 +357,7 @@ TEST_F(Map, ListsTheFieldsWithTheirKinds) {
 // ---- Many ---------------------------------------------------------------------------------------
 
 TEST_F(Map, KeepsTheOrderAndLosesNothing) {
-  constexpr uint32_t count = 20000;
+  constexpr uint32_t count = 5000;
   constexpr uint32_t first = 0x010000;
   std::string input;
   for (uint32_t i = 0; i < count; ++i) input += base64(certificate(first + i, "x")) + "\n";
