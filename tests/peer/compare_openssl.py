@@ -42,7 +42,7 @@ _time_to_tm = _function("ASN1_TIME_to_tm", ctypes.c_int, _pointer, _pointer)
 
 
 class _Decoded:
-    """A value that libcrypto decoded from octets, all of them."""
+    """A value that libcrypto decoded from octets, and how many of these are left over."""
 
     def __init__(self, name, octets):
         decode = _function("d2i_" + name, _pointer, _pointer, ctypes.POINTER(ctypes.c_char_p),
@@ -63,7 +63,7 @@ class _Decoded:
 
 
 def accepts(name, octets):
-    """Whether libcrypto decodes these octets, all of them, as a type such as X509."""
+    """Whether libcrypto decodes all of these octets as a type such as X509."""
     try:
         decoded = _Decoded(name, octets)
     except Refused:
