@@ -16,6 +16,9 @@ want_packaging_tools() {
 }
 provide want_packaging_tools
 
+# The packages are built with the programs of Debian alone.
+export PATH=/usr/sbin:/usr/bin:/sbin:/bin
+
 packages=build/packages
 mkdir -p "$packages"
 find "$packages" -mindepth 1 -delete
