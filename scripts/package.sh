@@ -68,6 +68,7 @@ files() {
     -o -path /var/cache -o -path /var/lib/apt -o -path /var/lib/dpkg -o -path /var/log \) -prune \
     -o ! -name __pycache__ -printf '%p %y\n' | sort
 }
+inside apt-get update -q >"$scratch/log" 2>&1 || fail "$(cat "$scratch/log")"
 files >"$scratch/before"
 mkdir "$chroot/packages"
 cp "$packages"/*.deb "$chroot/packages"
