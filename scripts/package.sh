@@ -16,6 +16,9 @@ want_packaging_tools() {
 }
 provide want_packaging_tools
 
+# The packages are built with the programs of Debian alone.
+export PATH=/usr/sbin:/usr/bin:/sbin:/bin
+
 packages=build/packages
 mkdir -p "$packages"
 find "$packages" -mindepth 1 -delete
@@ -65,6 +68,7 @@ files() {
     -o -path /var/cache -o -path /var/lib/apt -o -path /var/lib/dpkg -o -path /var/log \) -prune \
     -o ! -name __pycache__ -printf '%p %y\n' | sort
 }
+inside apt-get update -q >"$scratch/log" 2>&1 || fail "$(cat "$scratch/log")"
 files >"$scratch/before"
 mkdir "$chroot/packages"
 cp "$packages"/*.deb "$chroot/packages"
