@@ -20,8 +20,8 @@ void expect_printable(std::string_view text);
 /// Expects one JSON object in a line of valid UTF-8, no member of which stands there twice.
 void expect_json_line(std::string_view line);
 
-/// Returns the types that a file may hold without --type, and that octets follow past their header; and
-/// one of the others, which all say the same of the octets.
+/// Returns the types that a file may hold without --type, and that octets follow past their header;
+/// and one of the others, which all say the same of the octets.
 std::vector<const tool::Type *> types_worth_trying(tool::Octets input);
 
 }  // namespace fuzz

@@ -10,7 +10,7 @@ namespace tool {
 struct AttributeValues {
   Node decoded;  ///< the one value, or a list where the syntax allows several; empty where there
                  ///< are several and must not be
-  Node shown;  ///< for a page
+  Node shown;    ///< for a page
 };
 
 AttributeValues read_attribute(const Attribute *attribute, const View &view);
