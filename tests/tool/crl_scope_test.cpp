@@ -174,6 +174,13 @@ TEST_F(CrlScope, APointThatCannotBeReadIsAFault) {
       << result.err;
 }
 
+TEST_F(CrlScope, APointThatCannotBeReadLeavesTheAnswerOpen) {
+  EXPECT_EQ(
+      "2 02: not revoked\norvelasn1: standard input: element 1: its issuing distribution point "
+      "cannot be read: which certificates it is for is not known\n",
+      answer({"--serial", "0x2"}, crl(extension("55 1D 1C", hex("05 00")))));
+}
+
 // ---- What is beside an element ------------------------------------------------------------------
 
 /// The settings of openssl after a certificate, as a "TRUSTED CERTIFICATE".

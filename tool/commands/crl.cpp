@@ -181,6 +181,10 @@ class Search {
       }
       question.asked = true;
       emit(missing_line(input, element, where, question, scope));
+      if (!scope.is_readable())
+        trouble(input.where(element) +
+                ": its issuing distribution point cannot be read: which certificates it is for is "
+                "not known");
       if (scope.some_reasons())
         trouble(input.where(element) +
                 ": it lists only what is revoked for some reasons: ask the CRL of the others, too");

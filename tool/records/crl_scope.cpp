@@ -81,8 +81,8 @@ Described certificate_in(Octets octets) {
 
 CrlScope::CrlScope(const RevocationList &list)
     : issuer_(name_identity(list.issuer())),
-      point_(decoded(pki_IssuingDistributionPoint_d, pki_IssuingDistributionPoint_free,
-                     list.issuing_distribution_point().value_or(Octets()))) {
+      value_(list.issuing_distribution_point().value_or(Octets())),
+      point_(decoded(pki_IssuingDistributionPoint_d, pki_IssuingDistributionPoint_free, value_)) {
   if (point_) limits_ = lines_of(describe(point_.get(), View()), View()).value_or(limits_);
 }
 

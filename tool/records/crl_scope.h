@@ -15,6 +15,9 @@ class CrlScope {
   /// a list of all that its issuer revokes.
   const std::vector<std::string> &limits() const { return limits_; }
 
+  /// Whether what the list says of that can be read.
+  bool is_readable() const { return point_ || value_.empty(); }
+
   /// Whether the list says that it lists only what is revoked for some reasons.
   bool some_reasons() const { return point_ && point_->onlySomeReasons != nullptr; }
 
@@ -28,6 +31,7 @@ class CrlScope {
 
  private:
   std::string issuer_;  ///< its identity
+  Octets value_;        ///< of the extension
   Owned<pki_IssuingDistributionPoint> point_;
   std::vector<std::string> limits_;
 };
