@@ -98,6 +98,24 @@ inline std::ostream &operator<<(std::ostream &out, Bits bits) {
 
 inline std::ostream &operator<<(std::ostream &out, Null) { return out << "NULL"; }
 
+/// Strings and times that are values by themselves, as they are shown in a record.
+inline std::ostream &operator<<(std::ostream &out, Text text) {
+  return out << (text ? quoted(text.text()) : "none");
+}
+inline std::ostream &operator<<(std::ostream &out, OctetText octets) {
+  return out << (octets ? hex(octets.octets()) : "none");
+}
+inline std::ostream &operator<<(std::ostream &out, Characters text) {
+  return out << (text ? quoted(text.text()) : "none");
+}
+inline std::ostream &operator<<(std::ostream &out, TimeChoice time) {
+  return out << time.instant();
+}
+template <std::uint8_t kind>
+std::ostream &operator<<(std::ostream &out, TimeText<kind> time) {
+  return out << time.instant();
+}
+
 namespace detail {
 
 template <class V>
@@ -207,9 +225,11 @@ std::string to_string(const T &value) {
 }  // namespace orvel
 
 #ifdef __cpp_lib_format
-/// Formats as a text, with the width and alignment of one.
+/// Formats as a text, with the width and alignment of one. The library formats ranges itself, from
+/// C++23 on: a list goes through to_string().
 template <orvel::detail::Printable T>
-struct std::formatter<T, char> : std::formatter<std::string_view, char> {
+requires(!std::ranges::range<T>) struct std::formatter<T, char>
+    : std::formatter<std::string_view, char> {
   template <class Context>
   auto format(const T &value, Context &context) const {
     return std::formatter<std::string_view, char>::format(orvel::to_string(value), context);

@@ -2345,12 +2345,6 @@ class GDO : public View<::GDO> {
   asn1::GDOObjectSetOfSetOf set2() const noexcept { return see<asn1::GDOObjectSetOfSetOf>(&Record::set2); }
   asn1::GDOObjectSetOfSetOf set3() const noexcept { return see<asn1::GDOObjectSetOfSetOf>(&Record::set3); }
   std::optional<asn1::GDOObjectSetOfSetOf> set4() const noexcept { return see_optional<asn1::GDOObjectSetOfSetOf>(&Record::set4); }
-  using Fields = FieldList<
-    Field<"root", asn1::GDOObjectSetOf, &GDO::root, &Record::root>,
-    Field<"set1", asn1::GDOObjectSetOfSetOf, &GDO::set1, &Record::set1>,
-    Field<"set2", asn1::GDOObjectSetOfSetOf, &GDO::set2, &Record::set2>,
-    Field<"set3", asn1::GDOObjectSetOfSetOf, &GDO::set3, &Record::set3>,
-    Field<"set4", asn1::GDOObjectSetOfSetOf, &GDO::set4, &Record::set4>>;
   static constexpr Calls<Record> calls{"GDO", asn1_GDO_new, asn1_GDO_d,
     asn1_GDO_e, nullptr, asn1_GDO_free};
 };

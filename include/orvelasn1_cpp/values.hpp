@@ -372,7 +372,9 @@ class Identifier : public View<::ObjId> {
     return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin());
   }
   static std::strong_ordering order(Arcs a, Arcs b) noexcept {
-    return std::lexicographical_compare_three_way(a.begin(), a.end(), b.begin(), b.end());
+    const auto [left, right] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+    if (left == a.end() || right == b.end()) return a.size() <=> b.size();
+    return *left <=> *right;
   }
 };
 
@@ -430,7 +432,8 @@ class Instant {
   /// is like the same text only, and comes neither before nor after another.
   friend std::partial_ordering operator<=>(Instant a, Instant b) noexcept {
     const auto left = a.seconds(), right = b.seconds();
-    if (left && right) return *left <=> *right;
+    if (left && right)
+      return left->time_since_epoch().count() <=> right->time_since_epoch().count();
     return !left && !right && bool{a} == bool{b} && a.text() == b.text()
                ? std::partial_ordering::equivalent
                : std::partial_ordering::unordered;
@@ -439,7 +442,8 @@ class Instant {
 
   friend std::partial_ordering operator<=>(Instant a, std::chrono::sys_seconds b) noexcept {
     const auto left = a.seconds();
-    return left ? *left <=> b : std::partial_ordering::unordered;
+    if (!left) return std::partial_ordering::unordered;
+    return left->time_since_epoch().count() <=> b.time_since_epoch().count();
   }
   friend bool operator==(Instant a, std::chrono::sys_seconds b) noexcept {
     return std::is_eq(a <=> b);
@@ -505,6 +509,7 @@ class TimeChoice : public View<::Time> {
   using Seen = Instant;
   Seen seen() const noexcept { return instant(); }
   Instant instant() const noexcept { return {at(&Record::kind), at(&Record::value)}; }
+  friend bool operator==(TimeChoice a, TimeChoice b) noexcept { return a.instant() == b.instant(); }
 };
 
 /// A text of C that is a time of one kind; fields of it are Instant.
@@ -515,6 +520,7 @@ class TimeText : public View<char> {
   using Seen = Instant;
   constexpr Seen seen() const noexcept { return instant(); }
   constexpr Instant instant() const noexcept { return {kind, c()}; }
+  friend bool operator==(TimeText a, TimeText b) noexcept { return a.instant() == b.instant(); }
 };
 
 /// A text of C; fields of it are std::string_view.
@@ -524,6 +530,9 @@ class Characters : public View<char> {
   using Seen = std::string_view;
   Seen seen() const noexcept { return text(); }
   std::string_view text() const noexcept { return c() != nullptr ? c() : ""; }
+  friend bool operator==(Characters a, Characters b) noexcept {
+    return bool{a} == bool{b} && a.text() == b.text();
+  }
 };
 
 }  // namespace orvel

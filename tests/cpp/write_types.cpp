@@ -1,9 +1,9 @@
 // Writes orvelasn1_cpp/types.hpp, the classes of all types, from the descriptors of liborvelpki and
 // the public headers: a descriptor knows a field's name, type and place, its header the member of C
 // at that place. With "oids", writes orvelasn1_cpp/oids.hpp, the named identifiers, from the getters
-// that the headers declare.
+// that the headers declare; with "list", a line TYPE(CLASS) for each class.
 //
-//   write_types INCLUDE_DIRECTORY types|oids >FILE
+//   write_types INCLUDE_DIRECTORY types|oids|list >FILE
 #include <dlfcn.h>
 #include <orvelasn1.h>
 #include <orvelpki.h>
@@ -119,6 +119,15 @@ class Writer {
       if (!is_form(type) && !has_form(type)) write_class(type);
     }
     std::cout << "\n}  // namespace orvel::asn1\n\n#endif\n";
+  }
+
+  void write_list() const {
+    for (const auto &[name, type] : by_name_) {
+      if (record_of(type).empty() || (!is_form(type) && !is_universal(type) && has_form(type))) {
+        continue;
+      }
+      std::cout << "TYPE(" << (is_form(type) ? "pki::" : "asn1::") << class_of(type) << ")\n";
+    }
   }
 
   void write_identifiers() const {
@@ -352,6 +361,13 @@ class Writer {
       list.push_back("Field<\"" + member.name + "\", std::uint32_t, &" + name + "::" + member.name +
                      ", &Record::" + member.name + ">");
     }
+    // What has a card object inside is neither compared nor shown.
+    const auto fields = fields_of(type);
+    if (std::any_of(fields.begin(), fields.end(), [](const pki_Field &field) {
+          return pki_Type_kind(field.type) == PKI_CARD_OBJECT;
+        })) {
+      return;
+    }
     std::cout << "  using Fields = FieldList<";
     for (size_t i = 0; i < list.size(); ++i)
       std::cout << (i == 0 ? "" : ",") << "\n    " << list[i];
@@ -446,10 +462,12 @@ class Writer {
 
 int main(int argc, char **argv) {
   try {
-    if (argc != 3) throw std::runtime_error("write_types INCLUDE_DIRECTORY types|oids");
+    if (argc != 3) throw std::runtime_error("write_types INCLUDE_DIRECTORY types|oids|list");
     Writer writer(argv[1]);
     if (std::string(argv[2]) == "oids") {
       writer.write_identifiers();
+    } else if (std::string(argv[2]) == "list") {
+      writer.write_list();
     } else {
       writer.write();
     }
