@@ -132,6 +132,26 @@ TEST_F(Map, HasTheObjectThatShowHas) {
   EXPECT_EQ(run({"show", "--json", "--compact"}, input).out, lines({"--compact"}, input));
 }
 
+TEST_F(Map, HasTheKeysAndDigestsThatOpensslHas) {
+  const std::string rsa = make_certificate({"rsa:2048"});
+  // "Modulus=...", and "sha256 Fingerprint=" with colons.
+  const std::string modulus = openssl({"x509", "-noout", "-modulus"}, rsa);
+  std::string print = openssl({"x509", "-noout", "-fingerprint", "-sha256"}, rsa);
+  print.erase(std::remove(print.begin(), print.end(), ':'), print.end());
+  const auto value = [](const std::string &line) {
+    const size_t start = line.find('=') + 1;
+    return line.substr(start, line.find('\n') - start);
+  };
+  EXPECT_EQ(
+      "RSA\t2048\t65537\t" + value(modulus) + "\t\t" + value(print) + "\t\n",
+      lines({"--fields", "key.kind,key.bits,key.exponent,key.modulus,key.point,sha256"}, rsa));
+  // The key has 33 octets 01, of which the first is the number of unused bits.
+  EXPECT_EQ(
+      "Ed25519\t\t" + std::string("01010101010101010101010101010101") +
+          "01010101010101010101010101010101\t\n",
+      lines({"--fields", "key.kind,key.modulus,key.point"}, base64(certificate(0x010203, "x"))));
+}
+
 TEST_F(Map, ReadsEveryFormat) {
   const std::string expected = "010203\t\n040506\t\n";
   const auto expect = [&](std::vector<std::string> words, const std::string &input) {

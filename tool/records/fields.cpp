@@ -101,9 +101,10 @@ Value key_bits(const Certificate *certificate) {
   const auto bits = key_of(certificate).bits;
   return bits ? Value(static_cast<int64_t>(*bits)) : Value();
 }
-Value key_curve(const Certificate *certificate) {
+template <std::string Key::*member>
+Value key_part(const Certificate *certificate) {
   const Key key = key_of(certificate);
-  return key.curve.empty() ? Value() : key.curve;
+  return (key.*member).empty() ? Value() : key.*member;
 }
 template <std::string KeyFacts::*member>
 Value key_digest(const Certificate *certificate) {
@@ -201,7 +202,13 @@ const Field all[] = {
      of_certificate<self_issued>},
     {"key.kind", text_kind, "RSA, EC, Ed25519 ...", of_certificate<key_kind>},
     {"key.bits", number_kind, "the size of the key", of_certificate<key_bits>},
-    {"key.curve", text_kind, "the curve of the key", of_certificate<key_curve>},
+    {"key.curve", text_kind, "the curve of the key", of_certificate<key_part<&Key::curve>>},
+    {"key.exponent", text_kind, "the exponent of an RSA key",
+     of_certificate<key_part<&Key::exponent>>},
+    {"key.modulus", text_kind, "the modulus of an RSA key, in hexadecimal digits",
+     of_certificate<key_part<&Key::modulus>>},
+    {"key.point", text_kind, "the octets of any other key, in hexadecimal digits",
+     of_certificate<key_part<&Key::point>>},
     {"key.sha256", text_kind, "SHA-256 of the SubjectPublicKeyInfo",
      of_certificate<key_digest<&KeyFacts::sha256>>},
     {"key.pin", text_kind, "the same, as curl takes it",
