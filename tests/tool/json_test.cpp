@@ -275,4 +275,18 @@ TEST_F(ToolFacts, AnswerTheQuestionsOfTheDocument) {
   }
 }
 
+// A BasicConstraints with a NULL inside, where it ends, and another NULL after it.
+TEST_F(ToolFacts, HasNoMemberTwiceForWhatIsLeftOver) {
+  const Outcome result =
+      run({"show", "--json", "--type", "extensions"},
+          characters(hex("30 12 30 10 06 03 55 1D 13 04 09 30 05 01 01 FF 05 00 05 00")));
+  const auto count = [&](const std::string &text) {
+    size_t number = 0;
+    for (size_t at = 0; (at = result.out.find(text, at)) != std::string::npos; ++at) ++number;
+    return number;
+  };
+  EXPECT_EQ(1U, count("\"unexpected\":")) << result.out;
+  EXPECT_EQ(1U, count("\"unexpectedAfter\":")) << result.out;
+}
+
 }  // namespace

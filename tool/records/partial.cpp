@@ -178,7 +178,9 @@ Node value_of(const Source &source, const pki_Type *type, const View &view, Desc
 Node with_rest(Node node, const Source &rest, const View &view) {
   Node marked = refused(rest, "expected the end, found " + tag_name(rest.octets[0]), view);
   if (auto *const fields = std::get_if<Node::Fields>(&node.value)) {
-    marked.name = "unexpected";
+    // The value may have a field of this name already, for what is left over inside it.
+    const bool taken = std::ranges::find(*fields, "unexpected", &Node::name) != fields->end();
+    marked.name = taken ? "unexpectedAfter" : "unexpected";
     fields->push_back(std::move(marked));
     node.shown = nullptr;
   } else if (auto lines = lines_of(node, view)) {
