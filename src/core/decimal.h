@@ -31,7 +31,7 @@ class Decimal {
   size_t size() const { return static_cast<size_t>(end() - begin()); }
 
  private:
-  char digits_[std::numeric_limits<Number>::digits10 + 2];
+  char digits_[std::numeric_limits<Number>::digits10 + 2] = {};
   char *first_ = digits_ + sizeof digits_;
 };
 template <std::integral Number>

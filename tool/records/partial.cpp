@@ -29,7 +29,7 @@ struct Source {
 std::vector<Octets> parts_of(Octets element, const Header &header) {
   std::vector<Octets> parts;
   Octets rest = element.subspan(header.size);
-  if (!header.indefinite) rest = rest.first(header.length);
+  if (!header.indefinite) rest = rest.first(std::min(header.length, rest.size()));
   while (!rest.empty()) {
     if (header.indefinite && ber::ends_contents(rest)) break;
     const Header inner = read_header(rest);
@@ -75,13 +75,13 @@ Node field_of(const Source &source, const pki_Field &field, const View &view, De
   if (source.octets[0] != field.tag && !may_be_either)
     return refused(
         source, "expected " + tag_name(field.tag) + ", found " + tag_name(source.octets[0]), view);
+  const std::string cut = read_header(source.octets).fault;
+  if (!cut.empty()) return refused(source, cut, view);
   if (field.tagging == PKI_EXPLICIT) {
     const auto inner = parts_of(source.octets, read_header(source.octets));
     if (inner.size() != 1) return refused(source, "expected one element inside the tag", view);
     return value_of(source.part(inner[0], ""), field.type, view, describe);
   }
-  const std::string cut = read_header(source.octets).fault;
-  if (!cut.empty()) return refused(source, cut, view);
   auto copy = std::make_shared<Bytes>(source.octets.begin(), source.octets.end());
   copy->front() =
       static_cast<uint8_t>(pki_Type_identifier(field.type) | (copy->front() & tag::constructed));
