@@ -289,4 +289,13 @@ TEST_F(ToolFacts, HasNoMemberTwiceForWhatIsLeftOver) {
   EXPECT_EQ(1U, count("\"unexpectedAfter\":")) << result.out;
 }
 
+// A DistributionPoint whose distributionPoint, which is in an explicit tag, has more octets than are
+// left.
+TEST_F(ToolFacts, MarksAnExplicitTagThatIsTooLong) {
+  const Outcome result =
+      run({"show", "--json", "--type", "extensions"},
+          characters(hex("30 11 30 0F 06 03 55 1D 1F 04 08 30 06 30 04 A0 7F 30 00")));
+  EXPECT_NE(std::string::npos, result.out.find("\"octets\":\"A07F3000\"")) << result.out;
+}
+
 }  // namespace

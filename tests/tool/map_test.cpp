@@ -126,6 +126,29 @@ TEST_F(Map, HasFieldsAsCsvAndAsJson) {
       lines({"--json", "--fields", "san.dns,version,selfIssued,pathLength"}, input));
 }
 
+TEST_F(Map, HasOneLineWhateverCharactersAValueHas) {
+  const std::string input =
+      base64(certificate(0x010203, "a\x1B[31m\tb\nc\"d")) + "\n" + "x,\"y\t" + base64(one_) + "\n";
+  EXPECT_EQ(
+      "CN=a\\x1B[31m\\x09b\\x0Ac\\\\\"d\t\n"
+      "x,\"y\tCN=one\t\n",
+      lines({"--fields", "subject"}, input));
+  EXPECT_EQ(
+      "\"CN=a\\x1B[31m\\x09b\\x0Ac\\\\\"\"d\",\n"
+      "\"x,\"\"y\",CN=one,\n",
+      lines({"--fields", "subject", "--csv"}, input));
+}
+
+// A record of nearly 64 MiB and many small ones that come with its end.
+TEST_F(Map, ReadsALongRecordAndTheSmallOnesAfterIt) {
+  const std::string small = base64(one_) + "\n";
+  std::string input = std::string((size_t{64} << 20) - 1, 'A') + "\n";
+  constexpr size_t count = 2000;
+  for (size_t i = 0; i < count; ++i) input += small;
+  const std::string out = lines({"--fields", "serial", "--where", "has(serial)"}, input);
+  EXPECT_EQ(count * std::string("010203\t\n").size(), out.size());
+}
+
 TEST_F(Map, HasTheObjectThatShowHas) {
   const std::string input = pem(one_) + pem(two_);
   EXPECT_EQ(run({"show", "--json"}, input).out, lines({}, input));

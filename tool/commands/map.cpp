@@ -65,32 +65,21 @@ class LineWriter {
       values.push_back(object.fault == nullptr ? "" : text_with_offset(*object.fault));
     // What is passed through comes first, as it stands.
     std::string start;
-    if (!object.id.empty())
-      start = std::string(object.id) + (request_.form == Form::csv ? "," : "\t");
+    if (!object.id.empty()) start = is_csv() ? csv(object.id) + "," : std::string(object.id) + "\t";
     return start + line(values);
   }
 
+  bool is_csv() const { return request_.form == Form::csv; }
+
+  /// Returns the values in one line, whatever characters they have.
   std::string line(std::vector<std::string> &values) const {
     for (std::string &value : values)
-      value = request_.form == Form::csv ? csv(value) : tsv(valid_utf8(value));
-    return joined(values, request_.form == Form::csv ? "," : "\t") + "\n";
-  }
-
-  /// Returns a value as TSV has it: tabs, line ends and backslashes are escaped.
-  static std::string tsv(std::string_view value) {
-    static constexpr std::string_view escaped = "\t\n\r\\";
-    static constexpr std::string_view letters = "tnr\\";
-    std::string out;
-    for (const char c : value) {
-      const size_t place = escaped.find(c);
-      if (place == escaped.npos) {
-        out += c == '\0' ? "\\0" : std::string(1, c);
-        continue;
-      }
-      out += '\\';
-      out += letters[place];
-    }
-    return out;
+      if (!is_csv())
+        value = printable(std::string_view(value));
+      else
+        value =
+            csv(is_safe(from_utf8(octets_of(value))) ? value : printable(std::string_view(value)));
+    return joined(values, is_csv() ? "," : "\t") + "\n";
   }
 
   /// Returns a value as CSV has it (RFC 4180).

@@ -25,6 +25,11 @@ using Kind = Format::Kind;
 /// How many octets are read at once, and as many make a piece.
 constexpr size_t chunk = size_t{256} << 10;
 
+/// The most octets of a record. A piece has whole records of less than a chunk, what was read of
+/// the next one, and a chunk after that.
+constexpr size_t longest = size_t{64} << 20;
+static_assert(longest + 2 * chunk <= Workers::most);
+
 /// What an origin holds, from the lowest bits on.
 constexpr unsigned kind_bits = 7;
 constexpr unsigned column_bits = 24;
@@ -111,7 +116,7 @@ size_t Stream::fill(std::span<uint8_t> room, bool may_wait) {
     }
     const bool is_more = read_more();
     cut();
-    if (is_more && buffer_.size() - whole_ <= Workers::most) continue;
+    if (is_more && buffer_.size() - whole_ <= longest) continue;
     if (whole_ != 0) return give(room, whole_);
     if (is_more) {
       // The start of a record that is too long: what it is, and for the message.
@@ -193,7 +198,7 @@ void Stream::find_column() {
   Cutter lines = cut_at_csv_lines();
   size_t seen = 0;
   size_t size = goes_on;
-  while (size == goes_on && buffer_.size() <= Workers::most && read_more()) {
+  while (size == goes_on && buffer_.size() <= longest && read_more()) {
     size = lines(text_of(buffer_).substr(seen));
     if (size == goes_on) seen = buffer_.size();
   }

@@ -53,7 +53,7 @@ class Piece {
 class Workers {
  public:
   /// The most octets that a piece has.
-  static constexpr size_t most = size_t{64} << 20;
+  static constexpr size_t most = size_t{65} << 20;
 
   /// Puts the next piece into the room. Returns how many octets it has; 0 at the end of the input.
   /// May wait for input, but only where `may_wait` says so: else it returns `later` in place of
