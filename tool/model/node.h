@@ -4,6 +4,7 @@
 #ifndef ORVELASN1_TOOL_MODEL_NODE_H
 #define ORVELASN1_TOOL_MODEL_NODE_H
 
+#include <concepts>
 #include <functional>
 #include <variant>
 
@@ -49,6 +50,13 @@ struct Node {
 Node text(std::vector<std::string> lines, Json json, Tone tone = Tone::plain);
 Node text(std::string line, Json json, Tone tone = Tone::plain);
 
+/// Returns a value whose lines `lines` makes, which is called where the view wants lines.
+template <std::invocable Lines>
+Node text(const View &view, Lines lines, Json json, Tone tone = Tone::plain) {
+  if (!view.lines) return text(std::vector<std::string>(), std::move(json), tone);
+  return text(lines(), std::move(json), tone);
+}
+
 /// Returns a truth value, which the library keeps as the octet that was read.
 Node boolean(uint32_t value);
 
@@ -79,6 +87,8 @@ std::string page_of(const Node &node, const std::string &heading, const std::str
 /// fields where no field is marked.
 Brief short_form_of(const Node &node, const std::string &heading, const View &view);
 
+/// Appends the JSON of a node to a text.
+void append_json(std::string &out, const Node &node);
 Json json_of(const Node &node);
 
 /// Adds the fields of a record to an object. A node that has no fields, or one whose name is taken,

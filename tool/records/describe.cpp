@@ -141,12 +141,12 @@ Node time_of(uint8_t kind, const char *value) {
 
 Node rdn_sequence(const RDNSequence *name, const View &view) {
   if (name == nullptr) return {};
-  return text(one_line(name, view), json_of_name(name));
+  return text(view, [&] { return one_line(name, view); }, json_of_name(name));
 }
 
 Node name_text(const Name *name, const View &view) {
   if (name == nullptr) return {};
-  return text(directory_text(name, view), to_utf8(from_utf8(octets_of(name))));
+  return text(view, [&] { return directory_text(name, view); }, valid_utf8(name));
 }
 
 Node characters(uint8_t tag, const ASN1String *string) {
@@ -204,7 +204,7 @@ Description &Description::name(const std::string &name, const RDNSequence *seque
                                const OctetString *encoded) {
   hidden(name + "Sequence", rdn_sequence(sequence, view_));
   if (sequence == nullptr) return field(name, Node());
-  field(name, text(one_line(sequence, view_), utf8_text(sequence)));
+  field(name, text(view_, [&] { return one_line(sequence, view_); }, utf8_text(sequence)));
   return encoding(name + "Encoded", encoded);
 }
 
@@ -246,8 +246,8 @@ Description &Description::period(const std::string &from_name, Time from,
   if (end.empty()) return field(until_name, Node());
   const Validity validity{&from, &until};
   const Standing state = standing(&validity, view_.moment);
-  std::string line = time_text(&until, " UTC") + ", " + state.text;
-  field(until_name, shown_as(std::move(end), text(std::move(line), nullptr, tone_of(state))));
+  const auto line = [&] { return time_text(&until, " UTC") + ", " + state.text; };
+  field(until_name, shown_as(std::move(end), text(view_, line, nullptr, tone_of(state))));
   hidden("state", text("", name_of(state.state)));
   if (state.state == Standing::State::unknown) return *this;
   return hidden("daysLeft", text("", state.days_left));

@@ -162,7 +162,7 @@ Node subtree_base(const GeneralName *name, const View &view) {
 
 // GeneralName ::= CHOICE
 Node describe(const GeneralName *name, const View &view) {
-  return text(general_name_text(name, view), json_of(name, address_text));
+  return text(view, [&] { return general_name_text(name, view); }, json_of(name, address_text));
 }
 
 std::vector<Type> name_types() {

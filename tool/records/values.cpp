@@ -89,7 +89,7 @@ Description &add_inside(Description &fields, std::string name, Node octets, Insi
 }
 
 Node unknown_octets(Octets octets, const View &view) {
-  return text(outline_or_dump(octets, view), hex(octets));
+  return text(view, [&] { return outline_or_dump(octets, view); }, Json::hex(octets));
 }
 
 Node malformed(const std::string &why, Octets octets, const View &view) {

@@ -1,10 +1,20 @@
 #include "text/octets.h"
 
+#include <array>
+#include <cstring>
+
 namespace tool {
 
 namespace {
 
-constexpr char digits[] = "0123456789ABCDEF";
+/// The digits of each octet.
+constexpr auto pairs = [] {
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  std::array<std::array<char, 2>, 256> made{};
+  for (size_t octet = 0; octet < made.size(); ++octet)
+    made[octet] = {digits[octet >> 4], digits[octet & 0x0F]};
+  return made;
+}();
 
 int digit_value(char c) {
   if (c >= '0' && c <= '9') return c - '0';
@@ -15,13 +25,18 @@ int digit_value(char c) {
 
 }  // namespace
 
+void append_hex(std::string &out, Octets octets) {
+  size_t at = out.size();
+  out.resize(at + 2 * octets.size());
+  for (const uint8_t octet : octets) {
+    std::memcpy(&out[at], pairs[octet].data(), 2);
+    at += 2;
+  }
+}
+
 std::string hex(Octets octets) {
   std::string out;
-  out.reserve(2 * octets.size());
-  for (const uint8_t octet : octets) {
-    out += digits[octet >> 4];
-    out += digits[octet & 0x0F];
-  }
+  append_hex(out, octets);
   return out;
 }
 
