@@ -157,7 +157,8 @@ Node shown_as(Node node, Node other) {
 
 std::optional<std::vector<std::string>> lines_of(const Node &node, const View &view) {
   const Node &here = on_page(node);
-  if (const auto *const value = std::get_if<Node::Text>(&here.value)) return value->lines;
+  if (const auto *const value = std::get_if<Node::Text>(&here.value))
+    return value->lines.empty() ? Lines(1) : value->lines;
   if (const auto *const oid = std::get_if<const ObjId *>(&here.value))
     return Lines{label(*oid, view)};
   if (const auto *const octets = std::get_if<Octets>(&here.value)) {

@@ -18,7 +18,7 @@ namespace tool {
 struct Node {
   /// A value that is complete in itself.
   struct Text {
-    std::vector<std::string> lines;  ///< for people
+    std::vector<std::string> lines;  ///< for people; none where the view wants JSON alone
     Json json;
     Tone tone = Tone::plain;
   };
@@ -76,7 +76,7 @@ Node owning(Node node, Owned<T> record) {
 /// Adds a node to the open section of a page, and below it, indented, what is inside it.
 void add_node(Page &page, std::string key, const Node &node, const View &view, size_t indent = 0);
 
-/// Returns the lines of a node; nothing for a record or a list of records.
+/// Returns the lines of a node, at least one; nothing for a record or a list of records.
 std::optional<std::vector<std::string>> lines_of(const Node &node, const View &view);
 
 /// Returns a page under a heading.

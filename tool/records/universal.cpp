@@ -10,7 +10,8 @@ Node describe(const Integer *integer, const View &view) {
   const Octets content = octets(integer);
   if (integer->negative != 0 || content.size() <= most)
     return text(integer_text(integer), integer_text(integer));
-  return text(view, [&] { return dump(content, view.full); }, integer_text(integer));
+  return text(
+      view, [&] { return dump(content, view.full); }, integer_text(integer));
 }
 
 Node describe(const ObjId *oid, const View &) {
@@ -36,7 +37,7 @@ Node describe(const ASN1String *string, const View &) {
   return node;
 }
 
-Node describe(const Time *time, const View &) { return time_of(time->kind, time->value); }
+Node describe(const Time *time, const View &view) { return time_of(time->kind, time->value, view); }
 
 namespace {
 
