@@ -6,7 +6,8 @@
 namespace tool {
 
 std::string json_of_object(const Object &object, const View &view) {
-  Json json = Json::object();
+  constexpr size_t about = 6;  // characters an octet
+  Json json = Json::object(about * object.octets.size());
   if (!object.id.empty()) json.put("id", valid_utf8(object.id));
   if (object.record != nullptr) json.put("type", object.type->name);
   json.put("file", valid_utf8(object.file)).put("element", object.number);

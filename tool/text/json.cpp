@@ -73,8 +73,9 @@ Json Json::array(const std::vector<Json> &elements) {
   return of_text(text += ']');
 }
 
-Json Json::object() {
+Json Json::object(size_t room) {
   Json object = of_text("{");
+  object.text_.reserve(room);
   object.is_object_ = true;
   return object;
 }

@@ -38,8 +38,8 @@ class Json {
 
   static Json array(const std::vector<Json> &elements);
 
-  /// Returns an object without members.
-  static Json object();
+  /// Returns an object without members, with room for a text of a size.
+  static Json object(size_t room = 0);
 
   /// Adds a member, whose key must be new, to an object. Members stay in the order in which they
   /// are added. Returns this object.
