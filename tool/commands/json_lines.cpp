@@ -22,13 +22,13 @@ std::string json_line(const Input &input, const Element &element, const Type &ty
   Object object = object_of(input, element);
   object.type = &type;
   object.record = record.get();
-  return json_of_object(object, view).text() + "\n";
+  return json_of_object(object, view) + "\n";
 }
 
 std::string json_line(const Input &input, const Element &element, const Fault &fault) {
   Object object = object_of(input, element);
   object.fault = &fault;
-  return json_of_refused(object).text() + "\n";
+  return json_of_object(object, View()) + "\n";
 }
 
 }  // namespace tool

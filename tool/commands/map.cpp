@@ -29,10 +29,10 @@ class LineWriter {
 
   std::string operator()(const Object &object) const {
     if (request_.form != Form::json) return columns(object);
-    if (object.record == nullptr) return with_id(object, json_of_refused(object)).text() + "\n";
-    if (request_.fields.empty())
-      return with_id(object, json_of_object(object, request_.view)).text() + "\n";
-    Json json = with_id(object, Json::object());
+    if (object.record == nullptr || request_.fields.empty())
+      return json_of_object(object, request_.view) + "\n";
+    Json json = Json::object();
+    if (!object.id.empty()) json.put("id", valid_utf8(object.id));
     for (const Field *const field : request_.fields)
       json.put(field->name, json_of(field->of(object)));
     return json.text() + "\n";
@@ -49,13 +49,6 @@ class LineWriter {
  private:
   bool has_error() const {
     return std::ranges::find(request_.fields, "error", &Field::name) != request_.fields.end();
-  }
-
-  static Json with_id(const Object &object, Json json) {
-    if (object.id.empty()) return json;
-    Json first = Json::object().put("id", valid_utf8(object.id));
-    first.join(json);
-    return first;
   }
 
   std::string columns(const Object &object) const {

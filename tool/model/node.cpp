@@ -92,25 +92,36 @@ void collect_brief(std::vector<BriefLine> &lines, const Node &node, const View &
   }
 }
 
-/// Turns the values of nodes into JSON.
-struct JsonOf {
-  Json operator()(std::monostate) const { return nullptr; }
-  Json operator()(const Node::Text &value) const { return value.json; }
-  Json operator()(Octets value) const { return hex(value); }
-  Json operator()(const ObjId *value) const { return dotted(value); }
-  Json operator()(const Node::Fields &fields) const {
-    Json object = Json::object();
-    for (const Node &field : fields)
-      if (const auto *const oid = std::get_if<const ObjId *>(&field.value))
-        put_oid(object, field.name, *oid);
-      else if (!field.empty())
-        object.put(field.name, json_of(field));
-    return object;
+/// Appends the JSON of the values of nodes.
+struct AppendJson {
+  std::string &out;
+
+  void operator()(std::monostate) const { out += "null"; }
+  void operator()(const Node::Text &value) const { value.json.append_to(out); }
+  void operator()(Octets value) const {
+    out += '"';
+    append_hex(out, value);
+    out += '"';
   }
-  Json operator()(const Node::Items &items) const {
-    std::vector<Json> elements;
-    for (size_t i = 0; i < items.count; ++i) elements.push_back(json_of(items.at(i)));
-    return Json::array(elements);
+  void operator()(const ObjId *value) const { append_quoted(out, dotted(value)); }
+  void operator()(const Node::Fields &fields) const {
+    out += '{';
+    for (const Node &field : fields)
+      if (const auto *const oid = std::get_if<const ObjId *>(&field.value)) {
+        append_oid(out, field.name, *oid);
+      } else if (!field.empty()) {
+        append_key(out, field.name);
+        append_json(out, field);
+      }
+    out += '}';
+  }
+  void operator()(const Node::Items &items) const {
+    out += '[';
+    for (size_t i = 0; i < items.count; ++i) {
+      if (i != 0) out += ',';
+      append_json(out, items.at(i));
+    }
+    out += ']';
   }
 };
 
@@ -146,7 +157,8 @@ Node shown_as(Node node, Node other) {
 
 std::optional<std::vector<std::string>> lines_of(const Node &node, const View &view) {
   const Node &here = on_page(node);
-  if (const auto *const value = std::get_if<Node::Text>(&here.value)) return value->lines;
+  if (const auto *const value = std::get_if<Node::Text>(&here.value))
+    return value->lines.empty() ? Lines(1) : value->lines;
   if (const auto *const oid = std::get_if<const ObjId *>(&here.value))
     return Lines{label(*oid, view)};
   if (const auto *const octets = std::get_if<Octets>(&here.value)) {
@@ -210,11 +222,30 @@ Brief short_form_of(const Node &node, const std::string &heading, const View &vi
   return brief;
 }
 
-Json json_of(const Node &node) { return std::visit(JsonOf{}, node.value); }
+void append_json(std::string &out, const Node &node) { std::visit(AppendJson{out}, node.value); }
+
+Json json_of(const Node &node) {
+  if (const auto *const value = std::get_if<Node::Text>(&node.value)) return value->json;
+  std::string text;
+  append_json(text, node);
+  return Json::of_text(std::move(text));
+}
 
 void put_members(Json &object, const Node &node) {
+  const auto is_taken = [&](const Node &field) {
+    return !field.empty() && object.has(field.name);
+  };
   if (const auto *const oid = std::get_if<const ObjId *>(&node.value))
     return put_oid(object, "value", *oid);
+  const auto *const fields = std::get_if<Node::Fields>(&node.value);
+  if (fields != nullptr && std::ranges::none_of(*fields, is_taken)) {
+    for (const Node &field : *fields)
+      if (const auto *const field_oid = std::get_if<const ObjId *>(&field.value))
+        put_oid(object, field.name, *field_oid);
+      else if (!field.empty())
+        object.put(field.name, [&](std::string &out) { append_json(out, field); });
+    return;
+  }
   const Json json = json_of(node);
   if (!object.join(json)) object.put("value", json);
 }

@@ -4,6 +4,7 @@
 #ifndef ORVELASN1_TOOL_MODEL_NODE_H
 #define ORVELASN1_TOOL_MODEL_NODE_H
 
+#include <concepts>
 #include <functional>
 #include <variant>
 
@@ -17,7 +18,7 @@ namespace tool {
 struct Node {
   /// A value that is complete in itself.
   struct Text {
-    std::vector<std::string> lines;  ///< for people
+    std::vector<std::string> lines;  ///< for people; none where the view wants JSON alone
     Json json;
     Tone tone = Tone::plain;
   };
@@ -49,6 +50,13 @@ struct Node {
 Node text(std::vector<std::string> lines, Json json, Tone tone = Tone::plain);
 Node text(std::string line, Json json, Tone tone = Tone::plain);
 
+/// Returns a value whose lines `lines` makes, which is called where the view wants lines.
+template <std::invocable Lines>
+Node text(const View &view, Lines lines, Json json, Tone tone = Tone::plain) {
+  if (!view.lines) return text(std::vector<std::string>(), std::move(json), tone);
+  return text(lines(), std::move(json), tone);
+}
+
 /// Returns a truth value, which the library keeps as the octet that was read.
 Node boolean(uint32_t value);
 
@@ -68,7 +76,7 @@ Node owning(Node node, Owned<T> record) {
 /// Adds a node to the open section of a page, and below it, indented, what is inside it.
 void add_node(Page &page, std::string key, const Node &node, const View &view, size_t indent = 0);
 
-/// Returns the lines of a node; nothing for a record or a list of records.
+/// Returns the lines of a node, at least one; nothing for a record or a list of records.
 std::optional<std::vector<std::string>> lines_of(const Node &node, const View &view);
 
 /// Returns a page under a heading.
@@ -79,6 +87,8 @@ std::string page_of(const Node &node, const std::string &heading, const std::str
 /// fields where no field is marked.
 Brief short_form_of(const Node &node, const std::string &heading, const View &view);
 
+/// Appends the JSON of a node to a text.
+void append_json(std::string &out, const Node &node);
 Json json_of(const Node &node);
 
 /// Adds the fields of a record to an object. A node that has no fields, or one whose name is taken,

@@ -14,6 +14,7 @@ struct View {
   bool oids = false;     ///< the dotted form after each name
   bool full = false;     ///< long values to their end, and keys and signatures
   bool secrets = false;  ///< the secret octets of private keys
+  bool lines = true;     ///< lines for people; without them there is JSON alone
   bool compact = false;  ///< in JSON no octets that stand there in another form, too
   bool colour = false;   ///< escape sequences for a terminal
   size_t columns = 80;   ///< the width of a page, at least 40

@@ -22,7 +22,7 @@ Node certificate(const Certificate *record, const View &view) {
 
 // AttributeTypeAndValue ::= SEQUENCE { type, value }
 Node describe(const AttributeValueAssertion *assertion, const View &view) {
-  return text(attribute_text(assertion, view), json_of(assertion));
+  return text(view, [&] { return attribute_text(assertion, view); }, json_of(assertion));
 }
 
 // SubjectPublicKeyInfo ::= SEQUENCE { algorithm, subjectPublicKey }
@@ -30,14 +30,14 @@ Node describe(const AttributeValueAssertion *assertion, const View &view) {
 // The kind and the size of the key follow the fields.
 Node describe(const SubjectPKI *info, const View &view) {
   const Key key = read_key(info);
-  const std::string line = key_text(info, view);
+  const auto line = [&] { return key_text(info, view); };
   Description fields(view);
-  fields.all("pki_SubjectPKI", info).field("keyKind", text(line, key.kind)).brief();
+  fields.all("pki_SubjectPKI", info).field("keyKind", text(view, line, key.kind)).brief();
   if (key.bits) fields.hidden("keyBits", text("", *key.bits));
   if (!key.curve.empty()) fields.hidden("keyCurve", text("", key.curve));
   if (!key.exponent.empty()) fields.hidden("keyExponent", text("", key.exponent));
   Node record = fields.node();
-  return view.full ? record : shown_as(std::move(record), text(line, nullptr));
+  return view.full ? record : shown_as(std::move(record), text(view, line, nullptr));
 }
 
 // Extension ::= SEQUENCE { extnID, critical DEFAULT FALSE, extnValue }

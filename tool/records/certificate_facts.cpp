@@ -48,7 +48,7 @@ Names listed(Call call, const Certificate *certificate, uint32_t &unreadable, Te
   return names;
 }
 
-std::string utf8(Octets octets) { return to_utf8(from_utf8(octets)); }
+std::string utf8(Octets octets) { return valid_utf8(text_of(octets)); }
 
 // ---- As JSON ------------------------------------------------------------------------------------
 
@@ -201,7 +201,7 @@ std::optional<bool> is_issuer(const Certificate *certificate) {
 
 std::optional<std::string> rfc4514_text(const RDNSequence *name) {
   const Owned<Name> text(pki_name_rfc4514(name), asn1_Name_free);
-  return text ? std::optional(utf8(octets_of(text.get()))) : std::nullopt;
+  return text ? std::optional(valid_utf8(text.get())) : std::nullopt;
 }
 
 std::optional<uint32_t> version_for_people(const Integer *version) {

@@ -69,7 +69,7 @@ Node describe(const pki_Type *type, const void *value, const View &view) {
       return characters(pki_Type_identifier(type), static_cast<const ASN1String *>(value));
     case PKI_UTC_TIME:
     case PKI_GENERALIZED_TIME:
-      return time_of(pki_Type_identifier(type), static_cast<const char *>(value));
+      return time_of(pki_Type_identifier(type), static_cast<const char *>(value), view);
     case PKI_SEQUENCE:
       return Description(view).all(type, value).node();
     case PKI_SEQUENCE_OF:
@@ -99,7 +99,7 @@ Node list_of(const pki_Type *element, const List *list, const View &view) {
 }
 
 Node list_of(const char *element, const List *list, const View &view) {
-  return list == nullptr ? Node() : list_of(pki_Type_find(element), list, view);
+  return list == nullptr ? Node() : list_of(type_called(element), list, view);
 }
 
 Node with_lines(Node record, std::vector<std::string> lines) {
@@ -132,21 +132,23 @@ Node version(const Integer *integer) {
   return shown_as(std::move(node), text(std::move(line), nullptr));
 }
 
-Node time_of(uint8_t kind, const char *value) {
+Node time_of(uint8_t kind, const char *value, const View &view) {
   if (value == nullptr) return {};
-  std::string copy(value);
-  const Time time{kind, copy.data()};
-  return text(time_text(&time, " UTC"), json_of(&time));
+  const Time time{kind, const_cast<char *>(value)};
+  return text(
+      view, [&] { return time_text(&time, " UTC"); }, json_of(&time));
 }
 
 Node rdn_sequence(const RDNSequence *name, const View &view) {
   if (name == nullptr) return {};
-  return text(one_line(name, view), json_of_name(name));
+  return text(
+      view, [&] { return one_line(name, view); }, json_of_name(name));
 }
 
 Node name_text(const Name *name, const View &view) {
   if (name == nullptr) return {};
-  return text(directory_text(name, view), to_utf8(from_utf8(octets_of(name))));
+  return text(
+      view, [&] { return directory_text(name, view); }, valid_utf8(name));
 }
 
 Node characters(uint8_t tag, const ASN1String *string) {
@@ -204,12 +206,14 @@ Description &Description::name(const std::string &name, const RDNSequence *seque
                                const OctetString *encoded) {
   hidden(name + "Sequence", rdn_sequence(sequence, view_));
   if (sequence == nullptr) return field(name, Node());
-  field(name, text(one_line(sequence, view_), utf8_text(sequence)));
+  field(name, text(
+                  view_, [&] { return one_line(sequence, view_); }, utf8_text(sequence)));
   return encoding(name + "Encoded", encoded);
 }
 
 Description &Description::all(const pki_Type *type, const void *record) {
   const Type *const row = row_of(type);
+  fields_.reserve(fields_.size() + 2 * size_t{pki_Type_field_count(type)});
   pki_Field field;
   for (uint32_t i = 0; pki_Type_field(type, i, &field) != 0; ++i) {
     const Hint hint = hint_for(row, field);
@@ -241,13 +245,13 @@ Description &Description::all(const pki_Type *type, const void *record) {
 
 Description &Description::period(const std::string &from_name, Time from,
                                  const std::string &until_name, Time until) {
-  field(from_name, time_of(from.kind, from.value));
-  Node end = time_of(until.kind, until.value);
+  field(from_name, time_of(from.kind, from.value, view_));
+  Node end = time_of(until.kind, until.value, view_);
   if (end.empty()) return field(until_name, Node());
   const Validity validity{&from, &until};
   const Standing state = standing(&validity, view_.moment);
-  std::string line = time_text(&until, " UTC") + ", " + state.text;
-  field(until_name, shown_as(std::move(end), text(std::move(line), nullptr, tone_of(state))));
+  const auto line = [&] { return time_text(&until, " UTC") + ", " + state.text; };
+  field(until_name, shown_as(std::move(end), text(view_, line, nullptr, tone_of(state))));
   hidden("state", text("", name_of(state.state)));
   if (state.state == Standing::State::unknown) return *this;
   return hidden("daysLeft", text("", state.days_left));

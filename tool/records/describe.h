@@ -66,6 +66,9 @@ Node describe(const SafeBag *bag, const View &view);
 Node describe(const GDOObject *object, const View &view);
 Node describe(const GDO *gdo, const View &view);
 
+/// Returns what pki_Type_find() returns, in less time.
+const pki_Type *type_called(std::string_view name);
+
 /// Describes a value of any type: as its row says, or else field by field.
 Node describe(const pki_Type *type, const void *value, const View &view);
 
@@ -122,7 +125,7 @@ Node list_of(const char *element, const List *list, const View &view);
 Node characters(uint8_t tag, const ASN1String *string);
 
 /// Describes the text of a UTCTime or GeneralizedTime.
-Node time_of(uint8_t kind, const char *value);
+Node time_of(uint8_t kind, const char *value, const View &view);
 
 /// Describes a version that counts from 0. A page shows it as "1 (v2)".
 Node version(const Integer *integer);
@@ -161,9 +164,7 @@ class Description {
 
   /// Adds all fields of a record, described by their types and the hints of the record's row.
   Description &all(const pki_Type *type, const void *record);
-  Description &all(const char *type, const void *record) {
-    return all(pki_Type_find(type), record);
-  }
+  Description &all(const char *type, const void *record) { return all(type_called(type), record); }
 
   /// Adds the encoding that a record keeps besides its fields. Only JSON that is not compact has
   /// it.

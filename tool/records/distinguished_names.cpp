@@ -68,7 +68,7 @@ std::string utf8_text(const RDNSequence *name) {
       attribute->value = asn1_ASN1String_new(static_cast<uint32_t>(text.size()), text.data());
     }
   const Owned<Name> text(pki_RDNSequence_text(copy.get()), asn1_Name_free);
-  return text ? to_utf8(from_utf8(octets_of(text.get()))) : "";
+  return text ? valid_utf8(text.get()) : "";
 }
 
 Json json_of(const AttributeValueAssertion *attribute) {
@@ -82,14 +82,16 @@ Json json_of(const AttributeValueAssertion *attribute) {
 }
 
 Json json_of_name(const RDNSequence *name) {
-  std::vector<Json> sequence;
+  std::string out(1, '[');
   for (const auto *rdn : elements<RelativeDistinguishedName>(name)) {
-    std::vector<Json> attributes;
-    for (const auto *attribute : elements<AttributeValueAssertion>(rdn))
-      attributes.push_back(json_of(attribute));
-    sequence.push_back(Json::array(attributes));
+    out += out.size() == 1 ? "[" : ",[";
+    for (const auto *attribute : elements<AttributeValueAssertion>(rdn)) {
+      if (out.back() != '[') out += ',';
+      json_of(attribute).append_to(out);
+    }
+    out += ']';
   }
-  return Json::array(sequence);
+  return Json::of_text(out += ']');
 }
 
 }  // namespace tool

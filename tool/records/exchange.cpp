@@ -21,7 +21,7 @@ Description &add_bag(Description &fields, const char *id_name, const ObjId *id,
 Node bag_of_octets(const char *id_name, const ObjId *id, const char *value_name, const Any *value,
                    const char *type, const View &view) {
   auto string = octet_string(octets(value));
-  const pki_Type *const inside = type == nullptr || !string ? nullptr : pki_Type_find(type);
+  const pki_Type *const inside = type == nullptr || !string ? nullptr : type_called(type);
   Description fields(view);
   add_bag(fields, id_name, id, value_name, describe(value, view), octets(string.get()), inside,
           view);

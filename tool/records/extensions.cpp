@@ -60,7 +60,7 @@ Node describe(const NameConstraints *constraints, const View &view) {
 Node describe(const pki_PrivateKeyUsagePeriod *period, const View &view) {
   std::vector<std::string> lines;
   const auto add = [&](const char *word, const GeneralizedTime *time) {
-    const Node node = time_of(tag::generalized_time, time);
+    const Node node = time_of(tag::generalized_time, time, view);
     if (const auto line = lines_of(node, view)) lines.push_back(word + line->front());
   };
   add("from  ", period->notBefore);

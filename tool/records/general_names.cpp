@@ -124,7 +124,7 @@ Json json_of(const GeneralName *name, std::string (*address)(Octets)) {
     case mail:
     case dns:
     case uri:
-      return object.put("value", to_utf8(from_utf8(octets(value_of<IA5String>(name)))));
+      return object.put("value", valid_utf8(text_of(octets(value_of<IA5String>(name)))));
     case directory:
       return object.put("value", utf8_text(value_of<RDNSequence>(name)));
     case x400_address:
@@ -162,7 +162,8 @@ Node subtree_base(const GeneralName *name, const View &view) {
 
 // GeneralName ::= CHOICE
 Node describe(const GeneralName *name, const View &view) {
-  return text(general_name_text(name, view), json_of(name, address_text));
+  return text(
+      view, [&] { return general_name_text(name, view); }, json_of(name, address_text));
 }
 
 std::vector<Type> name_types() {

@@ -210,26 +210,31 @@ const Type *type_named(std::string_view name) {
   return found == types().end() ? nullptr : &*found;
 }
 
-namespace {
+// The tables are never released, as the rows themselves.
 
-using Rows = std::unordered_map<std::string_view, const Type *>;
-
-/// The rows by the names of their types; never released, as the rows themselves.
-const Rows &rows_by_name() {
-  static const Rows &rows = *[] {
-    auto *const made = new Rows();
-    for (const Type &row : types()) made->emplace(shared_name(row.syntax.type), &row);
+const pki_Type *type_called(std::string_view name) {
+  static const auto &by_name = *[] {
+    auto *const made = new std::unordered_map<std::string_view, const pki_Type *>();
+    for (uint32_t i = 0; i < pki_Type_count(); ++i) {
+      const pki_Type *const type = pki_Type_get(i);
+      for (const std::string_view one : {pki_Type_name(type), pki_Type_record(type)})
+        if (!one.empty()) made->try_emplace(one, type);
+    }
     return made;
   }();
-  return rows;
+  const auto found = by_name.find(name);
+  return found == by_name.end() ? nullptr : found->second;
 }
-
-}  // namespace
 
 // A type of liborvelasn1 inside another one has the row of its form: their records are the same.
 const Type *row_of(const pki_Type *type) {
-  const auto found = rows_by_name().find(shared_name(type));
-  return found == rows_by_name().end() ? nullptr : found->second;
+  static const auto &by_name = *[] {
+    auto *const made = new std::unordered_map<std::string_view, const Type *>();
+    for (const Type &row : types()) made->emplace(shared_name(row.syntax.type), &row);
+    return made;
+  }();
+  const auto found = by_name.find(shared_name(type));
+  return found == by_name.end() ? nullptr : found->second;
 }
 
 }  // namespace tool

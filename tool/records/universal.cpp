@@ -10,7 +10,8 @@ Node describe(const Integer *integer, const View &view) {
   const Octets content = octets(integer);
   if (integer->negative != 0 || content.size() <= most)
     return text(integer_text(integer), integer_text(integer));
-  return text(dump(content, view.full), integer_text(integer));
+  return text(
+      view, [&] { return dump(content, view.full); }, integer_text(integer));
 }
 
 Node describe(const ObjId *oid, const View &) {
@@ -20,11 +21,14 @@ Node describe(const ObjId *oid, const View &) {
 }
 
 Node describe(const BitString *bits, const View &view) {
-  auto lines = dump(octets(bits), view.full);
-  if (bits->length % 8 != 0) lines.back() += ", " + std::to_string(bits->length) + " bits";
+  const auto lines = [&] {
+    auto made = dump(octets(bits), view.full);
+    if (bits->length % 8 != 0) made.back() += ", " + std::to_string(bits->length) + " bits";
+    return made;
+  };
   Json json = Json::object();
-  json.put("length", bits->length).put("data", hex(octets(bits)));
-  return text(std::move(lines), std::move(json));
+  json.put("length", bits->length).put("data", Json::hex(octets(bits)));
+  return text(view, lines, std::move(json));
 }
 
 Node describe(const ASN1String *string, const View &) {
@@ -33,7 +37,7 @@ Node describe(const ASN1String *string, const View &) {
   return node;
 }
 
-Node describe(const Time *time, const View &) { return time_of(time->kind, time->value); }
+Node describe(const Time *time, const View &view) { return time_of(time->kind, time->value, view); }
 
 namespace {
 

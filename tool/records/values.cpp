@@ -59,7 +59,7 @@ Inside read_value(Octets octets, const pki_Type *type, const View &view, Describ
 }
 
 Inside read_value(Octets octets, const char *type, const View &view, Describe describe) {
-  return read_value(octets, pki_Type_find(type), view, describe);
+  return read_value(octets, type_called(type), view, describe);
 }
 
 Inside read_list(Octets octets, const pki_Type *element, const View &view, Describe describe) {
@@ -74,7 +74,7 @@ Inside read_value(Octets value, const ValueRow &row, const View &view) {
     const std::string why = "it is no character string";
     return {malformed(why, value, view), why, false};
   }
-  const pki_Type *const type = pki_Type_find(row.type);
+  const pki_Type *const type = type_called(row.type);
   return row.list ? read_list(value, type, view, row.describe)
                   : read_value(value, type, view, row.describe);
 }
@@ -89,7 +89,8 @@ Description &add_inside(Description &fields, std::string name, Node octets, Insi
 }
 
 Node unknown_octets(Octets octets, const View &view) {
-  return text(outline_or_dump(octets, view), hex(octets));
+  return text(
+      view, [&] { return outline_or_dump(octets, view); }, Json::hex(octets));
 }
 
 Node malformed(const std::string &why, Octets octets, const View &view) {

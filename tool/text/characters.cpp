@@ -1,5 +1,7 @@
 #include "text/characters.h"
 
+#include <algorithm>
+
 namespace tool {
 
 namespace {
@@ -22,7 +24,7 @@ void append_utf8(std::string &out, char32_t c) {
     out += static_cast<char>(static_cast<unsigned char>(octet));
   };
   if (c < 0x80) {
-    put(c);
+    out += static_cast<char>(c);
   } else if (c < 0x800) {
     put(0xC0 | c >> 6);
     put(0x80 | (c & 0x3F));
@@ -49,6 +51,7 @@ std::string hex_number(char32_t c) {
 
 CodePoints from_ascii(Octets octets) {
   CodePoints out;
+  out.reserve(octets.size());
   for (const uint8_t octet : octets) out += octet < 0x80 ? char32_t{octet} : octet_mark + octet;
   return out;
 }
@@ -85,6 +88,7 @@ CodePoints from_units(Octets octets, size_t size) {
 
 CodePoints from_utf8(Octets octets) {
   CodePoints out;
+  out.reserve(octets.size());
   for (size_t i = 0; i < octets.size();) {
     const uint8_t lead = octets[i];
     const size_t size = lead < 0x80   ? 1
@@ -183,10 +187,14 @@ std::string word_of(std::span<const char *const> words, uint32_t number,
 
 std::string to_utf8(const CodePoints &text) {
   std::string out;
+  out.reserve(text.size());
   for (const char32_t c : text) append_utf8(out, c >= octet_mark ? 0xFFFD : c);
   return out;
 }
 
-std::string valid_utf8(std::string_view text) { return to_utf8(from_utf8(octets_of(text))); }
+std::string valid_utf8(std::string_view text) {
+  const bool is_ascii = std::ranges::all_of(text, [](char c) { return (c & 0x80) == 0; });
+  return is_ascii ? std::string(text) : to_utf8(from_utf8(octets_of(text)));
+}
 
 }  // namespace tool

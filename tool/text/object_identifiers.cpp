@@ -31,23 +31,52 @@ std::string readable(std::string_view name) {
   return out;
 }
 
+bool has_arcs(const ObjId *oid) { return oid != nullptr && oid->count != 0 && oid->arcs != nullptr; }
+
+/// Returns the dotted form. The text of a large arc takes time that is quadratic in its octets.
+std::string arcs_text(const ObjId *oid) {
+  constexpr uint32_t most = 128;
+  if (!has_arcs(oid)) return "";
+  if (oid->arcs[0] == PKI_LARGE_ARCS && oid->count > 1 && oid->arcs[1] > most)
+    return "an identifier of " + std::to_string(oid->arcs[1]) + " octets";
+  const Owned<Name> text(pki_ObjId_text(oid), asn1_Name_free);
+  return text ? text.get() : "";
+}
+
 /// What is known of an identifier.
 struct Known {
-  std::string name;
+  std::string dotted;
+  std::string name{};
   uint32_t curve_bits = 0;
 };
 
-/// Returns what is known of an identifier, by its dotted form; null for others.
+struct Hash {
+  size_t operator()(const ObjId *oid) const {
+    uint64_t hash = 0;
+    for (uint32_t i = 0; i < oid->count; ++i) hash = (hash + oid->arcs[i]) * 0x9E3779B97F4A7C15U;
+    return hash ^ hash >> 32;
+  }
+};
+struct Same {
+  bool operator()(const ObjId *a, const ObjId *b) const {
+    return std::ranges::equal(arcs_of(a), arcs_of(b));
+  }
+  static std::span<const uint32_t> arcs_of(const ObjId *oid) { return {oid->arcs, oid->count}; }
+};
+
+/// Returns what is known of an identifier; null for others.
 const Known *known(const ObjId *oid) {
   static const auto &all = *[] {
-    auto *const made = new std::unordered_map<std::string, Known>();
+    auto *const made = new std::unordered_map<const ObjId *, Known, Hash, Same>();
     for (const IdentifierName &one : identifier_names)
-      made->try_emplace(std::string(one.dotted), Known{std::string(one.name), one.curve_bits});
+      made->try_emplace(from_dotted(one.dotted).release(), std::string(one.dotted),
+                        std::string(one.name), one.curve_bits);
     for (const RegistryEntry &entry : registry_table)
-      made->try_emplace(dotted(entry.get()), Known{readable(entry.name)});
+      made->try_emplace(entry.get(), arcs_text(entry.get()), readable(entry.name));
     return made;
   }();
-  const auto found = all.find(dotted(oid));
+  if (!has_arcs(oid)) return nullptr;
+  const auto found = all.find(oid);
   return found == all.end() ? nullptr : &found->second;
 }
 
@@ -58,14 +87,9 @@ bool same_word(std::string_view a, std::string_view b) {
 
 }  // namespace
 
-// The text of a large arc takes time that is quadratic in its octets.
 std::string dotted(const ObjId *oid) {
-  constexpr uint32_t most = 128;
-  if (oid == nullptr || oid->count == 0 || oid->arcs == nullptr) return "";
-  if (oid->arcs[0] == PKI_LARGE_ARCS && oid->count > 1 && oid->arcs[1] > most)
-    return "an identifier of " + std::to_string(oid->arcs[1]) + " octets";
-  const Owned<Name> text(pki_ObjId_text(oid), asn1_Name_free);
-  return text ? text.get() : "";
+  const Known *const one = known(oid);
+  return one == nullptr ? arcs_text(oid) : one->dotted;
 }
 
 // A command line has no NUL.
@@ -128,8 +152,16 @@ std::vector<Owned<ObjId>> named(std::string_view name) {
 
 void put_oid(Json &object, const std::string &key, const ObjId *oid) {
   object.put(key, dotted(oid));
-  const std::string name = display_name(oid);
-  if (!name.empty()) object.put(key + "Name", name);
+  if (const Known *const one = known(oid)) object.put(key + "Name", one->name);
+}
+
+void append_oid(std::string &out, const std::string &key, const ObjId *oid) {
+  append_key(out, key);
+  append_quoted(out, dotted(oid));
+  if (const Known *const one = known(oid)) {
+    append_key(out, key + "Name");
+    append_quoted(out, one->name);
+  }
 }
 
 std::span<const RegistryEntry> registry() { return registry_table; }

@@ -46,6 +46,9 @@ inline bool is(const ObjId *oid, const ObjId *(*get)()) { return asn1_ObjId_cmp(
 /// under `key` with "Name" appended.
 void put_oid(Json &object, const std::string &key, const ObjId *oid);
 
+/// The same for an object that is being written.
+void append_oid(std::string &out, const std::string &key, const ObjId *oid);
+
 /// Returns all names of the registry.
 std::span<const RegistryEntry> registry();
 

@@ -1,10 +1,23 @@
 #include "text/octets.h"
 
+#include <nettle/base64.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
 namespace tool {
 
 namespace {
 
-constexpr char digits[] = "0123456789ABCDEF";
+/// The digits of each octet.
+constexpr auto pairs = [] {
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  std::array<std::array<char, 2>, 256> made{};
+  for (size_t octet = 0; octet < made.size(); ++octet)
+    made[octet] = {digits[octet >> 4], digits[octet & 0x0F]};
+  return made;
+}();
 
 int digit_value(char c) {
   if (c >= '0' && c <= '9') return c - '0';
@@ -13,15 +26,26 @@ int digit_value(char c) {
   return -1;
 }
 
+void append_base64(std::string &out, Octets octets) {
+  const size_t at = out.size();
+  out.resize(at + BASE64_ENCODE_RAW_LENGTH(octets.size()));
+  base64_encode_raw(&out[at], octets.size(), octets.data());
+}
+
 }  // namespace
+
+void append_hex(std::string &out, Octets octets) {
+  size_t at = out.size();
+  out.resize(at + 2 * octets.size());
+  for (const uint8_t octet : octets) {
+    std::memcpy(&out[at], pairs[octet].data(), 2);
+    at += 2;
+  }
+}
 
 std::string hex(Octets octets) {
   std::string out;
-  out.reserve(2 * octets.size());
-  for (const uint8_t octet : octets) {
-    out += digits[octet >> 4];
-    out += digits[octet & 0x0F];
-  }
+  append_hex(out, octets);
   return out;
 }
 
@@ -51,29 +75,22 @@ std::optional<Bytes> from_hex(std::string_view text) {
 }
 
 std::string base64(Octets octets) {
-  static constexpr char alphabet[] =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  static constexpr size_t octets_a_line = 48;
+  constexpr size_t octets_a_line = 48;
   std::string out;
-  out.reserve(octets.size() / 3 * 4 + octets.size() / octets_a_line + 8);
-  for (size_t i = 0; i < octets.size(); i += 3) {
-    const size_t count = octets.size() - i < 3 ? octets.size() - i : 3;
-    uint32_t group = static_cast<uint32_t>(octets[i]) << 16;
-    if (count > 1) group |= static_cast<uint32_t>(octets[i + 1]) << 8;
-    if (count > 2) group |= octets[i + 2];
-    out += alphabet[group >> 18];
-    out += alphabet[group >> 12 & 0x3F];
-    out += count > 1 ? alphabet[group >> 6 & 0x3F] : '=';
-    out += count > 2 ? alphabet[group & 0x3F] : '=';
-    if ((i + 3) % octets_a_line == 0 || i + 3 >= octets.size()) out += '\n';
+  out.reserve(BASE64_ENCODE_RAW_LENGTH(octets.size()) + octets.size() / octets_a_line + 1);
+  while (!octets.empty()) {
+    const Octets line = octets.first(std::min(octets.size(), octets_a_line));
+    append_base64(out, line);
+    out += '\n';
+    octets = octets.subspan(line.size());
   }
   return out;
 }
 
 std::string base64_line(Octets octets) {
-  std::string text = base64(octets);
-  std::erase(text, '\n');
-  return text;
+  std::string out;
+  append_base64(out, octets);
+  return out;
 }
 
 }  // namespace tool

@@ -48,6 +48,9 @@ constexpr uint8_t context = 0x80;
 /// Returns the two digits of each octet, in capitals, without anything between them.
 std::string hex(Octets octets);
 
+/// Appends what hex() returns.
+void append_hex(std::string &out, Octets octets);
+
 /// Returns hex() with a blank between the octets.
 std::string spaced_hex(Octets octets);
 

@@ -156,7 +156,7 @@ std::string time_text(const Time *time, const char *zone) {
 Json json_of(const Time *time) {
   if (time == nullptr || time->value == nullptr) return nullptr;
   Json object = Json::object();
-  object.put("kind", time->kind).put("value", to_utf8(from_utf8(octets_of(time->value))));
+  object.put("kind", time->kind).put("value", valid_utf8(time->value));
   if (const auto seconds = seconds_of(time)) object.put("time", iso(*seconds));
   return object;
 }
