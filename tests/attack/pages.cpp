@@ -55,4 +55,9 @@ const uint8_t *Pages::at_start(Octets octets) const {
   return start_ + page;
 }
 
+bool Pages::is_after(const void *address) const {
+  const auto offset = reinterpret_cast<uintptr_t>(address) - reinterpret_cast<uintptr_t>(start_);
+  return offset >= page + room && offset < whole;
+}
+
 }  // namespace attack

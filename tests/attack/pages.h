@@ -21,6 +21,8 @@ class Pages {
   const uint8_t *at_end(Octets octets) const;
   /// A copy whose first octet stands right after the unreadable page.
   const uint8_t *at_start(Octets octets) const;
+  /// Whether an address lies in the unreadable page after the room.
+  bool is_after(const void *address) const;
 
  private:
   uint8_t *start_;  ///< of the first unreadable page
