@@ -2,12 +2,12 @@
 // octets, to the functions of the frame.
 //
 //   exhaust inputs OCTETS PART PARTS    every PARTS-th decoder, beginning with number PART
-//   exhaust frame
+//   exhaust frame PART PARTS            the same of the lengths
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 #include "exhaustion.h"
+#include "frame.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ void print_input(const Bytes &input) {
 }
 
 /// Tries every input of up to so many octets. Returns whether all laws hold.
-bool try_inputs(size_t octets, size_t part, size_t parts) {
+bool try_inputs(unsigned octets, unsigned part, unsigned parts) {
   uint64_t inputs = 0, calls = 0;
   size_t families = 0;
   bool good = true;
@@ -27,10 +27,10 @@ bool try_inputs(size_t octets, size_t part, size_t parts) {
   for (size_t i = part; i < all.size(); i += parts) {
     Exhaustion exhaustion(all[i]);
     ++families;
-    for (size_t size = 0; size <= octets; ++size) {
+    for (unsigned size = 0; size <= octets; ++size) {
       const std::string law = exhaustion.every({}, size);
       if (law.empty()) continue;
-      std::printf("%s: broken law of %zu octets: %s:", std::string(all[i].name).c_str(), size,
+      std::printf("%s: broken law of %u octets: %s:", std::string(all[i].name).c_str(), size,
                   law.c_str());
       print_input(exhaustion.input());
       good = false;
@@ -43,14 +43,46 @@ bool try_inputs(size_t octets, size_t part, size_t parts) {
   return good;
 }
 
+/// Tries every length of up to five octets, those of four and more in parts, and every identifier
+/// octet with every length of up to four; one identifier with those of five. Returns whether the
+/// functions of the frame do as their rules say.
+bool try_frame(unsigned part, unsigned parts) {
+  const unsigned low = 256 * part / parts, high = 256 * (part + 1) / parts;
+  Frame frame;
+  if (part == 0) {
+    frame.every_tag();
+    frame.every_end_of_contents();
+  }
+  for (unsigned first = 0; first < 256; ++first) {
+    frame.every_length(static_cast<uint8_t>(first), low, high);
+    for (unsigned identifier = 0; identifier < 256; ++identifier) {
+      if (first != 0x84 || identifier == 0x30)
+        frame.every_header(static_cast<uint8_t>(identifier), static_cast<uint8_t>(first), low,
+                           high);
+      else if (part == 0)
+        frame.every_two_octets_of_a_header(static_cast<uint8_t>(identifier));
+    }
+  }
+  std::printf("frame: %llu calls\n", static_cast<unsigned long long>(frame.calls()));
+  if (frame.mistake().empty()) return true;
+  std::printf("frame: wrong result: %s\n", frame.mistake().c_str());
+  return false;
+}
+
+unsigned number(const char *text) { return static_cast<unsigned>(std::strtoul(text, nullptr, 10)); }
+
 }  // namespace
 
 int main(int argc, char **argv) {
-  if (argc == 5 && std::strcmp(argv[1], "inputs") == 0)
-    return try_inputs(std::strtoul(argv[2], nullptr, 10), std::strtoul(argv[3], nullptr, 10),
-                      std::strtoul(argv[4], nullptr, 10))
-               ? EXIT_SUCCESS
-               : EXIT_FAILURE;
-  std::fputs("exhaust inputs OCTETS PART PARTS\n", stderr);
-  return 2;
+  const std::string_view what = argc > 1 ? argv[1] : "";
+  bool good = false;
+  if (what == "inputs" && argc == 5) {
+    good = try_inputs(number(argv[2]), number(argv[3]), number(argv[4]));
+  } else if (what == "frame" && argc == 4) {
+    good = try_frame(number(argv[2]), number(argv[3]));
+  } else {
+    std::fputs("exhaust inputs OCTETS PART PARTS\nexhaust frame PART PARTS\n", stderr);
+    return 2;
+  }
+  return good ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -13,8 +13,8 @@ namespace {
 const Pages *watched = nullptr;
 volatile std::sig_atomic_t read_there = 0;
 
-/// Leaves a call of the library that reads the unreadable page. Any other fault ends the process: it
-/// happens again once the handler is gone.
+/// Leaves a call of the library that reads the unreadable page. Any other fault ends the process:
+/// it happens again once the handler is gone.
 void leave(int, siginfo_t *fault, void *) {
   Guard *const guard = Guard::current();
   if (guard == nullptr || watched == nullptr || !watched->is_after(fault->si_addr)) {
@@ -69,7 +69,7 @@ struct NamedDecoder {
   decltype(Family::decode) decode;
 };
 #define NAMED(T) \
-  NamedDecoder { #T, decode < T, asn1_##T##_d > }
+  NamedDecoder { #T, decode < T, asn1_##T##_d> }
 constexpr NamedDecoder never_reading[] = {
     NAMED(HashAlgAndValue),   NAMED(LogotypeDetails),         NAMED(LogotypeReference),
     NAMED(LogotypeImageInfo), NAMED(LogotypeImageResolution), NAMED(LogotypeImage),

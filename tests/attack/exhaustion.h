@@ -15,9 +15,9 @@ class Exhaustion {
  public:
   explicit Exhaustion(const Family &family) : family_(family) {}
 
-  /// Holds every input of `size` octets that begins with `start` against the laws: no decoder and no
-  /// explanation reads past the end, and they agree. Returns the law that does not hold for one of
-  /// them, which is then input(), or an empty text.
+  /// Holds every input of `size` octets that begins with `start` against the laws: no decoder and
+  /// no explanation reads past the end, and they agree. Returns the law that does not hold for one
+  /// of them, which is then input(), or an empty text.
   ///
   /// The octets from some place on are not readable at first, although the input goes on there. A
   /// call that returns all the same has not looked at them, and does the same whatever they are.
