@@ -28,6 +28,22 @@ class Pages {
   uint8_t *start_;  ///< of the first unreadable page
 };
 
+/// Texts of any length, each with its closing NUL as the last octet in front of an unreadable page.
+class TextAtEdge {
+ public:
+  TextAtEdge() = default;
+  TextAtEdge(const TextAtEdge &) = delete;
+  TextAtEdge &operator=(const TextAtEdge &) = delete;
+  ~TextAtEdge();
+
+  /// A copy of the octets up to a NUL octet, in place of the one before.
+  const char *copy(Octets text);
+
+ private:
+  char *start_ = nullptr;
+  size_t room_ = 0;
+};
+
 }  // namespace attack
 
 #endif
