@@ -307,6 +307,7 @@ struct Nesting {
 const Nesting nestings[] = {{"ContentInfo", 32, [](size_t n) { return messages(n, false); }},
                             {"ContentInfo", 32, [](size_t n) { return messages(n, true); }},
                             {"GDOObject", 15, card_objects}};
+
 // A decoder leaves most of the stack for what comes after it. The explanation, which needs more for
 // each level, takes of that. The decoder refuses a level less for what is on the stack already: the
 // levels are those that it takes with somewhat more in use than an agreement has.
