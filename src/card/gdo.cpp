@@ -64,9 +64,9 @@ using AttributeIdCodec = Codec<attribute_id, void, tag::object_identifier>;
 // GDOObjectAttribute ::= SEQUENCE {
 //   id     OBJECT IDENTIFIER,  -- in name: four octets, the least significant first
 //   value  OCTET STRING }
-using GDOObjectAttributeTable = Sequence<GDOObjectAttribute,
+using GDOObjectAttributeTable = ClosedWithFields<Sequence<GDOObjectAttribute,
     ByHand<Required<&GDOObjectAttribute::id, AttributeIdCodec>, attribute_id_functions>,
-    Required<&GDOObjectAttribute::value, OctetStringCodec>>;
+    Required<&GDOObjectAttribute::value, OctetStringCodec>>>;
 
 // clang-format on
 
@@ -200,10 +200,10 @@ using NestedSetCodec = Codec<GDOObjectSetOfSetOfType, GDOObject, tag::sequence>;
 //   set2  GDOObject,
 //   set3  GDOObject,
 //   set4  GDOObject OPTIONAL }
-using GDOTable = Sequence<GDO,
+using GDOTable = ClosedWithFields<Sequence<GDO,
     Required<&GDO::root, PlainCodec>,
     Required<&GDO::set1, NestedSetCodec>,
     Required<&GDO::set2, NestedSetCodec>,
     Required<&GDO::set3, NestedSetCodec>,
-    Optional<&GDO::set4, NestedSetCodec>>;
+    Optional<&GDO::set4, NestedSetCodec>>>;
 EXPORT(GDO, GDOTable, NEW, DECODER, ENCODER, FREE)

@@ -173,7 +173,7 @@ const uint8_t *decode_fields(const uint8_t *z, const uint8_t *end, uint32_t impl
         return decode_field(field, content, record, inner_depth);
       }) &&
       (type.exact ? content.close(header) : !header.indefinite || content.read_outer_eoc())) {
-    trace_close(depth);
+    if (!type.closed_with_fields || inner_depth != 0) trace_close(depth);
     return content.position();
   }
   release_fields(record, walk, true);

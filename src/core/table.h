@@ -256,6 +256,18 @@ struct Nesting : Table {
   static constexpr Type type = nesting(Table::type);
 };
 
+constexpr Type closed_with_fields(Type type) {
+  type.closed_with_fields = true;
+  return type;
+}
+
+/// The same for a record whose closing line in the trace is left out where the depth of its fields
+/// wraps to 0.
+template <class Table>
+struct ClosedWithFields : Table {
+  static constexpr Type type = closed_with_fields(Table::type);
+};
+
 /// A string constant as a template argument.
 template <size_t Size>
 struct Text {

@@ -128,6 +128,7 @@ struct Type {
   bool any_length = false;           ///< a SEQUENCE that may have an indefinite length
   bool copies_unknown_kind = false;  ///< a CHOICE whose copy may lack an alternative
   bool nests = false;                ///< that may hold a value of its own type, to any depth
+  bool closed_with_fields = false;   ///< a SEQUENCE that the trace closes where it shows the fields
   /// A form of an RFC. Its content is used up or it is refused; it may have an indefinite length,
   /// up to the end-of-contents wherever that stands (X.690, 8.1.3.6); a null pointer fails, and
   /// never ends the process.

@@ -47,19 +47,21 @@ ContentInfo *asn1_ContentInfo_clone(const ContentInfo *pElement) {
 namespace {
 
 /// The [0] around the content may have an indefinite length of its own, and a level of its own in
-/// the trace: its opening line stands at the raised depth, its closing line one level above.
-bool read_content(ContentReader *in, ContentInfo *info, uint32_t depth) {
+/// the trace: its opening line stands at the raised depth, its closing line one level above. A
+/// depth that wraps to 0 stays 0: the message is not closed then, either.
+bool read_content(ContentReader *in, ContentInfo *info, uint32_t *depth) {
   constexpr uint8_t wrapper = tag::context | tag::constructed;
   if (in->peek() != wrapper) return true;
+  *depth = child_depth(*depth);
   Header header;
-  if (!in->read_header(0, wrapper, Forms::indefinite, &header, depth)) return false;
+  if (!in->read_header(0, wrapper, Forms::indefinite, &header, *depth)) return false;
   ContentReader content = in->content(header);
   void *value = nullptr;
-  const bool complete = read(content, &value, depth, content_type(*info));
+  const bool complete = read(content, &value, *depth, content_type(*info));
   info->content->value = value;
   if (!complete || (header.indefinite && !content.read_outer_eoc())) return false;
   in->move_to(content.position());
-  if (depth != 0) trace_close(depth - 1);
+  if (*depth != 0) trace_close(--*depth);
   return true;
 }
 
@@ -79,10 +81,10 @@ const uint8_t *asn1_ContentInfo_d(const uint8_t *z, const uint8_t *end, uint32_t
   ContentInfo *const info = asn1_ContentInfo_new();
   *ppElement = info;
   if (info == nullptr) return nullptr;
-  const uint32_t inner_depth = child_depth(depth);
+  uint32_t inner_depth = child_depth(depth);
   ContentReader content = in.content(header);
   const bool complete = read(content, &info->contentType, inner_depth, ObjIdType) &&
-                        read_content(&content, info, child_depth(inner_depth)) &&
+                        read_content(&content, info, &inner_depth) &&
                         (!header.indefinite || content.read_outer_eoc());
   if (!complete) {
     asn1_ContentInfo_free(info);

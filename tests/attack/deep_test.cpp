@@ -4,6 +4,8 @@
 #include <nest.h>
 #include <sanitizers.h>
 #include <support.h>
+#include <sys/mman.h>
+#include <ucontext.h>
 
 #include <climits>
 #include <cmath>
@@ -22,6 +24,7 @@ using support::element;
 using support::hex;
 using support::Nest;
 using support::on_small_stack;
+using support::on_stack_of;
 using support::text;
 using support::operator+;
 
@@ -294,19 +297,22 @@ char further_down(size_t kibibytes, F f) {
   return room[0];
 }
 
+/// A value that holds values of its kind.
+struct Nesting {
+  std::string_view family;
+  size_t level;  ///< octets of a level, about
+  std::function<Bytes(size_t)> make;
+};
+
+const Nesting nestings[] = {{"ContentInfo", 32, [](size_t n) { return messages(n, false); }},
+                            {"ContentInfo", 32, [](size_t n) { return messages(n, true); }},
+                            {"GDOObject", 15, card_objects}};
+
 // A decoder leaves most of the stack for what comes after it. The explanation, which needs more for
 // each level, takes of that. The decoder refuses a level less for what is on the stack already: the
 // levels are those that it takes with somewhat more in use than an agreement has.
 TEST(Deep, WhatIsTakenOnASmallStackHasNoFaultThere) {
-  struct Case {
-    std::string_view family;
-    size_t level;  ///< octets of a level of the nesting
-    std::function<Bytes(size_t)> make;
-  };
-  const Case cases[] = {{"ContentInfo", 32, [](size_t n) { return messages(n, false); }},
-                        {"ContentInfo", 32, [](size_t n) { return messages(n, true); }},
-                        {"GDOObject", 15, card_objects}};
-  for (const Case &one : cases) {
+  for (const Nesting &one : nestings) {
     const Family &family = family_named(one.family);
     size_t taken = 0;
     on_small_stack([&] {
@@ -325,6 +331,116 @@ TEST(Deep, WhatIsTakenOnASmallStackHasNoFaultThere) {
       }
     });
     EXPECT_LT(taken, 64 * kibi / one.level - 1);
+  }
+}
+
+constexpr size_t most_levels = 32768;
+
+/// The levels of the deepest nesting that is taken on the stack that is left. What is taken is
+/// written, copied and released.
+[[gnu::noinline]] size_t deepest_levels(const Nesting &nesting) {
+  const auto takes = [&](size_t levels) {
+    return use(family_named(nesting.family), nesting.make(levels * nesting.level)) != -1;
+  };
+  size_t taken = 0, refused = 1;
+  while (refused < most_levels && takes(refused)) {
+    taken = refused;
+    refused *= 2;
+  }
+  while (taken + 1 < refused) {
+    const size_t between = (taken + refused) / 2;
+    (takes(between) ? taken : refused) = between;
+  }
+  return taken;
+}
+
+TEST(Deep, AThreadWithALargerStackTakesMore) {
+  for (const Nesting &nesting : nestings) {
+    SCOPED_TRACE(nesting.family);
+    size_t small = 0, middle = 0, large = 0;
+    on_stack_of(64 * kibi, [&] { small = deepest_levels(nesting); });
+    on_stack_of(256 * kibi, [&] { middle = deepest_levels(nesting); });
+    on_stack_of(mebi, [&] { large = deepest_levels(nesting); });
+    EXPECT_LT(0U, small);
+    EXPECT_LT(3 * small, middle);
+    EXPECT_LT(3 * middle, large);
+    EXPECT_LT(large, most_levels - 1);
+  }
+}
+
+/// Runs `f` on a stack that the thread library does not know, as a coroutine does. An unreadable
+/// page is below it.
+template <class F>
+void on_unknown_stack(size_t octets, F f) {
+  constexpr size_t page = 4096;
+  static F *running = nullptr;
+  void *const block =
+      mmap(nullptr, page + octets, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_STACK, -1, 0);
+  ASSERT_NE(MAP_FAILED, block);
+  char *const low = static_cast<char *>(block) + page;
+  ASSERT_EQ(0, mprotect(low, octets, PROT_READ | PROT_WRITE));
+  ucontext_t here, there;
+  ASSERT_EQ(0, getcontext(&there));
+  there.uc_stack.ss_sp = low;
+  there.uc_stack.ss_size = octets;
+  there.uc_link = &here;
+  running = &f;
+  makecontext(
+      &there, [] { (*running)(); }, 0);
+  ASSERT_EQ(0, swapcontext(&here, &there));
+  munmap(block, page + octets);
+}
+
+// The library takes such a stack to have 32 KiB left. Messages in messages are taken there, and too many
+// are refused; before and after calls on the stack of the thread.
+TEST(Deep, AStackThatTheThreadLibraryDoesNotKnowTakesSomeDepth) {
+  for (const Nesting &nesting : nestings) {
+    SCOPED_TRACE(nesting.family);
+    size_t small = 0, large = 0, own = 0, on_thread = 0, after_own = 0;
+    on_unknown_stack(96 * kibi, [&] { small = deepest_levels(nesting); });
+    on_unknown_stack(mebi, [&] { large = deepest_levels(nesting); });
+    EXPECT_LT(1U, small);
+    EXPECT_EQ(small, large);
+    on_small_stack([&] {
+      on_unknown_stack(96 * kibi, [&] { on_thread = deepest_levels(nesting); });
+      own = deepest_levels(nesting);
+      on_unknown_stack(96 * kibi, [&] { after_own = deepest_levels(nesting); });
+    });
+    EXPECT_EQ(small, on_thread);
+    EXPECT_EQ(small, after_own);
+    EXPECT_LT(small, own);
+  }
+}
+
+/// Calls `f` where only so many octets of the stack of this thread are left, or somewhat more.
+template <class F>
+char with_stack_left(size_t octets, F f) {
+  pthread_attr_t attributes;
+  void *low = nullptr;
+  size_t size = 0;
+  EXPECT_EQ(0, pthread_getattr_np(pthread_self(), &attributes));
+  EXPECT_EQ(0, pthread_attr_getstack(&attributes, &low, &size));
+  pthread_attr_destroy(&attributes);
+  const auto left = reinterpret_cast<uintptr_t>(&size) - reinterpret_cast<uintptr_t>(low);
+  return further_down(left > octets ? (left - octets) / (kibi + 512) : 0, f);
+}
+
+// What is left of the stack counts, not what was left at a call before.
+TEST(Deep, ACallNearTheEndOfTheStackTakesNoMoreThanFitsThere) {
+  for (const Nesting &nesting : nestings) {
+    SCOPED_TRACE(nesting.family);
+    const Family &family = family_named(nesting.family);
+    for (const size_t left : {32 * kibi, 64 * kibi, 128 * kibi}) {
+      SCOPED_TRACE(left);
+      size_t alone = 0, after_a_shallow_call = 0;
+      on_small_stack([&] { with_stack_left(left, [&] { alone = deepest_levels(nesting); }); });
+      on_small_stack([&] {
+        EXPECT_NE(-1, use(family, family.samples[0]));
+        with_stack_left(left, [&] { after_a_shallow_call = deepest_levels(nesting); });
+      });
+      EXPECT_LT(0U, alone);
+      EXPECT_EQ(alone, after_a_shallow_call);
+    }
   }
 }
 

@@ -9,6 +9,7 @@
 #include "family.h"
 #include "forms.h"
 #include "logotypes.h"
+#include "pages.h"
 
 namespace attack {
 
@@ -177,11 +178,12 @@ uint32_t encode_other_name(uint8_t **pp, const void *name) {
   return asn1_OtherName_e(pp, nullptr, static_cast<const OtherName *>(name));
 }
 
-// Texts, as if they were encodings: the octets of the input, up to a NUL octet, are the text.
+// Texts, as if they were encodings: the octets of the input, up to a NUL octet, are the text. What stands
+// after its closing NUL cannot be read.
 template <class Record, class Parse>
 const uint8_t *read_text(const uint8_t *z, const uint8_t *end, Record **place, Parse parse) {
-  const std::string characters(z, end);
-  const char *const start = characters.c_str();
+  thread_local TextAtEdge text;
+  const char *const start = text.copy({z, end});
   const char *cursor = start;
   Record *const record = parse(&cursor);
   if (record == nullptr) return nullptr;
@@ -230,14 +232,13 @@ uint32_t write_identifier(uint8_t **pp, const ObjId *identifier) {
 template <uint8_t kind>
 const uint8_t *read_time(const uint8_t *z, const uint8_t *end, uint32_t, Time **place, uint32_t) {
   return read_text(z, end, place, [](const char **cursor) -> Time * {
-    std::string characters(*cursor);
-    Time time{kind, characters.data()};
+    Time time{kind, const_cast<char *>(*cursor)};  // which is read only
     time_t seconds = 0;
     if (asn1_Time2Seconds(&seconds, &time) != 0) return nullptr;
     Time *const copy = asn1_Time_clone(&time);
     Time *const set = copy == nullptr ? nullptr : asn1_Seconds2Time(copy, seconds);
     if (set == nullptr) asn1_Time_free(copy);
-    *cursor += characters.size();
+    *cursor += std::strlen(*cursor);
     return set;
   });
 }

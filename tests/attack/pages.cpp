@@ -55,4 +55,30 @@ const uint8_t *Pages::at_start(Octets octets) const {
   return start_ + page;
 }
 
+bool Pages::is_after(const void *address) const {
+  const auto offset = reinterpret_cast<uintptr_t>(address) - reinterpret_cast<uintptr_t>(start_);
+  return offset >= page + room && offset < whole;
+}
+
+TextAtEdge::~TextAtEdge() {
+  if (start_ != nullptr) munmap(start_, room_ + page);
+}
+
+const char *TextAtEdge::copy(Octets text) {
+  const auto stop = std::ranges::find(text, 0);
+  const auto size = static_cast<size_t>(stop - text.begin()) + 1;
+  if (size > room_) {
+    if (start_ != nullptr) munmap(start_, room_ + page);
+    room_ = (size + page - 1) / page * page;
+    void *const got = mmap(nullptr, room_ + page, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    start_ = got == MAP_FAILED ? nullptr : static_cast<char *>(got);
+    if (start_ == nullptr || mprotect(start_, room_, PROT_READ | PROT_WRITE) != 0)
+      throw std::runtime_error("no pages");
+  }
+  char *const edge = start_ + room_;
+  std::copy(text.begin(), stop, edge - size);
+  edge[-1] = '\0';
+  return edge - size;
+}
+
 }  // namespace attack

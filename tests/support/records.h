@@ -6,6 +6,7 @@
 #include <csignal>
 #include <initializer_list>
 #include <type_traits>
+#include <utility>
 
 #include "allocator.h"
 #include "support.h"
@@ -59,6 +60,23 @@ template <class T>
 Lines traced(const RecordFamily<T> &family, const Bytes &octets, uint32_t depth = 1) {
   return trace_lines(
       [&] { family.free(decode(family.decode, octets, uint32_t{0}, depth).record); });
+}
+
+/// A line of the trace without the dots in front of it, after the number of these.
+using Leveled = std::pair<size_t, std::string>;
+
+/// Returns the lines that the decoder writes to the trace, each with its level. The first level is
+/// 0. The trace counts levels in 16 bits.
+template <class T>
+std::vector<Leveled> traced_levels(const RecordFamily<T> &family, const Bytes &octets,
+                                   uint32_t depth) {
+  std::vector<Leveled> leveled;
+  for (const std::string &line : traced(family, octets, depth)) {
+    size_t level = 0;
+    while (line.compare(2 * level, 2, ". ") == 0) ++level;
+    leveled.emplace_back(level, line.substr(2 * level));
+  }
+  return leveled;
 }
 
 /// Returns the line of the trace for up to 16 octets: their digits, and the octets as characters.

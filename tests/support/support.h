@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <orvelasn1.h>
 #include <pthread.h>
+#include <sys/mman.h>
 
 #include <algorithm>
 #include <csignal>
@@ -141,12 +142,19 @@ std::vector<std::string> trace_lines(F f) {
   return lines;
 }
 
-/// Runs `f` on a thread that has a stack of 256 KiB.
+/// Runs `f` on a thread that has a stack of so many octets, with an unreadable page below it. The
+/// thread library would hand out a larger stack that it has kept.
 template <class F>
-void on_small_stack(F f) {
+void on_stack_of(size_t octets, F f) {
+  constexpr size_t page = 4096;
+  void *const block =
+      mmap(nullptr, page + octets, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_STACK, -1, 0);
+  ASSERT_NE(MAP_FAILED, block);
+  char *const low = static_cast<char *>(block) + page;
+  ASSERT_EQ(0, mprotect(low, octets, PROT_READ | PROT_WRITE));
   pthread_attr_t attributes;
   ASSERT_EQ(0, pthread_attr_init(&attributes));
-  ASSERT_EQ(0, pthread_attr_setstacksize(&attributes, size_t{256} << 10));
+  ASSERT_EQ(0, pthread_attr_setstack(&attributes, low, octets));
   const auto run = [](void *function) -> void * {
     (*static_cast<F *>(function))();
     return nullptr;
@@ -155,6 +163,13 @@ void on_small_stack(F f) {
   ASSERT_EQ(0, pthread_create(&thread, &attributes, run, &f));
   ASSERT_EQ(0, pthread_join(thread, nullptr));
   ASSERT_EQ(0, pthread_attr_destroy(&attributes));
+  munmap(block, page + octets);
+}
+
+/// Runs `f` on a thread that has a stack of 256 KiB.
+template <class F>
+void on_small_stack(F f) {
+  on_stack_of(size_t{256} << 10, f);
 }
 
 /// Returns the pattern of the line that a failed assert writes to standard error.

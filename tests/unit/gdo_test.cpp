@@ -333,6 +333,23 @@ TEST(GdoPlace, TheFlagSaysWhichPlace) {
   EXPECT_EQ(container(set(leaf)).size(), asn1_GDOObject_e(nullptr, 0, o.get()));
 }
 
+TEST(GdoPlace, AnImplicitTagHasNoMeaning) {
+  for (const uint32_t impl_tag : {0x80U, 0xA5U, 0x31U, 0x04U, 0xFFFFFFFFU}) {
+    SCOPED_TRACE(impl_tag);
+    expect_leaf(5, "AB", decoded(plain, leaf, 0, impl_tag).get());
+    expect_leaf(5, "AB", decoded(nested_set, leaf, 0, impl_tag).get());
+    EXPECT_EQ(1, List_len(decoded(plain, container(set(leaf)), 0, impl_tag)->children));
+    EXPECT_EQ(1, List_len(decoded(nested_set, container(set(set(leaf))), 0, impl_tag)->children));
+    // It is not looked for, either.
+    Bytes tagged = leaf;
+    tagged[0] = static_cast<uint8_t>(impl_tag | 0x20);
+    if (tagged[0] == 0x31) continue;  // a SET may stand in front of an object
+    GDOObject before = {};
+    EXPECT_EQ(nullptr, left_by_refusal(plain.decode, tagged, &before, impl_tag));
+    EXPECT_EQ(nullptr, left_by_refusal(nested_set.decode, tagged, &before, impl_tag));
+  }
+}
+
 // ---- the object decoder -------------------------------------------------------------------------
 
 TEST(GdoObjectDecoder, SkipsAnyHeadersAheadOfTheIdentifier) {
@@ -539,6 +556,17 @@ TEST(GdoObjectEncoder, WritesAnEmptyValueAndFailsWithoutOne) {
   const Object o = at_plain_place(new_holder_of(5, nullptr));
   expect_nothing_written(plain, o.get());
   expect_nothing_written(nested_set, o.get());
+}
+
+TEST(GdoObjectEncoder, TakesNoListOfObjectsForAnEmptyOne) {
+  for (const auto &family : {plain, nested_set}) {
+    EXPECT_EQ(container(hex("31 00")),
+              encoded(family, at_plain_place(new_holder_of(0x10, nullptr))));
+    EXPECT_EQ(holder({}), encoded(family, at_plain_place(new_holder_of(0x20, nullptr))));
+  }
+  const Object lists = at_nested_set_place(new_holder_of(0x10, List_new(0)));
+  List_append(lists->children, nullptr, 0);
+  EXPECT_EQ(container(hex("31 02 31 00")), encoded(nested_set, lists));
 }
 
 TEST(GdoObjectEncoder, FailsWhereAChildFails) {
@@ -787,6 +815,7 @@ class SetOfSetOf : public testing::Test {
  protected:
   void SetUp() override {
     Number::alive = 0;
+    Number::releases_of_nothing = 0;
     Number::depths.clear();
   }
   void TearDown() override { EXPECT_EQ(0, Number::alive); }
@@ -905,6 +934,16 @@ TEST_F(SetOfSetOf, AFailureBehindTheHeaderReleasesEachElementOnce) {
   }
 }
 
+TEST_F(SetOfSetOf, TheEmptySlotOfAnElementThatFailsIsReleasedToo) {
+  EXPECT_EQ(nullptr, left_by(hex("31 0A 31 02 C1 01 31 04 C1 02 C2 03")));
+  EXPECT_EQ(1, Number::releases_of_nothing);
+  // An inner header that is refused has no slot.
+  EXPECT_EQ(nullptr, left_by(hex("31 04 30 02 C1 01")));
+  EXPECT_EQ(1, Number::releases_of_nothing);
+  decoded(hex("31 06 31 02 C1 01 31 00"));
+  EXPECT_EQ(1, Number::releases_of_nothing);
+}
+
 TEST_F(SetOfSetOf, AMissingEndOfContentsReleasesEachElementOnce) {
   for (const char *octets :
        {"31 80 31 02 C1 01 05 00", "31 80 31 02 C1 01 31 02 C1 02 00 01", "31 80 05 00", "31 80 00",
@@ -937,6 +976,40 @@ TEST_F(SetOfSetOf, TheEncoderFailsWhereAnElementFails) {
   EXPECT_EQ(0U, asn1_SetOfSetOf_e(&cursor, lists.get(), number_e));
   EXPECT_EQ(buffer, cursor);
   EXPECT_EQ(0, buffer[0]);
+}
+
+/// An element encoder that counts octets and writes none: the number of them is the element.
+uint32_t count_e(uint8_t **, const uint32_t *octets) { return *octets; }
+
+TEST_F(SetOfSetOf, TheEncoderCountsUpTo32Bits) {
+  const struct {
+    uint32_t first, second, whole;
+    const char *header;
+  } rows[] = {
+      {0x40000000, 0x3FFFFFF4, 0x80000006, "31 84 80 00 00 00"},
+      {0x80000000, 0x7FFFFFED, 0xFFFFFFFF, "31 84 FF FF FF F9"},
+      {0x80000000, 0x7FFFFFEE, 0, ""},  // the whole does not fit
+      {0x80000000, 0x7FFFFFF4, 0, ""},  // nor the lists
+      {0xFFFFFFFA, 1, 0, ""},           // nor one of them
+  };
+  for (const auto &row : rows) {
+    SCOPED_TRACE(row.second);
+    uint32_t first = row.first, second = row.second;
+    List *const inner[] = {List_new(0), List_new(0)};
+    List_append(inner[0], &first, 0);
+    List_append(inner[1], &second, 0);
+    List *const lists = list_of(inner[0], inner[1]);
+    uint8_t buffer[32] = {};
+    uint8_t *cursor = buffer;
+    EXPECT_EQ(row.whole, asn1_SetOfSetOf_e(nullptr, lists, count_e));
+    EXPECT_EQ(row.whole, asn1_SetOfSetOf_e(&cursor, lists, count_e));
+    // The header of the whole, and one of each list.
+    EXPECT_EQ(buffer + (row.whole == 0 ? 0 : 18), cursor);
+    const Bytes header = hex(row.header);
+    EXPECT_EQ(header, Bytes(buffer, buffer + header.size()));
+    for (List *const list : inner) List_free(list, nullptr);
+    List_free(lists, nullptr);
+  }
 }
 
 TEST_F(SetOfSetOf, ElementsAreDecodedTwoLevelsDeeper) {
@@ -1081,6 +1154,85 @@ TEST(GdoTrace, ShowsACard) {
   }
   expected.push_back("}");
   EXPECT_EQ(expected, traced(cards, sequence(leaf + leaf + leaf + leaf + leaf)));
+}
+
+TEST(GdoTrace, AHeaderThatIsTooLongIsReportedAtTheDepthThatTheSkippedOnesRaised) {
+  const std::string line = "z larger than end!";
+  EXPECT_EQ((Lines{"SEQUENCE {", line}), traced(plain, hex("30 01")));
+  for (const auto &family : {plain, nested_set}) {
+    EXPECT_EQ((Lines{"SEQUENCE {", ". SET {", ". " + line}), traced(family, hex("30 02 31 05")));
+    EXPECT_EQ((Lines{". SET {", ". . SEQUENCE {", ". . . SET {", ". . . " + line}),
+              traced(family, hex("31 04 30 02 31 82 01"), 2));
+  }
+}
+
+// The depth inside wraps to 0, for which nothing is written. A line that closes stands where the depth
+// inside is not 0: of an object that is the depth of its content, of an attribute and of a card the
+// depth of their fields, of a set the depth of its elements.
+TEST(GdoTrace, IsSilentWhereTheDepthWrapsToZero) {
+  using Lines = std::vector<Leveled>;
+  const std::string id = "OBJECT IDENTIFIER ";
+  const Lines open_only = {{65534, "SEQUENCE {"}};
+  for (const bool nests : {false, true}) {
+    const auto &family = nests ? nested_set : plain;
+    const Bytes contained = container(nests ? set(set(leaf)) : set(leaf));
+    EXPECT_EQ(open_only, traced_levels(family, leaf, 0xFFFFFFFF));
+    EXPECT_EQ(open_only, traced_levels(family, holder(attribute), 0xFFFFFFFF));
+    EXPECT_EQ((Lines{{65533, "SEQUENCE {"},
+                     {65534, id},
+                     {65534, "0x05"},
+                     {65534, "OCTETSTRING"},
+                     {65534, dump_ab},
+                     {65533, "}"}}),
+              traced_levels(family, leaf, 0xFFFFFFFE));
+    EXPECT_EQ((Lines{{65533, "SEQUENCE {"},
+                     {65534, id},
+                     {65534, "0x20"},
+                     {65534, "BITSTRING"},
+                     {65534, " encapsulates {"},
+                     {65533, "}"}}),
+              traced_levels(family, holder(attribute), 0xFFFFFFFE));
+    EXPECT_EQ((Lines{{65531, "SEQUENCE {"},
+                     {65532, id},
+                     {65532, "0x20"},
+                     {65532, "BITSTRING"},
+                     {65532, " encapsulates {"},
+                     {65533, "SET {"},
+                     {65534, "SEQUENCE {"},
+                     {65533, "}"},
+                     {65532, "}"},
+                     {65531, "}"}}),
+              traced_levels(family, holder(attribute), 0xFFFFFFFC));
+    EXPECT_EQ((Lines{{65533, "SEQUENCE {"},
+                     {65534, id},
+                     {65534, "0x10"},
+                     {65534, "OCTETSTRING"},
+                     {65534, " encapsulates {"},
+                     {65533, "}"}}),
+              traced_levels(family, contained, 0xFFFFFFFE));
+    EXPECT_EQ((Lines{{65532, "SEQUENCE {"},
+                     {65533, id},
+                     {65533, "0x10"},
+                     {65533, "OCTETSTRING"},
+                     {65533, " encapsulates {"},
+                     {65534, "SET {"},
+                     {65533, "}"},
+                     {65532, "}"}}),
+              traced_levels(family, contained, 0xFFFFFFFD));
+  }
+  // A skipped header raises the depth, too.
+  EXPECT_EQ((Lines{{65533, "SET {"}, {65534, "SEQUENCE {"}}),
+            traced_levels(plain, set(leaf), 0xFFFFFFFE));
+
+  const Bytes card = sequence(leaf + leaf + leaf + leaf);
+  EXPECT_EQ(open_only, traced_levels(cards, card, 0xFFFFFFFF));
+  EXPECT_EQ((Lines{{65533, "SEQUENCE {"},
+                   {65534, "SEQUENCE {"},
+                   {65534, "SEQUENCE {"},
+                   {65534, "SEQUENCE {"},
+                   {65534, "SEQUENCE {"},
+                   {65533, "}"}}),
+            traced_levels(cards, card, 0xFFFFFFFE));
 }
 
 // ---- ends of the process ------------------------------------------------------------------------

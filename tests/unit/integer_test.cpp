@@ -171,6 +171,21 @@ TEST(IntegerEncoder, WritesALongLengthWhereTheContentIsLong) {
   EXPECT_EQ(hex("02 82 01 00") + content, encode(asn1_Integer_e, make(content, 1).get()));
 }
 
+TEST(IntegerEncoder, CountsTheOctetsOfTheLongestLength) {
+  const struct {
+    uint8_t first;
+    uint32_t negative, whole;
+  } rows[] = {{0x01, 0, 0x80000005},
+              {0x7F, 1, 0x80000005},
+              {0x80, 1, 0x80000005},
+              {0x80, 0, 0x80000006}};  // with a zero octet in front
+  for (const auto &row : rows) {
+    uint8_t first = row.first;  // no other is looked at
+    const Integer integer{0x7FFFFFFF, &first, row.negative};
+    EXPECT_EQ(row.whole, asn1_Integer_e(nullptr, &integer)) << int{row.first};
+  }
+}
+
 TEST(IntegerEncoder, WritesTheHeaderAloneForALengthWithItsTopBitSet) {
   uint8_t data[] = {0x55};
   const struct {

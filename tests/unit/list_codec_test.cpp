@@ -70,9 +70,9 @@ Leaf *make_leaf(uint8_t octet) {
   return leaves.back().get();
 }
 
-void leaf_free(Leaf *leaf) {
-  if (leaf != nullptr) ++leaf->releases;
-}
+int releases_of_nothing = 0;
+
+void leaf_free(Leaf *leaf) { ++(leaf != nullptr ? leaf->releases : releases_of_nothing); }
 
 uint32_t leaf_e(uint8_t **pp, const Leaf *leaf) {
   if (leaf->octet == unencodable) return 0;
@@ -140,6 +140,7 @@ class ElementTest : public testing::Test {
   void SetUp() override {
     leaves.clear();
     calls.clear();
+    releases_of_nothing = 0;
   }
   void TearDown() override {
     for (const auto &leaf : leaves) EXPECT_EQ(1, leaf->releases) << "leaf " << int{leaf->octet};
@@ -554,6 +555,74 @@ TEST_F(ListEncoder, TakesTheLowEightBitsOfItsTags) {
             }));
 }
 
+// -- Large sums ---------------------------------------------------------------------------------
+
+/// An element encoder that counts octets and writes none: the number of them is the element.
+uint32_t count_e(uint8_t **, const uint32_t *octets) { return *octets; }
+
+/// Checks the sum, and the headers, which are all that is written.
+template <class Encode>
+void expect_sum(uint32_t sum, const char *headers, Encode encode) {
+  SCOPED_TRACE(sum);
+  EXPECT_EQ(sum, encode(nullptr));
+  EXPECT_EQ(hex(headers), write_into_room(sum, encode));
+}
+
+TEST(LargeSums, OfExplicitTagsAreCountedUpTo32Bits) {
+  const struct {
+    uint32_t octets, sum;
+    const char *headers;
+  } rows[] = {{0x7FFFFFF9, 0x7FFFFFFF, "A0 84 7F FF FF F9"},
+              {0x7FFFFFFA, 0x80000000, "A0 84 7F FF FF FA"},
+              {0x80000000, 0x80000006, "A0 84 80 00 00 00"},
+              {0xFFFFFFF9, 0xFFFFFFFF, "A0 84 FF FF FF F9"},
+              {0xFFFFFFFA, 0, ""},
+              {0xFFFFFFFF, 0, ""}};
+  for (const auto &row : rows) {
+    expect_sum(row.sum, row.headers,
+               [&](uint8_t **pp) { return asn1_explicit_e(pp, 0x80, &row.octets, count_e); });
+  }
+}
+
+TEST(LargeSums, OfListsAreCountedUpTo32Bits) {
+  const struct {
+    uint32_t first, second, sum;
+    const char *headers;
+  } rows[] = {{0x40000000, 0x3FFFFFFA, 0x80000000, "31 84 7F FF FF FA"},
+              {0x40000000, 0x40000000, 0x80000006, "31 84 80 00 00 00"},
+              {0x80000000, 0x7FFFFFF9, 0xFFFFFFFF, "31 84 FF FF FF F9"},
+              {0x80000000, 0x7FFFFFFA, 0, ""},  // the header does not fit
+              {0x80000000, 0x80000000, 0, ""},  // nor the elements
+              {0xFFFFFFFF, 0xFFFFFFFF, 0, ""}};
+  for (const auto &row : rows) {
+    uint32_t first = row.first, second = row.second;
+    List *const list = List_new(0);
+    List_append(list, &first, 0);
+    List_append(list, &second, 0);
+    expect_sum(row.sum, row.headers, [&](uint8_t **pp) { return asn1_SetOf_e(pp, list, count_e); });
+    List_free(list, nullptr);
+  }
+}
+
+TEST(LargeSums, OfListsInExplicitTagsAreCountedUpTo32Bits) {
+  const struct {
+    uint32_t octets, sum;
+    const char *headers;
+  } rows[] = {{0x7FFFFFF4, 0x80000000, "A0 84 7F FF FF FA 30 84 7F FF FF F4"},
+              {0x80000000, 0x8000000C, "A0 84 80 00 00 06 30 84 80 00 00 00"},
+              {0xFFFFFFF3, 0xFFFFFFFF, "A0 84 FF FF FF F9 30 84 FF FF FF F3"},
+              {0xFFFFFFF4, 0, ""},
+              {0xFFFFFFFA, 0, ""}};
+  for (const auto &row : rows) {
+    uint32_t octets = row.octets;
+    List *const list = List_new(0);
+    List_append(list, &octets, 0);
+    expect_sum(row.sum, row.headers,
+               [&](uint8_t **pp) { return asn1_expl_SeqOf_e(pp, 0x80, list, count_e); });
+    List_free(list, nullptr);
+  }
+}
+
 // -- Decoding lists -----------------------------------------------------------------------------
 
 TEST_F(ListDecoder, GivesEachElementAnEmptySlotTheLimitAndNoTag) {
@@ -661,6 +730,41 @@ TEST_F(ListDecoder, LeavesNoListWhereNoneCanBeMade) {
   EXPECT_EQ(nullptr, list);
   EXPECT_TRUE(calls.empty());
   List_free(before, nullptr);
+}
+
+// The destructor must take NULL: it comes to the slot of every list that fails, whatever is in there.
+TEST_F(ListDecoder, ReleasesAnEmptySlotToo) {
+  for (const char *octets : {
+           "30 03 02 01 EE",                    // the first element fails
+           "30 09 02 01 01 02 01 02 02 01 EE",  // or a later one
+           "30 80",                             // no end-of-contents, and no element yet
+           "30 80 00 01",
+       }) {
+    SCOPED_TRACE(octets);
+    releases_of_nothing = 0;
+    EXPECT_EQ(-1, decode_list(seq_of_leaves, hex(octets)).consumed);
+    EXPECT_EQ(1, releases_of_nothing);
+    releases_of_nothing = 0;
+    EXPECT_EQ(-1, decode_list(expl_seq_of_leaves, support::element(0xA0, hex(octets))).consumed);
+    EXPECT_EQ(1, releases_of_nothing);
+  }
+  const Input input(hex("30 00"));
+  List *list = nullptr;
+  releases_of_nothing = 0;
+  lists_can_be_made = false;
+  EXPECT_EQ(nullptr, asn1_SeqOf_d(input.z(), input.end(), 0, leaf_d, leaf_free, &list, 0));
+  lists_can_be_made = true;
+  EXPECT_EQ(1, releases_of_nothing);
+}
+
+TEST_F(ListDecoder, ReleasesNoEmptySlotWhereNothingFailsOrTheSlotIsFull) {
+  EXPECT_EQ(5, decode_list(seq_of_leaves, hex("30 03 02 01 01")).consumed);
+  EXPECT_EQ(-1, decode_list(seq_of_leaves, hex("30 03 02 01 EF")).consumed);
+  EXPECT_EQ(-1, decode_list(seq_of_leaves, hex("31 00")).consumed);  // a header leaves its list
+  appends_allowed = 0;
+  EXPECT_EQ(-1, decode_list(seq_of_leaves, hex("30 03 02 01 01")).consumed);
+  appends_allowed = no_limit;
+  EXPECT_EQ(0, releases_of_nothing);
 }
 
 TEST_F(ListDecoder, ReleasesTheElementThatCannotBeAppendedAndThoseBeforeOnceEach) {

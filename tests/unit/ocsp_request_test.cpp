@@ -280,6 +280,13 @@ TEST(TbsRequest, WritesAVersionThatEqualsTheDefault) {
   EXPECT_EQ(sequence(hex("A0 03 02 01 00") + sequence(request)), encoded(tbs_requests, record));
 }
 
+TEST(TbsRequest, WithoutAListIsWrittenWithAnEmptyOne) {
+  const auto record = created(tbs_requests);
+  EXPECT_EQ(hex("30 02 30 00"), encoded(tbs_requests, record));
+  record->version = asn1_Integer_set(0);
+  EXPECT_EQ(sequence(version_1 + hex("30 00")), encoded(tbs_requests, record));
+}
+
 TEST(TbsRequest, TakesAnyVersion) {
   for (const char *version : {"A0 03 02 01 01", "A0 03 02 01 FF", "A0 06 02 04 12 34 56 78"}) {
     const Bytes octets = sequence(hex(version) + sequence(request));
@@ -634,6 +641,16 @@ TEST(OcspRequestTrace, SaysNothingOfATagThatIsRefused) {
   ASSERT_EQ("}", expected.back());
   expected.pop_back();
   EXPECT_EQ(expected, lines);
+}
+
+TEST(OcspRequestTrace, SaysNothingOfCertificatesThatAreRefused) {
+  for (const Bytes &certs : {element(0xA0, sequence(certificate)), hex("A0 02 30 00"), hex("A0"),
+                             element(0xA0, element(0x20, sequence(certificate)))}) {
+    EXPECT_EQ(
+        (Lines{"SEQUENCE {", ". SEQUENCE {", ". . OBJECT IDENTIFIER ", ". .   1.2.840.10045.4.3.2",
+               ". }", ". BITSTRING", ".   (0 unused bits)", ". " + dump("AB CD", "..")}),
+        traced(signatures, sequence(signature_content + certs)));
+  }
 }
 
 // ------------------------------------------------------------------------------- ends of the process

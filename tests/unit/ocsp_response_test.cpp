@@ -949,6 +949,17 @@ TEST(OcspResponseTrace, SaysNothingOfARefusedChoice) {
   EXPECT_EQ(Lines{}, traced(cert_statuses, hex("83 00")));
 }
 
+TEST(OcspResponseTrace, SaysNothingOfCertificatesThatAreRefused) {
+  Lines expected = traced(basic_responses, sequence(basic_content));
+  ASSERT_EQ("}", expected.back());
+  expected.pop_back();
+  ASSERT_EQ(". " + dump("AB C0", ".."), expected.back());
+  for (const Bytes &certs : {element(0xA0, sequence(certificate)), hex("A0 02 30 00"), hex("A0"),
+                             element(0xA0, element(0x20, sequence(certificate)))}) {
+    EXPECT_EQ(expected, traced(basic_responses, sequence(basic_content + certs)));
+  }
+}
+
 TEST(OcspResponseTrace, IsSilentAtDepthZero) {
   EXPECT_EQ(Lines{}, traced(basic_responses, sequence(basic_content), 0));
   EXPECT_EQ(Lines{}, traced(responses, made_by_openssl, 0));

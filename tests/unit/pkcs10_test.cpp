@@ -70,6 +70,12 @@ TEST(AttributeRecord, MayHaveAnEmptySet) {
   EXPECT_EQ(octets, encoded(attributes, record));
 }
 
+TEST(AttributeRecord, WithoutASetIsWrittenWithAnEmptyOne) {
+  const auto record = created(attributes);
+  record->type = asn1_ObjId_clone(asn1_Get_id_at());
+  EXPECT_EQ(hex("30 06 06 02 55 04 31 00"), encoded(attributes, record));
+}
+
 TEST(AttributeRecord, KeepsTheOrderOfItsValues) {
   const Bytes octets = hex("30 0E 06 01 2A 31 09 02 01 05 02 01 04 02 01 05");
   EXPECT_EQ(octets, encoded(attributes, decoded(attributes, octets)));
@@ -124,10 +130,18 @@ TEST(AttributeLookup, OfAnEmptyListDoesNotLookAtTheType) {
   EXPECT_EQ(nullptr, asn1_Attributes_getAttribute(list.get(), nullptr));
 }
 
+TEST(AttributeLookup, OfNoListFindsNothing) {
+  EXPECT_EQ(nullptr, asn1_Attributes_getAttribute(nullptr, asn1_Get_friendlyName()));
+  EXPECT_EQ(nullptr, asn1_Attributes_getAttribute(nullptr, nullptr));
+}
+
 TEST(AttributeLookupDeathTest, AssertsBothTypes) {
   auto *without = asn1_Attribute_new();
   const Held<List> list(list_of({without}), free_attributes);
   EXPECT_ASSERT(asn1_Attributes_getAttribute(list.get(), asn1_Get_friendlyName()), "asn1_ObjId_cmp",
+                "oid1 != NULL");
+  // The type of the attribute comes first.
+  EXPECT_ASSERT(asn1_Attributes_getAttribute(list.get(), nullptr), "asn1_ObjId_cmp",
                 "oid1 != NULL");
   without->type = asn1_ObjId_clone(asn1_Get_contentType());
   EXPECT_ASSERT(asn1_Attributes_getAttribute(list.get(), nullptr), "asn1_ObjId_cmp",
@@ -256,6 +270,14 @@ TEST(RequestInfo, WritesTheSubjectFromOctetsElseStructureElseText) {
 
   clear(record->subject, asn1_Name_free);
   expect_nothing_written(infos, record.get());
+}
+
+TEST(RequestInfo, WritesAStructureWithoutARelativeNameThoughThereIsAText) {
+  const auto record = decoded(infos, bare_info);
+  clear(record->subjectEncoded, asn1_OctetString_free);
+  clear(record->subjectSequence, asn1_RDNSequence_free);
+  record->subjectSequence = List_new(0);
+  EXPECT_EQ(sequence(version_0 + hex("30 00") + key), encoded(infos, record));
 }
 
 TEST(RequestInfo, IsNotEncodedWhenAFieldFails) {

@@ -1102,6 +1102,29 @@ TEST(MessageTrace, TheContentHasALevelOfItsOwnAndClosesOneAboveIt) {
             traced(messages, indefinite(0x30, data + indefinite(0xA0, octet_string(text("abc"))))));
 }
 
+// The depth is raised for the fields, and once more for the content. Where it wraps to 0 it stays 0:
+// what stands inside is silent, and nothing is closed.
+TEST(MessageTrace, IsSilentWhereTheDepthWrapsToZero) {
+  using Levels = std::vector<Leveled>;
+  const std::string id = "OBJECT IDENTIFIER ";
+  for (const Bytes &octets : {abc, detached, message(signed_data_type, Signed().octets())}) {
+    EXPECT_EQ((Levels{{65534, "SEQUENCE {"}}), traced_levels(messages, octets, 0xFFFFFFFF));
+  }
+  EXPECT_EQ((Levels{{65533, "SEQUENCE {"}, {65534, id}, {65534, type_prefix + "1"}, {65533, "}"}}),
+            traced_levels(messages, detached, 0xFFFFFFFE));
+  EXPECT_EQ((Levels{{65533, "SEQUENCE {"}, {65534, id}, {65534, type_prefix + "1"}}),
+            traced_levels(messages, abc, 0xFFFFFFFE));
+  EXPECT_EQ((Levels{{65532, "SEQUENCE {"},
+                    {65533, id},
+                    {65533, type_prefix + "1"},
+                    {65534, "CONTEXT-SPECIFIC CONSTRUCTED [0] {"},
+                    {65534, "OCTETSTRING"},
+                    {65534, dump("61 62 63", "abc")},
+                    {65533, "}"},
+                    {65532, "}"}}),
+            traced_levels(messages, abc, 0xFFFFFFFD));
+}
+
 TEST(MessageTrace, AnAbsentContentHasNoLine) {
   const Lines expected = {"SEQUENCE {", ". OBJECT IDENTIFIER ", ". " + type_prefix + "1", "}"};
   EXPECT_EQ(expected, traced(messages, detached));

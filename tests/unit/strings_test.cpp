@@ -636,6 +636,24 @@ TEST_P(StringType, EncodesAnyOctetsUnderItsTag) {
   EXPECT_EQ(0u, GetParam().e(nullptr, nullptr));
 }
 
+// Its octets are not looked at while they are counted.
+TEST_P(StringType, CountsUpTo32Bits) {
+  for (const auto &[length, whole] : {std::pair{0x7FFFFFF9U, 0x7FFFFFFFU},
+                                      {0x80000000U, 0x80000006U},
+                                      {0xFFFFFFF9U, 0xFFFFFFFFU}}) {
+    const ASN1String string{length, nullptr};
+    EXPECT_EQ(whole, GetParam().e(nullptr, &string)) << length;
+  }
+  for (const uint32_t length : {0xFFFFFFFAU, 0xFFFFFFFFU}) {
+    const ASN1String string{length, nullptr};
+    uint8_t octet = 0;
+    uint8_t *cursor = &octet;
+    EXPECT_EQ(0U, GetParam().e(nullptr, &string)) << length;
+    EXPECT_EQ(0U, GetParam().e(&cursor, &string)) << length;
+    EXPECT_EQ(&octet, cursor);
+  }
+}
+
 TEST_P(StringType, DecodesAnyOctetsUnderItsTag) {
   expect_decoded("41 00 FF 2A", 6, under(0, "04 41 00 FF 2A"));
   expect_decoded("", 2, under(0, "00"));

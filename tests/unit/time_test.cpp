@@ -619,6 +619,25 @@ TEST(TimeInAnyZone, SecondsAreOffByTheStandardOffsetInSummerAndWinter) {
   }
 }
 
+// Irish standard time is that of the summer; in winter, daylight saving of minus one hour is in force.
+// Standard time counts in both.
+TEST(TimeInAnyZone, DaylightSavingMayBeNegative) {
+  const Zone here("IST-1GMT0,M10.5.0,M3.5.0/1");
+  const time_t january = 1577880000;
+  struct tm local = {};
+  ASSERT_NE(nullptr, localtime_r(&january, &local));
+  ASSERT_LT(0, local.tm_isdst);
+  ASSERT_EQ(12, local.tm_hour);  // which is that of UTC
+  for (const char *text : {"200101120000Z", "200101130000+0100"}) {
+    EXPECT_EQ(1577880000 - 3600, utc_seconds(text)) << text;
+  }
+  EXPECT_EQ(1593604800 - 3600, utc_seconds("200701120000Z"));
+  EXPECT_EQ(1577880000 - 3600, generalized_seconds("20200101120000Z"));
+  EXPECT_EQ(1593604800 - 3600, generalized_seconds("20200701120000Z"));
+  EXPECT_EQ(1, asn1_UTCTime_cmp("200701120000Z", "200101120000Z"));
+  EXPECT_EQ("200101120000Z", utc_text(1577880000));
+}
+
 TEST(TimeInAnyZone, AnHourEastOfUtcOneOClockIsZero) {
   const Zone here("XXX-1");
   EXPECT_EQ(0, utc_seconds("700101010000Z"));
