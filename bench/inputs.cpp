@@ -8,6 +8,7 @@
 #include <fstream>
 #include <initializer_list>
 #include <iterator>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -55,16 +56,9 @@ Octets element(uint8_t identifier, const Octets &content) {
 constexpr uint8_t integer = 0x02, bit_string = 0x03, octet_string = 0x04, enumerated = 0x0A,
                   oid = 0x06, utf8_string = 0x0C, utc_time = 0x17, sequence = 0x30, set = 0x31;
 
-/// The content of an INTEGER that is not negative.
-Octets serial_number(uint32_t number) {
-  Octets serial{0x4D, 0x2A, 0x91, 0x07, 0xE3, 0x5C, 0x68, 0xB0, 0, 0, 0, 0, 0x1F, 0x86, 0xD4, 0x33};
-  for (size_t i = 0; i < 4; ++i) serial[8 + i] = static_cast<uint8_t>(number >> (24 - 8 * i));
-  return serial;
-}
-
 }  // namespace
 
-const Octets missing_serial_number = serial_number(UINT32_MAX);
+const Octets missing_serial_number(16, 0x7F);
 
 Octets make_crl(size_t entries) {
   const Octets algorithm =  // sha256WithRSAEncryption, NULL
@@ -78,10 +72,13 @@ Octets make_crl(size_t entries) {
       sequence, element(sequence, joined({element(oid, {0x55, 0x1D, 0x15}),
                                           element(octet_string, element(enumerated, {0x04}))})));
   Octets list;
-  for (uint32_t i = 0; i < entries; ++i) {
+  std::mt19937 random;  // the same numbers in each run
+  for (size_t i = 0; i < entries; ++i) {
+    Octets serial(missing_serial_number.size());
+    for (uint8_t &octet : serial) octet = static_cast<uint8_t>(random());
+    serial[0] = static_cast<uint8_t>(1 + serial[0] % 0x7E);  // positive, in the shortest form
     const Octets entry =
-        element(sequence,
-                joined({element(integer, serial_number(i)), date, i % 2 == 0 ? Octets() : reason}));
+        element(sequence, joined({element(integer, serial), date, i % 2 == 0 ? Octets() : reason}));
     list.insert(list.end(), entry.begin(), entry.end());
   }
   const Octets tbs = element(

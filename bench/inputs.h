@@ -15,7 +15,8 @@ using Octets = std::vector<uint8_t>;
 /// variable ORVELASN1_CORPUS names.
 std::vector<Octets> read_certificates();
 
-/// Makes a revocation list. The serial numbers have 16 octets. Every second entry has a reason.
+/// Makes a revocation list. The serial numbers are random and have 16 octets. Every second entry
+/// has a reason.
 Octets make_crl(size_t entries);
 
 /// A serial number that no list of make_crl() has.
