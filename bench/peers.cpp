@@ -3,14 +3,18 @@
 // of ratios after the times.
 //
 //   peers [OPTION...]     the options of the benchmark library
+//   peers --write FOLDER  writes the certificates that all take, a file each
 #include <benchmark/benchmark.h>
 #include <orvelpki.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <optional>
+#include <string_view>
 
 #include "blocks.h"
 #include "inputs.h"
@@ -207,9 +211,22 @@ class Reporter : public benchmark::ConsoleReporter {
   std::map<std::string, std::map<std::string, double>> times_;
 };
 
+/// Returns the status of the program.
+int write_certificates(const std::filesystem::path &folder) {
+  Task task(ways_to_read_certificates(), bench::read_certificates);
+  size_t number = 0;
+  for (const Octets &der : task.values()) {
+    std::ofstream out(folder / (std::to_string(number++) + ".der"), std::ios::binary);
+    out.write(reinterpret_cast<const char *>(der.data()), static_cast<std::streamsize>(der.size()));
+    if (!out.flush()) return 1;
+  }
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char **argv) {
+  if (argc == 3 && std::string_view(argv[1]) == "--write") return write_certificates(argv[2]);
   const std::string certificate = "certificate";
   std::map<std::string, Task> tasks;
   tasks.try_emplace(certificate, ways_to_read_certificates(), bench::read_certificates);
