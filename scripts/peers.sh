@@ -87,11 +87,11 @@ programs() {
   alone="exec taskset -c 0"
   in=$folder/bundle.pem
   python3 bench/measure.py "$rounds" "$count" \
-    "orvelasn1 map --fields" "$alone $tool map --jobs 1 --fields $fields $in >$folder/out" \
-    "Go, crypto/x509" "$alone $folder/certificates $in >$folder/out" \
-    "Python, cryptography" "$alone python3 bench/programs/certificates.py $in >$folder/out" \
-    "openssl storeutl" "$alone openssl storeutl -noout -certs -text $in >$folder/out" \
-    "certtool" "$alone certtool --certificate-info --infile $in >$folder/out"
+    "orvelasn1 map --fields" "$alone $tool map --jobs 1 --fields $fields $in >$folder/out 2>$folder/log" \
+    "Go, crypto/x509" "$alone $folder/certificates $in >$folder/out 2>$folder/log" \
+    "Python, cryptography" "$alone python3 bench/programs/certificates.py $in >$folder/out 2>$folder/log" \
+    "openssl storeutl" "$alone openssl storeutl -noout -certs -text $in >$folder/out 2>$folder/log" \
+    "certtool" "$alone certtool --certificate-info --infile $in >$folder/out 2>$folder/log"
 }
 
 # with_allocators COUNT COMMAND: COMMAND as it is, and with each setting.
@@ -114,9 +114,9 @@ allocators() {
   say "decode and free"
   with_allocators 300000 "build/bench/bin/certificate_bench --decode 300000"
   say "map --fields --jobs 1"
-  with_allocators "$count" "taskset -c 0 $tool map --jobs 1 --fields $fields $in >$folder/out"
+  with_allocators "$count" "taskset -c 0 $tool map --jobs 1 --fields $fields $in >$folder/out 2>$folder/log"
   say "map --json --jobs 1"
-  with_allocators "$count" "taskset -c 0 $tool map --jobs 1 --json $in >$folder/out"
+  with_allocators "$count" "taskset -c 0 $tool map --jobs 1 --json $in >$folder/out 2>$folder/log"
 }
 
 case ${1-} in
