@@ -17,8 +17,7 @@ class Notes {
 
   void allocated(const void *block, size_t size) {
     if (block == nullptr) return;
-    const auto slot = static_cast<uint32_t>(blocks_.slots_.size());
-    blocks_.slots_.push_back(nullptr);
+    const uint32_t slot = blocks_.slots_++;
     slots_[block] = slot;
     add(Blocks::Kind::allocate, slot, size);
   }
@@ -43,8 +42,9 @@ class Notes {
   void add(Blocks::Kind kind, uint32_t slot, size_t size) {
     if (size > UINT32_MAX) std::abort();
     auto &runs = blocks_.runs_;
-    if (runs.empty() || runs.back().kind != kind) runs.push_back({kind, {}});
-    runs.back().uses.push_back({slot, static_cast<uint32_t>(size)});
+    if (runs.empty() || runs.back().kind != kind) runs.push_back({kind, 0});
+    ++runs.back().uses;
+    blocks_.uses_.push_back({slot, static_cast<uint32_t>(size)});
   }
 
   Blocks &blocks_;
@@ -60,22 +60,24 @@ Blocks::Blocks(const std::function<void()> &work) {
   Notes::current = nullptr;
 }
 
-size_t Blocks::allocations() const { return slots_.size(); }
-
 template <class Write>
 void Blocks::replay(Write write) const {
-  void **const slots = slots_.data();
+  static std::vector<void *> all_slots;  // of whatever is replayed, so that they stay in the cache
+  if (all_slots.size() < slots_) all_slots.resize(slots_);
+  void **const slots = all_slots.data();
+  const Use *use = uses_.data();
   for (const Run &run : runs_) {
+    const Use *const end = use + run.uses;
     switch (run.kind) {
       case Kind::allocate:
-        for (const Use &use : run.uses) write(slots[use.slot] = std::malloc(use.size), use.size);
+        for (; use != end; ++use) write(slots[use->slot] = std::malloc(use->size), use->size);
         break;
       case Kind::resize:
-        for (const Use &use : run.uses)
-          write(slots[use.slot] = std::realloc(slots[use.slot], use.size), use.size);
+        for (; use != end; ++use)
+          write(slots[use->slot] = std::realloc(slots[use->slot], use->size), use->size);
         break;
       case Kind::release:
-        for (const Use &use : run.uses) std::free(slots[use.slot]);
+        for (; use != end; ++use) std::free(slots[use->slot]);
         break;
     }
   }

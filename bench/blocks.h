@@ -19,7 +19,7 @@ class Blocks {
   explicit Blocks(const std::function<void()> &work);
 
   /// The number of blocks that are allocated.
-  size_t allocations() const;
+  size_t allocations() const { return slots_; }
 
   /// Makes the same calls again.
   void replay() const;
@@ -29,13 +29,13 @@ class Blocks {
 
  private:
   enum class Kind : uint8_t { allocate, resize, release };
+  struct Run {
+    Kind kind;
+    uint32_t uses;
+  };
   struct Use {
     uint32_t slot;  // the number of the block
     uint32_t size;
-  };
-  struct Run {
-    Kind kind;
-    std::vector<Use> uses;
   };
   friend class Notes;
 
@@ -43,7 +43,8 @@ class Blocks {
   void replay(Write write) const;
 
   std::vector<Run> runs_;
-  mutable std::vector<void *> slots_;
+  std::vector<Use> uses_;  // of all runs
+  uint32_t slots_ = 0;
 };
 
 }  // namespace bench
