@@ -21,7 +21,7 @@ pki_Octets octets_between(const uint8_t *from, const uint8_t *to) {
 }
 
 /// Whether an element of a field may begin with this octet.
-bool may_begin(const Field &field, int octet) {
+[[gnu::always_inline]] inline bool may_begin(const Field &field, int octet) {
   if (octet < 0) return false;
   const uint8_t own = field.tagging == asn1::Tagging::none ? field.type->identifier : field.tag;
   if (own == tag::any || octet == own) return true;
@@ -33,7 +33,8 @@ bool may_begin(const Field &field, int octet) {
   return field.type->other_identifier != 0 && octet == field.type->other_identifier;
 }
 
-bool view_field(const Field &field, ContentReader &in, pki_Octets *view) {
+[[gnu::always_inline]] inline bool view_field(const Field &field, ContentReader &in,
+                                              pki_Octets *view) {
   *view = {};
   if (!asn1::is_there(field, in)) return true;
   const uint8_t *const from = in.position();
@@ -78,9 +79,8 @@ bool view_members(const Type &type, pki_Octets value,
   return true;
 }
 
-/// Opens an element: its content, and past it the end-of-contents of an indefinite one. False where
-/// the octets are not one element.
-bool open(pki_Octets element, pki_Octets *content) {
+/// Opens an element that take_small_header() leaves to it.
+bool open_large(pki_Octets element, pki_Octets *content) {
   if (element.data == nullptr) return false;
   Reader in(element.data, element.data + element.length);
   Header header;
@@ -92,6 +92,15 @@ bool open(pki_Octets element, pki_Octets *content) {
   if (in.left() < 2) return false;
   *content = {in.position(), static_cast<uint32_t>(in.left() - 2)};
   return true;
+}
+
+/// Opens an element: its content, and past it the end-of-contents of an indefinite one. False where
+/// the octets are not one element.
+[[gnu::always_inline]] inline bool open(pki_Octets element, pki_Octets *content) {
+  Reader in(element.data, element.data + element.length);
+  if (!take_small_header(in, &content->length)) return open_large(element, content);
+  content->data = in.position();
+  return in.left() == content->length;
 }
 
 bool is_same(pki_Octets octets, const uint8_t *others, uint32_t length) {
@@ -116,22 +125,74 @@ int32_t reason_of(pki_Octets extensions) {
   return reason.data[0];
 }
 
-bool read_entry(pki_Octets element, pki_CrlEntry *entry) {
-  pki_Octets serial, date;
-  *entry = {};
-  if (!view_members<&pki_CrlEntry::serialNumber, &pki_CrlEntry::extensions>(CRLEntryType, element,
-                                                                            entry) ||
-      !open(entry->serialNumber, &serial) || !open(entry->revocationDate, &date) ||
-      refuse_integer({serial.data, serial.length}) != nullptr) {
+/// The elements of an entry, and the content of its serial number.
+struct EntryView {
+  pki_Octets serialNumber, revocationDate, extensions;
+  pki_Octets serial;
+};
+
+/// Takes an element that begins with this octet and has one length octet.
+[[gnu::always_inline]] inline bool take_small(Reader &in, uint8_t identifier, pki_Octets *element) {
+  const uint8_t *const from = in.position();
+  uint32_t length = 0;
+  if (in.peek() != identifier || !take_small_header(in, &length)) return false;
+  *element = {from, length + 2};
+  in.move_to(in.position() + length);
+  return true;
+}
+
+/// Takes the next entry from the front of a list where each of its elements has one length octet,
+/// as they have in nearly all lists: the walk over the fields of CRLEntryType, unrolled. False,
+/// with nothing taken, for any other.
+[[gnu::always_inline]] inline bool take_small_entry(pki_Octets *list, EntryView *view) {
+  const uint8_t *const end = list->data + list->length;
+  Reader in(list->data, end);
+  pki_Octets entry;
+  if (!take_small(in, tag::sequence, &entry)) return false;
+  Reader fields(entry.data + 2, in.position());
+  if (!take_small(fields, tag::integer, &view->serialNumber) ||
+      (!take_small(fields, tag::utc_time, &view->revocationDate) &&
+       !take_small(fields, tag::generalized_time, &view->revocationDate))) {
     return false;
   }
-  if (!read_seconds(entry->revocationDate.data[0], {date.data, date.length}, &entry->revoked)) {
+  view->extensions = {};
+  if (!fields.at_end() && !take_small(fields, tag::sequence, &view->extensions)) return false;
+  if (!fields.at_end()) return false;
+  view->serial = {view->serialNumber.data + 2, view->serialNumber.length - 2};
+  *list = octets_between(in.position(), end);
+  return true;
+}
+
+/// The same for any entry. Returns as pki_crl_next() does.
+[[gnu::noinline]] int32_t take_large_entry(pki_Octets *list, EntryView *view) {
+  pki_Octets rest = *list, element;
+  const int32_t found = pki_view_next(&rest, &element);
+  if (found != 1) return found;
+  if (!view_members<&EntryView::serialNumber, &EntryView::extensions>(CRLEntryType, element,
+                                                                      view) ||
+      !open(view->serialNumber, &view->serial)) {
+    return -1;
+  }
+  *list = rest;
+  return 1;
+}
+
+[[gnu::always_inline]] inline int32_t take_entry(pki_Octets *list, EntryView *view) {
+  pki_Octets rest = *list;
+  const int32_t found = take_small_entry(&rest, view) ? 1 : take_large_entry(&rest, view);
+  if (found != 1) return found;
+  if (refuse_integer({view->serial.data, view->serial.length}) != nullptr) return -1;
+  *list = rest;
+  return 1;
+}
+
+void fill_in(pki_CrlEntry *entry, const EntryView &view) {
+  pki_Octets date{};
+  open(view.revocationDate, &date);
+  *entry = {view.serial, date, view.extensions, 0, reason_of(view.extensions)};
+  if (!read_seconds(view.revocationDate.data[0], {date.data, date.length}, &entry->revoked)) {
     entry->revoked = 0;
   }
-  entry->serialNumber = serial;
-  entry->revocationDate = date;
-  entry->reason = reason_of(entry->extensions);
-  return true;
 }
 
 }  // namespace
@@ -212,21 +273,22 @@ int32_t pki_crl_open(pki_CrlReader *reader, const uint8_t *z, const uint8_t *end
 
 int32_t pki_crl_next(pki_CrlReader *reader, pki_CrlEntry *entry) {
   if (reader == nullptr || entry == nullptr) return -1;
-  pki_Octets rest = reader->rest, element;
-  const int32_t found = pki_view_next(&rest, &element);
-  if (found != 1) return found;
-  if (!read_entry(element, entry)) return -1;
-  reader->rest = rest;
-  return 1;
+  EntryView view;
+  const int32_t found = take_entry(&reader->rest, &view);
+  if (found == 1) fill_in(entry, view);
+  return found;
 }
 
 int32_t pki_crl_find(const pki_CrlReader *reader, const uint8_t *serial, uint32_t length,
                      pki_CrlEntry *entry) {
   if (reader == nullptr || entry == nullptr || (serial == nullptr && length != 0)) return -1;
-  pki_CrlReader again = *reader;
-  again.rest = pki_view_content(reader->revokedCertificates);
+  pki_Octets list = pki_view_content(reader->revokedCertificates);
   for (;;) {
-    const int32_t found = pki_crl_next(&again, entry);
-    if (found != 1 || is_same(entry->serialNumber, serial, length)) return found;
+    EntryView view;
+    const int32_t found = take_entry(&list, &view);
+    if (found != 1) return found;
+    if (!is_same(view.serial, serial, length)) continue;
+    fill_in(entry, view);
+    return 1;
   }
 }

@@ -233,6 +233,35 @@ TEST(CrlReader, WalksTheEntries) {
   EXPECT_EQ(0, pki_crl_next(&reader, &found));
 }
 
+/// An element whose length stands in two octets more than it needs.
+Bytes with_long_length(const Bytes &element) {
+  Bytes longer = element;
+  longer.insert(longer.begin() + 1, {0x82, 0x00});
+  return longer;
+}
+
+TEST(CrlReader, ReadsAnEntryWithALongLengthAnywhere) {
+  const Bytes number = hex("02 01 05"), date = utc("260201000000Z");
+  const auto longer = with_long_length;
+  for (const Bytes &one : {longer(sequence(number + date + key_compromise)),
+                           sequence(longer(number) + date + key_compromise),
+                           sequence(number + longer(date) + key_compromise),
+                           sequence(number + date + longer(key_compromise))}) {
+    const Input input(list(sequence(one + one)));
+    pki_CrlReader reader;
+    ASSERT_EQ(1, pki_crl_open(&reader, input.z(), input.end()));
+    pki_CrlEntry found;
+    for (int i = 0; i < 2; ++i) {
+      ASSERT_EQ(1, pki_crl_next(&reader, &found));
+      EXPECT_EQ(hex("05"), octets(found.serialNumber));
+      EXPECT_EQ(text("260201000000Z"), octets(found.revocationDate));
+      EXPECT_EQ(1769904000, found.revoked);
+      EXPECT_EQ(1, found.reason);
+    }
+    EXPECT_EQ(0, pki_crl_next(&reader, &found));
+  }
+}
+
 TEST(CrlReader, FindsASerialNumberFromTheStart) {
   const Input input(list(entries));
   pki_CrlReader reader;
