@@ -22,8 +22,9 @@ namespace {
 
 using Kind = Format::Kind;
 
-/// How many octets are read at once, and as many make a piece.
+/// How many octets make a piece, and the most that are read at once.
 constexpr size_t chunk = size_t{256} << 10;
+constexpr size_t least_at_once = size_t{64} << 10;
 
 /// The most octets of a record. A piece has whole records of less than a chunk, what was read of
 /// the next one, and a chunk after that.
@@ -232,12 +233,13 @@ void Stream::drop(size_t size) {
   cut_ -= std::min(cut_, size);
 }
 
-/// Reads what is there, but no more than a chunk. Returns false at the end of the file.
+/// Reads what is there, but not much more than a chunk. Returns false at the end of the file.
 bool Stream::read_more() {
   const size_t size = buffer_.size();
-  buffer_.resize(size + chunk);
+  const size_t most = std::max(chunk - std::min(whole_, chunk), least_at_once);
+  buffer_.resize(size + most);
   ssize_t count = 0;
-  do count = ::read(descriptor_, buffer_.data() + size, chunk);
+  do count = ::read(descriptor_, buffer_.data() + size, most);
   while (count < 0 && errno == EINTR);
   buffer_.resize(size + static_cast<size_t>(std::max<ssize_t>(count, 0)));
   if (count < 0) {

@@ -184,7 +184,7 @@ class Workers::Crew {
   Crew(size_t jobs, Source &source, const Tasks &tasks)
       : source_(source), tasks_(tasks), slots_(slot_count(jobs)), workers_(jobs) {
     for (Memory &slot : slots_) new (slot.memory.start()) Piece::Slot;
-    for (size_t i = slots_.size(); i-- > 0;) free_.push_back(static_cast<uint8_t>(i));
+    for (size_t i = 0; i < slots_.size(); ++i) free_.push_back(static_cast<uint8_t>(i));
     for (Worker &worker : workers_) start(worker);
   }
 
@@ -222,13 +222,13 @@ class Workers::Crew {
   /// Fills a slot and gives it to the worker with the least to do. Returns false at the end of the
   /// input.
   bool give_out() {
-    const uint8_t number = free_.back();
+    const uint8_t number = free_.front();
     Piece::Slot &slot = slots_[number].slot();
     const size_t size = source_.fill({slot.input(), Workers::most}, order_.empty());
     waits_ = size == later;
     if (waits_) return true;
     if (size == 0) return false;
-    free_.pop_back();
+    free_.pop_front();
     slot.size = size;
     slot.first_unit = source_.first_unit;
     slot.origin = source_.origin;
@@ -345,7 +345,7 @@ class Workers::Crew {
   const Tasks &tasks_;
   std::vector<Memory> slots_;
   std::vector<Worker> workers_;
-  std::vector<uint8_t> free_;
+  std::deque<uint8_t> free_;   ///< used in turn, so that the memory soon is what it will be
   std::deque<uint8_t> order_;  ///< slots in use, in the order of their pieces
   bool waits_ = false;         ///< whether the source waits for input
 };
