@@ -111,9 +111,10 @@ constexpr const char *map = R"(Examples:
   orvelasn1 map --where 'notAfter < now+30d or san.dns ~ "[.]example$"' certs.txt
 
 The input is read as it comes, however large it is, and each element is one line of output, in
-the order of the input. In base64, an element is a line, and what stands before a tab in it is
-passed through. An element that cannot be read has a line, too: its JSON has "error", and its last
-column, which is always there. The status is 0 all the same, unless --strict asks for another.
+the order of the input. Compressed input comes through a pipe, as above. In base64, an element is
+a line, and a label before a tab in it is passed through, as the first column or as "id". An
+element that cannot be read has a line, too: its JSON has "error", and its last column, which is
+always there. The status is 0 all the same, unless --strict asks for another.
 
 A condition compares fields: = != < <= > >= with a number, a text between quotation marks, true,
 false, or a date such as 2030-01-31, now or now+30d; ~ searches for an extended regular expression;

@@ -1,50 +1,13 @@
 // "orvelasn1 map": a line for each element, whatever the input is made of and whatever is in it.
-#include <numeric>
+#include "map.h"
 
-#include "records.h"
+#include <sys/ioctl.h>
+
+#include <functional>
 
 using namespace tool_tests;
 
 namespace {
-
-/// An INTEGER of three octets.
-Bytes integer(uint32_t value) {
-  return {0x02, 0x03, static_cast<uint8_t>(value >> 16), static_cast<uint8_t>(value >> 8),
-          static_cast<uint8_t>(value)};
-}
-
-/// A certificate of version 3, with this serial number, these common names, and DNS names.
-Bytes certificate(uint32_t serial, const std::string &subject,
-                  const std::vector<std::string> &names = {}) {
-  const Bytes algorithm = hex(ed25519);
-  Bytes extensions;
-  Bytes all;
-  for (const std::string &one : names) all = all + element(0x82, support::text(one));
-  if (!names.empty())
-    extensions =
-        element(0xA3, sequence(sequence(hex("06 03 55 1D 11") + octet_string(sequence(all)))));
-  return sequence(sequence(hex("A0 03 02 01 02") + integer(serial) + algorithm +
-                           common_name("Example CA") +
-                           sequence(element(0x17, support::text("200101000000Z")) +
-                                    element(0x17, support::text("291231235959Z"))) +
-                           common_name(subject) +
-                           sequence(algorithm + element(0x03, Bytes(33, 0x01))) + extensions) +
-                  algorithm + hex("03 02 00 01"));
-}
-
-/// Base64 in one line (RFC 4648, 4).
-std::string base64(const Bytes &octets) {
-  static constexpr char digits[] =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::string out;
-  for (size_t i = 0; i < octets.size(); i += 3) {
-    uint32_t group = 0;
-    const size_t count = std::min<size_t>(3, octets.size() - i);
-    for (size_t j = 0; j < 3; ++j) group = group << 8 | (j < count ? octets[i + j] : 0U);
-    for (size_t j = 0; j < 4; ++j) out += j <= count ? digits[group >> (18 - 6 * j) & 63] : '=';
-  }
-  return out;
-}
 
 std::string pem(const Bytes &octets) {
   std::string out = "-----BEGIN CERTIFICATE-----\n";
@@ -71,12 +34,6 @@ std::string entry(const Bytes &certificate, bool is_precertificate) {
                          : start + vector(certificate) + hex("00 00");
   return R"({"leaf_input":")" + base64(leaf) + R"(","extra_data":")" +
          base64(is_precertificate ? vector(certificate) + chain : chain) + "\"}";
-}
-
-Bytes revocation_list() {
-  return sequence(sequence(hex(ed25519) + common_name("Example CA") +
-                           element(0x17, support::text("291101000000Z"))) +
-                  hex(ed25519) + hex("03 02 00 01"));
 }
 
 class Map : public Tool {
@@ -200,6 +157,69 @@ TEST_F(Map, ReadsEveryFormat) {
                              entry(two_, false) + "]}\n");
 }
 
+/// An answer of a log as it stands on the wire: one entry with the certificate and the chain that
+/// it was submitted with, and one with what a certificate was made from.
+TEST_F(Map, ReadsTheEntriesOfALog) {
+  const Bytes issuer = support::text(to_der(make_certificate(ec_key, {"-subj", "/CN=Log CA"})));
+  const std::vector<std::string> names{"-subj", "/CN=a.example", "-addext",
+                                       "subjectAltName=DNS:a.example,DNS:b.example"};
+  const std::string plain = make_certificate(ec_key, names);
+  std::vector<std::string> poisoned = names;
+  // RFC 6962, 3.1: a critical extension whose value is NULL.
+  poisoned.insert(poisoned.end(), {"-addext", "1.3.6.1.4.1.11129.2.4.3=critical,ASN1:NULL"});
+  const std::string pre = make_certificate(ec_key, poisoned);
+  const auto der = [&](const std::string &pem) { return support::text(to_der(pem)); };
+  const auto tbs = [&](const std::string &pem) {
+    openssl({"asn1parse", "-strparse", "4", "-noout", "-out", path("tbs")}, pem);
+    return support::text(read_file(path("tbs")));
+  };
+  // RFC 6962, 3.4: version 1, a leaf with an entry, a time, the type of the entry.
+  const Bytes x509 = hex("00 00 00 00 01 8C B2 4A 1D 7F 00 00") + vector(der(plain)) + hex("00 00");
+  const Bytes precert = hex("00 00 00 00 01 8C B2 4A 1D 80 00 01") + Bytes(32, 0x5A) +
+                        vector(tbs(plain)) + hex("00 00");
+  // RFC 6962, 4.6: what is beside the leaf.
+  const Bytes chain = vector(vector(issuer));
+  const Bytes both = vector(der(pre)) + chain;
+  const std::string answer = R"({"entries":[{"leaf_input":")" + base64(x509) +
+                             R"(","extra_data":")" + base64(chain) + R"("},{"leaf_input":")" +
+                             base64(precert) + R"(","extra_data":")" + base64(both) + "\"}]}\n";
+  const auto serial = [&](const std::string &pem) {
+    std::string line = openssl({"x509", "-noout", "-serial"}, pem);
+    return line.substr(line.find('=') + 1, line.find('\n') - line.find('=') - 1);
+  };
+  const std::string expected =
+      serial(plain) + "\ta.example,b.example\t\n" + serial(pre) + "\ta.example,b.example\t\n";
+  const std::vector<std::string> words{"--in", "ct", "--fields", "serial,san.dns"};
+  EXPECT_EQ(expected, lines(words, answer));
+  // Two answers after each other, the second as some logs lay it out.
+  std::string wide;
+  for (const char c : answer)
+    wide += c == ',' || c == '{' || c == '[' ? std::string(1, c) + "\n    " : std::string(1, c);
+  EXPECT_EQ(expected + expected, lines(words, answer + wide));
+  EXPECT_EQ(serial(pre) + "\t\n", lines({"--in", "ct", "--fields", "serial", "--where",
+                                         "extensions = 'precertificatePoison'"},
+                                        answer));
+}
+
+TEST_F(Map, SaysWhatIsWrongWithAnEntryOfALog) {
+  const auto refusal = [&](const std::string &leaf, const std::string &extra) {
+    return lines({"--in", "ct", "--fields", "size"},
+                 R"({"entries":[{"leaf_input":")" + leaf + R"(","extra_data":")" + extra + "\"}]}");
+  };
+  const Bytes start = hex("00 00  00 00 01 8C 00 00 00 00");
+  const Bytes whole = start + hex("00 00") + vector(one_) + hex("00 00");
+  EXPECT_EQ("0\tit is not base64\n", refusal("!", ""));
+  EXPECT_EQ("0\tthe leaf is not of RFC 6962\n", refusal("", ""));
+  EXPECT_EQ("0\tthe leaf is not of RFC 6962\n", refusal(base64(start + hex("00 02")), ""));
+  EXPECT_EQ("0\tthe entry is not of RFC 6962\n", refusal(base64(start + hex("00 00 00 00")), ""));
+  EXPECT_EQ("0\tthe entry is not of RFC 6962\n", refusal(base64(start + hex("00 01")), "AAAF"));
+  EXPECT_EQ(std::to_string(one_.size()) + "\t\n", refusal(base64(whole), ""));
+  EXPECT_EQ("0\tit has no \"leaf_input\" with \"extra_data\"\n",
+            lines({"--in", "ct", "--fields", "size"}, R"({"entries":[{"leaf_input":"AAAA"}]})"));
+  EXPECT_EQ("0\tit is not JSON\n",
+            lines({"--in", "ct", "--fields", "size"}, R"({"entries":[{"leaf_input":"AAAA"]})"));
+}
+
 TEST_F(Map, PassesOnWhatStandsBeforeATab) {
   const std::string input = "k1\t" + base64(one_) + "\nk2\tx\t" + base64(two_) + "\nk3\t!\n";
   EXPECT_EQ("k1\t010203\t\nk2\tx\t040506\t\nk3\t\tit is not base64\n",
@@ -208,6 +228,23 @@ TEST_F(Map, PassesOnWhatStandsBeforeATab) {
       "{\"id\":\"k1\",\"serial\":\"010203\"}\n{\"id\":\"k2\\tx\",\"serial\":\"040506\"}\n"
       "{\"id\":\"k3\",\"file\":\"standard input\",\"element\":3,\"error\":\"it is not base64\"}\n",
       lines({"--json", "--fields", "serial"}, input));
+}
+
+TEST_F(Map, HasAColumnForLabelsWhereTheFirstLineHasOne) {
+  const std::string labelled = "k1\t" + base64(one_) + "\n" + base64(two_) + "\n\t!\n";
+  EXPECT_EQ("id\tserial\terror\nk1\t010203\t\n\t040506\t\n\t\tit is not base64\n",
+            lines({"--fields", "serial", "--header"}, labelled));
+  EXPECT_EQ("id,serial,error\n\"a\"\",b\",010203,\n",
+            lines({"--fields", "serial", "--header", "--csv"}, "a\",b\t" + base64(one_)));
+  const std::string plain = base64(two_) + "\nk1\t" + base64(one_) + "\n";
+  EXPECT_EQ("serial\terror\n040506\t\nk1\t010203\t\n",
+            lines({"--fields", "serial", "--header"}, plain));
+  EXPECT_EQ("serial\terror\n", lines({"--fields", "serial", "--header"}, ""));
+  // Where they are asked for, that is their place.
+  EXPECT_EQ("serial\tid\terror\n010203\tk1\t\n040506\t\t\n\t\tit is not base64\n",
+            lines({"--fields", "serial,id", "--header"}, labelled));
+  EXPECT_EQ("{\"serial\":\"010203\",\"id\":\"k1\"}\n",
+            lines({"--fields", "serial,id", "--json"}, labelled.substr(0, labelled.find('\n'))));
 }
 
 TEST_F(Map, CountsTheElementsOfEachFile) {
@@ -277,11 +314,29 @@ TEST_F(Map, LosesNoElementToOneThatEndsTheProcess) {
   }
 }
 
+TEST_F(Map, KeepsTheLabelOfOneThatEndsTheProcess) {
+  // What is decoded has a tab, too.
+  const std::string bad = base64(common_name("x\ty", 0x84)) + "\n";
+  const std::string good = base64(common_name("x\ty")) + "\n";
+  const std::string out =
+      lines({"--type", "name", "--fields", "size"}, "k1\t" + bad + "k\t2\t" + bad + "k3\t" + good);
+  const std::string ended = "\t0\tthe library ended its process: asn1_x501: [^\n]+\n";
+  EXPECT_TRUE(matches(out, "^k1" + ended + "k\t2" + ended + "k3\t16\t\n$")) << out;
+}
+
 TEST_F(Map, SaysWhatIsTooLong) {
   const std::string sound = base64(one_) + "\n";
   const std::string out =
       lines({"--fields", "serial"}, sound + std::string(size_t{70} << 20, 'A') + "\n" + sound);
   EXPECT_EQ("010203\t\n\tthe record is longer than 64 MiB\n010203\t\n", out);
+}
+
+TEST_F(Map, KeepsTheLabelOfWhatIsTooLong) {
+  const std::string label(1000, 'k');
+  const std::string out =
+      lines({"--fields", "serial"},
+            label + "\t" + std::string(size_t{70} << 20, 'A') + "\nk2\t" + base64(one_));
+  EXPECT_EQ(label + "\t\tthe record is longer than 64 MiB\nk2\t010203\t\n", out);
 }
 
 TEST_F(Map, FailsForWhatIsBrokenWhereThatIsAsked) {
@@ -297,19 +352,42 @@ TEST_F(Map, IsEmptyForAnEmptyInput) {
   EXPECT_EQ("", lines({"--in", "pem"}, "no block\n"));
 }
 
-TEST_F(Map, EndsQuietlyWithoutAReaderAndNotQuietlyOnAFullDisk) {
-  const std::string file_name = file("many.b64", [&] {
-    std::string all;
-    for (int i = 0; i < 3000; ++i) all += base64(one_) + "\n";
-    return all;
-  }());
-  const std::string tool = std::string("'") + ORVELASN1_TOOL_PATH + "' map '" + file_name + "'";
-  const Outcome cut = run_program({"sh", "-c", tool + " | head -n 1 | wc -l"}, "", {});
-  EXPECT_EQ("1\n", cut.out);
-  EXPECT_EQ(cut.err.npos, cut.err.find("roken pipe")) << cut.err;
-  const Outcome full = run_program({"sh", "-c", tool + " >/dev/full"}, "", {});
-  EXPECT_NE(0, full.status);
-  EXPECT_NE(full.err.npos, full.err.find("standard output: No space left on device")) << full.err;
+/// What a run writes to standard error where that is a terminal of so many columns.
+std::string on_terminal(unsigned short columns,
+                        const std::function<void(const std::string &)> &run) {
+  const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+  EXPECT_EQ(0, grantpt(terminal));
+  EXPECT_EQ(0, unlockpt(terminal));
+  const winsize size{24, columns, 0, 0};
+  EXPECT_EQ(0, ioctl(terminal, TIOCSWINSZ, &size));
+  run(ptsname(terminal));
+  std::string text;
+  std::array<char, 4096> buffer{};
+  for (ssize_t count = 0; (count = read(terminal, buffer.data(), buffer.size())) > 0;)
+    text.append(buffer.data(), static_cast<size_t>(count));
+  close(terminal);
+  return text;
+}
+
+TEST_F(Map, ShowsOnATerminalHowFarItIs) {
+  const std::string input = file("two.pem", pem(one_) + pem(two_));
+  const auto shown = [&](unsigned short columns, const std::string &start) {
+    return on_terminal(columns, [&](const std::string &terminal) {
+      const Outcome result = run_program(
+          {"sh", "-c", start + " '" + ORVELASN1_TOOL_PATH + "' map 2>'" + terminal + "'"}, "", {});
+      EXPECT_EQ(0, result.status);
+      EXPECT_EQ(2, std::ranges::count(result.out, '\n'));
+    });
+  };
+  const std::string state = "2 elements, 0 errors, [0-9.]+ s, [0-9]+ a second";
+  const std::string erased = "\x1B\\[K";
+  const std::string end = erased + "\r" + erased + "orvelasn1: " + state + "\r\n$";
+  const std::string known = shown(100, "<'" + input + "'");
+  EXPECT_TRUE(matches(known, "^\r" + state + "  \\[={20}\\] 100 %, 0 s left" + end)) << known;
+  const std::string unknown = shown(100, "cat '" + input + "' |");
+  EXPECT_TRUE(matches(unknown, "^\r" + state + end)) << unknown;
+  const std::string narrow = shown(20, "<'" + input + "'");
+  EXPECT_TRUE(matches(narrow, "^\r2 elements, 0 error" + end)) << narrow;
 }
 
 // ---- Conditions ---------------------------------------------------------------------------------
@@ -377,6 +455,10 @@ TEST_F(Map, RefusesAWrongConditionBeforeTheFirstLine) {
   EXPECT_EQ("character 12: expected a date, such as 2030-01-31, 2030-01-31T12:00:00Z or now+30d",
             refusal("notAfter < tomorrow"));
   EXPECT_EQ("character 101: the condition is too deep", refusal(std::string(1000, '(')));
+  EXPECT_EQ("character 1: expected a field", refusal(""));
+  // Two octets are one character.
+  EXPECT_EQ("character 15: expected \"and\", \"or\" or the end",
+            refusal("subject = '\xC3\xBC' isCA"));
 }
 
 TEST_F(Map, RefusesFieldsAndFormatsThatThereAreNot) {
@@ -395,23 +477,6 @@ TEST_F(Map, ListsTheFieldsWithTheirKinds) {
   EXPECT_NE(list.npos, list.find("\nnotAfter        date    the end of its validity\n")) << list;
   EXPECT_NE(list.npos, list.find("\nkey.bits        number  the size of the key\n")) << list;
   EXPECT_NE(list.npos, list.find("\nisCA            truth   ")) << list;
-}
-
-// ---- Many ---------------------------------------------------------------------------------------
-
-TEST_F(Map, KeepsTheOrderAndLosesNothing) {
-  constexpr uint32_t count = 5000;
-  constexpr uint32_t first = 0x010000;
-  std::string input;
-  for (uint32_t i = 0; i < count; ++i) input += base64(certificate(first + i, "x")) + "\n";
-  std::istringstream out(lines({"--fields", "serial", "--jobs", "3"}, input));
-  uint32_t next = 0;
-  for (std::string line; std::getline(out, line); ++next) {
-    const uint32_t serial =
-        static_cast<uint32_t>(std::stoul(line.substr(0, line.find('\t')), nullptr, 16));
-    ASSERT_EQ(first + next, serial);
-  }
-  EXPECT_EQ(count, next);
 }
 
 }  // namespace

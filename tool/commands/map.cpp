@@ -4,11 +4,13 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <utility>
 
 #include "commands/commands.h"
 #include "input/record.h"
 #include "records/object_json.h"
 #include "system/output.h"
+#include "system/terminal.h"
 #include "text/characters.h"
 
 namespace tool {
@@ -27,38 +29,41 @@ class LineWriter {
  public:
   explicit LineWriter(const MapRequest &request) : request_(request) {}
 
-  std::string operator()(const Object &object) const {
-    if (request_.form != Form::json) return columns(object);
+  /// @param labelled whether the lines have a column for labels. A label has one in any case.
+  std::string operator()(const Object &object, bool labelled) const {
+    if (request_.form != Form::json) return columns(object, labelled || !object.id.empty());
     if (object.record == nullptr || request_.fields.empty())
       return json_of_object(object, request_.view) + "\n";
     Json json = Json::object();
-    if (!object.id.empty()) json.put("id", valid_utf8(object.id));
+    if (!object.id.empty() && !has("id")) json.put("id", valid_utf8(object.id));
     for (const Field *const field : request_.fields)
       json.put(field->name, json_of(field->of(object)));
     return json.text() + "\n";
   }
 
   /// Returns the line that names the columns.
-  std::string header() const {
+  std::string header(bool labelled) const {
     std::vector<std::string> names;
+    if (labelled && !has("id")) names.emplace_back("id");
     for (const Field *const field : request_.fields) names.emplace_back(field->name);
-    if (!has_error()) names.emplace_back("error");
+    if (!has("error")) names.emplace_back("error");
     return line(names);
   }
 
  private:
-  bool has_error() const {
-    return std::ranges::find(request_.fields, "error", &Field::name) != request_.fields.end();
+  bool has(std::string_view field) const {
+    return std::ranges::find(request_.fields, field, &Field::name) != request_.fields.end();
   }
 
-  std::string columns(const Object &object) const {
+  std::string columns(const Object &object, bool has_label) const {
     std::vector<std::string> values;
     for (const Field *const field : request_.fields) values.push_back(text_of(field->of(object)));
-    if (!has_error())
+    if (!has("error"))
       values.push_back(object.fault == nullptr ? "" : text_with_offset(*object.fault));
-    // What is passed through comes first, as it stands.
+    // A label comes first, as it stands, where it is not asked for at another place.
     std::string start;
-    if (!object.id.empty()) start = is_csv() ? csv(object.id) + "," : std::string(object.id) + "\t";
+    if (has_label && !has("id"))
+      start = is_csv() ? csv(object.id) + "," : std::string(object.id) + "\t";
     return start + line(values);
   }
 
@@ -98,11 +103,13 @@ class RecordWorker {
     const Cutter cut = origin.format.cutter();
     while (!piece.rest().empty()) {
       const size_t size = origin.too_long ? goes_on : cut(text_of(piece.rest()));
-      const auto record = piece.begin(std::min(size, piece.rest().size()));
+      const Octets octets = piece.rest().first(std::min(size, piece.rest().size()));
+      const size_t label = label_size(octets, origin.format);
+      const auto record = piece.begin(octets.size(), label);
       if (origin.too_long)
         refuse(piece, origin, "the record is longer than 64 MiB");
       else
-        answer(piece, origin, record);
+        answer(piece, origin, record.subspan(label));
     }
   }
 
@@ -117,6 +124,9 @@ class RecordWorker {
     Object object;
     object.file = stream_.name(origin.file);
     object.number = piece.unit() + 1;
+    object.id = text_of(piece.kept());
+    // Without its tab.
+    if (!object.id.empty()) object.id.remove_suffix(1);
     return object;
   }
 
@@ -124,25 +134,24 @@ class RecordWorker {
     const Fault fault{std::nullopt, std::move(why)};
     Object object = start(piece, origin);
     object.fault = &fault;
-    finish(piece, object);
+    finish(piece, origin, object);
   }
 
   void answer(Piece &piece, const Stream::Origin &origin, std::span<uint8_t> record) const {
-    auto contents = read_record(record, origin.format);
-    if (!contents) return piece.done({});
+    const auto element = read_record(record, origin.format);
+    if (!element) return piece.done({});
     Object object = start(piece, origin);
-    object.id = contents->id;
-    object.octets = contents->element.octets;
+    object.octets = element->octets;
     // Nearly all are certificates: for these alone no other type is tried.
-    if (may_be_certificate(contents->element)) {
+    if (may_be_certificate(*element)) {
       const auto certificate = decoded(pki_Certificate_d, pki_Certificate_free, object.octets);
       if (certificate) {
         object.type = certificate_type_;
         object.record = object.certificate = certificate.get();
-        return finish(piece, object);
+        return finish(piece, origin, object);
       }
     }
-    const Decoding decoding = decode(contents->element, request_.type);
+    const Decoding decoding = decode(*element, request_.type);
     if (decoding.fault) object.fault = &*decoding.fault;
     if (!decoding.fault && decoding.record) {
       object.type = decoding.type;
@@ -150,7 +159,7 @@ class RecordWorker {
       if (object.type == certificate_type_)
         object.certificate = static_cast<const Certificate *>(object.record);
     }
-    finish(piece, object);
+    finish(piece, origin, object);
   }
 
   bool may_be_certificate(const Element &element) const {
@@ -159,17 +168,17 @@ class RecordWorker {
            (element.label.empty() || std::ranges::find(labels, element.label) != labels.end());
   }
 
-  void finish(Piece &piece, const Object &object) const {
+  void finish(Piece &piece, const Stream::Origin &origin, const Object &object) const {
     Piece::Counts counts{1, object.record == nullptr ? uint64_t{1} : 0};
     const bool wanted = !request_.condition || (*request_.condition)(object);
-    if (wanted && !piece.write(write_(object))) {
+    if (wanted && !piece.write(write_(object, origin.labelled))) {
       const Fault fault{std::nullopt, "its line is longer than the room for it"};
       Object instead = object;
       instead.fault = &fault;
       instead.record = nullptr;
       instead.certificate = nullptr;
       counts.faults = 1;
-      piece.write(write_(instead));
+      piece.write(write_(instead, origin.labelled));
     }
     piece.done(counts);
   }
@@ -188,22 +197,25 @@ class Progress {
   void add(Piece::Counts counts) {
     elements_ += counts.elements;
     faults_ += counts.faults;
-    const auto now = Clock::now();
-    if (!is_shown_ || now - last_ < std::chrono::milliseconds(200)) return;
-    last_ = now;
-    std::string line = "\r" + state();
-    if (size_ && *size_ != 0 && stream_.octets_read() != 0) {
-      const double share = static_cast<double>(stream_.octets_read()) / static_cast<double>(*size_);
-      std::array<char, 64> rest{};
-      std::snprintf(rest.data(), rest.size(), ", %.0f %%, %.0f s left", 100 * share,
-                    seconds() * (1 - share) / share);
-      line += rest.data();
-    }
-    std::fputs((line + "\x1B[K").c_str(), stderr);
+    if (columns_ == 0 || (shown_ && Clock::now() - *shown_ < std::chrono::milliseconds(200)))
+      return;
+    shown_ = Clock::now();
+    is_up_ = true;
+    // A line that is wrapped would not be overwritten.
+    write("\r" + (state() + bar()).substr(0, columns_ - 1) + erase_rest);
   }
 
-  void end() const {
-    if (is_shown_) std::fputs("\r\x1B[K", stderr);
+  /// Makes room for a text on standard output, which may be the same terminal.
+  void make_room(std::string_view text) {
+    if (shares_terminal_ && !text.empty()) hide();
+  }
+
+  void hide() {
+    if (std::exchange(is_up_, false)) write(std::string("\r") + erase_rest);
+  }
+
+  void end() {
+    hide();
     complain(state());
   }
 
@@ -211,6 +223,9 @@ class Progress {
 
  private:
   using Clock = std::chrono::steady_clock;
+  static constexpr const char *erase_rest = "\x1B[K";
+
+  static void write(const std::string &text) { std::fputs(text.c_str(), stderr); }
 
   double seconds() const { return std::chrono::duration<double>(Clock::now() - start_).count(); }
 
@@ -222,11 +237,27 @@ class Progress {
     return counted(elements_, "element") + ", " + counted(faults_, "error") + rate.data();
   }
 
+  /// Returns "  [=====     ] 50 %, 12 s left" where the size of the input is known.
+  std::string bar() const {
+    if (size_.value_or(0) == 0 || stream_.octets_read() == 0) return "";
+    constexpr size_t width = 20;
+    const double share =
+        std::min(1.0, static_cast<double>(stream_.octets_read()) / static_cast<double>(*size_));
+    std::string done(static_cast<size_t>(share * width), '=');
+    done.resize(width, ' ');
+    std::array<char, 64> rest{};
+    std::snprintf(rest.data(), rest.size(), "] %.0f %%, %.0f s left", 100 * share,
+                  seconds() * (1 - share) / share);
+    return "  [" + done + rest.data();
+  }
+
   const Stream &stream_;
   std::optional<uint64_t> size_;
-  bool is_shown_ = isatty(STDERR_FILENO) != 0;
+  size_t columns_ = message_columns();
+  bool shares_terminal_ = columns_ != 0 && isatty(STDOUT_FILENO) != 0;
   Clock::time_point start_ = Clock::now();
-  Clock::time_point last_ = start_;
+  std::optional<Clock::time_point> shown_;
+  bool is_up_ = false;
   uint64_t elements_ = 0;
   uint64_t faults_ = 0;
 };
@@ -237,14 +268,20 @@ bool map(const MapRequest &request) {
   Stream stream(request.files, request.format);
   const RecordWorker worker(request, stream);
   Progress progress(stream);
-  if (request.header) emit(LineWriter(request).header());
+  bool is_named = !request.header;
+  const auto name_columns = [&] {
+    if (!std::exchange(is_named, true)) emit(LineWriter(request).header(stream.is_labelled()));
+  };
   Workers::run(request.jobs == 0 ? processors() : request.jobs, stream.source(),
                {[&](Piece &piece) { worker.work(piece); },
                 [&](Piece &piece, std::string_view words) { worker.ended(piece, words); },
                 [&](std::string_view answer, Piece::Counts counts) {
+                  progress.make_room(answer);
+                  name_columns();
                   emit(answer);
                   progress.add(counts);
                 }});
+  name_columns();
   progress.end();
   return stream.all_well() && (!request.strict || progress.faults() == 0);
 }

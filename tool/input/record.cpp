@@ -13,10 +13,16 @@ namespace {
 
 using Kind = Format::Kind;
 
-Contents refused(std::string why) {
-  Contents contents;
-  contents.element.fault = Fault{std::nullopt, std::move(why)};
-  return contents;
+Element refused(std::string why) {
+  Element element;
+  element.fault = Fault{std::nullopt, std::move(why)};
+  return element;
+}
+
+Element element_of(Octets octets) {
+  Element element;
+  element.octets = octets;
+  return element;
 }
 
 /// Decodes base64, in which blanks may stand. Fails on any other character.
@@ -32,32 +38,13 @@ std::optional<std::span<uint8_t>> decode(std::span<uint8_t> text) {
 }
 
 /// Reads the base64 of an element.
-Contents read_base64(std::span<uint8_t> text) {
+Element read_base64(std::span<uint8_t> text) {
   const bool is_empty = text_of(text).find_first_not_of(" \t\r\n") == std::string_view::npos;
   if (is_empty) return refused("expected base64, found nothing");
   if (is_pem(text))
-    if (auto element = PemReader(text)()) return {std::move(*element), {}};
+    if (auto element = PemReader(text)()) return std::move(*element);
   const auto octets = decode(text);
-  if (!octets) return refused("it is not base64");
-  Contents contents;
-  contents.element.octets = *octets;
-  return contents;
-}
-
-std::span<uint8_t> without_line_end(std::span<uint8_t> line) {
-  while (!line.empty() && (line.back() == '\n' || line.back() == '\r'))
-    line = line.first(line.size() - 1);
-  return line;
-}
-
-Contents read_line(std::span<uint8_t> line) {
-  line = without_line_end(line);
-  const size_t tab = text_of(line).rfind('\t');
-  if (tab == std::string_view::npos) return read_base64(line);
-  std::string id(text_of(line).substr(0, tab));
-  Contents contents = read_base64(line.subspan(tab + 1));
-  contents.id = std::move(id);
-  return contents;
+  return octets ? element_of(*octets) : refused("it is not base64");
 }
 
 /// Returns a text in the place of a record, which has room for it.
@@ -66,7 +53,7 @@ std::span<uint8_t> put(std::span<uint8_t> record, std::string_view text) {
   return record.first(text.size());
 }
 
-Contents read_csv(std::span<uint8_t> line, size_t column) {
+Element read_csv(std::span<uint8_t> line, size_t column) {
   const auto fields = csv_fields(text_of(line));
   if (column >= fields.size())
     return refused("the line has no column " + std::to_string(column + 1));
@@ -121,7 +108,7 @@ class Members : public nlohmann::json_sax<nlohmann::json> {
   size_t depth_ = 0;
 };
 
-Contents read_jsonl(std::span<uint8_t> line, const std::string &member) {
+Element read_jsonl(std::span<uint8_t> line, const std::string &member) {
   Members members{member};
   if (!nlohmann::json::sax_parse(text_of(line), &members)) return refused("it is not JSON");
   if (!members[0]) return refused("it has no text \"" + member + "\"");
@@ -141,7 +128,7 @@ std::optional<Octets> take_vector(Octets &octets) {
 
 /// Reads an entry of a log's answer (RFC 6962, 3.4 and 4.6): a certificate, or a precertificate
 /// with its poison.
-std::optional<Contents> read_entry(std::span<uint8_t> record) {
+std::optional<Element> read_entry(std::span<uint8_t> record) {
   const size_t start = text_of(record).rfind('{');
   if (start == std::string_view::npos) return std::nullopt;
   // An answer without entries.
@@ -163,17 +150,12 @@ std::optional<Contents> read_entry(std::span<uint8_t> record) {
     return refused("the leaf is not of RFC 6962");
   Octets rest = (*leaf)[11] == precertificate ? Octets(*extra) : Octets(*leaf).subspan(fixed);
   const auto octets = take_vector(rest);
-  if (!octets) return refused("the entry is not of RFC 6962");
-  Contents contents;
-  contents.element.octets = *octets;
-  return contents;
+  return octets ? element_of(*octets) : refused("the entry is not of RFC 6962");
 }
 
-std::optional<Contents> read_pem(std::span<uint8_t> record) {
+std::optional<Element> read_pem(std::span<uint8_t> record) {
   if (text_of(record).find("-----BEGIN ") == std::string_view::npos) return std::nullopt;
-  auto element = PemReader(record)();
-  if (!element) return std::nullopt;
-  return Contents{std::move(*element), {}};
+  return PemReader(record)();
 }
 
 }  // namespace
@@ -197,7 +179,12 @@ std::vector<std::string> csv_fields(std::string_view line) {
   return fields;
 }
 
-std::optional<Contents> read_record(std::span<uint8_t> record, const Format &format) {
+size_t label_size(Octets record, const Format &format) {
+  const size_t tab = format.kind == Kind::base64 ? text_of(record).rfind('\t') : record.size();
+  return tab < record.size() ? tab + 1 : 0;
+}
+
+std::optional<Element> read_record(std::span<uint8_t> record, const Format &format) {
   switch (format.kind) {
     case Kind::csv:
       return read_csv(record, format.column);
@@ -207,16 +194,13 @@ std::optional<Contents> read_record(std::span<uint8_t> record, const Format &for
       return read_entry(record);
     case Kind::pem:
       return read_pem(record);
-    case Kind::der: {
-      Contents contents;
-      contents.element.octets = record;
-      return contents;
-    }
+    case Kind::der:
+      return element_of(record);
     case Kind::unknown:
     case Kind::base64:
       break;
   }
-  return read_line(record);
+  return read_base64(record);
 }
 
 }  // namespace tool

@@ -7,15 +7,13 @@
 
 namespace tool {
 
-/// What a record holds.
-struct Contents {
-  Element element;  ///< a view of the record
-  std::string id;   ///< what stands before a tab, to be passed through
-};
+/// Returns the octets of a record up to the last tab and with it: a label, which is passed through.
+/// 0 where there is none; only lines of base64 may have one.
+size_t label_size(Octets record, const Format &format);
 
-/// Reads a record, and writes over it. Returns nothing where it holds no element and needs none,
-/// such as the text after the last END line of PEM.
-std::optional<Contents> read_record(std::span<uint8_t> record, const Format &format);
+/// Reads a record without its label, and writes over it. Returns a view of it, or nothing where it
+/// holds no element and needs none, such as the text after the last END line of PEM.
+std::optional<Element> read_record(std::span<uint8_t> record, const Format &format);
 
 /// Returns the fields of a line of CSV (RFC 4180).
 std::vector<std::string> csv_fields(std::string_view line);

@@ -22,8 +22,9 @@ namespace {
 
 using Kind = Format::Kind;
 
-/// How many octets are read at once, and as many make a piece.
+/// How many octets make a piece, and the most that are read at once.
 constexpr size_t chunk = size_t{256} << 10;
+constexpr size_t least_at_once = size_t{64} << 10;
 
 /// The most octets of a record. A piece has whole records of less than a chunk, what was read of
 /// the next one, and a chunk after that.
@@ -33,7 +34,12 @@ static_assert(longest + 2 * chunk <= Workers::most);
 /// What an origin holds, from the lowest bits on.
 constexpr unsigned kind_bits = 7;
 constexpr unsigned column_bits = 24;
+constexpr unsigned flag_bits = 2;
 constexpr uint64_t too_long_bit = 1;
+constexpr uint64_t labelled_bit = 2;
+
+/// How much is given of a record that is too long: its label, where it has one.
+constexpr size_t start_of_long = size_t{64} << 10;
 
 constexpr std::pair<std::string_view, Kind> names[] = {
     {"base64", Kind::base64}, {"csv", Kind::csv}, {"jsonl", Kind::jsonl},
@@ -89,9 +95,10 @@ Stream::Stream(std::vector<std::string> files, Format format)
 Stream::~Stream() { close_file(); }
 
 Stream::Origin Stream::origin(uint64_t number) const {
-  Origin origin{number >> (1 + kind_bits + column_bits), wanted_, (number & too_long_bit) != 0};
-  origin.format.kind = static_cast<Kind>(number >> 1 & ((1U << kind_bits) - 1));
-  origin.format.column = number >> (1 + kind_bits) & ((1U << column_bits) - 1);
+  Origin origin{number >> (flag_bits + kind_bits + column_bits), wanted_,
+                (number & too_long_bit) != 0, (number & labelled_bit) != 0};
+  origin.format.kind = static_cast<Kind>(number >> flag_bits & ((1U << kind_bits) - 1));
+  origin.format.column = number >> (flag_bits + kind_bits) & ((1U << column_bits) - 1);
   return origin;
 }
 
@@ -119,9 +126,8 @@ size_t Stream::fill(std::span<uint8_t> room, bool may_wait) {
     if (is_more && buffer_.size() - whole_ <= longest) continue;
     if (whole_ != 0) return give(room, whole_);
     if (is_more) {
-      // The start of a record that is too long: what it is, and for the message.
       skips_ = true;
-      return give(room, std::min<size_t>(buffer_.size(), 64), true);
+      return give(room, std::min(buffer_.size(), start_of_long), true);
     }
     const size_t rest = skips_ ? 0 : buffer_.size();
     close_file();
@@ -136,12 +142,16 @@ size_t Stream::fill(std::span<uint8_t> room, bool may_wait) {
 /// Puts the start of the buffer into the room.
 size_t Stream::give(std::span<uint8_t> room, size_t size, bool too_long) {
   std::memcpy(room.data(), buffer_.data(), size);
+  if (!labelled_) {
+    const size_t first = std::min(format_.cutter()(text_of(buffer_)), size);
+    labelled_ = label_size(Octets(buffer_).first(first), format_) != 0;
+  }
   source_.first_unit = units_;
   source_.origin =
       ((static_cast<uint64_t>(next_file_ - 1) << column_bits | format_.column) << kind_bits |
        static_cast<uint64_t>(format_.kind))
-          << 1 |
-      (too_long ? too_long_bit : 0);
+          << flag_bits |
+      (too_long ? too_long_bit : 0) | (is_labelled() ? labelled_bit : 0);
   if (too_long) {
     ++units_;
     buffer_ = {};
@@ -223,12 +233,13 @@ void Stream::drop(size_t size) {
   cut_ -= std::min(cut_, size);
 }
 
-/// Reads what is there, but no more than a chunk. Returns false at the end of the file.
+/// Reads what is there, but not much more than a chunk. Returns false at the end of the file.
 bool Stream::read_more() {
   const size_t size = buffer_.size();
-  buffer_.resize(size + chunk);
+  const size_t most = std::max(chunk - std::min(whole_, chunk), least_at_once);
+  buffer_.resize(size + most);
   ssize_t count = 0;
-  do count = ::read(descriptor_, buffer_.data() + size, chunk);
+  do count = ::read(descriptor_, buffer_.data() + size, most);
   while (count < 0 && errno == EINTR);
   buffer_.resize(size + static_cast<size_t>(std::max<ssize_t>(count, 0)));
   if (count < 0) {

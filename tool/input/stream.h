@@ -39,8 +39,12 @@ class Stream {
     size_t file = 0;        ///< its number
     Format format;          ///< never unknown
     bool too_long = false;  ///< whether the only record is the start of one that is too long
+    bool labelled = false;  ///< is_labelled()
   };
   Origin origin(uint64_t number) const;
+
+  /// Whether the first record of all has a label. Known once a piece was filled.
+  bool is_labelled() const { return labelled_.value_or(false); }
 
   /// Returns the name of a file, or "standard input".
   std::string_view name(size_t file) const {
@@ -78,6 +82,7 @@ class Stream {
   uint64_t whole_units_ = 0;
   uint64_t units_ = 0;  ///< given out, of the open file
   bool skips_ = false;  ///< whether the record is too long
+  std::optional<bool> labelled_;
   bool all_well_ = true;
   uint64_t octets_read_ = 0;
 };

@@ -89,7 +89,11 @@ class ConditionReader {
 
  private:
   [[noreturn]] void fail(std::string why) const {
-    throw Condition::Mistake{at_ + 1, std::move(why)};
+    const auto is_first_octet = [](char c) {
+      return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+    };
+    const auto before = std::ranges::count_if(text_.substr(0, at_), is_first_octet);
+    throw Condition::Mistake{static_cast<size_t>(before) + 1, std::move(why)};
   }
 
   static bool is_word(char c) {

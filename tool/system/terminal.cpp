@@ -11,10 +11,12 @@ namespace tool {
 
 namespace {
 
-/// Returns the size of the terminal; zeros where standard output is none.
-winsize terminal_size() {
+constexpr size_t usual_columns = 80;
+
+/// Returns the size of the terminal; zeros where the descriptor is none.
+winsize terminal_size(int descriptor = STDOUT_FILENO) {
   winsize size{};
-  if (isatty(STDOUT_FILENO) == 0 || ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0) return {};
+  if (isatty(descriptor) == 0 || ioctl(descriptor, TIOCGWINSZ, &size) != 0) return {};
   return size;
 }
 
@@ -38,15 +40,20 @@ bool takes_colours() {
 }
 
 size_t page_columns() {
-  constexpr size_t usual = 80;
   constexpr size_t narrowest = 40;
   constexpr size_t widest = 10000;
   size_t columns = number_in("COLUMNS");
   if (columns == 0) columns = terminal_size().ws_col;
-  if (columns == 0) columns = usual;
+  if (columns == 0) columns = usual_columns;
   return columns < narrowest ? narrowest : columns > widest ? widest : columns;
 }
 
 size_t terminal_rows() { return terminal_size().ws_row; }
+
+size_t message_columns() {
+  if (isatty(STDERR_FILENO) == 0) return 0;
+  const size_t columns = terminal_size(STDERR_FILENO).ws_col;
+  return columns == 0 ? usual_columns : columns;
+}
 
 }  // namespace tool

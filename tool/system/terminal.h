@@ -1,4 +1,4 @@
-// The terminal that standard output may be.
+// The terminals that standard output and standard error may be.
 #ifndef ORVELASN1_TOOL_SYSTEM_TERMINAL_H
 #define ORVELASN1_TOOL_SYSTEM_TERMINAL_H
 
@@ -17,6 +17,10 @@ size_t page_columns();
 /// Returns the number of rows of the terminal; 0 where standard output is none, or its size is not
 /// known.
 size_t terminal_rows();
+
+/// Returns the number of columns of the terminal that standard error is, 80 where it does not say
+/// how many; 0 where standard error is none.
+size_t message_columns();
 
 }  // namespace tool
 

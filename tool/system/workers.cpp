@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -117,15 +118,35 @@ struct Piece::Slot {
   uint64_t first_unit = 0;
   uint64_t origin = 0;
   // Set by the workers.
-  size_t at = 0;          ///< where the unit in hand begins
-  size_t in_hand = 0;     ///< its octets
-  size_t answered = 0;    ///< octets of the answer up to the unit in hand
-  size_t written = 0;     ///< the same and what was written since
-  uint64_t units = 0;     ///< that are done
-  bool is_ended = false;  ///< whether a worker ended at the unit in hand
-  Counts counts;
+  struct State {
+    size_t at = 0;        ///< where the unit in hand begins
+    size_t in_hand = 0;   ///< its octets; 0 where no unit is in hand
+    size_t kept = 0;      ///< those of them that are not written over
+    size_t answered = 0;  ///< octets of the answer up to the unit in hand
+    uint64_t units = 0;   ///< that are done
+    Counts counts;
+  };
+  /// The present state and room for the next one. What changes with the end of a unit changes at
+  /// once, so that a worker may be ended at any moment.
+  State states[2];
+  std::atomic<uint8_t> present{0};
+  size_t written = 0;     ///< octets of the answer, and of the unit in hand
+  bool is_ended = false;  ///< whether a worker ended since
   char last_words[4096] = {};
   // The memory of the input and of the answer follows.
+
+  State &state() { return states[present]; }
+  void end_unit(Counts more) {
+    const State &now = state();
+    const uint8_t other = present ^ 1;
+    states[other] = {now.at + now.in_hand,
+                     0,
+                     0,
+                     written,
+                     now.units + 1,
+                     {now.counts.elements + more.elements, now.counts.faults + more.faults}};
+    present = other;
+  }
 
   uint8_t *input() { return reinterpret_cast<uint8_t *>(this) + page; }
   uint8_t *answer() { return input() + Workers::most; }
@@ -135,13 +156,17 @@ struct Piece::Slot {
 };
 
 std::span<const uint8_t> Piece::rest() const {
-  return {slot_->input() + slot_->at, slot_->size - slot_->at};
+  const size_t at = slot_->state().at;
+  return {slot_->input() + at, slot_->size - at};
 }
-std::span<uint8_t> Piece::begin(size_t size) {
-  slot_->in_hand = size;
-  return {slot_->input() + slot_->at, size};
+std::span<uint8_t> Piece::begin(size_t size, size_t kept) {
+  Slot::State &state = slot_->state();
+  state.kept = kept;
+  state.in_hand = size;
+  return {slot_->input() + state.at, size};
 }
-uint64_t Piece::unit() const { return slot_->first_unit + slot_->units; }
+std::span<const uint8_t> Piece::kept() const { return rest().first(slot_->state().kept); }
+uint64_t Piece::unit() const { return slot_->first_unit + slot_->state().units; }
 uint64_t Piece::origin() const { return slot_->origin; }
 
 bool Piece::write(std::string_view text) {
@@ -151,13 +176,7 @@ bool Piece::write(std::string_view text) {
   return true;
 }
 
-void Piece::done(Counts counts) {
-  slot_->answered = slot_->written;
-  slot_->counts.elements += counts.elements;
-  slot_->counts.faults += counts.faults;
-  ++slot_->units;
-  slot_->at += slot_->in_hand;
-}
+void Piece::done(Counts counts) { slot_->end_unit(counts); }
 
 /// What run() does, step by step.
 class Workers::Crew {
@@ -165,7 +184,7 @@ class Workers::Crew {
   Crew(size_t jobs, Source &source, const Tasks &tasks)
       : source_(source), tasks_(tasks), slots_(slot_count(jobs)), workers_(jobs) {
     for (Memory &slot : slots_) new (slot.memory.start()) Piece::Slot;
-    for (size_t i = slots_.size(); i-- > 0;) free_.push_back(static_cast<uint8_t>(i));
+    for (size_t i = 0; i < slots_.size(); ++i) free_.push_back(static_cast<uint8_t>(i));
     for (Worker &worker : workers_) start(worker);
   }
 
@@ -203,20 +222,19 @@ class Workers::Crew {
   /// Fills a slot and gives it to the worker with the least to do. Returns false at the end of the
   /// input.
   bool give_out() {
-    const uint8_t number = free_.back();
+    const uint8_t number = free_.front();
     Piece::Slot &slot = slots_[number].slot();
     const size_t size = source_.fill({slot.input(), Workers::most}, order_.empty());
     waits_ = size == later;
     if (waits_) return true;
     if (size == 0) return false;
-    free_.pop_back();
+    free_.pop_front();
     slot.size = size;
     slot.first_unit = source_.first_unit;
     slot.origin = source_.origin;
-    slot.at = slot.in_hand = slot.answered = slot.written = 0;
-    slot.units = 0;
+    slot.state() = {};
+    slot.written = 0;
     slot.is_ended = false;
-    slot.counts = {};
     slots_[number].is_done = false;
     order_.push_back(number);
     Worker &worker = *std::ranges::min_element(
@@ -231,9 +249,10 @@ class Workers::Crew {
     while (!order_.empty() && slots_[order_.front()].is_done) {
       const uint8_t number = order_.front();
       Piece::Slot &slot = slots_[number].slot();
-      tasks_.take({reinterpret_cast<const char *>(slot.answer()), slot.answered}, slot.counts);
+      const Piece::Slot::State &state = slot.state();
+      tasks_.take({reinterpret_cast<const char *>(slot.answer()), state.answered}, state.counts);
       shrink(slot.input(), slot.size);
-      shrink(slot.answer(), slot.answered);
+      shrink(slot.answer(), slot.written);
       order_.pop_front();
       free_.push_back(number);
     }
@@ -268,7 +287,7 @@ class Workers::Crew {
     if (!worker.in_hand.empty()) {
       Piece::Slot &slot = slots_[worker.in_hand.front()].slot();
       slot.is_ended = true;
-      slot.written = slot.answered;
+      slot.written = slot.state().answered;
       const ssize_t size =
           pread(worker.words.get(), slot.last_words, sizeof slot.last_words - 1, 0);
       if (size > 0)
@@ -309,7 +328,8 @@ class Workers::Crew {
       while (receive_number(end, number)) {
         Piece::Slot &slot = slots_[number].slot();
         Piece piece(slot);
-        if (std::exchange(slot.is_ended, false)) tasks_.ended(piece, slot.last_words);
+        if (std::exchange(slot.is_ended, false) && slot.state().in_hand != 0)
+          tasks_.ended(piece, slot.last_words);
         tasks_.work(piece);
         if (!send_number(end, number)) break;
       }
@@ -325,7 +345,7 @@ class Workers::Crew {
   const Tasks &tasks_;
   std::vector<Memory> slots_;
   std::vector<Worker> workers_;
-  std::vector<uint8_t> free_;
+  std::deque<uint8_t> free_;   ///< used in turn, so that the memory soon is what it will be
   std::deque<uint8_t> order_;  ///< slots in use, in the order of their pieces
   bool waits_ = false;         ///< whether the source waits for input
 };

@@ -25,8 +25,12 @@ class Piece {
   /// Returns the octets of the piece that are not done.
   std::span<const uint8_t> rest() const;
 
-  /// Begins the next unit, which has so many octets. Returns them. A worker may write over them.
-  std::span<uint8_t> begin(size_t size);
+  /// Begins the next unit, which has so many octets. Returns them. A worker may write over them,
+  /// but for the first `kept`.
+  std::span<uint8_t> begin(size_t size, size_t kept = 0);
+
+  /// Returns what is kept of the unit in hand.
+  std::span<const uint8_t> kept() const;
 
   /// Returns the number of the piece's first unit, as the source set it, and adds those that are
   /// done.
@@ -38,8 +42,8 @@ class Piece {
   /// Adds to the answer of the unit in hand. Returns false where there is no room.
   bool write(std::string_view text);
 
-  /// Ends the unit in hand: what was written is its answer. A process that ends now loses no more
-  /// than the next unit.
+  /// Ends the unit in hand: what was written is its answer. A process that is ended, at whatever
+  /// moment, loses no more than the unit in hand.
   void done(Counts counts);
 
  private:
