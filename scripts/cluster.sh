@@ -118,7 +118,7 @@ make_shards() {
   openssl genpkey -algorithm EC -pkeyopt ec_paramgen_curve:P-256 -out p256.pem
   openssl genpkey -algorithm EC -pkeyopt ec_paramgen_curve:P-384 -out p384.pem
   openssl genpkey -algorithm ED25519 -out ed25519.pem
-  openssl genpkey -algorithm RSA -pkeyopt rsa_keygen_bits:2048 -out rsa.pem 2>log
+  openssl genpkey -algorithm RSA -pkeyopt rsa_keygen_bits:2048 -out rsa.pem 2>openssl.log
   printf '[req]\ndistinguished_name = dn\n[dn]\n' >openssl.cnf
   for shard in 1 2 3 4 5 6 7 8; do
     for key in p256 p384 ed25519 rsa; do
@@ -137,7 +137,7 @@ make_shards() {
   cat shard-?.txt >all
   # The options must be split, here and below.
   # shellcheck disable=SC2086
-  "$tool" map --jobs 1 $options all >all.out 2>log
+  "$tool" map --jobs 1 $options all >all.out 2>map.log
   # The names of the certificates are known without the tool.
   cut -f 1 all >ids
   expect "lines" 384 "$(grep -c . ids)"
@@ -206,7 +206,7 @@ END
   victim=$(cat runs/4/worker)
   grep -qx "$victim" workers || fail "$victim is no worker"
   kill -9 "$victim"
-  wait "$victim" || :
+  wait "$victim" 2>/dev/null || :
   are 3 results -name '*.out' || fail "a result was not in the middle"
   touch go
   wait $map || fail "map.py failed"
