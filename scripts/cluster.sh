@@ -73,7 +73,7 @@ end() {
     done
   fi
   rm -rf "$scratch"
-  exit $status
+  exit "$status"
 }
 trap end EXIT
 trap 'exit 1' INT TERM HUP
