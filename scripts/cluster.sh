@@ -58,7 +58,7 @@ scratch=$(mktemp -d)
 end() {
   status=$?
   trap - EXIT
-  trap '' INT TERM HUP
+  trap '' INT TERM HUP PIPE
   if [ -e "$scratch/slurm/slurm.conf" ]; then end_jobs; fi
   # What they would do at their end is of use to nobody.
   jobs -p >"$scratch/running"
@@ -76,7 +76,7 @@ end() {
   exit "$status"
 }
 trap end EXIT
-trap 'exit 1' INT TERM HUP
+trap 'exit 1' INT TERM HUP PIPE
 
 # start LOG COMMAND...: runs a daemon in the background, until the script ends.
 start() {

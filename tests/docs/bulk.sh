@@ -20,7 +20,7 @@ end() {
   exit "$status"
 }
 trap end EXIT
-trap 'exit 1' INT TERM HUP
+trap 'exit 1' INT TERM HUP PIPE
 cd "$folder"
 mkdir bin inputs inputs/folder recipes
 ln -s "$tool" bin/orvelasn1
