@@ -290,6 +290,8 @@ SlurmdParameters=config_overrides
 NodeName=$host NodeAddr=127.0.0.1 CPUs=4 RealMemory=1024
 PartitionName=all Nodes=ALL Default=YES MaxTime=10 State=UP
 END
+  # The plugin for the second version of cgroups does not start where there are none. This one does.
+  echo CgroupPlugin=cgroup/v1 >cgroup.conf
   SLURM_CONF=$PWD/slurm.conf
   export SLURM_CONF
   start munged.log munged --foreground --key-file=munge.key --socket="$PWD/run/munge.socket" \
