@@ -9,10 +9,11 @@ from __future__ import annotations
 import socket
 from typing import Any, Dict, List
 
+from ._cards import CardAttribute, CardObject
 from ._orvelpki import ffi, lib
 from ._scalars import content_of_large, read_identifier
 from ._text import is_clean, shown, text_of
-from ._types import _LISTS, NameValue, Type, Value
+from ._types import NameValue, Type, Value
 from ._writer import element
 
 _SMALL = 0xFFFFFFFF
@@ -153,7 +154,7 @@ def _part(type_: Type, handle: Any, index: int) -> Any:
         return None
     if type_.is_time:
         return _time(handle, index)
-    if kind in (lib.PKI_SEQUENCE, lib.PKI_CHOICE) or kind in _LISTS:
+    if type_.is_part:
         return _whole(type_, ffi.gc(lib.py_part(handle, index), lib.py_release))
     if kind == lib.PKI_BOOLEAN:
         return lib.py_number(handle, index) != 0
@@ -213,6 +214,22 @@ def _general_name(type_: Type, handle: Any) -> Dict[str, Any]:
     return {**found, "value": _part(field.type, handle, index)}
 
 
+def _object(value: CardObject) -> Dict[str, Any]:
+    found: Dict[str, Any] = {"id": f"{value.id:02X}", "role": value.role}
+    if value.value is not None:
+        return {**found, "value": _hex(value.value)}
+    return {**found, "children": [_child(child) for child in value.children or ()]}
+
+
+def _child(child: Any) -> Any:
+    """Describes an object, an attribute, or a set of objects."""
+    if isinstance(child, CardObject):
+        return _object(child)
+    if isinstance(child, CardAttribute):
+        return {"id": f"{child.id:08X}", "value": _hex(child.value)}
+    return [_object(each) for each in child]
+
+
 def _whole(type_: Type, handle: Any) -> Any:
     if type_.name == "GeneralName":
         return _general_name(type_, handle)
@@ -226,6 +243,8 @@ def _whole(type_: Type, handle: Any) -> Any:
             return {}
         field = type_.fields[index]
         return {field.name: _part(field.type, handle, index)}
+    if type_.kind == lib.PKI_CARD_OBJECT:
+        return _object(type_.value_class._of(handle))
     if type_.element is None:
         return [
             {

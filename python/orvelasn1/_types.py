@@ -38,6 +38,7 @@ _MOST_EXPLAINED = 0xFFFFFFFF  # octets whose offsets a fault can tell
 _LISTS = frozenset((lib.PKI_SEQUENCE_OF, lib.PKI_SET_OF, lib.PKI_TLS_LIST))
 _STRINGS = frozenset((lib.PKI_ANY, lib.PKI_OCTET_STRING))
 _TIMES = frozenset((lib.PKI_UTC_TIME, lib.PKI_GENERALIZED_TIME))
+_RECORDS = frozenset((lib.PKI_SEQUENCE, lib.PKI_CHOICE, lib.PKI_CARD_OBJECT))
 
 
 # ----------------------------------------------------------------------------------------------
@@ -90,6 +91,11 @@ class Type:
         )
 
     @cached_property
+    def is_part(self) -> bool:
+        """Whether its values are objects that hold others."""
+        return (self.is_list or self.kind in _RECORDS) and not self.is_time
+
+    @cached_property
     def element(self) -> Optional["Type"]:
         """The type of a list's elements."""
         pointer = lib.pki_Type_element(self.pointer)
@@ -114,7 +120,10 @@ class Type:
 
     @cached_property
     def python_name(self) -> str:
-        """The name of the class: that of the ASN.1 as an identifier."""
+        """The name of the class: that of the ASN.1 as an identifier; of the objects of a card, which share
+        one, that of the functions."""
+        if self.kind == lib.PKI_CARD_OBJECT:
+            return self.record
         return as_attribute(re.sub("[- ]", "_", self.name) or self.record)
 
     @property
@@ -156,11 +165,8 @@ def type_at(pointer: Any) -> Type:
 
 def _is_harmless(type_: Type) -> bool:
     """Tells whether a type that is no form of an RFC ends the process for no input: it holds neither a
-    name nor a message, and no object of a smart card, which nests."""
-    if type_.kind in (
-        lib.PKI_NAME, lib.PKI_ATTRIBUTE_VALUE, lib.PKI_TYPED_CONTENT, lib.PKI_CARD_OBJECT,
-        lib.PKI_CARD_IDENTIFIER,
-    ):
+    name nor a message."""
+    if type_.kind in (lib.PKI_NAME, lib.PKI_ATTRIBUTE_VALUE, lib.PKI_TYPED_CONTENT):
         return False
     if type_.element is not None and not _is_harmless(type_.element):
         return False
@@ -259,6 +265,14 @@ def _read_attribute_value(handle: Any, index: int) -> Any:
     return octets if text is None else text
 
 
+def datetime_of(seconds: int) -> datetime:
+    """Returns a time that is given in seconds since 1970."""
+    try:
+        return _from_timestamp(seconds, _UTC)
+    except (ValueError, OverflowError, OSError):  # a year that no datetime has
+        raise Unreadable("time", str(seconds).encode()) from None
+
+
 def _read_time(handle: Any, index: int) -> Any:
     seconds = _seconds(handle, index)
     if seconds > _OTHER:
@@ -298,7 +312,7 @@ def reader(type_: Type, kept: bool = False) -> Reader:
     """Returns what reads a part of a type: it takes the handle of what the part is in, and its index."""
     if type_.is_time:
         return _read_time
-    if type_.kind in (lib.PKI_SEQUENCE, lib.PKI_CHOICE) or type_.is_list:
+    if type_.is_part:
         return _read_part(type_.value_class, kept)
     return {
         lib.PKI_BOOLEAN: _read_flag,
@@ -342,6 +356,8 @@ def explain(type_: Type, octets: bytes, whole: bool = True) -> Exception:
         buffer = ffi.new("char[48]")
         lib.pki_identifier_name(octets[fault.offset], buffer, 48)
         return Fault(name, fault.offset, "", f"expected the end, found {_string(buffer)}")
+    if lib.py_nests_too_deeply(type_.pointer, octets, len(octets)):
+        return Fault(name, 0, "", f"objects in more than {lib.PY_DEEPEST} others")
     return MemoryError()
 
 
@@ -421,6 +437,13 @@ class Value:
         """Decodes the value at an offset. Returns it, and the offset past it."""
         handle, end = _decode_first(cls._type, data, start)
         return cls._of(handle), end
+
+    @classmethod
+    def view(cls, data: Any) -> Any:
+        """Returns a View of octets that are one value, in which nothing is decoded yet."""
+        from ._views import view
+
+        return view(cls._type, data)
 
     def encode(self) -> bytes:
         """Returns the value in DER. What was decoded from DER is encoded to the same octets."""
@@ -562,6 +585,11 @@ class Record(Value):
             value = getattr(self, name)
             if value is not None:
                 yield name, value
+
+    def _encode_by_parts(self) -> bytes:
+        from ._writer import write_record
+
+        return write_record(self._type, {name: getattr(self, name) for name in self.fields})
 
     @property
     def decoded(self) -> Any:
@@ -713,14 +741,14 @@ class ListValue(Value, abc.Sequence):  # type: ignore[type-arg]
 class Timestamp(NamedTuple):
     """A signed certificate timestamp (RFC 6962, 3.2)."""
 
-    version: int
-    logID: bytes
-    timestamp: int  # milliseconds since 1970 in UTC
-    extensions: Optional[bytes]
-    hashAlgorithm: int
-    signatureAlgorithm: int
-    signature: Optional[bytes]
-    opaque: Optional[bytes]  # what follows another version than 0
+    version: int = 0
+    logID: bytes = b""
+    timestamp: int = 0  # milliseconds since 1970 in UTC
+    extensions: Optional[bytes] = None
+    hashAlgorithm: int = 0
+    signatureAlgorithm: int = 0
+    signature: Optional[bytes] = None
+    opaque: Optional[bytes] = None  # what follows another version than 0
 
     @property
     def time(self) -> datetime:
@@ -819,7 +847,7 @@ def _make_class(type_: Type) -> type:
     name = type_.python_name if type_.name or type_.record else "ListValue"
     body["__qualname__"] = name
     body["__doc__"] = f"{type_.name or 'A list'}."
-    if type_.is_time or not (type_.is_list or type_.kind in (lib.PKI_SEQUENCE, lib.PKI_CHOICE)):
+    if not type_.is_part:
         body["_read"] = staticmethod(reader(type_))
         return type(name, (Scalar,), body)
     if type_.kind == lib.PKI_TLS_LIST:
@@ -830,6 +858,10 @@ def _make_class(type_: Type) -> type:
         body["_read"] = staticmethod(reader(type_.element))
         base = {"RDNSequence": NameValue, "Extensions": ExtensionList}.get(type_.name, ListValue)
         return type(name, (base,), body)
+    if type_.kind == lib.PKI_CARD_OBJECT:
+        from ._cards import CardObject
+
+        return type(name, (CardObject,), body)
     names = tuple(field.attribute for field in type_.fields)
     if type_.kind == lib.PKI_CHOICE:
         body["alternatives"] = names
@@ -837,10 +869,13 @@ def _make_class(type_: Type) -> type:
         return type(name, (Choice,), body)
     body["fields"] = names
     for field in type_.fields:
-        is_part = field.type.is_list or field.type.kind in (lib.PKI_SEQUENCE, lib.PKI_CHOICE)
-        body[field.attribute] = (_LazyPart if is_part and not field.type.is_time else _Lazy)(field)
+        body[field.attribute] = (_LazyPart if field.type.is_part else _Lazy)(field)
     if any(field.type.kind == lib.PKI_ATTRIBUTE_VALUE for field in type_.fields):
         body["valueTag"] = property(_value_tag)
+    if type_.record == "pki_Certificate":
+        from ._questions import CertificateRecord
+
+        return type(name, (CertificateRecord,), body)
     return type(name, (Record,), body)
 
 
