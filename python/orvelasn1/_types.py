@@ -21,6 +21,7 @@ from ._scalars import BitString, read_identifier
 from ._text import text_of
 
 _new = object.__new__
+_keep = object.__setattr__
 _gc = ffi.gc
 _release = lib.py_release
 _part, _number, _seconds, _length, _octets, _unpack = (
@@ -291,7 +292,7 @@ def _read_nothing(handle: Any, index: int) -> None:
 
 def _read_part(class_: type, kept: bool = False) -> Reader:
     """Returns what reads a record or a list of a class."""
-    set_handle, set_origin = _set_handle, _set_origin
+    attach, set_origin = getattr(class_, "_attach"), _set_origin
 
     def read(handle: Any, index: int) -> Any:
         part = _part(handle, index)
@@ -300,7 +301,7 @@ def _read_part(class_: type, kept: bool = False) -> Reader:
                 raise MemoryError
             return None
         made: Any = _new(class_)
-        set_handle(made, _gc(part, _release))
+        attach(made, _gc(part, _release))
         if kept:
             set_origin(made, (handle, index))
         return made
@@ -416,8 +417,17 @@ class Value:
     @classmethod
     def _of(cls, handle: Any) -> Any:
         made: Any = _new(cls)
-        _set_handle(made, handle)
+        cls._attach(made, handle)
         return made
+
+    @staticmethod
+    def _attach(made: Any, handle: Any) -> None:
+        """Gives a new object the value that it holds."""
+        _set_handle(made, handle)
+
+    def _kept_at(self) -> Optional[Tuple[Any, int]]:
+        """Returns where the octets may be kept: a handle and an index; None for a whole."""
+        return getattr(self, "_origin", None)
 
     @classmethod
     def decode(cls, data: Any) -> Any:
@@ -429,7 +439,7 @@ class Value:
         if not handle:
             raise explain(type_, data)
         made: Any = _new(cls)
-        _set_handle(made, _gc(handle, _release))
+        cls._attach(made, _gc(handle, _release))
         return made
 
     @classmethod
@@ -471,7 +481,7 @@ class Value:
     def der(self) -> bytes:
         """The octets of the value: as they were read, where the record keeps them, as it does for what is
         signed and for names; else as encode() makes them."""
-        origin = getattr(self, "_origin", None)
+        origin = self._kept_at()
         if origin is not None:
             handle, index = origin
             length = lib.py_kept_length(handle, index)
@@ -516,7 +526,10 @@ class Value:
 
 
 _set_handle = Value.__dict__["_handle"].__set__
+_get_handle = Value.__dict__["_handle"].__get__
 _set_origin = Value.__dict__["_origin"].__set__
+_LEVEL = lib.PY_LEVEL
+_MOST_LEVELS = 1 << 4 * _LEVEL  # the first index that has no level left above it
 
 
 class _Lazy:
@@ -532,41 +545,70 @@ class _Lazy:
     def __get__(self, record: Any, owner: Any = None) -> Any:
         if record is None:
             return self
-        value = record.__dict__[self.name] = self.read(record._handle, self.index)
+        value = self.read(record._base, record._prefix | self.index)
+        _keep(record, self.name, value)
         return value
 
 
-class _LazyPart(_Lazy):
-    # A record or a list: what _read_part() does, with a call less.
-    __slots__ = ("class_", "kept", "__doc__")
+class _LazyRecord(_Lazy):
+    # A record in a record. It is no value of its own in C before it is needed as such: its fields are read
+    # by the levels that lead to them.
+    __slots__ = ("class_", "is_always_there", "__doc__")
 
     def __init__(self, field: Field) -> None:
         super().__init__(field)
         self.class_ = field.type.value_class
-        self.kept = field.kept
+        self.is_always_there = field.required and field.type.is_form
 
     def __get__(self, record: Any, owner: Any = None) -> Any:
         if record is None:
             return self
-        handle, index = record._handle, self.index
-        part = _part(handle, index)
-        if not part:
+        base, at = record._base, record._prefix | self.index
+        if at >= _MOST_LEVELS or not (self.is_always_there or lib.py_has(base, at)):
             return _Lazy.__get__(self, record)
         value: Any = _new(self.class_)
-        _set_handle(value, _gc(part, _release))
-        if self.kept:
-            _set_origin(value, (handle, index))
-        record.__dict__[self.name] = value
+        _set_base(value, base)
+        _set_prefix(value, (at + 1) << _LEVEL)
+        _keep(record, self.name, value)
         return value
 
 
 class Record(Value):
     """A SEQUENCE. Its fields are attributes with the names of the ASN.1; one that is not there is None."""
 
-    __slots__ = ()
+    __slots__ = ("_base", "_prefix")
 
     #: the names of the fields
     fields: Tuple[str, ...] = ()
+
+    _base: Any  # the handle of a value that holds the record
+    _prefix: int  # the levels that lead to it from there; 0 for that value itself
+
+    @staticmethod
+    def _attach(made: Any, handle: Any) -> None:
+        _set_base(made, handle)
+        _set_prefix(made, 0)
+
+    @property
+    def _handle(self) -> Any:
+        """The handle of the record itself."""
+        prefix = self._prefix
+        if prefix == 0:
+            return self._base
+        try:
+            return _get_handle(self)
+        except AttributeError:
+            part = _part(self._base, (prefix >> _LEVEL) - 1)
+            if not part:
+                raise MemoryError from None
+            handle = _gc(part, _release)
+            _set_handle(self, handle)
+            return handle
+
+    def _kept_at(self) -> Optional[Tuple[Any, int]]:
+        if self._prefix:
+            return self._base, (self._prefix >> _LEVEL) - 1
+        return Value._kept_at(self)
 
     def __new__(cls, **fields: Any) -> Any:
         if cls is Record:
@@ -614,6 +656,9 @@ class Record(Value):
 
         return shown(self)
 
+
+_set_base = Record.__dict__["_base"].__set__
+_set_prefix = Record.__dict__["_prefix"].__set__
 
 # The OCTET STRINGs that hold a value of the type that an identifier in front of them says. An ANY always
 # does.
@@ -867,9 +912,11 @@ def _make_class(type_: Type) -> type:
         body["alternatives"] = names
         body["_readers"] = tuple(reader(field.type) for field in type_.fields)
         return type(name, (Choice,), body)
+    assert len(names) < lib.PY_MOST_FIELDS
     body["fields"] = names
     for field in type_.fields:
-        body[field.attribute] = (_LazyPart if field.type.is_part else _Lazy)(field)
+        is_record = field.type.kind == lib.PKI_SEQUENCE
+        body[field.attribute] = (_LazyRecord if is_record else _Lazy)(field)
     if any(field.type.kind == lib.PKI_ATTRIBUTE_VALUE for field in type_.fields):
         body["valueTag"] = property(_value_tag)
     if type_.record == "pki_Certificate":
@@ -882,5 +929,5 @@ def _make_class(type_: Type) -> type:
 def _value_tag(record: Any) -> int:
     """The identifier octet of the value."""
     index = record.fields.index("value")
-    tag: int = lib.py_identifier(record._handle, index)
+    tag: int = lib.py_identifier(record._base, record._prefix | index)
     return tag

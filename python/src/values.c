@@ -143,30 +143,57 @@ const pki_Type *py_type(const py_Value *value) { return value != NULL ? value->t
 typedef struct Part {
   const pki_Type *type;
   pki_Kind kind;
-  const void *at; /* the record, or the number; NULL where the part is not there */
-  uint32_t kept;  /* the member with its octets, or PKI_NO_MEMBER */
+  const void *at;       /* the record, or the number; NULL where the part is not there */
+  uint32_t kept;        /* the member with its octets, or PKI_NO_MEMBER */
+  const void *holder;   /* the record of which it is a member */
+  uint32_t holder_size; /* the octets of that */
 } Part;
 
+/* Goes into SEQUENCEs as the levels of an index say. Returns the number of the field in the last of
+ * them, whose record is NULL where it is not there. */
+static uint32_t go_into(const pki_Type **type, const void **record, uint32_t index) {
+  pki_Field field;
+  int shift;
+  if (index >> 30 != 0) *record = NULL;
+  for (shift = 24; shift > 0 && *record != NULL; shift -= PY_LEVEL) {
+    const uint32_t number = index >> shift & PY_MOST_FIELDS;
+    if (number == 0) continue;
+    if (pki_Type_field(*type, number - 1, &field) == 0 || field.offset == PKI_NO_MEMBER ||
+        pki_Type_kind(field.type) != PKI_SEQUENCE) {
+      *record = NULL;
+    } else {
+      *record = pointer_at(*record, field.offset);
+      *type = field.type;
+    }
+  }
+  return index & PY_MOST_FIELDS;
+}
+
 static Part part_of(const py_Value *value, uint32_t index) {
-  Part part = {NULL, PKI_NULL, NULL, PKI_NO_MEMBER};
+  Part part = {NULL, PKI_NULL, NULL, PKI_NO_MEMBER, NULL, 0};
+  const pki_Type *type;
   pki_Field field;
   pki_Kind kind;
   if (value == NULL || value->record == NULL) return part;
-  kind = pki_Type_kind(value->type);
+  type = value->type;
+  kind = pki_Type_kind(type);
+  part.holder = value->record;
   if (index == PY_SELF) {
-    part.type = value->type;
+    part.type = type;
     part.at = value->record;
   } else if (kind == PKI_SEQUENCE || kind == PKI_CHOICE) {
-    if (pki_Type_field(value->type, index, &field) == 0) return part;
-    if (kind == PKI_CHOICE && *(const uint8_t *)value->record != field.kind) return part;
+    if (kind == PKI_SEQUENCE) index = go_into(&type, &part.holder, index);
+    if (part.holder == NULL || pki_Type_field(type, index, &field) == 0) return part;
+    if (kind == PKI_CHOICE && *(const uint8_t *)part.holder != field.kind) return part;
     part.type = field.type;
     part.kept = field.encoded_offset;
+    part.holder_size = pki_Type_size(type);
     if (is_number(pki_Type_kind(field.type)))
-      part.at = (const char *)value->record + field.offset;
+      part.at = (const char *)part.holder + field.offset;
     else if (field.offset != PKI_NO_MEMBER)
-      part.at = pointer_at(value->record, field.offset);
+      part.at = pointer_at(part.holder, field.offset);
   } else if (is_list(kind)) {
-    part.type = pki_Type_element(value->type);
+    part.type = pki_Type_element(type);
     if (part.type == NULL || index > INT32_MAX) return part;
     part.at = List_get(value->record, (int32_t)index);
   }
@@ -312,10 +339,45 @@ uint32_t py_identifier(const py_Value *value, uint32_t index) {
   if (part.at == NULL) return 0;
   if (part.kind == PKI_CHARACTER_STRING) return pki_Type_identifier(part.type);
   /* The only record with such a field is that of an attribute in a name. */
-  if (part.kind == PKI_ATTRIBUTE_VALUE && index != PY_SELF &&
-      pki_Type_size(value->type) == sizeof(AttributeValueAssertion))
-    return (uint8_t)((const AttributeValueAssertion *)value->record)->valueTag;
+  if (part.kind == PKI_ATTRIBUTE_VALUE && part.holder_size == sizeof(AttributeValueAssertion))
+    return (uint8_t)((const AttributeValueAssertion *)part.holder)->valueTag;
   return time_in(part, &time) ? time.kind : 0;
+}
+
+/* The identifiers that were read, at the places that their arcs say or shortly after. They stay. */
+static ObjId *known[PY_MOST_KNOWN];
+
+static uint32_t hash_of(const ObjId *identifier) {
+  uint32_t hash = identifier->count, i;
+  for (i = 0; i < identifier->count; i++) hash = (hash ^ identifier->arcs[i]) * 0x9E3779B1U;
+  return hash ^ hash >> 16;
+}
+
+static int is_same(const ObjId *a, const ObjId *b) {
+  return a->count == b->count && memcmp(a->arcs, b->arcs, a->count * sizeof *a->arcs) == 0;
+}
+
+int32_t py_known(const py_Value *value, uint32_t index) {
+  const Part part = part_of(value, index);
+  const ObjId *const identifier = part.at;
+  const uint32_t most_arcs = 32, most_steps = 16;
+  uint32_t at, step;
+  if (part.kind != PKI_OBJECT_IDENTIFIER || identifier == NULL || identifier->count == 0 ||
+      identifier->count > most_arcs)
+    return -1;
+  for (at = hash_of(identifier), step = 0; step < most_steps; at++, step++) {
+    ObjId **const place = &known[at % PY_MOST_KNOWN];
+    ObjId *found = __atomic_load_n(place, __ATOMIC_ACQUIRE);
+    if (found == NULL) {
+      ObjId *const made = asn1_ObjId_clone(identifier);
+      if (made == NULL) return -1;
+      if (__atomic_compare_exchange_n(place, &found, made, 0, __ATOMIC_ACQ_REL, __ATOMIC_ACQUIRE))
+        return (int32_t)(at % PY_MOST_KNOWN);
+      asn1_ObjId_free(made);
+    }
+    if (is_same(found, identifier)) return (int32_t)(at % PY_MOST_KNOWN);
+  }
+  return -1;
 }
 
 char *py_identifier_text(const py_Value *value, uint32_t index) {
@@ -327,7 +389,7 @@ char *py_identifier_text(const py_Value *value, uint32_t index) {
 static const OctetString *kept_of(const py_Value *value, uint32_t index) {
   const Part part = part_of(value, index);
   if (part.kept == PKI_NO_MEMBER || index == PY_SELF) return NULL;
-  return pointer_at(value->record, part.kept);
+  return pointer_at(part.holder, part.kept);
 }
 
 int64_t py_kept_length(const py_Value *value, uint32_t index) {

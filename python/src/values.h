@@ -61,7 +61,14 @@ uint32_t py_alternative(const py_Value *value);
 /*
  * The functions below take a value, and the index of a field of a SEQUENCE, of an alternative of a
  * CHOICE, or of an element of a list; or PY_SELF.
+ *
+ * The index of a field of a SEQUENCE in a SEQUENCE has several levels of PY_LEVEL bits, of which
+ * there
+ * are five at the most. The lowest one is the number of the field; those above it are the numbers
+ * plus
+ * one of the fields that lead there, the first of them highest.
  */
+enum { PY_LEVEL = 6, PY_MOST_FIELDS = 63 };
 
 /** Tells whether the part is there. */
 int32_t py_has(const py_Value *value, uint32_t index);
@@ -88,6 +95,12 @@ int64_t py_bits(const py_Value *value, uint32_t index);
 
 /** Returns the identifier octet of a string or a time; 0 where there is none. */
 uint32_t py_identifier(const py_Value *value, uint32_t index);
+
+/** Returns a number below PY_MOST_KNOWN, by which the same identifier is known from now on; -1 for
+ * one
+ * that is too long, or when too many are known. */
+enum { PY_MOST_KNOWN = 8192 };
+int32_t py_known(const py_Value *value, uint32_t index);
 
 /** Makes the text of an identifier, to be released with py_free_text(). Returns NULL where there is
  * none. */

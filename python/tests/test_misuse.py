@@ -105,7 +105,7 @@ def test_values_with_the_parts_of_others():
     for value in values:
         for handle in handles:
             odd = object.__new__(type(value))
-            object.__setattr__(odd, "_handle", handle)
+            odd._attach(odd, handle)
             for read in (
                 *(lambda name=name: getattr(odd, name) for name in getattr(odd, "fields", ())),
                 lambda: odd.choice, lambda: odd.value, lambda: list(odd), lambda: len(odd), lambda: odd[0],

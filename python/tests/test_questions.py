@@ -93,7 +93,7 @@ def test_the_period():
 def test_certificates_alone_are_asked():
     other = orvelasn1.Validity.decode(orvelasn1.Certificate.decode(CERTIFICATE).tbsCertificate.validity.der)
     odd = object.__new__(Certificate)
-    object.__setattr__(odd, "_handle", other._handle)
+    odd._attach(odd, other._handle)
     for ask in (odd.dns_names, odd.key_usage, odd.may_issue, lambda: odd.allows_purpose("1.2.3")):
         with pytest.raises((AttributeError, TypeError, MemoryError, orvelasn1.Error)):
             ask()
