@@ -647,6 +647,8 @@ class Record(Value):
         if field is None or not pointer:
             return None
         class_ = type_at(pointer).value_class
+        if isinstance(field, Choice):  # of the forms that octets may have in a message
+            field = field.value
         if isinstance(field, bytes):
             return class_.decode(field)
         return tuple(class_.decode(octets) for octets in field)
