@@ -233,7 +233,7 @@ def _record(type_: Type, handle: Any) -> Dict[str, Any]:
         if type_.name == "DistributionPoint" and field.name == "distributionPoint":
             found.update(value)  # the alternative, which needs no name around it
             continue
-        if field.type.name == "EncapsulatedContent":
+        if field.type.name in ("DisplayText", "EncapsulatedContent"):  # whose alternatives need no name
             (value,) = value.values()
         if type_.name == "GeneralSubtree" and field.name == "base" and value.get("kind") == _ADDRESS:
             part = ffi.gc(lib.py_part(handle, field.number), lib.py_release)
@@ -331,7 +331,10 @@ def _whole(type_: Type, handle: Any) -> Any:
         if index == lib.PY_SELF:
             return {}
         field = type_.fields[index]
-        return {field.name: _part(field.type, handle, index)}
+        value = _part(field.type, handle, index)
+        if type_.name == "CertStatus":
+            return {"status": field.name, **({"revoked": value} if field.name == "revoked" else {})}
+        return {field.name: value}
     if type_.kind == lib.PKI_CARD_OBJECT:
         return _object(type_.value_class._of(handle))
     if type_.element is None:

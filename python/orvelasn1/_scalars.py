@@ -118,7 +118,7 @@ def read_identifier(handle: Any, index: int) -> Optional[ObjectIdentifier]:
     number = _number(handle, index)
     if number < 0:
         return _read_identifier(handle, index)
-    found = _known[number]
+    found: Optional[ObjectIdentifier] = _known[number]
     if found is None:
         found = _known[number] = _read_identifier(handle, index)
     return found

@@ -151,6 +151,11 @@ def test_words(program, tmp_path):
     assert compare(program, tmp_path, "name-constraints", "NameConstraints", trees)
     revoked = sequence(element(0x18, b"20300102030405Z"), element(0xA0, element(0x0A, "01")))
     assert compare(program, tmp_path, "revoked-info", "RevokedInfo", [revoked])
+    states = [b"\x80\0", b"\xa1" + revoked[1:], b"\x82\0"]
+    assert compare(program, tmp_path, "cert-status", "CertStatus", states) == 3
+    text = element(0x0C, b"text")
+    notice = sequence(sequence(text, sequence(element(0x02, "01"))), text)
+    assert compare(program, tmp_path, "user-notice", "UserNotice", [notice])
     statuses = [sequence(element(0x0A, f"{number:02X}")) for number in range(9)]
     assert compare(program, tmp_path, "ocsp-response", "OCSPResponse", statuses) == 9
     validity = sequence(*(element(0x18, time) for time in (b"203001020304Z", b"20300102030405+0100")))
