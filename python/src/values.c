@@ -98,8 +98,18 @@ static const uint8_t *decode(const pki_Type *type, const uint8_t *z, size_t size
 }
 
 int32_t py_nests_too_deeply(const pki_Type *type, const uint8_t *z, size_t size) {
+  const size_t room_for_a_level = 512;
   void *record;
-  const int found = decode(type, z, size, &record) != NULL && nests_too_deeply(type, record);
+  int found;
+  if (type == NULL || z == NULL || !holds_objects(type)) return 0;
+  if (decode(type, z, size, &record) != NULL) {
+    found = nests_too_deeply(type, record);
+  } else {
+    /* Without a fault in the octets, it is the stack or the memory. */
+    void *const room = malloc(size < SIZE_MAX / room_for_a_level ? size * room_for_a_level : size);
+    found = room != NULL;
+    free(room);
+  }
   if (record != NULL) pki_Type_functions(type)->free(record);
   return found;
 }

@@ -39,7 +39,8 @@ static const uint32_t PY_DEEPEST = 32;
  */
 py_Value *py_decode(const pki_Type *type, const uint8_t *z, size_t size, size_t *taken);
 
-/** Tells whether the octets are refused only for objects in more than PY_DEEPEST others. */
+/** Tells whether octets in which pki_explain() finds no fault are refused for objects in more than
+ * PY_DEEPEST others, or in more than the stack has room for. */
 int32_t py_nests_too_deeply(const pki_Type *type, const uint8_t *z, size_t size);
 
 /** Tells whether there are values of a type by themselves, and whether they can be encoded. */
