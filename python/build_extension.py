@@ -75,6 +75,7 @@ typedef struct pki_Field {
   ...;
 } pki_Field;
 typedef struct pki_Fault { uint32_t offset; char path[256]; char sentence[256]; ...; } pki_Fault;
+typedef struct List List;
 typedef struct pki_Octets { const uint8_t *data; uint32_t length; ...; } pki_Octets;
 uint32_t pki_Type_count(void);
 const pki_Type *pki_Type_get(uint32_t index);

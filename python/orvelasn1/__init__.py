@@ -14,21 +14,24 @@ from __future__ import annotations
 
 from typing import Any, List, Optional, Tuple
 
+from ._cards import CardAttribute, CardObject
 from ._errors import Error, Fault, Missing, Unreadable
 from ._orvelpki import lib as _lib
 from ._pem import read_pem
+from ._questions import CertificateRecord, Names, Usage
 from ._scalars import BitString, ObjectIdentifier
 from ._types import TYPES as _TYPES
 from ._types import Choice, ListValue, Record, Scalar, Timestamp, Value
 from ._types import find as _find
 from ._types import type_at as _type_at
+from ._views import CrlEntry, CrlReader, View, elements
 
 __version__ = "1.0.0"
 
 __all__ = [
-    "BitString", "Choice", "Error", "Fault", "ListValue", "Missing", "ObjectIdentifier", "Record",
-    "Scalar", "Timestamp", "Unreadable", "Value", "decode", "defined_by", "encode", "read_pem", "type_named",
-    "types",
+    "BitString", "CardAttribute", "CardObject", "CertificateRecord", "Choice", "CrlEntry", "CrlReader", "Error",
+    "Fault", "ListValue", "Missing", "Names", "ObjectIdentifier", "Record", "Scalar", "Timestamp", "Unreadable",
+    "Usage", "Value", "View", "decode", "defined_by", "elements", "encode", "read_pem", "type_named", "types",
 ]
 
 

@@ -7,27 +7,67 @@ standing of a validity, the kind of a key, the facts at the head of a certificat
 from __future__ import annotations
 
 import socket
-from typing import Any, Dict, List
+from typing import Any, Dict, List, Tuple
 
+from ._cards import CardAttribute, CardObject
 from ._orvelpki import ffi, lib
-from ._scalars import content_of_large, read_identifier
+from ._scalars import BitString, content_of_large, read_identifier
 from ._text import is_clean, shown, text_of
-from ._types import _LISTS, NameValue, Type, Value
+from ._types import NameValue, Timestamp, Type, Value
 from ._writer import element
 
 _SMALL = 0xFFFFFFFF
 
 # The fields with an INTEGER that counts something: a number. Any other is the digits of its octets.
 _COUNTS = {
-    "TBSCertificate": ("version",),
-    "TBSCertList": ("version",),
-    "CertificationRequestInfo": ("version",),
-    "TBSRequest": ("version",),
-    "ResponseData": ("version",),
+    "ASRange": ("min", "max"),
+    "AuthenticatedData": ("version",),
     "BasicConstraints": ("pathLenConstraint",),
+    "CertificationRequestInfo": ("version",),
+    "DigestedData": ("version",),
+    "ECPrivateKey": ("version",),
+    "EncryptedData": ("version",),
+    "EnvelopedData": ("version",),
     "GeneralSubtree": ("minimum", "maximum"),
+    "KeyTransRecipientInfo": ("version",),
+    "MacData": ("iterations",),
+    "MonetaryValue": ("amount", "exponent"),
+    "PFX": ("version",),
     "PolicyConstraints": ("requireExplicitPolicy", "inhibitPolicyMapping"),
+    "RSAPrivateKey": ("version", "publicExponent"),
+    "RSAPublicKey": ("publicExponent",),
+    "RSASSA-PSS-params": ("saltLength", "trailerField"),
+    "ResponseData": ("version",),
+    "SignedData": ("version",),
+    "SignerInfo": ("version",),
+    "TBSCertList": ("version",),
+    "TBSCertificate": ("version",),
+    "TBSRequest": ("version",),
+    "ValidationParms": ("pgenCounter",),
+    "pkcs-12PbeParams": ("iterations",),
 }
+
+# The fields with words: of the bits that are set, or of the number.
+_REASON_FLAGS = (
+    "unused", "keyCompromise", "cACompromise", "affiliationChanged", "superseded", "cessationOfOperation",
+    "certificateHold", "privilegeWithdrawn", "aACompromise",
+)
+_REASONS = (
+    "unspecified", "keyCompromise", "cACompromise", "affiliationChanged", "superseded", "cessationOfOperation",
+    "certificateHold", "reason 7", "removeFromCRL", "privilegeWithdrawn", "aACompromise",
+)
+_STATUSES = (
+    "successful", "malformedRequest", "internalError", "tryLater", "status 4", "sigRequired", "unauthorized",
+)
+_WORDS = {
+    ("DistributionPoint", "reasons"): (_REASON_FLAGS, "bit"),
+    ("IssuingDistributionPoint", "onlySomeReasons"): (_REASON_FLAGS, "bit"),
+    ("OCSPResponse", "responseStatus"): (_STATUSES, "status"),
+    ("RevokedInfo", "revocationReason"): (_REASONS, "reason"),
+}
+_ADDRESS = 7  # the kind of a GeneralName that is an address, in NameConstraints with its mask
+_SIGNATURES = ("anonymous", "rsa", "dsa", "ecdsa")
+_HASHES = ("none", "md5", "sha1", "sha224", "sha256", "sha384", "sha512")
 
 # What the octets that are kept beside a field are called.
 _KEPT = {"signedAttrs": "signedAttrsEncoded", "tbsResponseData": "tbsResponseDataBytes"}
@@ -73,7 +113,8 @@ def _time(handle: Any, index: int) -> Dict[str, Any]:
     text = _octets(handle, index).decode("utf-8", "surrogateescape")
     time: Dict[str, Any] = {"kind": lib.py_identifier(handle, index), "value": shown(text)}
     seconds = lib.py_seconds(handle, index)
-    if seconds > lib.PY_OTHER:
+    is_whole = time["kind"] == 0x17 or text[12:14].isdigit()  # seconds, which X.680, 46.2 lets out
+    if seconds > lib.PY_OTHER and is_whole:
         time["time"] = _iso(seconds)
     return time
 
@@ -153,7 +194,7 @@ def _part(type_: Type, handle: Any, index: int) -> Any:
         return None
     if type_.is_time:
         return _time(handle, index)
-    if kind in (lib.PKI_SEQUENCE, lib.PKI_CHOICE) or kind in _LISTS:
+    if type_.is_part:
         return _whole(type_, ffi.gc(lib.py_part(handle, index), lib.py_release))
     if kind == lib.PKI_BOOLEAN:
         return lib.py_number(handle, index) != 0
@@ -185,12 +226,61 @@ def _record(type_: Type, handle: Any) -> Dict[str, Any]:
         value = _part(field.type, handle, field.number)
         if value is None:
             continue
+        words = _WORDS.get((type_.name, field.name))
+        if words is not None:
+            found[field.name] = _worded(field.type, handle, field.number, *words)
+            continue
+        if type_.name == "DistributionPoint" and field.name == "distributionPoint":
+            found.update(value)  # the alternative, which needs no name around it
+            continue
+        if field.type.name in ("DisplayText", "EncapsulatedContent"):  # whose alternatives need no name
+            (value,) = value.values()
+        if type_.name == "GeneralSubtree" and field.name == "base" and value.get("kind") == _ADDRESS:
+            part = ffi.gc(lib.py_part(handle, field.number), lib.py_release)
+            value["value"] = _network(field.type.value_class._of(part).value)
         if field.type.name == "RDNSequence":
             found[field.name + "Sequence"] = value
             part = ffi.gc(lib.py_part(handle, field.number), lib.py_release)
             value = name_text(field.type.value_class._of(part))
         found[field.name] = value
     return found
+
+
+def _word(number: int, words: Tuple[str, ...], otherwise: str) -> str:
+    return words[number] if 0 <= number < len(words) else f"{otherwise} {number}"
+
+
+def _worded(type_: Type, handle: Any, index: int, words: Tuple[str, ...], otherwise: str) -> Any:
+    """Describes a number by its word, and bits by those of the ones that are set."""
+    if type_.kind != lib.PKI_BIT_STRING:
+        return _word(lib.py_number(handle, index), words, otherwise)
+    bits = BitString(_octets(handle, index), lib.py_bits(handle, index))
+    return [_word(bit, words, otherwise) for bit in bits.set]
+
+
+def _network(octets: bytes) -> str:
+    """Returns "192.0.2.0/24" for an address and its mask; the mask itself where it has gaps."""
+    half = len(octets) // 2
+    family = {8: socket.AF_INET, 32: socket.AF_INET6}.get(len(octets))
+    if family is None:
+        return _hex(octets)
+    mask = int.from_bytes(octets[half:], "big")
+    bits = bin(mask).count("1")
+    is_whole = mask == ((1 << bits) - 1) << (8 * half - bits)
+    length = str(bits) if is_whole else socket.inet_ntop(family, octets[half:])
+    return f"{socket.inet_ntop(family, octets[:half])}/{length}"
+
+
+def _timestamp(stamp: Timestamp) -> Dict[str, Any]:
+    found: Dict[str, Any] = {"version": stamp.version}
+    if stamp.version != 0:
+        return {**found, "opaque": _hex(stamp.opaque or b"")}
+    found.update(logID=_hex(stamp.logID), timestamp=stamp.timestamp)
+    if stamp.extensions is not None:
+        found["extensions"] = _hex(stamp.extensions)
+    signature = _word(stamp.signatureAlgorithm, _SIGNATURES, "signature")
+    found["signatureAlgorithm"] = f"{signature} with {_word(stamp.hashAlgorithm, _HASHES, 'hash')}"
+    return {**found, "signature": _hex(stamp.signature or b"")}
 
 
 def _general_name(type_: Type, handle: Any) -> Dict[str, Any]:
@@ -213,6 +303,22 @@ def _general_name(type_: Type, handle: Any) -> Dict[str, Any]:
     return {**found, "value": _part(field.type, handle, index)}
 
 
+def _object(value: CardObject) -> Dict[str, Any]:
+    found: Dict[str, Any] = {"id": f"{value.id:02X}", "role": value.role}
+    if value.value is not None:
+        return {**found, "value": _hex(value.value)}
+    return {**found, "children": [_child(child) for child in value.children or ()]}
+
+
+def _child(child: Any) -> Any:
+    """Describes an object, an attribute, or a set of objects."""
+    if isinstance(child, CardObject):
+        return _object(child)
+    if isinstance(child, CardAttribute):
+        return {"id": f"{child.id:08X}", "value": _hex(child.value)}
+    return [_object(each) for each in child]
+
+
 def _whole(type_: Type, handle: Any) -> Any:
     if type_.name == "GeneralName":
         return _general_name(type_, handle)
@@ -225,16 +331,16 @@ def _whole(type_: Type, handle: Any) -> Any:
         if index == lib.PY_SELF:
             return {}
         field = type_.fields[index]
-        return {field.name: _part(field.type, handle, index)}
+        value = _part(field.type, handle, index)
+        if type_.name == "CertStatus":
+            return {"status": field.name, **({"revoked": value} if field.name == "revoked" else {})}
+        return {field.name: value}
+    if type_.kind == lib.PKI_CARD_OBJECT:
+        return _object(type_.value_class._of(handle))
     if type_.element is None:
-        return [
-            {
-                name: _hex(value) if isinstance(value, bytes) else value
-                for name, value in timestamp._asdict().items()
-                if value is not None
-            }
-            for timestamp in type_.value_class._of(handle)
-        ]
+        return [_timestamp(timestamp) for timestamp in type_.value_class._of(handle)]
+    if type_.name == "ExtKeyUsageSyntax":
+        return [{"keyPurposeId": _identifier(handle, i)} for i in range(lib.py_count(handle))]
     return [_part(type_.element, handle, index) for index in range(lib.py_count(handle))]
 
 

@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 import struct
-from typing import Any, Dict, Iterable, Iterator, Optional, Tuple, Union
+from typing import Any, Dict, Iterable, Iterator, List, Optional, Tuple, Union
 
 from ._orvelpki import ffi, lib
 
@@ -109,19 +109,26 @@ def content_of_large(words: bytes) -> Optional[bytes]:
     return struct.pack(f">{len(numbers) - 2}I", *numbers[2:])[: numbers[1]]
 
 
-_known: Dict[bytes, ObjectIdentifier] = {}
-_MOST_KNOWN = 4096
+_number = lib.py_known
+_known: List[Optional[ObjectIdentifier]] = [None] * lib.PY_MOST_KNOWN
 
 
 def read_identifier(handle: Any, index: int) -> Optional[ObjectIdentifier]:
     """Reads an identifier. The same one is the same object, as long as there are not too many."""
+    number = _number(handle, index)
+    if number < 0:
+        return _read_identifier(handle, index)
+    found: Optional[ObjectIdentifier] = _known[number]
+    if found is None:
+        found = _known[number] = _read_identifier(handle, index)
+    return found
+
+
+def _read_identifier(handle: Any, index: int) -> Optional[ObjectIdentifier]:
     length = lib.py_length(handle, index)
     if length <= 0:
         return None
     words = ffi.unpack(lib.py_octets(handle, index), length)
-    found = _known.get(words)
-    if found is not None:
-        return found
     content = content_of_large(words) if length > 8 else None
     if content is not None and len(content) > _MOST_OCTETS:
         return str.__new__(ObjectIdentifier, "#" + content.hex().upper())
@@ -129,14 +136,10 @@ def read_identifier(handle: Any, index: int) -> Optional[ObjectIdentifier]:
     if not text:
         raise MemoryError
     try:
-        made = str.__new__(ObjectIdentifier, ffi.string(text).decode())
+        made: ObjectIdentifier = str.__new__(ObjectIdentifier, ffi.string(text).decode())
+        return made
     finally:
         lib.py_free_text(text)
-    if length <= 256:
-        if len(_known) >= _MOST_KNOWN:
-            _known.clear()
-        _known[words] = made
-    return made
 
 
 class BitString:

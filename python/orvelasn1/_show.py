@@ -16,6 +16,7 @@ _DEPTH = 3
 
 def shown(value: Any, depth: int = _DEPTH) -> str:
     """Returns a line that shows a value, for people."""
+    from ._cards import CardObject
     from ._types import Choice, ListValue, Record, NameValue
 
     if isinstance(value, Record):
@@ -34,6 +35,13 @@ def shown(value: Any, depth: int = _DEPTH) -> str:
     if isinstance(value, Choice):
         inner = shown(value.value, depth - 1) if depth > 0 else "..."
         return f"<{type(value).__name__} {value.choice}={inner}>"
+    if isinstance(value, CardObject):
+        parts, count = [f"{value.id:#04x}", value.role], len(value.children or ())
+        if value.value is not None:
+            parts.append(shown(value.value))
+        else:
+            parts.append(f"of {count}")
+        return f"<{type(value).__name__} {' '.join(parts)}>"
     if isinstance(value, NameValue):
         return f"<{type(value).__name__} {_cut(str(value))}>"
     if isinstance(value, ListValue):

@@ -21,6 +21,7 @@ from ._scalars import BitString, read_identifier
 from ._text import text_of
 
 _new = object.__new__
+_keep = object.__setattr__
 _gc = ffi.gc
 _release = lib.py_release
 _part, _number, _seconds, _length, _octets, _unpack = (
@@ -38,6 +39,7 @@ _MOST_EXPLAINED = 0xFFFFFFFF  # octets whose offsets a fault can tell
 _LISTS = frozenset((lib.PKI_SEQUENCE_OF, lib.PKI_SET_OF, lib.PKI_TLS_LIST))
 _STRINGS = frozenset((lib.PKI_ANY, lib.PKI_OCTET_STRING))
 _TIMES = frozenset((lib.PKI_UTC_TIME, lib.PKI_GENERALIZED_TIME))
+_RECORDS = frozenset((lib.PKI_SEQUENCE, lib.PKI_CHOICE, lib.PKI_CARD_OBJECT))
 
 
 # ----------------------------------------------------------------------------------------------
@@ -90,6 +92,11 @@ class Type:
         )
 
     @cached_property
+    def is_part(self) -> bool:
+        """Whether its values are objects that hold others."""
+        return (self.is_list or self.kind in _RECORDS) and not self.is_time
+
+    @cached_property
     def element(self) -> Optional["Type"]:
         """The type of a list's elements."""
         pointer = lib.pki_Type_element(self.pointer)
@@ -114,7 +121,10 @@ class Type:
 
     @cached_property
     def python_name(self) -> str:
-        """The name of the class: that of the ASN.1 as an identifier."""
+        """The name of the class: that of the ASN.1 as an identifier; of the objects of a card, which share
+        one, that of the functions."""
+        if self.kind == lib.PKI_CARD_OBJECT:
+            return self.record
         return as_attribute(re.sub("[- ]", "_", self.name) or self.record)
 
     @property
@@ -156,11 +166,8 @@ def type_at(pointer: Any) -> Type:
 
 def _is_harmless(type_: Type) -> bool:
     """Tells whether a type that is no form of an RFC ends the process for no input: it holds neither a
-    name nor a message, and no object of a smart card, which nests."""
-    if type_.kind in (
-        lib.PKI_NAME, lib.PKI_ATTRIBUTE_VALUE, lib.PKI_TYPED_CONTENT, lib.PKI_CARD_OBJECT,
-        lib.PKI_CARD_IDENTIFIER,
-    ):
+    name nor a message."""
+    if type_.kind in (lib.PKI_NAME, lib.PKI_ATTRIBUTE_VALUE, lib.PKI_TYPED_CONTENT):
         return False
     if type_.element is not None and not _is_harmless(type_.element):
         return False
@@ -259,6 +266,14 @@ def _read_attribute_value(handle: Any, index: int) -> Any:
     return octets if text is None else text
 
 
+def datetime_of(seconds: int) -> datetime:
+    """Returns a time that is given in seconds since 1970."""
+    try:
+        return _from_timestamp(seconds, _UTC)
+    except (ValueError, OverflowError, OSError):  # a year that no datetime has
+        raise Unreadable("time", str(seconds).encode()) from None
+
+
 def _read_time(handle: Any, index: int) -> Any:
     seconds = _seconds(handle, index)
     if seconds > _OTHER:
@@ -277,7 +292,7 @@ def _read_nothing(handle: Any, index: int) -> None:
 
 def _read_part(class_: type, kept: bool = False) -> Reader:
     """Returns what reads a record or a list of a class."""
-    set_handle, set_origin = _set_handle, _set_origin
+    attach, set_origin = getattr(class_, "_attach"), _set_origin
 
     def read(handle: Any, index: int) -> Any:
         part = _part(handle, index)
@@ -286,7 +301,7 @@ def _read_part(class_: type, kept: bool = False) -> Reader:
                 raise MemoryError
             return None
         made: Any = _new(class_)
-        set_handle(made, _gc(part, _release))
+        attach(made, _gc(part, _release))
         if kept:
             set_origin(made, (handle, index))
         return made
@@ -298,7 +313,7 @@ def reader(type_: Type, kept: bool = False) -> Reader:
     """Returns what reads a part of a type: it takes the handle of what the part is in, and its index."""
     if type_.is_time:
         return _read_time
-    if type_.kind in (lib.PKI_SEQUENCE, lib.PKI_CHOICE) or type_.is_list:
+    if type_.is_part:
         return _read_part(type_.value_class, kept)
     return {
         lib.PKI_BOOLEAN: _read_flag,
@@ -342,6 +357,8 @@ def explain(type_: Type, octets: bytes, whole: bool = True) -> Exception:
         buffer = ffi.new("char[48]")
         lib.pki_identifier_name(octets[fault.offset], buffer, 48)
         return Fault(name, fault.offset, "", f"expected the end, found {_string(buffer)}")
+    if lib.py_nests_too_deeply(type_.pointer, octets, len(octets)):
+        return Fault(name, 0, "", f"objects in more than {lib.PY_DEEPEST} others")
     return MemoryError()
 
 
@@ -400,8 +417,17 @@ class Value:
     @classmethod
     def _of(cls, handle: Any) -> Any:
         made: Any = _new(cls)
-        _set_handle(made, handle)
+        cls._attach(made, handle)
         return made
+
+    @staticmethod
+    def _attach(made: Any, handle: Any) -> None:
+        """Gives a new object the value that it holds."""
+        _set_handle(made, handle)
+
+    def _kept_at(self) -> Optional[Tuple[Any, int]]:
+        """Returns where the octets may be kept: a handle and an index; None for a whole."""
+        return getattr(self, "_origin", None)
 
     @classmethod
     def decode(cls, data: Any) -> Any:
@@ -413,7 +439,7 @@ class Value:
         if not handle:
             raise explain(type_, data)
         made: Any = _new(cls)
-        _set_handle(made, _gc(handle, _release))
+        cls._attach(made, _gc(handle, _release))
         return made
 
     @classmethod
@@ -421,6 +447,13 @@ class Value:
         """Decodes the value at an offset. Returns it, and the offset past it."""
         handle, end = _decode_first(cls._type, data, start)
         return cls._of(handle), end
+
+    @classmethod
+    def view(cls, data: Any) -> Any:
+        """Returns a View of octets that are one value, in which nothing is decoded yet."""
+        from ._views import view
+
+        return view(cls._type, data)
 
     def encode(self) -> bytes:
         """Returns the value in DER. What was decoded from DER is encoded to the same octets."""
@@ -448,7 +481,7 @@ class Value:
     def der(self) -> bytes:
         """The octets of the value: as they were read, where the record keeps them, as it does for what is
         signed and for names; else as encode() makes them."""
-        origin = getattr(self, "_origin", None)
+        origin = self._kept_at()
         if origin is not None:
             handle, index = origin
             length = lib.py_kept_length(handle, index)
@@ -493,7 +526,10 @@ class Value:
 
 
 _set_handle = Value.__dict__["_handle"].__set__
+_get_handle = Value.__dict__["_handle"].__get__
 _set_origin = Value.__dict__["_origin"].__set__
+_LEVEL = lib.PY_LEVEL
+_MOST_LEVELS = 1 << 4 * _LEVEL  # the first index that has no level left above it
 
 
 class _Lazy:
@@ -509,41 +545,70 @@ class _Lazy:
     def __get__(self, record: Any, owner: Any = None) -> Any:
         if record is None:
             return self
-        value = record.__dict__[self.name] = self.read(record._handle, self.index)
+        value = self.read(record._base, record._prefix | self.index)
+        _keep(record, self.name, value)
         return value
 
 
-class _LazyPart(_Lazy):
-    # A record or a list: what _read_part() does, with a call less.
-    __slots__ = ("class_", "kept", "__doc__")
+class _LazyRecord(_Lazy):
+    # A record in a record. It is no value of its own in C before it is needed as such: its fields are read
+    # by the levels that lead to them.
+    __slots__ = ("class_", "is_always_there", "__doc__")
 
     def __init__(self, field: Field) -> None:
         super().__init__(field)
         self.class_ = field.type.value_class
-        self.kept = field.kept
+        self.is_always_there = field.required and field.type.is_form
 
     def __get__(self, record: Any, owner: Any = None) -> Any:
         if record is None:
             return self
-        handle, index = record._handle, self.index
-        part = _part(handle, index)
-        if not part:
+        base, at = record._base, record._prefix | self.index
+        if at >= _MOST_LEVELS or not (self.is_always_there or lib.py_has(base, at)):
             return _Lazy.__get__(self, record)
         value: Any = _new(self.class_)
-        _set_handle(value, _gc(part, _release))
-        if self.kept:
-            _set_origin(value, (handle, index))
-        record.__dict__[self.name] = value
+        _set_base(value, base)
+        _set_prefix(value, (at + 1) << _LEVEL)
+        _keep(record, self.name, value)
         return value
 
 
 class Record(Value):
     """A SEQUENCE. Its fields are attributes with the names of the ASN.1; one that is not there is None."""
 
-    __slots__ = ()
+    __slots__ = ("_base", "_prefix")
 
     #: the names of the fields
     fields: Tuple[str, ...] = ()
+
+    _base: Any  # the handle of a value that holds the record
+    _prefix: int  # the levels that lead to it from there; 0 for that value itself
+
+    @staticmethod
+    def _attach(made: Any, handle: Any) -> None:
+        _set_base(made, handle)
+        _set_prefix(made, 0)
+
+    @property
+    def _handle(self) -> Any:
+        """The handle of the record itself."""
+        prefix = self._prefix
+        if prefix == 0:
+            return self._base
+        try:
+            return _get_handle(self)
+        except AttributeError:
+            part = _part(self._base, (prefix >> _LEVEL) - 1)
+            if not part:
+                raise MemoryError from None
+            handle = _gc(part, _release)
+            _set_handle(self, handle)
+            return handle
+
+    def _kept_at(self) -> Optional[Tuple[Any, int]]:
+        if self._prefix:
+            return self._base, (self._prefix >> _LEVEL) - 1
+        return Value._kept_at(self)
 
     def __new__(cls, **fields: Any) -> Any:
         if cls is Record:
@@ -563,6 +628,11 @@ class Record(Value):
             if value is not None:
                 yield name, value
 
+    def _encode_by_parts(self) -> bytes:
+        from ._writer import write_record
+
+        return write_record(self._type, {name: getattr(self, name) for name in self.fields})
+
     @property
     def decoded(self) -> Any:
         """The value of the field whose type an identifier in front of it says, such as that of an
@@ -577,6 +647,8 @@ class Record(Value):
         if field is None or not pointer:
             return None
         class_ = type_at(pointer).value_class
+        if isinstance(field, Choice):  # of the forms that octets may have in a message
+            field = field.value
         if isinstance(field, bytes):
             return class_.decode(field)
         return tuple(class_.decode(octets) for octets in field)
@@ -586,6 +658,9 @@ class Record(Value):
 
         return shown(self)
 
+
+_set_base = Record.__dict__["_base"].__set__
+_set_prefix = Record.__dict__["_prefix"].__set__
 
 # The OCTET STRINGs that hold a value of the type that an identifier in front of them says. An ANY always
 # does.
@@ -713,14 +788,14 @@ class ListValue(Value, abc.Sequence):  # type: ignore[type-arg]
 class Timestamp(NamedTuple):
     """A signed certificate timestamp (RFC 6962, 3.2)."""
 
-    version: int
-    logID: bytes
-    timestamp: int  # milliseconds since 1970 in UTC
-    extensions: Optional[bytes]
-    hashAlgorithm: int
-    signatureAlgorithm: int
-    signature: Optional[bytes]
-    opaque: Optional[bytes]  # what follows another version than 0
+    version: int = 0
+    logID: bytes = b""
+    timestamp: int = 0  # milliseconds since 1970 in UTC
+    extensions: Optional[bytes] = None
+    hashAlgorithm: int = 0
+    signatureAlgorithm: int = 0
+    signature: Optional[bytes] = None
+    opaque: Optional[bytes] = None  # what follows another version than 0
 
     @property
     def time(self) -> datetime:
@@ -819,7 +894,7 @@ def _make_class(type_: Type) -> type:
     name = type_.python_name if type_.name or type_.record else "ListValue"
     body["__qualname__"] = name
     body["__doc__"] = f"{type_.name or 'A list'}."
-    if type_.is_time or not (type_.is_list or type_.kind in (lib.PKI_SEQUENCE, lib.PKI_CHOICE)):
+    if not type_.is_part:
         body["_read"] = staticmethod(reader(type_))
         return type(name, (Scalar,), body)
     if type_.kind == lib.PKI_TLS_LIST:
@@ -830,22 +905,31 @@ def _make_class(type_: Type) -> type:
         body["_read"] = staticmethod(reader(type_.element))
         base = {"RDNSequence": NameValue, "Extensions": ExtensionList}.get(type_.name, ListValue)
         return type(name, (base,), body)
+    if type_.kind == lib.PKI_CARD_OBJECT:
+        from ._cards import CardObject
+
+        return type(name, (CardObject,), body)
     names = tuple(field.attribute for field in type_.fields)
     if type_.kind == lib.PKI_CHOICE:
         body["alternatives"] = names
         body["_readers"] = tuple(reader(field.type) for field in type_.fields)
         return type(name, (Choice,), body)
+    assert len(names) < lib.PY_MOST_FIELDS
     body["fields"] = names
     for field in type_.fields:
-        is_part = field.type.is_list or field.type.kind in (lib.PKI_SEQUENCE, lib.PKI_CHOICE)
-        body[field.attribute] = (_LazyPart if is_part and not field.type.is_time else _Lazy)(field)
+        is_record = field.type.kind == lib.PKI_SEQUENCE
+        body[field.attribute] = (_LazyRecord if is_record else _Lazy)(field)
     if any(field.type.kind == lib.PKI_ATTRIBUTE_VALUE for field in type_.fields):
         body["valueTag"] = property(_value_tag)
+    if type_.record == "pki_Certificate":
+        from ._questions import CertificateRecord
+
+        return type(name, (CertificateRecord,), body)
     return type(name, (Record,), body)
 
 
 def _value_tag(record: Any) -> int:
     """The identifier octet of the value."""
     index = record.fields.index("value")
-    tag: int = lib.py_identifier(record._handle, index)
+    tag: int = lib.py_identifier(record._base, record._prefix | index)
     return tag

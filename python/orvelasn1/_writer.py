@@ -14,7 +14,7 @@ from ._errors import Error, Missing
 from ._orvelpki import ffi, lib
 from ._scalars import BitString, ObjectIdentifier
 from ._text import octets_of
-from ._types import ListValue, Type, Value, octets_from
+from ._types import ListValue, Timestamp, Type, Value, octets_from
 
 _UTF8, _PRINTABLE, _IA5 = 0x0C, 0x13, 0x16
 # The attributes of names that RFC 5280, appendix A.1 does not have as DirectoryString.
@@ -26,6 +26,7 @@ _STRINGS = {
     "1.2.840.113549.1.9.1": _IA5,  # emailAddress
 }
 _UTC_TIME, _GENERALIZED_TIME = 0x17, 0x18
+_OBJECT = frozenset(("id", "value", "children"))
 
 
 def element(identifier: int, content: bytes) -> bytes:
@@ -37,7 +38,8 @@ def element(identifier: int, content: bytes) -> bytes:
     return bytes((identifier, 0x80 | len(length))) + length + content
 
 
-def _wrong(path: str, wanted: str, value: Any) -> TypeError:
+def wrong(path: str, wanted: str, value: Any) -> TypeError:
+    """Returns the exception for a value of a wrong type."""
     return TypeError(f"{path or 'the value'}: {wanted} is needed, not {type(value).__name__}")
 
 
@@ -48,6 +50,8 @@ def _at(path: str, name: str) -> str:
 def _same(type_: Type, value: Value) -> bool:
     """Tells whether a value is of a type, or of one that is written alike."""
     own = value._type
+    if own.kind == lib.PKI_CARD_OBJECT:  # of which one has objects where another has sets of them
+        return own is type_
     return own is type_ or (own.name == type_.name != "" and own.kind == type_.kind)
 
 
@@ -59,18 +63,24 @@ def write(type_: Type, value: Any, path: str = "") -> bytes:
         return _time(type_, value, path)
     if type_.kind == lib.PKI_SEQUENCE:
         if isinstance(value, Value) or not isinstance(value, abc.Mapping):
-            raise _wrong(path, f"a {type_.name} or a mapping of its fields", value)
+            raise wrong(path, f"a {type_.name} or a mapping of its fields", value)
         return write_record(type_, dict(value), path)
     if type_.kind == lib.PKI_CHOICE:
         if isinstance(value, Value):
-            raise _wrong(path, f"a {type_.name}", value)
+            raise wrong(path, f"a {type_.name}", value)
         if isinstance(value, abc.Mapping):
             return write_choice(type_, (), dict(value), path)
         if isinstance(value, tuple) and len(value) == 2:
             return write_choice(type_, value, {}, path)
-        raise _wrong(path, f"a {type_.name}, or the name of an alternative and its value,", value)
+        raise wrong(path, f"a {type_.name}, or the name of an alternative and its value,", value)
     if type_.is_list:
         return write_list(type_, value, path)
+    if type_.kind == lib.PKI_CARD_OBJECT:
+        from ._cards import write_object
+
+        if isinstance(value, Value) or not isinstance(value, abc.Mapping) or not {*value} <= _OBJECT:
+            raise wrong(path, f"a {type_.python_name} or a mapping of its fields", value)
+        return write_object(type_, value.get("id"), value.get("value"), value.get("children"), path)
     return _scalar(type_, value, path)
 
 
@@ -131,20 +141,54 @@ def write_choice(type_: Type, arguments: Tuple[Any, ...], named: Dict[str, Any],
 
 def write_list(type_: Type, elements: Any, path: str = "") -> bytes:
     """Returns the list of some elements; those of a SET OF in the order of DER."""
-    if type_.element is None:
-        raise _wrong(path, f"a decoded {type_.name}", elements)
     if isinstance(elements, str) and type_.name == "RDNSequence":
         return _name(elements, path)
     if isinstance(elements, (str, bytes, bytearray, memoryview, abc.Mapping)) or not isinstance(
         elements, abc.Iterable
     ):
-        raise _wrong(path, "a list of elements", elements)
+        raise wrong(path, "a list of elements", elements)
+    if type_.element is None:
+        stamps = [_timestamp(value, f"{path}[{index}]") for index, value in enumerate(elements)]
+        return element(type_.identifier, _counted(b"".join(stamps), path))
     written = [
         write(type_.element, value, f"{path}[{index}]") for index, value in enumerate(elements)
     ]
     if type_.kind == lib.PKI_SET_OF and not isinstance(elements, ListValue):
         written.sort()  # X.690, 11.6
     return element(type_.identifier, b"".join(written))
+
+
+def _counted(octets: bytes, path: str) -> bytes:
+    """Returns octets after their number, as TLS has them (RFC 5246, 4.3)."""
+    if len(octets) > 0xFFFF:
+        raise ValueError(f"{path or 'the value'}: {len(octets)} octets, where 65535 are the most")
+    return len(octets).to_bytes(2, "big") + octets
+
+
+def _timestamp(value: Any, path: str) -> bytes:
+    """Returns a signed certificate timestamp (RFC 6962, 3.2 and 3.3)."""
+    if isinstance(value, abc.Mapping):
+        value = Timestamp(**value)
+    if not isinstance(value, Timestamp):
+        raise wrong(path, "a Timestamp or a mapping of its fields", value)
+
+    def number(name: str, size: int) -> bytes:
+        part = getattr(value, name)
+        if not isinstance(part, int) or isinstance(part, bool):
+            raise wrong(_at(path, name), "an int", part)
+        if not 0 <= part < 1 << 8 * size:
+            raise ValueError(f"{_at(path, name)}: {size} octets do not hold the number")
+        return part.to_bytes(size, "big")
+
+    version = number("version", 1)
+    if value.version != 0:
+        return _counted(version + octets_from(value.opaque or b""), path)
+    log = octets_from(value.logID)
+    if len(log) != 32:
+        raise ValueError(f"{_at(path, 'logID')}: 32 octets are needed, not {len(log)}")
+    stamp = version + log + number("timestamp", 8) + _counted(octets_from(value.extensions or b""), path)
+    algorithms = number("hashAlgorithm", 1) + number("signatureAlgorithm", 1)
+    return _counted(stamp + algorithms + _counted(octets_from(value.signature or b""), path), path)
 
 
 def _name(text: str, path: str) -> bytes:
@@ -170,7 +214,7 @@ def _attribute_value(value: Any, tag: Any, type_octets: bytes, path: str) -> byt
         return element(tag, octets) if tag is not None else octets
     if tag is None:
         tag = next(
-            (tag for text, tag in _STRINGS.items() if _identifier(text) == type_octets), _UTF8
+            (tag for text, tag in _STRINGS.items() if write_identifier(text) == type_octets), _UTF8
         )
     return element(tag, _characters(tag, value, path))
 
@@ -179,11 +223,12 @@ def _characters(identifier: int, text: str, path: str) -> bytes:
     try:
         return octets_of(identifier, text)
     except UnicodeEncodeError as error:
-        wrong = text[error.start : error.start + 1]
-        raise ValueError(f"{path or 'the value'}: the string has no character {wrong!r}") from None
+        character = text[error.start : error.start + 1]
+        raise ValueError(f"{path or 'the value'}: the string has no character {character!r}") from None
 
 
-def _identifier(value: Any) -> bytes:
+def write_identifier(value: Any) -> bytes:
+    """Returns the element of an identifier."""
     identifier = value if isinstance(value, ObjectIdentifier) else ObjectIdentifier(value)
     if identifier.startswith("#"):
         return element(0x06, bytes.fromhex(identifier[1:]))
@@ -199,7 +244,7 @@ def _identifier(value: Any) -> bytes:
 
 def _time(type_: Type, value: Any, path: str) -> bytes:
     if not isinstance(value, datetime):
-        raise _wrong(path, "a datetime", value)
+        raise wrong(path, "a datetime", value)
     if value.tzinfo is None or value.utcoffset() is None:
         raise ValueError(f"{path or 'the value'}: a datetime without a time zone")
     value = value.astimezone(timezone.utc)
@@ -216,27 +261,27 @@ def _scalar(type_: Type, value: Any, path: str) -> bytes:
     kind, identifier = type_.kind, type_.identifier
     if kind == lib.PKI_BOOLEAN:
         if not isinstance(value, bool):
-            raise _wrong(path, "a bool", value)
+            raise wrong(path, "a bool", value)
         return element(identifier, b"\xff" if value else b"\0")
     if kind in (lib.PKI_INTEGER, lib.PKI_ENUMERATED):
         if not isinstance(value, int) or isinstance(value, bool):
-            raise _wrong(path, "an int", value)
+            raise wrong(path, "an int", value)
         size = (value if value >= 0 else ~value).bit_length() // 8 + 1
         return element(identifier, value.to_bytes(size, "big", signed=True))
     if kind == lib.PKI_NULL:
         if value not in (None, True):
-            raise _wrong(path, "None", value)
+            raise wrong(path, "None", value)
         return element(identifier, b"")
     if kind == lib.PKI_OBJECT_IDENTIFIER:
         if not isinstance(value, (str, tuple, list)):
-            raise _wrong(path, "an ObjectIdentifier", value)
-        return _identifier(value)
+            raise wrong(path, "an ObjectIdentifier", value)
+        return write_identifier(value)
     if kind == lib.PKI_BIT_STRING:
         bits = value if isinstance(value, BitString) else BitString(octets_from(value))
         return element(identifier, bytes((-len(bits) % 8,)) + bytes(bits))
     if kind == lib.PKI_CHARACTER_STRING:
         if not isinstance(value, str):
-            raise _wrong(path, "a str", value)
+            raise wrong(path, "a str", value)
         return element(identifier, _characters(identifier, value, path))
     octets = value.der if isinstance(value, Value) else octets_from(value)
     return octets if kind == lib.PKI_ANY else element(identifier, octets)

@@ -105,6 +105,11 @@ def walk(value: Any) -> int:
                 count += walk(value[index])
             except orvelasn1.Unreadable:
                 count += 1
+    elif isinstance(value, orvelasn1.CardObject):
+        assert value.role == ("leaf" if value.children is None else value.role)
+        count += walk(value.value) if value.children is None else sum(map(walk, value.children))
+    elif isinstance(value, tuple):  # a set of objects, an attribute of one, a timestamp
+        count += sum(map(walk, value))
     elif not isinstance(value, int):  # Python refuses the decimal digits of large numbers
         repr(value)
     return count

@@ -9,6 +9,7 @@ from support import CERTIFICATE, COMMON_NAME, ECDSA, EXTENSIONS, KEY, attribute,
 
 FROM = datetime(2020, 1, 31, 12, tzinfo=timezone.utc)
 UNTIL = datetime(2050, 1, 1, tzinfo=timezone.utc)
+STAMP = orvelasn1.Timestamp(0, b"\x22" * 32, 1577836800123, None, 4, 3, b"\x30\x00")
 
 
 def test_a_certificate():
@@ -142,6 +143,23 @@ def test_choices():
     assert other.der == element(0xA0, element(0x06, "2A03"), element(0xA0, b"\x05\0"))
 
 
+def test_timestamps():
+    made = orvelasn1.SignedCertificateTimestampList([STAMP, {"version": 1, "opaque": b"rest"}])
+    one = "00" + "22" * 32 + "0000016F5E66E87B" + "0000" + "0403" + "00023000"
+    assert made.der == element(0x04, "003A", "0031", one, "0005", b"\x01rest")
+    assert made[0] == STAMP and made[1].opaque == b"rest"
+    with_octets = STAMP._replace(extensions=b"abc", signature=b"s" * 60000)
+    assert orvelasn1.SignedCertificateTimestampList([with_octets])[0] == with_octets
+    assert orvelasn1.Extension(extnID="1.3.6.1.4.1.11129.2.4.2", extnValue=made).decoded == made
+    for wrong in (STAMP._replace(logID=b"x"), STAMP._replace(timestamp=-1), STAMP._replace(timestamp=1 << 64),
+                  STAMP._replace(version=256), STAMP._replace(signature=b"s" * 65536),
+                  STAMP._replace(signature=b"s" * 65500), STAMP._replace(hashAlgorithm=256)):
+        with pytest.raises(ValueError):
+            orvelasn1.SignedCertificateTimestampList([wrong])
+    with pytest.raises(orvelasn1.Fault):
+        orvelasn1.SignedCertificateTimestampList([])
+
+
 def test_what_the_library_refuses_is_not_made():
     with pytest.raises(orvelasn1.Fault):
         orvelasn1.AlgorithmIdentifier(algorithm="1.2.3", parameters=b"no element")
@@ -163,8 +181,11 @@ def test_what_the_library_refuses_is_not_made():
         lambda: orvelasn1.encode("INTEGER", True), lambda: orvelasn1.encode("INTEGER", 1.5),
         lambda: orvelasn1.encode("Validity", b""), lambda: orvelasn1.encode(1, 1), lambda: orvelasn1.Record(),
         lambda: orvelasn1.Choice(), lambda: orvelasn1.ListValue(), lambda: orvelasn1.KeyUsage(),
-        lambda: orvelasn1.SignedCertificateTimestampList([]),
-        lambda: orvelasn1.encode("SignedCertificateTimestampList", []),
+        lambda: orvelasn1.SignedCertificateTimestampList([b"x"]),
+        lambda: orvelasn1.encode("SignedCertificateTimestampList", b"x"),
+        lambda: orvelasn1.SignedCertificateTimestampList([{"more": 1}]),
+        lambda: orvelasn1.SignedCertificateTimestampList([STAMP._replace(timestamp="1")]),
+        lambda: orvelasn1.SignedCertificateTimestampList([STAMP._replace(signature=1)]),
         lambda: orvelasn1.AlgorithmIdentifier(algorithm="1.2", valueTag=2),
     ],
 )
