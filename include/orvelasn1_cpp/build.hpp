@@ -39,9 +39,15 @@ class NamedBits {
 
 /// The named bits of KeyUsage (RFC 5280, 4.2.1.3).
 namespace key_usage {
-inline constexpr unsigned digitalSignature = 0, nonRepudiation = 1, keyEncipherment = 2,
-                          dataEncipherment = 3, keyAgreement = 4, keyCertSign = 5, cRLSign = 6,
-                          encipherOnly = 7, decipherOnly = 8;
+inline constexpr unsigned digitalSignature = 0;
+inline constexpr unsigned nonRepudiation = 1;
+inline constexpr unsigned keyEncipherment = 2;
+inline constexpr unsigned dataEncipherment = 3;
+inline constexpr unsigned keyAgreement = 4;
+inline constexpr unsigned keyCertSign = 5;
+inline constexpr unsigned cRLSign = 6;
+inline constexpr unsigned encipherOnly = 7;
+inline constexpr unsigned decipherOnly = 8;
 }  // namespace key_usage
 
 template <class T>
@@ -534,10 +540,10 @@ Result<Owned<typename A::Choice>> choose(V &&...values) {
 
 /// Fills a record field by field:
 ///
-///   auto validity = Builder<pki::Validity>()
-///                       .set<&pki::Validity::notBefore>(today)
-///                       .set<&pki::Validity::notAfter>(today + std::chrono::days(90))
-///                       .build();
+///     auto validity = Builder<pki::Validity>()
+///                         .set<&pki::Validity::notBefore>(today)
+///                         .set<&pki::Validity::notAfter>(today + std::chrono::days(90))
+///                         .build();
 ///
 /// A field is named by the function that reads it. The first thing that goes wrong is kept, and
 /// returned by build(). Only types of orvel::pki are built.
