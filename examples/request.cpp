@@ -31,18 +31,17 @@ int write(const orvel::Result<orvel::Owned<T>> &made) {
 int main(int argc, char **argv) {
   if (argc < 3) return 2;
   using Info = pki::CertRequestInfo;
-  auto info =
-      orvel::Builder<Info>()
-          .set<&Info::version>(0)
-          .set<&Info::subject>(argv[2])
-          .set<&Info::subjectPKInfo>(orvel::decode<pki::SubjectPKI>(read(argv[1])))
-          .set<&Info::attributes>(orvel::attribute(
-              orvel::oid::extensionRequest,
-              orvel::make<pki::Extensions>(orvel::extension(
-                  orvel::oid::id_ce_subjectAltName,
-                  orvel::make<pki::GeneralNames>(
-                      orvel::choose<pki::GeneralName::dNSName>("www.example"))))))
-          .build();
+  auto info = orvel::Builder<Info>()
+                  .set<&Info::version>(0)
+                  .set<&Info::subject>(argv[2])
+                  .set<&Info::subjectPKInfo>(orvel::decode<pki::SubjectPKI>(read(argv[1])))
+                  .set<&Info::attributes>(orvel::attribute(
+                      orvel::oid::extensionRequest,
+                      orvel::make<pki::Extensions>(orvel::extension(
+                          orvel::oid::id_ce_subjectAltName,
+                          orvel::make<pki::GeneralNames>(
+                              orvel::choose<pki::GeneralName::dNSName>("www.example"))))))
+                  .build();
   if (argc == 3 || !info) return write(info);
 
   const auto algorithm = orvel::algorithm(orvel::Oid("1.3.101.112"));  // Ed25519
