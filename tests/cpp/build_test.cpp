@@ -274,17 +274,17 @@ TEST(CppBuilder, MakesWhatNoRfcHas) {
 }
 
 TEST(CppBuilder, WritesASignedChallengeAlsoWhereItWasDecoded) {
-  const Bytes signature(64, 9);  // liborvelasn1 writes no zero bits at the end
+  const Bytes odd(64, 9);  // liborvelasn1 writes no zero bits at the end
   const Bytes expected_key =
       sequence(sequence(ed25519 + element(3, hex("00") + key)) + element(22, text("go")));
-  const Bytes expected = sequence(expected_key + ed25519 + element(3, hex("00") + signature));
+  const Bytes expected = sequence(expected_key + ed25519 + element(3, hex("00") + odd));
   const auto made =
       Builder<asn1_signed>()
           .set<&asn1_signed::publicKeyAndChallenge>(Builder<asn1_key>()
                                                         .set<&asn1_key::spki>(public_key())
                                                         .set<&asn1_key::challenge>("go"))
           .set<&asn1_signed::signatureAlgorithm>(algorithm())
-          .set<&asn1_signed::signature>(signature)
+          .set<&asn1_signed::signature>(odd)
           .build();
   EXPECT_EQ(expected, octets(made));
   const auto decoded = orvel::decode<asn1_signed>(expected);
