@@ -6,6 +6,7 @@
 #define ORVELASN1_HPP
 
 #include "orvelasn1_cpp/build.hpp"
+#include "orvelasn1_cpp/crl.hpp"
 #include "orvelasn1_cpp/oids.hpp"
 #include "orvelasn1_cpp/print.hpp"
 #include "orvelasn1_cpp/questions.hpp"

@@ -17,6 +17,9 @@ status=0
 for header in include/*.h; do
   awk -v words=docs/reference/words.txt -f docs/reference/filter.awk "$header" >/dev/null || status=1
 done
+for header in include/orvelasn1_cpp/*.hpp; do
+  awk -v words=docs/reference/words.txt -f docs/reference/filter_cpp.awk "$header" >/dev/null || status=1
+done
 [ $status = 0 ] || fail "docs/reference/words.txt lacks something"
 
 rm -rf build/docs

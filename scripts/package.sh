@@ -42,12 +42,16 @@ build() { # FOLDER
 say "=== The packages"
 build "$scratch/a"
 say "=== The packages once more, in another folder and time zone"
-(umask 077 && mkdir "$scratch/another folder")
-TZ=Pacific/Kiritimati build "$scratch/another folder"
-for package in "$scratch"/a/*.deb "$scratch"/a/*.dsc "$scratch"/a/*.tar.xz; do
-  cmp "$package" "$scratch/another folder/${package##*/}"
-done
+(umask 077 && mkdir -p "$scratch/another/deeper_folder")
+TZ=Pacific/Kiritimati build "$scratch/another/deeper_folder"
+# Where they differ, both are left to be looked at.
 mv "$scratch"/a/*.* "$packages"
+mkdir "$packages/again"
+mv "$scratch"/another/deeper_folder/*.* "$packages/again"
+for package in "$packages"/*.deb "$packages"/*.dsc "$packages"/*.tar.xz; do
+  cmp "$package" "$packages/again/${package##*/}"
+done
+find "$packages/again" -delete
 for package in "$packages"/*.deb; do
   say "$(stat -c %s "$package") octets, twice the same: ${package##*/}"
 done

@@ -39,9 +39,15 @@ class NamedBits {
 
 /// The named bits of KeyUsage (RFC 5280, 4.2.1.3).
 namespace key_usage {
-inline constexpr unsigned digitalSignature = 0, nonRepudiation = 1, keyEncipherment = 2,
-                          dataEncipherment = 3, keyAgreement = 4, keyCertSign = 5, cRLSign = 6,
-                          encipherOnly = 7, decipherOnly = 8;
+inline constexpr unsigned digitalSignature = 0;
+inline constexpr unsigned nonRepudiation = 1;
+inline constexpr unsigned keyEncipherment = 2;
+inline constexpr unsigned dataEncipherment = 3;
+inline constexpr unsigned keyAgreement = 4;
+inline constexpr unsigned keyCertSign = 5;
+inline constexpr unsigned cRLSign = 6;
+inline constexpr unsigned encipherOnly = 7;
+inline constexpr unsigned decipherOnly = 8;
 }  // namespace key_usage
 
 template <class T>
@@ -52,17 +58,6 @@ namespace detail {
 inline const Fault &no_memory() noexcept {
   static const Fault fault = Fault::of("memory is exhausted");
   return fault;
-}
-
-/// Puts the name of a field in front of a fault's path.
-inline Fault inside(std::string_view field, const Fault &fault) {
-  std::string path(field);
-  if (!fault.path().empty()) path.append(".").append(fault.path());
-  pki_Fault made{};
-  made.offset = static_cast<uint32_t>(fault.offset());
-  path.copy(made.path, sizeof made.path - 1);
-  fault.sentence().copy(made.sentence, sizeof made.sentence - 1);
-  return Fault(made);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -94,6 +89,8 @@ template <class T>
 Made<T> copy(const T &view) noexcept {
   if (!view) return nullptr;
   if constexpr (Type<T>) {
+    static_assert(T::calls.clone != nullptr,
+                  "the library does not copy this type: std::move() the record");
     return Made<T>(T::calls.clone(view.c()));
   } else if constexpr (std::derived_from<T, ListBase>) {
     Made<T> list(List_new(0));
@@ -152,7 +149,7 @@ consteval bool takes() {
   else if constexpr (std::derived_from<T, Number>)
     return WholeNumber<V> || std::same_as<V, Magnitude> || std::derived_from<V, Number>;
   else if constexpr (std::derived_from<T, Identifier>)
-    return std::same_as<V, Oid> || std::derived_from<V, Identifier> ||
+    return std::same_as<V, Oid> || std::derived_from<V, Identifier> || LikeCharacters<V> ||
            std::same_as<V, const ::ObjId *> || std::same_as<V, ::ObjId *>;
   else if constexpr (std::derived_from<T, Bits>)
     return LikeOctets<V> || std::same_as<V, NamedBits> || std::derived_from<V, Bits>;
@@ -336,10 +333,18 @@ Made<T> made_of(std::optional<Fault> &fault, V &&value) {
     else
       return or_fault(integer_of(value));
   } else if constexpr (std::derived_from<T, Identifier>) {
-    if constexpr (std::same_as<Plain, Oid>)
+    if constexpr (std::same_as<Plain, Oid>) {
       return or_fault(object_identifier_of(value.arcs()));
-    else
+    } else if constexpr (LikeCharacters<Plain>) {
+      const std::string text(value);
+      ::ObjId *const parsed =
+          text.find('\0') == std::string::npos ? pki_ObjId_parse(text.c_str()) : nullptr;
+      if (parsed == nullptr)
+        fault = Fault::of("the text is no object identifier, or memory is exhausted");
+      return Made<T>(parsed);
+    } else {
       return or_fault(asn1_ObjId_clone(Identifier(value).c()));
+    }
   } else if constexpr (std::derived_from<T, Bits>) {
     if constexpr (std::derived_from<Plain, Bits>) {
       return or_fault(asn1_BitString_clone(value.c()));
@@ -534,18 +539,17 @@ Result<Owned<typename A::Choice>> choose(V &&...values) {
 
 /// Fills a record field by field:
 ///
-///   auto validity = Builder<pki::Validity>()
-///                       .set<&pki::Validity::notBefore>(today)
-///                       .set<&pki::Validity::notAfter>(today + std::chrono::days(90))
-///                       .build();
+///     auto validity = Builder<pki::Validity>()
+///                         .set<&pki::Validity::notBefore>(today)
+///                         .set<&pki::Validity::notAfter>(today + std::chrono::days(90))
+///                         .build();
 ///
 /// A field is named by the function that reads it. The first thing that goes wrong is kept, and
-/// returned by build(). Only types of orvel::pki are built.
+/// returned by build().
 template <class T>
 class [[nodiscard]] Builder {
   static_assert(Type<T> && HasFields<T>, "only records are built; make<T>() makes other types");
-  static_assert(std::string_view(T::calls.name).starts_with("pki_"),
-                "only types of orvel::pki are built");
+  static_assert(T::calls.encode != nullptr, "the library does not encode this type");
 
  public:
   /// Starts with an empty record.
@@ -605,9 +609,7 @@ class [[nodiscard]] Builder {
 
   /// The record; or the first fault, or the first field that is missing.
   Result<Owned<T>> build() && {
-    if (!fault_ && encoded_size(record_) == 0) {
-      fault_ = detail::why_not_written(T::calls.name, record_.c());
-    }
+    if (!fault_ && encoded_size(record_) == 0) fault_ = detail::why_not_written(*record_);
     if (fault_) return *fault_;
     return std::move(record_);
   }

@@ -198,6 +198,21 @@ requires std::derived_from<L, ListBase> std::ostream &operator<<(std::ostream &o
   return out << "]";
 }
 
+/// An object of a card: its identifier in hexadecimal digits, and what it holds.
+template <class T>
+requires std::derived_from<T, CardObject> std::ostream &operator<<(std::ostream &out,
+                                                                   const T &object) {
+  if (!object) return out << "none";
+  char id[2 + 2 * sizeof(unsigned long) + 1];
+  std::snprintf(id, sizeof id, "0x%02lX", object.id());
+  out << id << " ";
+  if (object.c()->children == nullptr) return out << hex(object.value());
+  if constexpr (requires { object.children(); })
+    return out << object.children();
+  else
+    return object.holds_attributes() ? out << object.attributes() : out << object.sets();
+}
+
 template <class T>
 std::ostream &operator<<(std::ostream &out, const Owned<T> &owned) {
   return out << *owned;

@@ -1,7 +1,9 @@
-// The common questions about a certificate, as pki_certificate.h answers them.
+// The common questions about a certificate, as pki_certificate.h answers them; and what a signer signs and
+// a response of OCSP holds.
 #ifndef ORVELASN1_CPP_QUESTIONS_H
 #define ORVELASN1_CPP_QUESTIONS_H
 
+#include "oids.hpp"
 #include "types.hpp"
 
 namespace orvel {
@@ -134,6 +136,32 @@ inline bool is_valid_at(const pki::Certificate &certificate,
   return pki_validity(certificate.c(), &not_before, &not_after) == 1 &&
          time.time_since_epoch().count() >= not_before &&
          time.time_since_epoch().count() <= not_after;
+}
+
+/// The octets that the signature of a signer is made of, where there are signed attributes; nothing
+/// without them, when it is made of the content itself (RFC 5652, 5.4).
+inline Result<std::optional<std::vector<std::byte>>> signed_octets(const pki::SignerInfo &signer) {
+  if (!signer.signedAttrs() && signer.signedAttrs_encoded().empty()) {
+    return std::optional<std::vector<std::byte>>();
+  }
+  std::vector<std::byte> octets(pki_SignerInfo_signed_octets(nullptr, signer.c()));
+  auto *cursor = reinterpret_cast<uint8_t *>(octets.data());
+  if (octets.empty() || pki_SignerInfo_signed_octets(&cursor, signer.c()) == 0) {
+    return Fault::of("the signed attributes cannot be written, or memory is exhausted");
+  }
+  return std::optional(std::move(octets));
+}
+
+/// Decodes the basic response that a response of OCSP holds. Returns it, or why there is none: the
+/// responder refused, or has an answer of another type.
+inline Result<Owned<pki::BasicOCSPResponse>> basic_response(const pki::OCSPResponse &response) {
+  const auto holder = response.responseBytes();
+  if (!holder) return detail::inside("responseBytes", Fault::of("is missing"));
+  if (holder->responseType() != oid::id_pkix_ocsp_basic) {
+    return detail::inside("responseBytes.responseType",
+                          Fault::of("expected 1.3.6.1.5.5.7.48.1.1, found another type"));
+  }
+  return decode<pki::BasicOCSPResponse>(holder->response());
 }
 
 }  // namespace orvel

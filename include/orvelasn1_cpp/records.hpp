@@ -327,6 +327,36 @@ bool operator==(const L &a, const L &b) {
 }
 
 // ---------------------------------------------------------------------------------------------
+// Objects of smart cards
+// ---------------------------------------------------------------------------------------------
+
+/// An object of a smart card. Its identifier decides what it holds: a leaf octets, a container
+/// objects, the holder of attributes, 0x20, attributes.
+class CardObject : public View<::GDOObject> {
+ public:
+  using View::View;
+
+  /// The identifier: of an object one octet, of an attribute a number.
+  unsigned long id() const noexcept { return at(&Record::id); }
+
+  /// The octets of a leaf, or of an attribute.
+  Octets value() const noexcept { return see<OctetText>(&Record::value); }
+
+  /// Whether the object holds attributes.
+  bool holds_attributes() const noexcept { return id() == 0x20; }
+};
+
+template <class T>
+requires std::derived_from<T, CardObject>
+bool operator==(const T &a, const T &b) {
+  if (bool{a} != bool{b} || a.id() != b.id() || !detail::alike(a.value(), b.value())) return false;
+  if constexpr (requires { a.children(); })
+    return a.children() == b.children();
+  else
+    return a.attributes() == b.attributes() && a.sets() == b.sets();
+}
+
+// ---------------------------------------------------------------------------------------------
 // Owned records
 // ---------------------------------------------------------------------------------------------
 
@@ -411,14 +441,62 @@ namespace detail {
                    read);
 }
 
+/// Puts the name of a field in front of a fault's path.
+inline Fault inside(std::string_view field, const Fault &fault) {
+  std::string path(field);
+  if (!fault.path().empty()) path.append(".").append(fault.path());
+  pki_Fault made{};
+  made.offset = static_cast<uint32_t>(fault.offset());
+  path.copy(made.path, sizeof made.path - 1);
+  fault.sentence().copy(made.sentence, sizeof made.sentence - 1);
+  return Fault(made);
+}
+
+/// Whether the encoder of a type checks itself that its fields are there.
+template <class T>
+inline constexpr bool is_form = std::string_view(T::calls.name).starts_with("pki_");
+
+/// Whether a record of a SEQUENCE has all fields that are not OPTIONAL, and so have the SEQUENCEs
+/// in it. Without one, an encoder of liborvelasn1 may end the process. `path` is called with the
+/// name of the field that is missing, then with those that it stands in.
+template <class T, class Path, class... F>
+bool is_whole(const T &view, const Path &path, FieldList<F...>) {
+  const auto is_there = [&]<class One>(One *) {
+    if constexpr (std::integral<typename One::Type>) {
+      return true;
+    } else {
+      const auto *const member = view.c()->*One::member;
+      bool is_kept = false;
+      One::for_each_other_member([&](auto other) { is_kept |= view.c()->*other != nullptr; });
+      if (member == nullptr) {
+        constexpr bool is_optional = requires { (view.*One::accessor)().has_value(); }
+        || std::derived_from<typename One::Type, ListBase>;
+        if (is_optional || is_kept) return true;
+      } else if constexpr (HasFields<typename One::Type>) {
+        if (is_whole(typename One::Type(member), path, typename One::Type::Fields())) return true;
+      } else {
+        return true;
+      }
+      path(One::name);
+      return false;
+    }
+  };
+  return (is_there(static_cast<F *>(nullptr)) && ...);
+}
+
 /// Why a record is not written.
-[[gnu::cold, gnu::noinline]] inline Fault why_not_written(const char *name, const void *record) {
-  pki_Fault fault{};
-  const pki_Type *const type = pki_Type_find(name);
-  if (record == nullptr) return Fault::of("there is no record");
-  if (type != nullptr && std::string_view(name).starts_with("pki_") &&
-      pki_find_missing(type, record, &fault) != 0)
-    return Fault(fault);
+template <class T>
+[[gnu::cold, gnu::noinline]] Fault why_not_written(const T &view) {
+  if (!view) return Fault::of("there is no record");
+  if constexpr (is_form<T>) {
+    pki_Fault fault{};
+    const pki_Type *const type = pki_Type_find(T::calls.name);
+    if (type != nullptr && pki_find_missing(type, view.c(), &fault) != 0) return Fault(fault);
+  } else if constexpr (HasFields<T>) {
+    Fault fault = Fault::of("is missing");
+    const auto path = [&](std::string_view name) { fault = inside(name, fault); };
+    if (!is_whole(view, path, typename T::Fields())) return fault;
+  }
   return Fault::of("the record cannot be written, or memory is exhausted");
 }
 
@@ -482,7 +560,13 @@ template <class T>
 std::size_t encoded_size(const T &view) noexcept {
   detail::must_be_a_type<T>();
   static_assert(T::calls.encode != nullptr, "the library does not encode this type");
-  return view ? T::calls.encode(nullptr, view.c()) : 0;
+  if (!view) return 0;
+  if constexpr (!detail::is_form<T> && HasFields<T>) {
+    if (!detail::is_whole(
+            view, [](std::string_view) {}, typename T::Fields()))
+      return 0;
+  }
+  return T::calls.encode(nullptr, view.c());
 }
 template <class T>
 std::size_t encoded_size(const Owned<T> &owned) noexcept {
@@ -493,16 +577,23 @@ std::size_t encoded_size(const Owned<T> &owned) noexcept {
 /// is missing, or the buffer is too small.
 template <class T>
 Result<std::span<std::byte>> encode_into(const T &view, std::span<std::byte> buffer) {
+  if constexpr (requires { T::kept; }) {
+    // The encoder writes nothing while these octets are kept.
+    if (view && view.c()->*T::kept != nullptr) {
+      Owned<T> copy(T::calls.clone(view.c()));
+      if (!copy) return Fault::of("memory is exhausted");
+      asn1_ASN1String_free(std::exchange(copy.c()->*T::kept, nullptr));
+      return encode_into(*copy, buffer);
+    }
+  }
   const std::size_t size = encoded_size(view);
-  if (size == 0) return detail::why_not_written(T::calls.name, view.c());
+  if (size == 0) return detail::why_not_written(view);
   if (size > buffer.size()) {
     return Fault::of("the buffer has " + std::to_string(buffer.size()) + " octets, the value " +
                      std::to_string(size));
   }
   uint8_t *cursor = reinterpret_cast<uint8_t *>(buffer.data());
-  if (T::calls.encode(&cursor, view.c()) != size) {
-    return detail::why_not_written(T::calls.name, view.c());
-  }
+  if (T::calls.encode(&cursor, view.c()) != size) return detail::why_not_written(view);
   return buffer.first(size);
 }
 template <class T>

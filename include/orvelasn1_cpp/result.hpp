@@ -112,6 +112,7 @@ class [[nodiscard]] Result {
     else
       return &value_;
   }
+  T *operator->() &noexcept requires(!owns_a_record) { return &value_; }
   const T *operator->() const &&noexcept requires(!owns_a_record) { return &value_; }
   void operator->() const &&requires owns_a_record =
       delete;  // the record would be gone: give the Result a name

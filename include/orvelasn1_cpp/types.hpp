@@ -2321,17 +2321,23 @@ class DssSigValue : public View<::DssSigValue> {
 };
 
 /// GDOObject
-class GDOObjectSetOf : public View<::GDOObject> {
+class GDOObjectSetOf : public CardObject {
  public:
-  using View::View;
+  using CardObject::CardObject;
+  /// The objects of a container, or the attributes of their holder.
+  List<GDOObjectSetOf> children() const noexcept { return see<List<GDOObjectSetOf>>(&Record::children); }
   static constexpr Calls<Record> calls{"GDOObjectSetOf", nullptr, asn1_GDOObjectSetOf_d,
     asn1_GDOObjectSetOf_e, nullptr, asn1_GDOObjectSetOf_free};
 };
 
 /// GDOObject
-class GDOObjectSetOfSetOf : public View<::GDOObject> {
+class GDOObjectSetOfSetOf : public CardObject {
  public:
-  using View::View;
+  using CardObject::CardObject;
+  /// The attributes, where the object holds some.
+  List<GDOObjectSetOf> attributes() const noexcept { return List<GDOObjectSetOf>(holds_attributes() ? at(&Record::children) : nullptr); }
+  /// The sets of objects of a container.
+  List<List<GDOObjectSetOf>> sets() const noexcept { return List<List<GDOObjectSetOf>>(holds_attributes() ? nullptr : at(&Record::children)); }
   static constexpr Calls<Record> calls{"GDOObjectSetOfSetOf", nullptr, asn1_GDOObjectSetOfSetOf_d,
     asn1_GDOObjectSetOfSetOf_e, nullptr, asn1_GDOObjectSetOfSetOf_free};
 };
@@ -2345,6 +2351,12 @@ class GDO : public View<::GDO> {
   asn1::GDOObjectSetOfSetOf set2() const noexcept { return see<asn1::GDOObjectSetOfSetOf>(&Record::set2); }
   asn1::GDOObjectSetOfSetOf set3() const noexcept { return see<asn1::GDOObjectSetOfSetOf>(&Record::set3); }
   std::optional<asn1::GDOObjectSetOfSetOf> set4() const noexcept { return see_optional<asn1::GDOObjectSetOfSetOf>(&Record::set4); }
+  using Fields = FieldList<
+    Field<"root", asn1::GDOObjectSetOf, &GDO::root, &Record::root>,
+    Field<"set1", asn1::GDOObjectSetOfSetOf, &GDO::set1, &Record::set1>,
+    Field<"set2", asn1::GDOObjectSetOfSetOf, &GDO::set2, &Record::set2>,
+    Field<"set3", asn1::GDOObjectSetOfSetOf, &GDO::set3, &Record::set3>,
+    Field<"set4", asn1::GDOObjectSetOfSetOf, &GDO::set4, &Record::set4>>;
   static constexpr Calls<Record> calls{"GDO", asn1_GDO_new, asn1_GDO_d,
     asn1_GDO_e, nullptr, asn1_GDO_free};
 };
@@ -2410,6 +2422,8 @@ class SignedPublicKeyAndChallenge : public View<::SignedPublicKeyAndChallenge> {
   Octets publicKeyAndChallenge_encoded() const noexcept { return see<Element>(&Record::tbsEncoded); }
   pki::SubjectPKI spki() const noexcept { return publicKeyAndChallenge().spki(); }
   std::string_view challenge() const noexcept { return publicKeyAndChallenge().challenge(); }
+  /// The encoder only measures while these octets are kept.
+  static constexpr auto kept = &Record::tbsEncoded;
   pki::AlgId signatureAlgorithm() const noexcept { return see<pki::AlgId>(&Record::signatureAlgorithm); }
   Bits signature() const noexcept { return see<asn1::BitString>(&Record::signature); }
   using Fields = FieldList<

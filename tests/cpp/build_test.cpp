@@ -253,6 +253,65 @@ TEST(CppBuilder, RefusesYearsThatTheTypeDoesNotHave) {
 }
 
 // ---------------------------------------------------------------------------------------------
+// Types of liborvelasn1
+// ---------------------------------------------------------------------------------------------
+
+using asn1_key = orvel::asn1::PublicKeyAndChallenge;
+using asn1_signed = orvel::asn1::SignedPublicKeyAndChallenge;
+
+TEST(CppBuilder, MakesWhatNoRfcHas) {
+  using Parameters = orvel::asn1::DssParms;
+  EXPECT_EQ(sequence(hex("02 01 07 02 01 05 02 01 02")), octets(Builder<Parameters>()
+                                                                    .set<&Parameters::p>(7)
+                                                                    .set<&Parameters::q>(5)
+                                                                    .set<&Parameters::g>(2)
+                                                                    .build()));
+  using Mac = orvel::asn1::PublicKeyMAC;
+  EXPECT_EQ(
+      sequence(hex("04 01 01 04 02 02 03")),
+      octets(
+          Builder<Mac>().set<&Mac::octets1>(hex("01")).set<&Mac::octets2>(hex("02 03")).build()));
+}
+
+TEST(CppBuilder, WritesASignedChallengeAlsoWhereItWasDecoded) {
+  const Bytes odd(64, 9);  // liborvelasn1 writes no zero bits at the end
+  const Bytes expected_key =
+      sequence(sequence(ed25519 + element(3, hex("00") + key)) + element(22, text("go")));
+  const Bytes expected = sequence(expected_key + ed25519 + element(3, hex("00") + odd));
+  const auto made =
+      Builder<asn1_signed>()
+          .set<&asn1_signed::publicKeyAndChallenge>(Builder<asn1_key>()
+                                                        .set<&asn1_key::spki>(public_key())
+                                                        .set<&asn1_key::challenge>("go"))
+          .set<&asn1_signed::signatureAlgorithm>(algorithm())
+          .set<&asn1_signed::signature>(odd)
+          .build();
+  EXPECT_EQ(expected, octets(made));
+  const auto decoded = orvel::decode<asn1_signed>(expected);
+  ASSERT_TRUE(decoded);
+  EXPECT_EQ(expected_key, bytes(decoded->publicKeyAndChallenge_encoded()));
+  EXPECT_EQ(expected, octets(decoded));
+  EXPECT_EQ(expected_key, bytes(decoded->publicKeyAndChallenge_encoded()));
+}
+
+TEST(CppBuilder, SaysWhichFieldIsMissingInPlaceOfEndingTheProcess) {
+  // Without these fields the encoders of liborvelasn1 abort.
+  EXPECT_EQ("spki: is missing", fault(Builder<asn1_key>().set<&asn1_key::challenge>("go").build()));
+  EXPECT_EQ("publicKeyAndChallenge: is missing", fault(Builder<asn1_signed>().build()));
+  EXPECT_EQ("spki.algorithm: is missing",
+            fault(Builder<asn1_key>()
+                      .set<&asn1_key::spki>(orvel::Owned<pki::SubjectPKI>(pki_SubjectPKI_new()))
+                      .set<&asn1_key::challenge>("go")
+                      .build()));
+  EXPECT_EQ("privateKeyAlgorithm: is missing",
+            fault(Builder<orvel::asn1::PrivateKeyInfo>()
+                      .set<&orvel::asn1::PrivateKeyInfo::version>(0)
+                      .set<&orvel::asn1::PrivateKeyInfo::privateKey>(key)
+                      .build()));
+  EXPECT_EQ("root: is missing", fault(Builder<orvel::asn1::GDO>().build()));
+}
+
+// ---------------------------------------------------------------------------------------------
 // Values
 // ---------------------------------------------------------------------------------------------
 
@@ -344,6 +403,18 @@ TEST(CppMake, ChoosesAlternativesWithAndWithoutAValue) {
   EXPECT_EQ(hex("88 02 2A 03"), octets(orvel::choose<pki::GeneralName::registeredID>("1.2.3"_oid)));
   EXPECT_EQ(hex("88 03 55 1D 0F"),
             octets(orvel::choose<pki::GeneralName::registeredID>(asn1_Get_id_ce_keyUsage())));
+}
+
+TEST(CppMake, ReadsIdentifiersThatAreKnownWhenTheProgramRuns) {
+  const auto identifier = [](std::string_view digits) {
+    return orvel::choose<pki::GeneralName::registeredID>(digits);
+  };
+  EXPECT_EQ(hex("88 03 55 1D 0F"), octets(identifier("2.5.29.15")));
+  for (const std::string_view bad : {"", "2", "2.5.", "1.40", "2.05", "2.5 "}) {
+    EXPECT_EQ(": the text is no object identifier, or memory is exhausted", fault(identifier(bad)))
+        << bad;
+  }
+  EXPECT_FALSE(identifier(std::string_view("2.5\0", 4)));
 }
 
 TEST(CppMake, CopiesConstantsOfTheLibrary) {

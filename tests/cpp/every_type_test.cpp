@@ -54,6 +54,13 @@ void check(std::string_view name) {
   if constexpr (T::calls.decode != nullptr) {
     EXPECT_FALSE(orvel::decode<T>(orvel::Octets()));
   }
+  // An empty record may have an encoding, where every field is OPTIONAL. It never ends the process.
+  if constexpr (T::calls.encode != nullptr && orvel::HasFields<T>) {
+    const auto encoded = orvel::encode(*empty);
+    EXPECT_TRUE(encoded || !encoded.error().sentence().empty());
+    EXPECT_FALSE(orvel::encode(T()));
+    EXPECT_EQ(bool{encoded}, bool{orvel::Builder<T>().build()});
+  }
 }
 
 TEST(CppEveryType, MayBeEmptyAndIsThereForEachOfTheLibrary) {

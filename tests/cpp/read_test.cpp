@@ -609,4 +609,73 @@ TEST(CppEquality, DoesNotCountTheKeptOctets) {
   EXPECT_EQ(*first, **second);
 }
 
+// ---------------------------------------------------------------------------------------------
+// Objects of smart cards
+// ---------------------------------------------------------------------------------------------
+
+Bytes card_object(uint8_t id, const Bytes &content) {
+  return element(0x30, hex("06 01") + Bytes{id} + content);
+}
+const Bytes leaf = card_object(5, hex("04 02 41 42"));
+const Bytes other_leaf = card_object(6, hex("04 01 43"));
+const Bytes container = card_object(0x10, element(4, element(0x31, leaf + other_leaf)));
+const Bytes container_of_sets =
+    card_object(0x11, element(4, element(0x31, element(0x31, leaf) + element(0x31, other_leaf))));
+const Bytes holder =
+    card_object(0x20, element(3, element(0x31, element(0x30, hex("06 04 78 56 34 12 04 01 AA")))));
+const Bytes card = element(0x30, container + container_of_sets + holder + leaf);
+
+TEST(CppCard, ShowsObjectsByTheirPlace) {
+  const auto result = decode<asn1::GDO>(card);
+  ASSERT_TRUE(result) << result.error();
+  const asn1::GDOObjectSetOf root = result->root();
+  EXPECT_EQ(0x10U, root.id());
+  ASSERT_EQ(2U, root.children().size());
+  EXPECT_EQ(5U, root.children()[0].id());
+  EXPECT_EQ("4142", orvel::hex(root.children()[0].value()));
+  EXPECT_EQ("43", orvel::hex(root.children()[1].value()));
+  EXPECT_TRUE(root.value().empty());
+
+  const asn1::GDOObjectSetOfSetOf sets = result->set1();
+  ASSERT_EQ(2U, sets.sets().size());
+  EXPECT_EQ(6U, sets.sets()[1][0].id());
+  EXPECT_FALSE(sets.attributes());
+
+  ASSERT_TRUE(result->set2().holds_attributes());
+  EXPECT_EQ(0x12345678U, result->set2().attributes()[0].id());
+  EXPECT_EQ("AA", orvel::hex(result->set2().attributes()[0].value()));
+  EXPECT_FALSE(result->set2().sets());
+
+  EXPECT_EQ("4142", orvel::hex(result->set3().value()));
+  EXPECT_FALSE(result->set4());
+}
+
+TEST(CppCard, ComparesShowsAndWritesThem) {
+  const auto a = decode<asn1::GDO>(card);
+  const auto b = decode<asn1::GDO>(card);
+  ASSERT_TRUE(a && b);
+  EXPECT_EQ(*a, *b);
+  EXPECT_FALSE(a->root() == asn1::GDOObjectSetOf());
+  EXPECT_FALSE(a->root().children()[0] == a->root().children()[1]);
+  EXPECT_FALSE(a->set1() == a->set2());
+  EXPECT_EQ(
+      "{root: 0x10 [0x05 4142, 0x06 43], set1: 0x11 [[0x05 4142], [0x06 43]], "
+      "set2: 0x20 [0x12345678 AA], set3: 0x05 4142}",
+      orvel::to_string(*a));
+  const auto plain = decode<asn1::GDOObjectSetOf>(container);
+  ASSERT_TRUE(plain);
+  const auto written = orvel::encode(*plain);
+  ASSERT_TRUE(written) << written.error();
+  EXPECT_TRUE(std::ranges::equal(std::as_bytes(std::span(container)), *written));
+}
+
+TEST(CppCard, AnEmptyViewHasNothing) {
+  const asn1::GDOObjectSetOfSetOf none;
+  EXPECT_EQ(0U, none.id());
+  EXPECT_TRUE(none.value().empty());
+  EXPECT_FALSE(none.sets());
+  EXPECT_FALSE(none.attributes());
+  EXPECT_FALSE(asn1::GDOObjectSetOf().children());
+}
+
 }  // namespace

@@ -166,4 +166,105 @@ TEST(CppQuestions, FindKeyIdentifiersAndTimes) {
   EXPECT_FALSE(orvel::is_valid_at(pki::Certificate(), first));
 }
 
+// ---------------------------------------------------------------------------------------------
+// Revocation lists, messages, responses
+// ---------------------------------------------------------------------------------------------
+
+Bytes sequence(const Bytes &content) { return element(0x30, content); }
+
+const Bytes ed25519 = sequence(hex("06 03 2B 65 70"));
+const Bytes some_name = sequence(element(0x31, sequence(hex("06 03 55 04 03 0C 01 41"))));
+const Bytes reason = sequence(sequence(hex("06 03 55 1D 15 04 03 0A 01 01")));
+
+Bytes crl(const Bytes &entries) {
+  const Bytes time = element(23, text("260131120000Z"));
+  return sequence(sequence(hex("02 01 01") + ed25519 + some_name + time + time + entries) +
+                  ed25519 + hex("03 02 00 01"));
+}
+
+TEST(CppCrl, IsReadEntryByEntry) {
+  const Bytes list =
+      crl(sequence(sequence(hex("02 01 05") + element(23, text("260131120000Z")) + reason) +
+                   sequence(hex("02 02 00 80") + element(23, text("260131120001Z")))));
+  auto reader = orvel::CrlReader::open(list);
+  ASSERT_TRUE(reader) << reader.error();
+  EXPECT_EQ("CN=A", to_string(*decode<pki::RDNSequence>(reader->issuer())));
+  EXPECT_NE(0U, reader->c().thisUpdate.length);
+
+  const auto first = reader->next().value();
+  ASSERT_TRUE(first);
+  EXPECT_EQ("05", orvel::hex(first->serialNumber()));
+  const std::chrono::sys_seconds noon = std::chrono::sys_days(2026y / 1 / 31) + 12h;
+  EXPECT_EQ(noon, first->revocationDate());
+  EXPECT_EQ(1, first->reason());
+  const auto extensions = decode<pki::Extensions>(first->extensions());
+  ASSERT_TRUE(extensions);
+  EXPECT_EQ(1U, extensions->size());
+  const auto second = reader->next().value();
+  ASSERT_TRUE(second);
+  EXPECT_EQ("0080", orvel::hex(second->serialNumber()));
+  EXPECT_EQ(noon + 1s, second->revocationDate());
+  EXPECT_FALSE(second->reason());
+  EXPECT_TRUE(second->extensions().empty());
+  EXPECT_FALSE(reader->next().value());
+
+  const auto there = decode<pki::CRLNumber>(hex("02 02 00 80"));
+  const auto not_there = decode<pki::CRLNumber>(hex("02 01 80"));
+  EXPECT_TRUE(reader->find(**there).value());
+  EXPECT_FALSE(reader->find(**not_there).value());
+  EXPECT_FALSE(reader->find(orvel::Number()));
+}
+
+TEST(CppCrl, SaysWhatIsWrong) {
+  EXPECT_FALSE(orvel::CrlReader::open(orvel::Octets()));
+  const auto certificate = orvel::CrlReader::open(some_certificate);
+  ASSERT_FALSE(certificate);
+  EXPECT_FALSE(certificate.error().sentence().empty());
+  const Bytes broken = crl(sequence(hex("05 00")));
+  auto reader = orvel::CrlReader::open(broken);
+  ASSERT_TRUE(reader);
+  const auto next = reader->next();
+  ASSERT_FALSE(next);
+  EXPECT_EQ("the octets are no entry of a revocation list", next.error().sentence());
+  const auto number = decode<pki::CRLNumber>(hex("02 01 05"));
+  EXPECT_FALSE(reader->find(**number));
+}
+
+TEST(CppMessages, SignTheirAttributesUnderTheTagOfSetOf) {
+  const Bytes attributes = sequence(hex("06 03 2A 03 04 31 02 05 00"));
+  const auto signer = [&](const Bytes &signed_attributes) {
+    return decode<pki::SignerInfo>(sequence(hex("02 01 03 80 02 AB CD") + ed25519 +
+                                            signed_attributes + ed25519 + hex("04 01 01")));
+  };
+  const auto with = signer(element(0xA0, attributes));
+  ASSERT_TRUE(with) << with.error();
+  const auto octets = orvel::signed_octets(**with);
+  ASSERT_TRUE(octets && *octets);
+  EXPECT_EQ(orvel::hex(element(0x31, attributes)), orvel::hex(**octets));
+  const auto without = signer({});
+  ASSERT_TRUE(without);
+  EXPECT_FALSE(*orvel::signed_octets(**without));
+  EXPECT_FALSE(*orvel::signed_octets(pki::SignerInfo()));
+}
+
+TEST(CppMessages, FindTheBasicResponse) {
+  const Bytes time = element(24, text("20260131120000Z"));
+  const Bytes basic = sequence(sequence(element(0xA1, some_name) + time + sequence({})) + ed25519 +
+                               hex("03 02 00 01"));
+  const auto answer = [](const Bytes &type, const Bytes &octets) {
+    const auto response = decode<pki::OCSPResponse>(
+        sequence(hex("0A 01 00") + element(0xA0, sequence(type + element(4, octets)))));
+    return orvel::basic_response(response.value());
+  };
+  const Bytes id_pkix_ocsp_basic = hex("06 09 2B 06 01 05 05 07 30 01 01");
+  const auto good = answer(id_pkix_ocsp_basic, basic);
+  ASSERT_TRUE(good) << good.error();
+  EXPECT_EQ("2026-01-31 12:00:00 UTC", to_string(good->tbsResponseData().producedAt()));
+  EXPECT_FALSE(answer(id_pkix_ocsp_basic, basic + hex("05 00")));
+  EXPECT_EQ("responseBytes.responseType", answer(hex("06 02 2A 03"), basic).error().path());
+  const auto refused = decode<pki::OCSPResponse>(sequence(hex("0A 01 06")));
+  ASSERT_TRUE(refused);
+  EXPECT_EQ("offset 0, responseBytes: is missing", orvel::basic_response(**refused).error().text());
+}
+
 }  // namespace

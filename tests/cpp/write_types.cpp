@@ -234,6 +234,7 @@ class Writer {
     const std::string record = record_of(type);
     if (std::string(pki_Type_record(type)) == "Time") return "TimeChoice";
     if (kind == PKI_TLS_LIST) return "List<SignedCertificateTimestamp>";
+    if (kind == PKI_CARD_OBJECT) return "CardObject";
     if (kind == PKI_CHOICE) return "Choice<" + class_of(type) + ", ::" + record + ">";
     if (is_list(type)) {
       return (record == "RDNSequence" ? "NameList<" : "List<") + qualified(pki_Type_element(type)) +
@@ -294,6 +295,8 @@ class Writer {
       write_alternatives(type);
     } else if (pki_Type_kind(type) == PKI_SEQUENCE) {
       write_fields(type);
+    } else if (pki_Type_kind(type) == PKI_CARD_OBJECT) {
+      write_children(name);
     }
     write_calls(type);
     std::cout << "};\n";
@@ -352,6 +355,11 @@ class Writer {
       list.push_back(line + ">");
       if (field.encoded_offset != PKI_NO_MEMBER && pki_Type_kind(field.type) == PKI_SEQUENCE) {
         write_signed(field);
+        if (!is_form(type)) {
+          std::cout << "  /// The encoder only measures while these octets are kept.\n"
+                       "  static constexpr auto kept = &Record::"
+                    << members.at(field.encoded_offset).name << ";\n";
+        }
       }
     }
     for (const auto &[offset, member] : members) {
@@ -360,13 +368,6 @@ class Writer {
                 << "() const noexcept { return at(&Record::" << member.name << "); }\n";
       list.push_back("Field<\"" + member.name + "\", std::uint32_t, &" + name + "::" + member.name +
                      ", &Record::" + member.name + ">");
-    }
-    // What has a card object inside is neither compared nor shown.
-    const auto fields = fields_of(type);
-    if (std::any_of(fields.begin(), fields.end(), [](const pki_Field &field) {
-          return pki_Type_kind(field.type) == PKI_CARD_OBJECT;
-        })) {
-      return;
     }
     std::cout << "  using Fields = FieldList<";
     for (size_t i = 0; i < list.size(); ++i)
@@ -383,6 +384,23 @@ class Writer {
       std::cout << "  " << returned << " " << field.name << "() const noexcept { return "
                 << part.name << "()." << field.name << "(); }\n";
     }
+  }
+
+  /// What a card object holds beside octets. The objects in a set of sets stand at a plain place.
+  static void write_children(const std::string &name) {
+    if (name == "GDOObjectSetOf") {
+      std::cout << "  /// The objects of a container, or the attributes of their holder.\n"
+                   "  List<GDOObjectSetOf> children() const noexcept { return "
+                   "see<List<GDOObjectSetOf>>(&Record::children); }\n";
+      return;
+    }
+    std::cout << "  /// The attributes, where the object holds some.\n"
+                 "  List<GDOObjectSetOf> attributes() const noexcept { return "
+                 "List<GDOObjectSetOf>(holds_attributes() ? at(&Record::children) : nullptr); }\n"
+                 "  /// The sets of objects of a container.\n"
+                 "  List<List<GDOObjectSetOf>> sets() const noexcept { return "
+                 "List<List<GDOObjectSetOf>>(holds_attributes() ? nullptr : "
+                 "at(&Record::children)); }\n";
   }
 
   static void write_timestamp() {

@@ -80,8 +80,8 @@ of_explain() {
 
 of_dns_names() {
   certificate /CN=x email:some@one.example,DNS:a.example,DNS:b.example
-  prints 'a.example
-b.example' certificate.der
+  prints '"a.example"
+"b.example"' certificate.der
   # In place of the "b", a NUL octet.
   LC_ALL=C sed 's/b[.]example/\x00.example/' certificate.der >hostile.der
   fails '1 names cannot be read' hostile.der
@@ -106,6 +106,7 @@ of_crl() {
 }
 
 of_request() {
+  damaged
   openssl genpkey -algorithm ed25519 -out key.pem
   openssl pkey -in key.pem -pubout -outform DER -out key.der
   "$program" key.der 'CN=Some One,C=DE' >info.der
@@ -115,8 +116,11 @@ of_request() {
     >said 2>&1 || { cat said; exit 1; }
   grep -q 'verify OK' said
   grep -q 'subject=CN=Some One,C=DE' said
-  fails '' key.der 'no name' 2>missing
-  grep -qx 'subject: is missing' missing
+  command openssl req -inform DER -in request.der -noout -text | grep -q 'DNS:www.example'
+  fails '' key.der 'no name' 2>fault
+  grep -q 'subject: the text is no name of RFC 4514' fault
+  fails '' damaged.der 'CN=Some One,C=DE' 2>fault
+  grep -q 'subjectPKInfo.algorithm.algorithm: expected OBJECT IDENTIFIER (06)' fault
 }
 
 of_names() {

@@ -216,6 +216,29 @@ unversioned() {
   start "$folder/program"
 }
 
+# The Python package beside the libraries: it finds them without being told where, also after a move.
+python() {
+  for component in runtime python; do
+    "$cmake" --install "$build" --prefix "$folder/first" --component $component >/dev/null
+  done
+  mv "$folder/first" "$folder/moved"
+  # That of the system, as the package was built with.
+  if [ -x /usr/bin/python3 ]; then interpreter=/usr/bin/python3; else interpreter=python3; fi
+  cd /
+  PYTHONPATH=$(dirname "$(find "$folder/moved" -type d -name orvelasn1 -path '*python*')") \
+    PYTHONDONTWRITEBYTECODE=1 $interpreter - "$folder/moved" <<'END'
+import sys
+
+import orvelasn1
+
+assert orvelasn1.__file__.startswith(sys.argv[1]), orvelasn1.__file__
+number = orvelasn1.decode("CRLNumber", bytes([2, 1, 5]))
+assert number == 5, number
+loaded = {line.split()[-1] for line in open("/proc/self/maps") if "/liborvel" in line}
+assert len(loaded) == 3 and all(name.startswith(sys.argv[1]) for name in loaded), loaded
+END
+}
+
 # Everything that says a version says the same.
 versions() {
   # The numbers are the arithmetic of a shell.
