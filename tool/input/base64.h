@@ -33,6 +33,10 @@ class Base64Digits {
 /// is not complete. `out` has room for them, or is where the text itself stands.
 Octets take_base64(std::string_view text, size_t most, uint8_t *out);
 
+/// Decodes groups of four digits in place, from the start of a text up to the first group that has
+/// another character. Returns how many they are.
+size_t decode_groups(std::span<uint8_t> text);
+
 }  // namespace tool
 
 #endif

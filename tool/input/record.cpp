@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "input/base64.h"
 #include "input/pem.h"
 
 namespace tool {
@@ -27,14 +28,16 @@ Element element_of(Octets octets) {
 
 /// Decodes base64, in which blanks may stand. Fails on any other character.
 std::optional<std::span<uint8_t>> decode(std::span<uint8_t> text) {
+  const size_t groups = decode_groups(text);
+  const std::span<uint8_t> rest = text.subspan(4 * groups);
   base64_decode_ctx context;
   base64_decode_init(&context);
   size_t size = 0;
-  if (base64_decode_update(&context, &size, text.data(), text.size(),
-                           reinterpret_cast<const char *>(text.data())) == 0 ||
+  if (base64_decode_update(&context, &size, text.data() + 3 * groups, rest.size(),
+                           reinterpret_cast<const char *>(rest.data())) == 0 ||
       base64_decode_final(&context) == 0)
     return std::nullopt;
-  return text.first(size);
+  return text.first(3 * groups + size);
 }
 
 /// Reads the base64 of an element.
