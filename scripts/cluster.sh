@@ -85,14 +85,14 @@ start() {
   "$@" >"$log" 2>&1 </dev/null &
 }
 
-# await WHAT COMMAND...: waits until the command succeeds, half a minute at most.
+# await WHAT COMMAND...: waits until the command succeeds, a minute at most.
 await() {
   what=$1
   shift
-  left=300
+  left=600
   until "$@" >/dev/null 2>&1; do
     left=$((left - 1))
-    [ $left != 0 ] || fail "not after half a minute: $what"
+    [ $left != 0 ] || fail "not after a minute: $what"
     sleep 0.1
   done
 }
@@ -157,7 +157,7 @@ compare() { # FOLDER
 }
 
 run_on_dask() { # FILE... -- OPTION...
-  /usr/bin/python3 "$source/examples/dask/map.py" --scheduler "$address" --results results "$@"
+  timeout 120 /usr/bin/python3 "$source/examples/dask/map.py" --scheduler "$address" --results results "$@"
 }
 
 runs() {
@@ -317,7 +317,7 @@ END
   ls "$PWD"/shards/* >list
   submit() {
     # shellcheck disable=SC2086
-    PATH=$PWD/bin:$PATH sbatch --wait --array=1-8 --output=%a-"$1".log \
+    PATH=$PWD/bin:$PATH timeout 120 sbatch --wait --array=1-8 --output=%a-"$1".log \
       "$source/examples/slurm/map.sh" list $options >"submit-$1.log" 2>&1
   }
   if submit first; then fail "the task that failed did not count"; fi
