@@ -989,6 +989,7 @@ TEST_F(SetOfSetOf, TheEncoderCountsUpTo32Bits) {
       {0x40000000, 0x3FFFFFF4, 0x80000006, "31 84 80 00 00 00"},
       {0x80000000, 0x7FFFFFED, 0xFFFFFFFF, "31 84 FF FF FF F9"},
       {0x80000000, 0x7FFFFFEE, 0, ""},  // the whole does not fit
+      {0x80000000, 0x7FFFFFF3, 0, ""},
       {0x80000000, 0x7FFFFFF4, 0, ""},  // nor the lists
       {0xFFFFFFFA, 1, 0, ""},           // nor one of them
   };

@@ -592,6 +592,7 @@ TEST(LargeSums, OfListsAreCountedUpTo32Bits) {
               {0x40000000, 0x40000000, 0x80000006, "31 84 80 00 00 00"},
               {0x80000000, 0x7FFFFFF9, 0xFFFFFFFF, "31 84 FF FF FF F9"},
               {0x80000000, 0x7FFFFFFA, 0, ""},  // the header does not fit
+              {0x80000000, 0x7FFFFFFF, 0, ""},
               {0x80000000, 0x80000000, 0, ""},  // nor the elements
               {0xFFFFFFFF, 0xFFFFFFFF, 0, ""}};
   for (const auto &row : rows) {
