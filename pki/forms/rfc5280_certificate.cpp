@@ -78,10 +78,10 @@ EXPORT_FORM(Certificate, Certificate, "Certificate", CertificateTable)
 //   userCertificate     CertificateSerialNumber,
 //   revocationDate      Time,
 //   crlEntryExtensions  Extensions OPTIONAL }
-using CRLEntryTable = Sequence<CRLEntry,
+using CRLEntryTable = Unrolled<Sequence<CRLEntry,
     Required<&CRLEntry::userCertificate, IntegerCodec>,
     Required<&CRLEntry::revocationDate, TimeCodec>,
-    Optional<&CRLEntry::crlEntryExtensions, ExtensionsCodec>>;
+    Optional<&CRLEntry::crlEntryExtensions, ExtensionsCodec>>>;
 EXPORT_FORM(CRLEntry, CRLEntry, "CRLEntry", CRLEntryTable)
 
 // TBSCertList ::= SEQUENCE {

@@ -313,7 +313,7 @@ struct Choice {
 };
 
 /// A SEQUENCE whose walk the compiler unrolls. For the few types in which most of the time of
-/// decoding a certificate goes; each costs about a kilobyte.
+/// decoding a certificate or a revocation list goes; each costs about a kilobyte.
 template <class Table>
 struct Unrolled : Table {
   struct Walk {

@@ -10,10 +10,10 @@ using namespace asn1;
 //   userCertificate     INTEGER,
 //   revocationDate      Time,
 //   crlEntryExtensions  Extensions OPTIONAL }
-using CRLEntryTable = Sequence<CRLEntry,
+using CRLEntryTable = Unrolled<Sequence<CRLEntry,
     Required<&CRLEntry::userCertificate, IntegerCodec>,
     Required<&CRLEntry::revocationDate, TimeCodec>,
-    Optional<&CRLEntry::crlEntryExtensions, ExtensionsCodec>>;
+    Optional<&CRLEntry::crlEntryExtensions, ExtensionsCodec>>>;
 EXPORT_RECORD(CRLEntry, CRLEntryTable)
 
 // TBSCertList ::= SEQUENCE {
