@@ -58,12 +58,15 @@ bool is_one_element(Octets data) {
 /// Returns the reader of an input, by what it begins with. Fails where more of it must be read to
 /// tell, or all of it.
 ElementReader reader_of(Window &window) {
+  // Other formats are told by fewer octets than these.
+  constexpr size_t telling = 512;
+  if (!window.is_last && (window.data.size() < telling || is_utf16(window.data))) return nullptr;
   if (window.data.empty()) return no_element("the input is empty");
-  if (!window.is_last && is_utf16(window.data)) return nullptr;
   const std::span<uint8_t> data = without_mark(window.data);
   const bool has_pem = is_pem(data);
   const std::string foreign = has_pem ? "" : foreign_format(data);
-  if (!window.is_last && !has_pem && (is_text(data) || !foreign.empty())) return nullptr;
+  if (!window.is_last && !has_pem && (may_precede_pem(data) || is_text(data) || !foreign.empty()))
+    return nullptr;
   window.data = data;
   if (has_pem) return PemReader();
   if (window.is_last && is_one_element(data)) return DerReader();

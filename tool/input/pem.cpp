@@ -15,7 +15,7 @@ constexpr std::string_view begin_word = "BEGIN ";
 constexpr std::string_view end_word = "END ";
 constexpr size_t longest_label = 64;
 
-/// A mark is no other one when more follows it than this.
+/// A mark, with an octet after it. What follows so many octets does not change what the mark is.
 constexpr size_t longest_mark =
     dashes.size() + begin_word.size() + longest_label + dashes.size() + 1;
 
@@ -109,12 +109,15 @@ struct PemReader::Mark {
   std::optional<std::string> label;  ///< none where the mark is not complete
 };
 
+bool may_precede_pem(Octets data) {
+  return std::ranges::none_of(text_of(data),
+                              [](char c) { return is_control(c) && !(c >= '\t' && c <= '\r'); });
+}
+
 bool is_pem(Octets data) {
   const std::string_view text = text_of(data);
   const size_t mark = text.find(std::string(dashes) + std::string(begin_word));
-  return mark != text.npos && std::ranges::none_of(text.substr(0, mark), [](char c) {
-           return is_control(c) && !(c >= '\t' && c <= '\r');
-         });
+  return mark != text.npos && may_precede_pem(data.first(mark));
 }
 
 std::optional<Element> PemReader::operator()(Window &window) {

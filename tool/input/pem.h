@@ -11,6 +11,9 @@ namespace tool {
 /// element is not text, so a DER input with these characters inside a string is still DER.
 bool is_pem(Octets data);
 
+/// Whether data are text, so that they may stand in front of "-----BEGIN ".
+bool may_precede_pem(Octets data);
+
 /// Takes the blocks of a PEM text one by one. Line ends may be of any kind, those of JSON ("\n")
 /// among them, or blanks. Writes the octets of each block over its base64 text, so that no second
 /// buffer is needed.
