@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <iterator>
 #include <memory>
 
 #include "system/isolate.h"
@@ -65,6 +64,7 @@ struct Source {
 struct SourceElement {
   Source *source;
   Element element;
+  Bytes own{};  ///< its octets, where they are kept for longer than the source has them
 };
 
 /// Opens each file and runs the function for it. Reports those that cannot be read.
@@ -89,7 +89,7 @@ bool for_each_source(const std::vector<std::string> &files,
 std::vector<SourceElement> take(Source &source) {
   std::vector<SourceElement> taken;
   if (source.patience.is_over()) return taken;
-  for (Element &element : source.input.take(elements_a_child))
+  for (Element &element : source.input.take(elements_a_child, Input::usual_step))
     taken.push_back({&source, std::move(element)});
   return taken;
 }
@@ -99,7 +99,8 @@ bool run(std::span<const SourceElement> elements, const ElementJob &job) {
   return run_isolated(
       elements.size(),
       [&](size_t i) {
-        const auto &[source, element] = elements[i];
+        Source *const source = elements[i].source;
+        const Element &element = elements[i].element;
         if (source->patience.is_over()) return false;
         const bool good = job(source->input, element);
         report_remark(source->input, element);
@@ -111,14 +112,18 @@ bool run(std::span<const SourceElement> elements, const ElementJob &job) {
       });
 }
 
-/// Runs the job for all elements in their order. All inputs stay in memory.
+/// Runs the job for all elements in their order. All of them stay in memory.
 bool for_each_in_order(const std::vector<std::string> &files, const ElementJob &job,
                        const std::function<int64_t(const Element &)> &order) {
   std::vector<std::unique_ptr<Source>> sources;
   std::vector<SourceElement> elements;
   bool all_well = for_each_source(files, [&](std::unique_ptr<Source> source) {
     for (auto taken = take(*source); !taken.empty(); taken = take(*source))
-      std::ranges::move(taken, std::back_inserter(elements));
+      for (SourceElement &one : taken) {
+        one.own.assign(one.element.octets.begin(), one.element.octets.end());
+        one.element.octets = one.own;
+        elements.push_back(std::move(one));
+      }
     sources.push_back(std::move(source));
   });
   std::ranges::stable_sort(elements, {},
@@ -152,6 +157,7 @@ bool for_each_element(const std::vector<std::string> &files, const ElementJob &j
   if (course.order) return for_each_in_order(files, job, course.order);
   bool all_well = true;
   all_well &= for_each_source(files, [&](const std::unique_ptr<Source> &source) {
+    if (course.overwrites) source->input.read_all();
     for (auto taken = take(*source); !taken.empty(); taken = take(*source)) {
       if (course.seen)
         for (const SourceElement &one : taken) course.seen(one.element);

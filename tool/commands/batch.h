@@ -23,14 +23,15 @@ using ElementJob = std::function<bool(const Input &, const Element &)>;
 
 /// How a command goes through the elements, beside its jobs. All of these may be null.
 struct Course {
-  /// Returns where an element stands in the order, from the least on. All inputs are then in
-  /// memory. Without it the elements are taken as they come, and those after them are not in memory
-  /// yet.
+  /// Returns where an element stands in the order, from the least on. All elements are then in
+  /// memory. Without it they are taken as they come, and no more than some of them are in memory.
   std::function<int64_t(const Element &)> order;
   /// Run in the tool's own process for each element before its job, where there is no order.
   std::function<void(const Element &)> seen;
   /// Run in the tool's own process past the last job of an input, where there is no order.
   std::function<void(const Input &)> ended;
+  /// Whether the jobs may write over an input: it is read as a whole before the first of them.
+  bool overwrites = false;
 };
 
 /// Runs `job` for each element of each file, isolated from the rest. Reports a file that cannot be

@@ -6,6 +6,7 @@
 #include "records/crl_in_place.h"
 #include "system/isolate.h"
 #include "system/output.h"
+#include "system/shared_memory.h"
 #include "text/characters.h"
 
 namespace tool {

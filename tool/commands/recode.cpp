@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <filesystem>
 
 #include "commands/batch.h"
 #include "commands/commands.h"
@@ -25,11 +26,20 @@ std::string verdict(Octets in, Octets out) {
          octets_at("out", out, offset);
 }
 
+/// Whether what is written to a file is written over the input.
+bool is_overwritten(const std::string &input, const std::string &output) {
+  std::error_code none;
+  return !output.empty() &&
+         std::filesystem::equivalent(input == "-" ? "/dev/stdin" : input, output, none);
+}
+
 }  // namespace
 
 bool recode(const RecodeRequest &request) {
   const OutputFile output(request.output);
   if (!output.good()) return false;
+  Course course;
+  course.overwrites = is_overwritten(request.file, request.output);
   const bool same = for_each_record(
       {request.file}, request.type,
       [&](const Input &input, const Element &element, const Type &type, Record &record) {
@@ -47,7 +57,8 @@ bool recode(const RecodeRequest &request) {
         output.write(text_of(out));
         emit(input.where(element) + ": " + verdict(element.octets, out));
         return std::ranges::equal(element.octets, out);
-      });
+      },
+      nullptr, course);
   output.cut();
   return same;
 }

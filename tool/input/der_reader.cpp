@@ -18,19 +18,20 @@ std::string after_it(Octets rest) {
 
 }  // namespace
 
-std::optional<Element> DerReader::operator()() {
-  if (at_ == data_.size()) return std::nullopt;
-  const Octets rest = data_.subspan(at_);
+std::optional<Element> DerReader::operator()(Window &window) {
+  const Octets rest = window.rest();
+  if (rest.empty()) return std::nullopt;
+  if (count_ == 0) first_ = rest[0];
   const Header header = read_header(rest);
   Element element;
   element.number = count_ + 1;
-  element.offset = at_;
+  element.offset = window.start + window.at;
   element.octets = rest;
   if (rest[0] == 0 && count_ == 0) {
     element.octets = {};
     element.fault = Fault{0, "the input begins with an octet 00, as no DER does"};
   } else if (count_ != 0 &&
-             (!may_follow(rest[0]) || (!header.fault.empty() && rest[0] != data_[0]))) {
+             (!may_follow(rest[0]) || (!header.fault.empty() && rest[0] != first_))) {
     element.number = count_;
     element.octets = {};
     element.fault = Fault{0, after_it(rest)};
@@ -41,17 +42,18 @@ std::optional<Element> DerReader::operator()() {
   } else {
     element.fault = Fault{0, "an indefinite length without its end-of-contents"};
   }
-  at_ += element.fault ? rest.size() : element.octets.size();
+  // What follows may be what is missing, or belong to what is skipped.
+  if (element.fault && !window.is_last) return std::nullopt;
+  window.at += element.fault ? rest.size() : element.octets.size();
   ++count_;
   return element;
 }
 
 // Padding, line ends and the like are primitive and universal.
 bool DerReader::may_follow(uint8_t tag) const {
-  const uint8_t first = data_[0];
-  const bool tagged = (first & tag::class_bits) != 0;
-  return tag == first || (tag & tag::constructed) != 0 ||
-         (tagged && (tag & tag::class_bits) == (first & tag::class_bits));
+  const bool tagged = (first_ & tag::class_bits) != 0;
+  return tag == first_ || (tag & tag::constructed) != 0 ||
+         (tagged && (tag & tag::class_bits) == (first_ & tag::class_bits));
 }
 
 }  // namespace tool

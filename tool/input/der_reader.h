@@ -3,6 +3,7 @@
 #define ORVELASN1_TOOL_INPUT_DER_READER_H
 
 #include "input/element.h"
+#include "input/window.h"
 
 namespace tool {
 
@@ -11,17 +12,14 @@ namespace tool {
 /// becomes one element with a fault.
 class DerReader {
  public:
-  explicit DerReader(Octets data) : data_(data) {}
-
-  std::optional<Element> operator()();
+  std::optional<Element> operator()(Window &window);
 
  private:
   /// Whether an element after the first may have this identifier octet: that of the first, any
   /// constructed one, or, after a tagged one, another of the same class.
   bool may_follow(uint8_t tag) const;
 
-  Octets data_;
-  size_t at_ = 0;
+  uint8_t first_ = 0;  ///< octet of the input
   size_t count_ = 0;
 };
 

@@ -19,41 +19,11 @@ namespace tool {
 
 namespace {
 
-/// A file descriptor that closes itself, unless it is standard input.
-class Descriptor {
- public:
-  explicit Descriptor(int fd) : fd_(fd) {}
-  Descriptor(const Descriptor &) = delete;
-  Descriptor &operator=(const Descriptor &) = delete;
-  ~Descriptor() {
-    if (fd_ > STDIN_FILENO) close(fd_);
-  }
-  int get() const { return fd_; }
-
- private:
-  int fd_;
-};
-
-Bytes read_all(int fd, const std::string &name) {
-  Bytes data;
-  size_t used = 0;
-  for (;;) {
-    if (data.size() - used < 65536) data.resize(data.size() * 2 + 65536);
-    const ssize_t count = ::read(fd, data.data() + used, data.size() - used);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) throw std::system_error(errno, std::generic_category(), name);
-    if (count == 0) break;
-    used += static_cast<size_t>(count);
-  }
-  data.resize(used);
-  return data;
-}
-
-using ElementReader = std::function<std::optional<Element>()>;
+using ElementReader = std::function<std::optional<Element>(Window &)>;
 
 /// Returns a reader of one element, whose fault says why the input holds no element.
 ElementReader no_element(std::string why) {
-  return [why = std::move(why), taken = false]() mutable {
+  return [why = std::move(why), taken = false](Window &) mutable {
     std::optional<Element> element;
     if (std::exchange(taken, true)) return element;
     element.emplace().number = 1;
@@ -62,13 +32,20 @@ ElementReader no_element(std::string why) {
   };
 }
 
-/// Returns a reader that says why there is no element where the other finds none.
-ElementReader or_else(ElementReader reader, std::string why) {
-  return [reader = std::move(reader), otherwise = no_element(std::move(why)),
-          found = false]() mutable {
+/// Returns a reader of other octets than the window's.
+template <class Reader>
+ElementReader reader_of(std::span<uint8_t> data, Reader reader) {
+  return [reader = std::move(reader), own = Window{data}](Window &) mutable { return reader(own); };
+}
+
+/// Returns a reader of base64 inside a text, which says why there is no element where there is
+/// none.
+ElementReader base64_or_else(std::span<uint8_t> text, std::string why) {
+  return [reader = Base64Reader(text), otherwise = no_element(std::move(why)),
+          found = false](Window &window) mutable {
     auto element = reader();
     if (element) found = true;
-    return found ? element : otherwise();
+    return found ? element : otherwise(window);
   };
 }
 
@@ -78,54 +55,96 @@ bool is_one_element(Octets data) {
   return header.fault.empty() && !header.indefinite && header.size + header.length == data.size();
 }
 
-/// Returns the reader of an input, by what it begins with.
-ElementReader reader_of(std::span<uint8_t> data) {
-  if (data.empty()) return no_element("the input is empty");
-  data = without_mark(data);
-  if (is_pem(data)) return PemReader(data);
-  if (is_one_element(data)) return DerReader(data);
-  if (const std::string foreign = foreign_format(data); !foreign.empty())
-    return no_element(foreign);
-  if (!is_text(data)) return DerReader(data);
+/// Returns the reader of an input, by what it begins with. Fails where more of it must be read to
+/// tell, or all of it.
+ElementReader reader_of(Window &window) {
+  // Other formats are told by fewer octets than these.
+  constexpr size_t telling = 512;
+  if (!window.is_last && (window.data.size() < telling || is_utf16(window.data))) return nullptr;
+  if (window.data.empty()) return no_element("the input is empty");
+  const std::span<uint8_t> data = without_mark(window.data);
+  const bool has_pem = is_pem(data);
+  const std::string foreign = has_pem ? "" : foreign_format(data);
+  if (!window.is_last && !has_pem && (may_precede_pem(data) || is_text(data) || !foreign.empty()))
+    return nullptr;
+  window.data = data;
+  if (has_pem) return PemReader();
+  if (window.is_last && is_one_element(data)) return DerReader();
+  if (!foreign.empty()) return no_element(foreign);
+  if (!is_text(data)) return DerReader();
   if (const auto decoded = decode_base64(data))
-    return is_pem(*decoded) ? ElementReader(PemReader(*decoded)) : DerReader(*decoded);
-  return or_else(Base64Reader(data),
-                 "it is " + kind_of_text(data) +
-                     " without a BEGIN line (PEM) and without DER in base64, which is what this "
-                     "tool looks for in a text");
-}
-
-SharedMemory shared(Octets data) {
-  SharedMemory copy(data.size());
-  std::ranges::copy(data, copy.octets().begin());
-  return copy;
-}
-
-SharedMemory load(const std::string &file) {
-  const Descriptor descriptor(file == "-" ? STDIN_FILENO
-                                          : open(file.c_str(), O_RDONLY | O_CLOEXEC));
-  if (descriptor.get() < 0) throw std::system_error(errno, std::generic_category(), file);
-  return shared(read_all(descriptor.get(), file));
+    return is_pem(*decoded) ? reader_of(*decoded, PemReader()) : reader_of(*decoded, DerReader());
+  return base64_or_else(data, "it is " + kind_of_text(data) +
+                                  " without a BEGIN line (PEM) and without DER in base64, which is "
+                                  "what this tool looks for in a text");
 }
 
 }  // namespace
 
-Input::Input(const std::string &file)
+Input::Input(const std::string &file, size_t step)
     : name_(file == "-" ? "standard input" : file),
-      data_(load(file)),
-      next_(reader_of(data_.octets())) {}
+      descriptor_(file == "-" ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC)),
+      step_(step) {
+  if (descriptor_.get() < 0) throw std::system_error(errno, std::generic_category(), file);
+  do read_more();
+  while (!(next_ = reader_of(window_)));
+}
 
 Input::Input(std::string name, Octets data)
-    : name_(std::move(name)), data_(shared(data)), next_(reader_of(data_.octets())) {}
+    : name_(std::move(name)), data_(data.begin(), data.end()), window_{data_} {
+  next_ = reader_of(window_);
+}
 
-std::vector<Element> Input::take(size_t most) {
-  std::vector<Element> elements;
-  while (elements.size() < most) {
-    auto element = next_();
-    if (!element) break;
-    elements.push_back(std::move(*element));
+std::vector<Element> Input::take(size_t most, size_t octets) {
+  std::vector<Element> taken;
+  drop_taken();
+  while (taken.size() < most && (taken.empty() || window_.at < octets)) {
+    if (auto element = next_(window_)) {
+      taken.push_back(std::move(*element));
+      continue;
+    }
+    if (window_.is_last) break;
+    // The views move with the data.
+    const uint8_t *const before = window_.data.data();
+    std::vector<std::ptrdiff_t> places;
+    for (const Element &one : taken) places.push_back(one.octets.data() - before);
+    read_more();
+    for (size_t i = 0; i < taken.size(); ++i)
+      if (!taken[i].octets.empty())
+        taken[i].octets = {window_.data.data() + places[i], taken[i].octets.size()};
   }
-  return elements;
+  return taken;
+}
+
+void Input::read_all() {
+  while (!window_.is_last) read_more();
+}
+
+/// Makes room for what follows the elements that were taken.
+void Input::drop_taken() {
+  if (window_.is_last) return;
+  data_.erase(data_.begin(), data_.end() - std::ssize(window_.rest()));
+  window_.start += window_.at;
+  window_.at = 0;
+  window_.data = data_;
+}
+
+/// Reads as much as there is already, but no less than a step.
+void Input::read_more() {
+  const size_t skipped = data_.size() - window_.data.size();
+  size_t used = data_.size();
+  data_.resize(used + std::max(used, step_));
+  while (used < data_.size()) {
+    const ssize_t count = ::read(descriptor_.get(), data_.data() + used, data_.size() - used);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) throw std::system_error(errno, std::generic_category(), name_);
+    if (count == 0) break;
+    used += static_cast<size_t>(count);
+  }
+  window_.is_last = used < data_.size();
+  if (window_.is_last) descriptor_.reset();
+  data_.resize(used);
+  window_.data = std::span(data_).subspan(skipped);
 }
 
 std::string Input::where(const Element &element) const {

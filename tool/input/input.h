@@ -5,16 +5,21 @@
 #include <functional>
 
 #include "input/element.h"
-#include "system/shared_memory.h"
+#include "input/window.h"
+#include "system/descriptor.h"
 
 namespace tool {
 
-/// A whole input, which is cut into elements when they are taken.
+/// An input, of which no more is in memory than the elements that were taken last. Only a text that
+/// does not begin with PEM, and what follows a fault in DER, is read as a whole.
 class Input {
  public:
-  /// Reads a file, or standard input if the name is "-".
+  /// How many octets are read at once.
+  static constexpr size_t usual_step = size_t{1} << 20;
+
+  /// Opens a file, or standard input if the name is "-", and begins to read it.
   /// @throws std::system_error when that fails.
-  explicit Input(const std::string &file);
+  explicit Input(const std::string &file, size_t step = usual_step);
 
   /// Takes octets for those of a file of this name.
   Input(std::string name, Octets data);
@@ -22,9 +27,14 @@ class Input {
   /// Returns the name of the file, or "standard input".
   const std::string &name() const { return name_; }
 
-  /// Takes the next elements, at most `most`. Returns an empty list past the last one. The elements
-  /// are views of the input.
-  std::vector<Element> take(size_t most);
+  /// Takes the next elements: `most`, or fewer where they are many octets, but at least one.
+  /// Returns an empty list past the last one. The elements are views of the input, until the next
+  /// call.
+  /// @throws std::system_error when the input cannot be read.
+  std::vector<Element> take(size_t most, size_t octets = SIZE_MAX);
+
+  /// Reads all that is left, so that the file may change after that.
+  void read_all();
 
   /// Returns the input and the element as a message names them: "certs.pem: element 2 (line 31)".
   std::string where(const Element &element) const;
@@ -33,9 +43,15 @@ class Input {
   std::string where(const Element &element, const Fault &fault) const;
 
  private:
+  void read_more();
+  void drop_taken();
+
   std::string name_;
-  SharedMemory data_;
-  std::function<std::optional<Element>()> next_;
+  Descriptor descriptor_;  ///< none where all is read
+  size_t step_ = usual_step;
+  Bytes data_;
+  Window window_;  ///< of the data
+  std::function<std::optional<Element>(Window &)> next_;
 };
 
 }  // namespace tool

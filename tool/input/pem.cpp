@@ -13,13 +13,17 @@ namespace {
 constexpr std::string_view dashes = "-----";
 constexpr std::string_view begin_word = "BEGIN ";
 constexpr std::string_view end_word = "END ";
+constexpr size_t longest_label = 64;
+
+/// A mark, with an octet after it. What follows so many octets does not change what the mark is.
+constexpr size_t longest_mark =
+    dashes.size() + begin_word.size() + longest_label + dashes.size() + 1;
 
 bool is_control(char c) { return static_cast<unsigned char>(c) < 0x20; }
 
 /// Returns the label at the start of a text, up to the dashes after it. Fails where there are none.
 std::optional<std::string> label_in(std::string_view text) {
-  constexpr size_t longest = 64;
-  text = text.substr(0, longest + dashes.size());
+  text = text.substr(0, longest_label + dashes.size());
   const std::string_view label = text.substr(0, text.find(dashes));
   if (label.size() == text.size() || std::ranges::any_of(label, is_control)) return std::nullopt;
   return std::string(label);
@@ -105,24 +109,38 @@ struct PemReader::Mark {
   std::optional<std::string> label;  ///< none where the mark is not complete
 };
 
+bool may_precede_pem(Octets data) {
+  return std::ranges::none_of(text_of(data),
+                              [](char c) { return is_control(c) && !(c >= '\t' && c <= '\r'); });
+}
+
 bool is_pem(Octets data) {
   const std::string_view text = text_of(data);
   const size_t mark = text.find(std::string(dashes) + std::string(begin_word));
-  return mark != text.npos && std::ranges::none_of(text.substr(0, mark), [](char c) {
-           return is_control(c) && !(c >= '\t' && c <= '\r');
-         });
+  return mark != text.npos && may_precede_pem(data.first(mark));
 }
 
-std::optional<Element> PemReader::operator()() {
-  while (const auto mark = next_mark(at_)) {
-    at_ = mark->stop;
-    if (mark->begins && mark->label) return block(*mark);
+std::optional<Element> PemReader::operator()(Window &window) {
+  window_ = window;
+  counted_ = window.at;
+  std::optional<Element> element;
+  size_t &at = window_.at;
+  auto mark = next_mark(at);
+  for (; mark && (!mark->begins || !mark->label); mark = next_mark(at)) at = mark->stop;
+  if (mark) {
+    // A block that does not end in the window begins it.
+    at = mark->start;
+    element = block(*mark);
+  } else if (!window.is_last) {
+    // A mark may have begun.
+    at = std::max(at, window.data.size() - std::min(window.data.size(), longest_mark));
+  } else if (count_ == 0) {
+    element.emplace().number = ++count_;
+    element->fault = Fault{std::nullopt, "the input has no complete BEGIN line"};
   }
-  if (count_ != 0) return std::nullopt;
-  Element none;
-  none.number = ++count_;
-  none.fault = Fault{std::nullopt, "the input has no complete BEGIN line"};
-  return none;
+  count_lines(at);
+  window.at = at;
+  return element;
 }
 
 std::optional<PemReader::Mark> PemReader::next_mark(size_t from) const {
@@ -131,26 +149,28 @@ std::optional<PemReader::Mark> PemReader::next_mark(size_t from) const {
     std::string_view rest = text().substr(at + dashes.size());
     const bool begins = rest.starts_with(begin_word);
     if (!begins && !rest.starts_with(end_word)) continue;
+    if (!window_.is_last && text().size() - at < longest_mark) break;
     rest.remove_prefix((begins ? begin_word : end_word).size());
     auto label = label_in(rest);
-    const size_t stop = data_.size() - rest.size() + (label ? label->size() + dashes.size() : 0);
+    const size_t stop = text().size() - rest.size() + (label ? label->size() + dashes.size() : 0);
     return Mark{at, stop, begins, std::move(label)};
   }
   return std::nullopt;
 }
 
-/// Takes a block up to its END. A block without one ends in front of the next BEGIN.
-Element PemReader::block(const Mark &begin) {
+/// Takes a block up to its END. A block without one ends in front of the next BEGIN. Takes none
+/// where the window ends before that.
+std::optional<Element> PemReader::block(const Mark &begin) {
+  const auto mark = next_mark(begin.stop);
+  if (!mark && !window_.is_last) return std::nullopt;
   Element element;
   element.number = ++count_;
   element.label = *begin.label;
   count_lines(begin.start);
   element.line = line_;
-
-  const auto mark = next_mark(begin.stop);
-  const size_t stop = mark ? mark->start : data_.size();
+  const size_t stop = mark ? mark->start : text().size();
   const bool ends = mark && !mark->begins;
-  at_ = ends ? mark->stop : stop;
+  window_.at = ends ? mark->stop : stop;
   std::string_view body = text().substr(begin.stop, stop - begin.stop);
   const std::string_view headers = take_headers(body);
   const bool encrypted = headers.find("ENCRYPTED") != headers.npos;
@@ -175,9 +195,9 @@ Element PemReader::block(const Mark &begin) {
     wrong = "the PEM block begins as " + printable(element.label) + " and ends as " +
             printable(*mark->label);
   }
-  count_lines(at_);
+  count_lines(window_.at);
   if (foreign.empty() && !encrypted)
-    element.octets = take_base64(body, SIZE_MAX, data_.data() + start);
+    element.octets = take_base64(body, SIZE_MAX, window_.data.data() + start);
   if (!wrong.empty())
     element.fault = Fault{std::nullopt, std::move(wrong)};
   else if (element.label == "TRUSTED CERTIFICATE")
@@ -188,9 +208,14 @@ Element PemReader::block(const Mark &begin) {
 /// Counts the line ends up to an offset. A carriage return with a newline after it is none.
 void PemReader::count_lines(size_t to) {
   for (; counted_ < to; ++counted_)
-    if (data_[counted_] == '\n' ||
-        (data_[counted_] == '\r' && !(counted_ + 1 < data_.size() && data_[counted_ + 1] == '\n')))
+    if (text()[counted_] == '\n' ||
+        (text()[counted_] == '\r' && !text().substr(counted_ + 1).starts_with('\n')))
       ++line_;
+}
+
+std::optional<Element> first_block(std::span<uint8_t> text) {
+  Window whole{text};
+  return PemReader()(whole);
 }
 
 std::string pem(std::string_view label, Octets octets) {

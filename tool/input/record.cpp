@@ -45,7 +45,7 @@ Element read_base64(std::span<uint8_t> text) {
   const bool is_empty = text_of(text).find_first_not_of(" \t\r\n") == std::string_view::npos;
   if (is_empty) return refused("expected base64, found nothing");
   if (is_pem(text))
-    if (auto element = PemReader(text)()) return std::move(*element);
+    if (auto element = first_block(text)) return std::move(*element);
   const auto octets = decode(text);
   return octets ? element_of(*octets) : refused("it is not base64");
 }
@@ -158,7 +158,7 @@ std::optional<Element> read_entry(std::span<uint8_t> record) {
 
 std::optional<Element> read_pem(std::span<uint8_t> record) {
   if (text_of(record).find("-----BEGIN ") == std::string_view::npos) return std::nullopt;
-  return PemReader(record)();
+  return first_block(record);
 }
 
 }  // namespace

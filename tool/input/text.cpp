@@ -4,12 +4,14 @@
 
 namespace tool {
 
+bool is_utf16(Octets data) {
+  return text_of(data).starts_with("\xFE\xFF") || text_of(data).starts_with("\xFF\xFE");
+}
+
 std::span<uint8_t> without_mark(std::span<uint8_t> data) {
   if (text_of(data).starts_with("\xEF\xBB\xBF")) return data.subspan(3);
-  if (data.size() < 2) return data;
-  const bool big = data[0] == 0xFE && data[1] == 0xFF;
-  const bool little = data[0] == 0xFF && data[1] == 0xFE;
-  if (!big && !little) return data;
+  if (!is_utf16(data)) return data;
+  const bool big = data[0] == 0xFE;
   size_t count = 0;
   for (size_t i = 2; i + 1 < data.size(); i += 2) {
     const uint8_t high = data[big ? i : i + 1];

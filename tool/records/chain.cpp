@@ -137,11 +137,10 @@ void Chain::add(const Element &element) {
   if (start == nullptr || element.fault) return;
   const uint8_t *const end = pki_certificate_view(start, start + element.octets.size(), &view);
   if (end == nullptr || ++count_ > most) return;
+  const Bytes &own = certificates_.emplace_back(start, end);
+  pki_certificate_view(own.data(), own.data() + own.size(), &view);
   const auto key = components(extension(view, authority_key_identifier), 1);
-  members_.push_back({element.number,
-                      {start, end},
-                      octets(view.subject),
-                      octets(view.issuer),
+  members_.push_back({element.number, own, octets(view.subject), octets(view.issuer),
                       content_of(extension(view, subject_key_identifier), tag::octet_string),
                       key.empty() ? Octets() : content_of(key[0], tag::context)});
 }

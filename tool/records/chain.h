@@ -2,6 +2,8 @@
 #ifndef ORVELASN1_TOOL_RECORDS_CHAIN_H
 #define ORVELASN1_TOOL_RECORDS_CHAIN_H
 
+#include <deque>
+
 #include "input/element.h"
 #include "model/view.h"
 
@@ -9,8 +11,7 @@ namespace tool {
 
 class Chain {
  public:
-  /// Takes an element into account, if it is a certificate. Its octets must outlive the chain: of
-  /// each of the first `most` certificates, views are kept.
+  /// Takes an element into account, if it is a certificate. The first `most` certificates are kept.
   void add(const Element &element);
 
   /// Returns a page with a tree: below each certificate those that it may have issued. What is
@@ -34,7 +35,8 @@ class Chain {
   };
   struct Tree;
 
-  std::vector<Member> members_;
+  std::deque<Bytes> certificates_;
+  std::vector<Member> members_;  ///< views of them
   size_t count_ = 0;
 };
 

@@ -22,6 +22,7 @@
 #include <utility>
 #include <vector>
 
+#include "system/descriptor.h"
 #include "system/output.h"
 #include "system/shared_memory.h"
 
@@ -39,24 +40,6 @@ constexpr size_t pieces_a_worker = 2;
 [[noreturn]] void throw_error(const char *what) {
   throw std::system_error(errno, std::generic_category(), what);
 }
-
-/// A file descriptor, closed in the end.
-class Descriptor {
- public:
-  explicit Descriptor(int fd = -1) : fd_(fd) {}
-  Descriptor &operator=(Descriptor &&other) noexcept {
-    std::swap(fd_, other.fd_);
-    return *this;
-  }
-  ~Descriptor() {
-    if (fd_ >= 0) close(fd_);
-  }
-  int get() const { return fd_; }
-  void reset() { *this = Descriptor(); }
-
- private:
-  int fd_;
-};
 
 /// Two ends that are connected. A write to an end whose other end is gone fails, without a signal.
 struct Connection {
