@@ -36,6 +36,7 @@ cp -r python "$scratch/python"
 libraries=$PWD/build/release/lib
 ORVELASN1_INCLUDE=$PWD/include ORVELASN1_LIB=$libraries /usr/bin/python3 -m pip wheel -q --no-index \
   --no-build-isolation --no-deps --wheel-dir "$scratch" "$scratch/python"
-/usr/bin/python3 -m pip install -q --root-user-action ignore --no-index --no-deps --target "$scratch/installed" "$scratch"/*.whl
+/usr/bin/python3 -m pip install -q --root-user-action ignore --no-index --no-deps \
+  --target "$scratch/installed" "$scratch"/*.whl
 LD_LIBRARY_PATH=$libraries PYTHONPATH=$scratch/installed /usr/bin/python3 -m pytest -q -p no:cacheprovider \
   "$scratch/python/tests/test_decode.py" "$scratch/python/tests/test_views.py"
