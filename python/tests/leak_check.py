@@ -15,7 +15,7 @@ import random, sys
 sys.path.insert(0, {tests!r})
 import orvelasn1
 from orvelasn1._orvelpki import ffi, lib
-from support import CERTIFICATE, certificate, files, use
+from support import CERTIFICATE, certificate, element, use
 from test_fuzz import changed
 
 random_ = random.Random(1)
@@ -28,7 +28,22 @@ for round in range(60):
         decoded.tbsCertificate.replace(serialNumber=5)
         orvelasn1.RDNSequence("CN=a,C=DE").own_text()
         use(decoded.tbsCertificate.extensions[2].decoded)
+        decoded.dns_names(), decoded.ip_addresses(), decoded.uris(), decoded.allows_purpose("1.2.3")
+        decoded.may_issue(), decoded.subject_key_identifier()
+        view = orvelasn1.Certificate.view(octets)
+        list(view.tbsCertificate.extensions), view.tbsCertificate.extensions.find("2.5.29.17")
     except (orvelasn1.Error, TypeError, IndexError, AttributeError):
+        pass
+leaf = orvelasn1.GDOObjectSetOf(1, b"abc")
+sets = orvelasn1.GDOObjectSetOfSetOf(0x10, children=[[leaf, leaf], []])
+use(orvelasn1.GDO(root=leaf, set1=sets, set2=sets, set3=sets))
+for levels in (31, 40):
+    deep = leaf.der
+    for _ in range(levels):
+        deep = element(0x30, "060110", element(0x04, element(0x31, deep)))
+    try:
+        use(orvelasn1.GDOObjectSetOf.decode(deep))
+    except orvelasn1.Fault:
         pass
 for name in orvelasn1.types():
     for octets in (b"", b"\\x30\\x80\\0\\0", CERTIFICATE, b"\\x02\\x01\\x05", b"\\x30\\x03\\x06\\x01\\x2a"):

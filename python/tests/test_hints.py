@@ -30,6 +30,16 @@ validity = Validity(notBefore=when, notAfter=when)
 GeneralName(dNSName="a")
 GeneralName("dNSName", "a")
 Extension(extnID="2.5.29.17", extnValue=GeneralNames([GeneralName(dNSName="a")]))
+dns: str = certificate.dns_names()[0]
+unreadable: int = certificate.dns_names().unreadable
+usage = certificate.key_usage()
+signs: bool = usage is not None and orvelasn1.Usage.CRL_SIGN in usage
+octets: memoryview = Certificate.view(b"").octets
+reasons = [entry.reason for entry in orvelasn1.CrlReader(b"") if entry.serialNumber > 5]
+leaf = orvelasn1.GDOObjectSetOf(1, b"abc")
+card = orvelasn1.GDO(root=leaf, set1={"id": 1, "value": b""}, set2={}, set3={})
+role: str = card.root.role
+stamps = orvelasn1.SignedCertificateTimestampList([orvelasn1.Timestamp(version=1, opaque=b"")])
 try:
     certificate, end = Certificate.decode_first(bytearray(), 2)
 except orvelasn1.Fault as fault:
@@ -48,6 +58,10 @@ Validity(notBefore=1, notAfter=2)
 Validity(notBefore=certificate.tbsCertificate.validity.notBefore)
 GeneralName(nothing="a")
 certificate.tbsCertificate.extensions = None
+certificate.allows_purpose(5)
+"".join(certificate.ip_addresses())
+certificate.key_usage() | 1
+Certificate.view("text")
 """
 
 

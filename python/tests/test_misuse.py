@@ -18,7 +18,7 @@ from datetime import datetime, timezone
 import orvelasn1
 import pytest
 from orvelasn1 import Certificate
-from support import CERTIFICATE, ECDSA, EXTENSIONS, certificate, element, extension, name, sequence, tbs, use
+from support import CERTIFICATE, ECDSA, EXTENSIONS, certificate, element, extension, name, sequence, tbs, use, walk
 
 
 @pytest.mark.parametrize(
@@ -118,6 +118,22 @@ def test_values_with_the_parts_of_others():
                 except Exception:  # any, and the next one is tried
                     pass
     use(decoded)
+
+
+def test_records_with_the_levels_of_others():
+    for name_ in ("Certificate", "Validity", "GDO"):
+        class_ = orvelasn1.type_named(name_)
+        for base in (Certificate.decode(CERTIFICATE), Certificate.decode(CERTIFICATE).tbsCertificate.extensions):
+            for prefix in (*(level << 6 for level in (1, 2, 4, 63, 64, 65, 1 << 18, 0xFFFFF)), 1, 1 << 26, 1 << 31,
+                           0xFFFFFFFF, 1 << 40, -1, "x", None, 1.5):
+                odd = object.__new__(class_)
+                class_._attach(odd, base._handle)
+                object.__setattr__(odd, "_prefix", prefix)
+                for read in (lambda: walk(odd), lambda: odd.der, lambda: odd.to_dict(), lambda: repr(odd)):
+                    try:
+                        read()
+                    except Exception:  # any, and the next one is tried
+                        pass
 
 
 def test_values_without_anything():
