@@ -73,8 +73,8 @@ class CrlReader {
 
   /// Finds the entry of a serial number, wherever next() is. Returns it, or nothing; or a fault,
   /// where the octets up to there are no entries.
-  Result<std::optional<CrlEntry>> find(const Number &serialNumber) const {
-    const auto encoded = encode(asn1::Integer(serialNumber.c()));
+  Result<std::optional<CrlEntry>> find(const Number &number) const {
+    const auto encoded = encode(asn1::Integer(number.c()));
     if (!encoded) return encoded.error();
     const pki_Octets content = pki_view_content(
         {detail::raw(encoded->data()), static_cast<std::uint32_t>(encoded->size())});
