@@ -54,12 +54,29 @@ int Base64Digits::operator()() {
   return -1;
 }
 
+// Nearly all of the octets of a scan come by here.
+size_t Base64Digits::groups(size_t most, uint8_t *out) {
+  size_t count = 0;
+  for (; count < most && text_.size() - at_ >= 4; ++count, at_ += 4) {
+    const auto value = [&](size_t i) { return values[static_cast<unsigned char>(text_[at_ + i])]; };
+    const uint8_t a = value(0), b = value(1), c = value(2), d = value(3);
+    if ((a | b | c | d) == no_digit) break;
+    if (out == nullptr) continue;
+    *out++ = static_cast<uint8_t>(a << 2 | b >> 4);
+    *out++ = static_cast<uint8_t>(b << 4 | c >> 2);
+    *out++ = static_cast<uint8_t>(c << 6 | d);
+  }
+  return count;
+}
+
 Octets take_base64(std::string_view text, size_t most, uint8_t *out) {
   Base64Digits next(text);
   uint8_t *const start = out;
   uint32_t group = 0;
   size_t bits = 0;
-  while (static_cast<size_t>(out - start) < most) {
+  for (size_t taken = 0; taken < most; taken = static_cast<size_t>(out - start)) {
+    if (bits == 0) out += 3 * next.groups((most - taken) / 3, out);
+    if (static_cast<size_t>(out - start) == most) break;
     const int value = next();
     if (value < 0) break;
     group = group << 6 | static_cast<uint32_t>(value);
@@ -69,22 +86,6 @@ Octets take_base64(std::string_view text, size_t most, uint8_t *out) {
     *out++ = static_cast<uint8_t>(group >> bits);
   }
   return {start, out};
-}
-
-// Nearly all of the octets of a scan come by here.
-size_t decode_groups(std::span<uint8_t> text) {
-  size_t groups = 0;
-  for (; text.size() - 4 * groups >= 4; ++groups) {
-    const uint8_t *const from = text.data() + 4 * groups;
-    const uint8_t a = values[from[0]], b = values[from[1]], c = values[from[2]],
-                  d = values[from[3]];
-    if ((a | b | c | d) == no_digit) break;
-    uint8_t *const to = text.data() + 3 * groups;
-    to[0] = static_cast<uint8_t>(a << 2 | b >> 4);
-    to[1] = static_cast<uint8_t>(b << 4 | c >> 2);
-    to[2] = static_cast<uint8_t>(c << 6 | d);
-  }
-  return groups;
 }
 
 }  // namespace tool

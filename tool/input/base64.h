@@ -21,6 +21,11 @@ class Base64Digits {
   /// Takes the next digit. Returns its six bits, or -1 where there is none.
   int operator()();
 
+  /// Takes groups of four digits, at most `most`, up to one that has another character. Writes the
+  /// three octets of each to `out`, which may be null, or be where the text itself stands. Returns
+  /// how many groups they are.
+  size_t groups(size_t most, uint8_t *out);
+
   /// Returns the number of characters taken.
   size_t at() const { return at_; }
 
@@ -32,10 +37,6 @@ class Base64Digits {
 /// Decodes the digits at the start of a text into octets, at most `most`. Leaves out an octet that
 /// is not complete. `out` has room for them, or is where the text itself stands.
 Octets take_base64(std::string_view text, size_t most, uint8_t *out);
-
-/// Decodes groups of four digits in place, from the start of a text up to the first group that has
-/// another character. Returns how many they are.
-size_t decode_groups(std::span<uint8_t> text);
 
 }  // namespace tool
 

@@ -66,8 +66,8 @@ struct Base64Check {
 
 Base64Check check_base64(std::string_view text) {
   Base64Digits next(text);
-  size_t digits = 0;
-  while (next() >= 0) ++digits;
+  size_t digits = 4 * next.groups(text.size(), nullptr);
+  while (next() >= 0) digits += 1 + 4 * next.groups(text.size(), nullptr);
   size_t padding = 0;
   for (size_t at = next.at(); at < text.size();) {
     if (const size_t blank = blank_in_base64(text.substr(at))) {

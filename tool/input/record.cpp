@@ -28,7 +28,7 @@ Element element_of(Octets octets) {
 
 /// Decodes base64, in which blanks may stand. Fails on any other character.
 std::optional<std::span<uint8_t>> decode(std::span<uint8_t> text) {
-  const size_t groups = decode_groups(text);
+  const size_t groups = Base64Digits(text_of(text)).groups(text.size(), text.data());
   const std::span<uint8_t> rest = text.subspan(4 * groups);
   base64_decode_ctx context;
   base64_decode_init(&context);
