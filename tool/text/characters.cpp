@@ -166,7 +166,12 @@ std::string printable(const CodePoints &text, std::string_view also) {
   return out;
 }
 
-std::string printable(std::string_view utf8) { return printable(from_utf8(octets_of(utf8))); }
+// Nearly all texts stay as they are.
+std::string printable(std::string_view utf8) {
+  const auto is_plain = [](char c) { return c >= ' ' && c <= '~' && c != '\\'; };
+  if (std::ranges::all_of(utf8, is_plain)) return std::string(utf8);
+  return printable(from_utf8(octets_of(utf8)));
+}
 
 std::string in_quotes(std::string_view utf8) {
   std::string out(1, '"');
