@@ -3,6 +3,7 @@
 #include <nettle/base64.h>
 
 #include <algorithm>
+#include <cstring>
 #include <nlohmann/json.hpp>
 
 #include "input/base64.h"
@@ -183,8 +184,11 @@ std::vector<std::string> csv_fields(std::string_view line) {
 }
 
 size_t label_size(Octets record, const Format &format) {
-  const size_t tab = format.kind == Kind::base64 ? text_of(record).rfind('\t') : record.size();
-  return tab < record.size() ? tab + 1 : 0;
+  if (format.kind != Kind::base64 || record.empty()) return 0;
+  const void *const tab = memrchr(record.data(), '\t', record.size());
+  return tab == nullptr
+             ? 0
+             : static_cast<size_t>(static_cast<const uint8_t *>(tab) - record.data()) + 1;
 }
 
 std::optional<Element> read_record(std::span<uint8_t> record, const Format &format) {
