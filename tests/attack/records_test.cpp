@@ -262,32 +262,24 @@ void for_each_content_of_object(const pki_Type *type, const GDOObject *object, c
 /// Calls `visit` for each string, each INTEGER and each kept encoding that is written of a value.
 void for_each_content(const pki_Type *type, void *value, const Visit &visit) {
   if (value == nullptr) return;
-  switch (pki_Type_kind(type)) {
-    case PKI_ANY:
-    case PKI_OCTET_STRING:
-    case PKI_CHARACTER_STRING:
-    case PKI_ATTRIBUTE_VALUE:
-      return visit_string(value, visit);
-    case PKI_INTEGER: {
-      auto *const found = static_cast<Integer *>(value);
-      Marked marked(&found->length, &found->data);
-      return visit(marked, true);
-    }
-    case PKI_SEQUENCE_OF:
-    case PKI_SET_OF: {
-      auto *const list = static_cast<List *>(value);
-      for (int32_t i = 0; i < List_len(list); ++i)
-        for_each_content(pki_Type_element(type), List_get(list, i), visit);
-      return;
-    }
-    case PKI_SEQUENCE:
-    case PKI_CHOICE:
-      break;
-    case PKI_CARD_OBJECT:
-      return for_each_content_of_object(type, static_cast<const GDOObject *>(value), visit);
-    default:
-      return;
+  const pki_Kind own_kind = pki_Type_kind(type);
+  if (own_kind == PKI_ANY || own_kind == PKI_OCTET_STRING || own_kind == PKI_CHARACTER_STRING ||
+      own_kind == PKI_ATTRIBUTE_VALUE)
+    return visit_string(value, visit);
+  if (own_kind == PKI_INTEGER) {
+    auto *const found = static_cast<Integer *>(value);
+    Marked marked(&found->length, &found->data);
+    return visit(marked, true);
   }
+  if (own_kind == PKI_SEQUENCE_OF || own_kind == PKI_SET_OF) {
+    auto *const list = static_cast<List *>(value);
+    for (int32_t i = 0; i < List_len(list); ++i)
+      for_each_content(pki_Type_element(type), List_get(list, i), visit);
+    return;
+  }
+  if (own_kind == PKI_CARD_OBJECT)
+    return for_each_content_of_object(type, static_cast<const GDOObject *>(value), visit);
+  if (own_kind != PKI_SEQUENCE && own_kind != PKI_CHOICE) return;
   // With both lists, the images are written as sounds.
   if (std::string_view(pki_Type_record(type)) == "LogotypeData" &&
       static_cast<const LogotypeData *>(value)->audio != nullptr)
@@ -295,7 +287,7 @@ void for_each_content(const pki_Type *type, void *value, const Visit &visit) {
   for (uint32_t i = 0; i < pki_Type_field_count(type); ++i) {
     pki_Field field;
     pki_Type_field(type, i, &field);
-    const bool is_choice = pki_Type_kind(type) == PKI_CHOICE;
+    const bool is_choice = own_kind == PKI_CHOICE;
     if (is_choice && field.kind != *static_cast<const uint8_t *>(value)) continue;
     if (!is_choice && field.encoded_offset != PKI_NO_MEMBER &&
         pointer_at(value, field.encoded_offset) != nullptr) {
@@ -352,9 +344,9 @@ void expect_large_sums(const Family &family, const void *record, Marked &marked,
   Bytes out(family.encode(nullptr, record));
   uint8_t *cursor = out.data();
   family.encode(&cursor, record);
-  const auto found = std::ranges::search(out, marker);
-  ASSERT_FALSE(found.empty());
-  const auto place = static_cast<size_t>(found.begin() - out.begin());
+  const auto found = std::search(out.begin(), out.end(), marker.begin(), marker.end());
+  ASSERT_NE(out.end(), found);
+  const auto place = static_cast<size_t>(found - out.begin());
   // What is there beside the content, where each length around it has its five octets.
   uint64_t beside = out.size() - marker.size();
   for (const uint32_t header : headers_around(out, place)) beside += 6 - header;
