@@ -12,7 +12,7 @@ set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
 
-write=
+write=''
 case ${1-} in
   '') ;;
   --write) write=yes ;;
@@ -62,7 +62,8 @@ differs() {
   [ $status != 0 ]
 }
 
-broken= added=
+broken=''
+added=''
 for folder in tests/abi/"${version%.*}".*; do
   for library in $libraries; do
     old=$folder/$library.abi new=$build/$library.abi

@@ -10,11 +10,10 @@ cd "$(dirname "$0")/.."
 . scripts/lib.sh
 
 seconds=${1-3600} seed=${2-$(date +%s)}
-provide want_build_tools want_tool_libraries
 want_googletest() {
   want googletest test -e /usr/src/googletest/CMakeLists.txt
 }
-provide want_googletest
+provide want_build_tools want_tool_libraries want_googletest
 
 cmake --preset release >/dev/null
 cmake --build --preset release --target soak
