@@ -158,7 +158,9 @@ def changes_of_code(source, code):
             if other >= 0 and not (is_arc and other < value):
                 yield match.start(), match.end(), hex(other) if "x" in match[1].lower() else str(other)
     for match in re.finditer(r"(?<![0-9a-fA-F])'([ -&(-\[\]-~])'", source):
-        if code[match.start()] == " " and "//" not in source[source.rfind("\n", 0, match.start()):match.start()]:
+        # Not in a comment, which has another blank in front.
+        before = source.rfind("\n", 0, match.start()) + 1
+        if "//" not in source[before : match.start()] and code[match.start()] == " ":
             other = chr(ord(match[1]) + 1)
             yield match.start(), match.end(), "'%s'" % ("\\" + other if other in "\\'" else other)
 
@@ -219,8 +221,9 @@ def changes_of_tables(source, code, tags):
     field = r"^    (?:[A-Z]\w*)<.*>,$"
     lines = list(re.finditer(field, code, flags=re.M))
     for one, other in zip(lines, lines[1:]):
+        other_line = source[other.start():other.end()]
         if one.end() + 1 == other.start():
-            yield one.start(), other.end(), source[other.start():other.end()] + "\n" + source[one.start():one.end()]
+            yield one.start(), other.end(), other_line + "\n" + source[one.start():one.end()]
 
 
 def mutants_of(file, tags):
@@ -326,7 +329,8 @@ class Build:
         self.links = {name: self.link_of("lib/lib%s.so.1.0.0" % name) for name in LIBRARIES}
         self.link_attack = self.link_of("bin/attack_tests")
         self.digest = digest(*(self.folder / "bin" / name for name in PROGRAMS))
-        self.state = digest(*(self.folder / ("lib/lib%s.so.1.0.0" % name) for name in LIBRARIES)) + self.digest
+        libraries = (self.folder / ("lib/lib%s.so.1.0.0" % name) for name in LIBRARIES)
+        self.state = digest(*libraries) + self.digest
         # What was found out about this build by an earlier run: seconds of the processor, by program.
         self.memory = SCRATCH / (preset + ".json")
         known = json.loads(self.memory.read_text()) if self.memory.exists() else {}
@@ -412,8 +416,8 @@ class Build:
 
     def link_attacks(self, objects, to):
         """Links the attack tests, which have the libraries in them. An object hides that of an archive."""
-        made = " ".join(str(m) for m in objects.values())
-        run(self.link_attack.replace(" -o bin/attack_tests ", " -o %s %s " % (to / "bin/attack_tests", made)), self.folder)
+        output = " -o %s %s " % (to / "bin/attack_tests", " ".join(map(str, objects.values())))
+        run(self.link_attack.replace(" -o bin/attack_tests ", output), self.folder)
 
     def test(self, program, to):
         """Runs a test program until its first failure, for at most thrice the time that it takes without a
@@ -498,7 +502,7 @@ def try_one(mutant, builds, to):
     """Returns the outcome of a mutant, and what brought it about."""
     copy = put_copy(mutant, to)
     for build in builds:
-        where = "the address sanitizer, " if build.sanitized else ""
+        where = "address sanitizer, " if build.sanitized else ""
         objects = {}
         same = True
         stages = list(build.objects_of(mutant.file).values())
@@ -566,7 +570,8 @@ def changed_lines(base):
     if base is None:
         head = run(["git", "rev-parse", "HEAD"], ROOT)
         for name in ("origin/main", "main", "HEAD^"):
-            known = subprocess.run(["git", "rev-parse", "-q", "--verify", name], cwd=ROOT, capture_output=True, text=True)
+            known = subprocess.run(["git", "rev-parse", "-q", "--verify", name], cwd=ROOT,
+                                   stdout=subprocess.PIPE, text=True)
             if known.returncode == 0 and known.stdout != head:
                 base = name
                 break
@@ -655,38 +660,36 @@ def run_all(chosen, excused, builds, listed_too):
             if outcome == "survived":
                 print(mutant.difference(), flush=True)
             with open(results, "a") as out:
-                entry = {"key": mutant.key(), "file": digests[mutant.file], "tests": tests, "outcome": outcome,
-                         "by": by, "seconds": round(time.monotonic() - start, 1)}
+                entry = {"key": mutant.key(), "file": digests[mutant.file], "tests": tests,
+                         "outcome": outcome, "by": by, "seconds": round(time.monotonic() - start, 1)}
                 out.write(json.dumps(entry) + "\n")
         return outcome, by
 
     with concurrent.futures.ThreadPoolExecutor(AT_ONCE) as pool:
         outcomes = list(zip(chosen, pool.map(outcome_of, chosen)))
 
-    counts = {}
-    for _, (outcome, by) in outcomes:
-        counts[outcome] = counts.get(outcome, 0) + 1
-        if outcome == "killed":
-            counts[by.split(", ")[0]] = counts.get(by.split(", ")[0], 0) + 1
     survivors = [m for m, (outcome, _) in outcomes if outcome == "survived"]
     new = [m for m in survivors if (m.file, m.old, m.new) not in excused]
-    print()
     for mutant in new:
-        print("%s:%d survived:\n%s\n" % (mutant.file, mutant.line, mutant.difference()))
+        print("\n%s:%d survived:\n%s" % (mutant.file, mutant.line, mutant.difference()))
     minutes = (time.monotonic() - began) / 60
     if tried:
-        print("%d tried now, %.1f a minute" % (tried, tried / minutes))
-    killed = counts.get("killed", 0)
-    print("%d mutants: %d killed (%d by the unit tests, %d by the attack tests, %d by the address sanitizer alone), "
-          "%d survived, %d in tests/mutants.txt; %d of the same object and %d that do not compile are left out" %
-          (len(chosen), killed, counts.get("unit tests", 0), counts.get("attack tests", 0),
-           counts.get("the address sanitizer", 0), len(new), counts.get("listed", 0) + len(survivors) - len(new),
-           counts.get("same", 0), counts.get("left out", 0)))
-    if killed + len(new):
-        print("%.1f of 100 killed that are not in tests/mutants.txt" % (100 * killed / (killed + len(new))))
+        print("\n%d tried now, %.1f a minute" % (tried, tried / minutes))
+
+    kinds = [outcome for _, (outcome, _) in outcomes]
+    killers = [by.split(", ")[0] for _, (outcome, by) in outcomes if outcome == "killed"]
+    print("%d mutants: %d killed, %d survived, %d in tests/mutants.txt; left out are %d that the compiler makes "
+          "the same of and %d that do not compile"
+          % (len(chosen), len(killers), len(new), kinds.count("listed") + len(survivors) - len(new),
+             kinds.count("same"), kinds.count("left out")))
+    for killer in sorted(set(killers)):
+        print("  %d by the %s" % (killers.count(killer), killer))
+    if killers or new:
+        print("%.1f of 100 killed of those that are not in tests/mutants.txt"
+              % (100 * len(killers) / (len(killers) + len(new))))
     if listed_too:
         for mutant, (outcome, by) in outcomes:
-            if outcome == "killed" and not by.startswith("the address"):
+            if outcome == "killed" and not by.startswith("address"):
                 print("%s:%d is in tests/mutants.txt, and killed by %s" % (mutant.file, mutant.line, by))
                 new.append(mutant)
     return 1 if new else 0
