@@ -70,6 +70,21 @@ TEST(CertificateView, HasNothingForWhatIsNotThere) {
   EXPECT_EQ(key, octets(view.subjectPublicKeyInfo));
 }
 
+// X.690, 8.6.4: a BIT STRING may be constructed. An INTEGER never is (8.3.1).
+TEST(CertificateView, TakesTheConstructedFormOfStringsOnly) {
+  const Bytes in_pieces = element(0x23, hex("03 02 00 AA 03 02 00 BB"));
+  const Input input(sequence(tbs + algorithm + in_pieces));
+  pki_CertificateView view;
+  ASSERT_EQ(input.end(), pki_certificate_view(input.z(), input.end(), &view));
+  EXPECT_EQ(in_pieces, octets(view.signatureValue));
+
+  const Bytes constructed_serial = element(0x22, hex("02 01 67"));
+  const Input wrong(sequence(
+      sequence(version + constructed_serial + algorithm + issuer + validity + subject + key) +
+      algorithm + signature));
+  EXPECT_EQ(nullptr, pki_certificate_view(wrong.z(), wrong.end(), &view));
+}
+
 TEST(CertificateView, RefusesWhatIsNoCertificate) {
   const Bytes left_over = sequence(tbs + algorithm + signature + hex("05 00"));
   const Bytes without_signature = sequence(tbs + algorithm);
