@@ -117,16 +117,13 @@ void classify(const Answers &answers, uint64_t number, Table *table) {
       std::ranges::count_if(answers, [](const Answer &answer) { return answer.taken; }));
   const Answer &ours = answers[0];
   if (ours.why.starts_with("LAW")) table->add(ours.why, 1, number);
-  if (ours.taken && taking == 1) {
-    std::string why = "we alone take:";
-    for (size_t i = 1; i < answers.size(); ++i)
-      why += std::string(i == 1 ? " " : " | ") + libraries[i].name + ": " + answers[i].why;
-    table->add(why, 1, number);
-  } else if (!ours.taken && taking == answers.size() - 1) {
-    table->add("we alone refuse: " + ours.why, 1, number);
-  } else if (!ours.taken && taking != 0) {
-    table->add("we and others refuse: " + ours.why, 1, number);
-  }
+  for (size_t i = 1; ours.taken && taking == 1 && i < answers.size(); ++i)
+    table->add(std::string("we alone take: ") + libraries[i].name + ": " + answers[i].why, 1,
+               number);
+  if (!ours.taken && taking != 0)
+    table->add((taking == answers.size() - 1 ? "we alone refuse: " : "we refuse: ") + ours.why +
+                   ", taken by " + takers(answers),
+               1, number);
   for (size_t a = 0; a < answers.size(); ++a)
     for (size_t b = a + 1; b < answers.size(); ++b) {
       if (!answers[a].taken || !answers[b].taken) continue;

@@ -55,10 +55,10 @@ std::optional<std::string> element(gnutls_x509_crt_t certificate) {
   return copy;
 }
 
-/// The library has one value for times that it cannot read, for the second before 1970, and, at the
-/// end, for those that are too late for it.
+/// The library tells -1 for times that it cannot read and for the end that is not known, and 0 for
+/// those before 1970.
 std::optional<std::string> seconds(std::time_t time) {
-  if (time == -1) return {};
+  if (time == -1 || time == 0) return {};
   return std::to_string(time);
 }
 
@@ -106,29 +106,29 @@ void tell_usage_and_limits(gnutls_x509_crt_t certificate, Answer *answer) {
 }
 
 void tell_names(gnutls_x509_crt_t certificate, Answer *answer) {
-  std::string dns, mail, uri, ip;
+  bool broken = false;
+  Names dns(&broken), mail(&broken), uri(&broken), ip(&broken);
   for (unsigned i = 0;; ++i) {
-    char name[4096];
-    size_t size = sizeof name;
+    char text[4096];
+    size_t size = sizeof text;
     unsigned kind = 0;
     const int state =
-        gnutls_x509_crt_get_subject_alt_name2(certificate, i, name, &size, &kind, nullptr);
+        gnutls_x509_crt_get_subject_alt_name2(certificate, i, text, &size, &kind, nullptr);
     if (state == GNUTLS_E_REQUESTED_DATA_NOT_AVAILABLE) break;
     if (state < 0) {
-      dns = mail = uri = ip = unreadable;
+      broken = true;
       break;
     }
-    std::string *const lines = kind == GNUTLS_SAN_DNSNAME      ? &dns
-                               : kind == GNUTLS_SAN_RFC822NAME ? &mail
-                               : kind == GNUTLS_SAN_URI        ? &uri
-                               : kind == GNUTLS_SAN_IPADDRESS  ? &ip
-                                                               : nullptr;
-    if (lines != nullptr) *lines += text_of(name, size) + '\n';
+    const std::string name = text_of(text, size);
+    if (kind == GNUTLS_SAN_DNSNAME) dns.add_characters(name);
+    if (kind == GNUTLS_SAN_RFC822NAME) mail.add_characters(name);
+    if (kind == GNUTLS_SAN_URI) uri.add_characters(name);
+    if (kind == GNUTLS_SAN_IPADDRESS) ip.add_address(name);
   }
-  answer->facts[dns_names] = dns;
-  answer->facts[mail_addresses] = mail;
-  answer->facts[uris] = uri;
-  answer->facts[ip_addresses] = ip;
+  answer->facts[dns_names] = dns.fact();
+  answer->facts[mail_addresses] = mail.fact();
+  answer->facts[uris] = uri.fact();
+  answer->facts[ip_addresses] = ip.fact();
 }
 
 }  // namespace

@@ -103,6 +103,29 @@ size_t plain(uint8_t *octets, size_t size, size_t room_left) {
   }
 }
 
+/// All elements without parts.
+void find_leaves(fuzz::Tree *tree, std::vector<fuzz::Piece *> *leaves) {
+  for (fuzz::Piece &piece : *tree) {
+    if (piece.parts.empty())
+      leaves->push_back(&piece);
+    else
+      find_leaves(&piece.parts, leaves);
+  }
+}
+
+/// The sample with another content in one element, and right lengths.
+Bytes rewritten(const Bytes &sample) {
+  fuzz::Tree tree = fuzz::take_apart(sample);
+  std::vector<fuzz::Piece *> leaves;
+  find_leaves(&tree, &leaves);
+  if (leaves.empty()) return sample;
+  Bytes &content = leaves[below(leaves.size())]->octets;
+  const size_t size = content.size();
+  content.resize(size + 20);
+  content.resize(plain(content.data(), size, content.size()));
+  return fuzz::put_together(tree);
+}
+
 /// A number that looks like none of its neighbours.
 uint64_t scattered(uint64_t number) {
   number += 0x9E3779B97F4A7C15;
@@ -133,6 +156,10 @@ Bytes Inputs::get(uint64_t number, uint64_t seed) const {
       changed.resize(plain(changed.data(), sample.size(), changed.size()));
       return changed;
     }
+    case 2:
+    case 3:
+    case 4:
+      return rewritten(sample);
     default:
       return mutator_.changed(sample, room, static_cast<uint32_t>(random()));
   }

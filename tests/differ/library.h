@@ -141,6 +141,29 @@ inline std::string issuing(bool is_ca, bool has_usage, bool may_sign, int64_t li
   return limit < 0 || limit > UINT32_MAX ? "no limit" : std::to_string(limit);
 }
 
+/// The names of one kind, each in a line; "unreadable" where one of them is none for
+/// pki_certificate.h, which tells what is not: other characters, an address of another size.
+class Names {
+ public:
+  void add(const std::string &name) { lines_ += name + '\n'; }
+  void add_characters(const std::string &name) {
+    for (const char c : name) *broken_ |= c == '\0' || static_cast<uint8_t>(c) >= 0x80;
+    add(name);
+  }
+  void add_address(const std::string &name) {
+    *broken_ |= name.size() != 4 && name.size() != 16;
+    add(name);
+  }
+  std::string fact() const { return *broken_ ? unreadable : lines_; }
+
+  /// What cannot be read makes all kinds of an extension's names so.
+  explicit Names(bool *broken) : broken_(broken) {}
+
+ private:
+  std::string lines_;
+  bool *broken_;
+};
+
 }  // namespace differ
 
 #endif

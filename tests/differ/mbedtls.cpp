@@ -48,12 +48,13 @@ Answer facts_of(const mbedtls_x509_crt &certificate) {
   facts[may_issue] = issuing(certificate.ca_istrue != 0, has_usage,
                              (certificate.key_usage & MBEDTLS_X509_KU_KEY_CERT_SIGN) != 0,
                              certificate.max_pathlen - 1);
-  std::string lines;
+  bool broken = false;
+  Names dns(&broken);
   for (const mbedtls_x509_sequence *name = &certificate.subject_alt_names;
        name != nullptr && name->buf.p != nullptr; name = name->next)
     if ((name->buf.tag & MBEDTLS_ASN1_TAG_VALUE_MASK) == MBEDTLS_X509_SAN_DNS_NAME)
-      lines += octets(name->buf) + '\n';
-  facts[dns_names] = lines;
+      dns.add_characters(octets(name->buf));
+  facts[dns_names] = dns.fact();
   return answer;
 }
 

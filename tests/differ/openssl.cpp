@@ -108,21 +108,21 @@ void tell_names(const X509 *certificate, Answer *answer) {
   const Owned<GENERAL_NAMES, GENERAL_NAMES_free> names(
       value<GENERAL_NAMES>(certificate, NID_subject_alt_name, &state));
   if (state == -2) return;
-  std::string dns, mail, uri, ip;
+  bool broken = state < 0;
+  Names dns(&broken), mail(&broken), uri(&broken), ip(&broken);
   for (int i = 0; names && i < sk_GENERAL_NAME_num(names.get()); ++i) {
     int kind = 0;
-    const void *const name = GENERAL_NAME_get0_value(sk_GENERAL_NAME_value(names.get(), i), &kind);
-    std::string *const lines = kind == GEN_DNS     ? &dns
-                               : kind == GEN_EMAIL ? &mail
-                               : kind == GEN_URI   ? &uri
-                               : kind == GEN_IPADD ? &ip
-                                                   : nullptr;
-    if (lines != nullptr) *lines += octets(static_cast<const ASN1_STRING *>(name)) + '\n';
+    const void *const found = GENERAL_NAME_get0_value(sk_GENERAL_NAME_value(names.get(), i), &kind);
+    const auto name = [found] { return octets(static_cast<const ASN1_STRING *>(found)); };
+    if (kind == GEN_DNS) dns.add_characters(name());
+    if (kind == GEN_EMAIL) mail.add_characters(name());
+    if (kind == GEN_URI) uri.add_characters(name());
+    if (kind == GEN_IPADD) ip.add_address(name());
   }
-  answer->facts[dns_names] = state < 0 ? unreadable : dns;
-  answer->facts[mail_addresses] = state < 0 ? unreadable : mail;
-  answer->facts[uris] = state < 0 ? unreadable : uri;
-  answer->facts[ip_addresses] = state < 0 ? unreadable : ip;
+  answer->facts[dns_names] = dns.fact();
+  answer->facts[mail_addresses] = mail.fact();
+  answer->facts[uris] = uri.fact();
+  answer->facts[ip_addresses] = ip.fact();
 }
 
 void tell_key_identifiers(const X509 *certificate, Answer *answer) {

@@ -62,7 +62,8 @@ std::optional<std::string> modulus_of(const SubjectPKI *info) {
   const uint8_t *const end = string->data + string->length / 8;
   RSAPublicKey *made = nullptr;
   std::optional<std::string> found;
-  if (string->length % 8 == 0 && pki_RSAPublicKey_d(string->data, end, 0, &made, 0) == end)
+  if (string->length != 0 && string->length % 8 == 0 &&
+      pki_RSAPublicKey_d(string->data, end, 0, &made, 0) == end)
     found = magnitude(number(made->modulus));
   pki_RSAPublicKey_free(made);
   return found;
@@ -115,22 +116,23 @@ Answer facts_of(const Certificate *certificate, const pki_CertificateView &view)
   return answer;
 }
 
-/// The fault without what differs from input to input: numbers, and the octets found.
+/// The fault without what differs from input to input: numbers, and octets in hexadecimal digits.
 std::string why_not(Octets input) {
   static const pki_Type *const type = pki_Type_find("pki_Certificate");
   pki_Fault fault;
   if (pki_explain(type, input.data(), input.data() + input.size(), &fault) == 0)
     return fault.offset == input.size() ? "LAW BROKEN: pki_explain finds nothing wrong" : left_over;
-  std::string why = std::string(fault.path) + ": " + fault.sentence;
-  std::string same;
-  for (size_t i = 0; i < why.size(); ++i) {
-    const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
-    if (!is_digit(why[i]))
-      same += why[i];
-    else if (i == 0 || !is_digit(why[i - 1]))
-      same += 'n';
+  std::string why;
+  bool in_number = false;
+  for (const char c : std::string(fault.path) + ": " + fault.sentence) {
+    const bool is_digit =
+        (c >= '0' && c <= '9') || (in_number && ((c >= 'A' && c <= 'F') || c == ' '));
+    if (is_digit && !in_number) why += 'n';
+    if (!is_digit && in_number && c != ']' && c != ')' && c != ',') why += ' ';
+    if (!is_digit) why += c;
+    in_number = is_digit;
   }
-  return same;
+  return why;
 }
 
 }  // namespace
@@ -139,7 +141,8 @@ Answer read_ours(Octets input) {
   const uint8_t *const end = input.data() + input.size();
   Certificate *certificate = nullptr;
   pki_CertificateView view;
-  if (pki_Certificate_d(input.data(), end, 0, &certificate, 0) != end) {
+  // A failure is NULL, and so is the end of an input without octets.
+  if (pki_Certificate_d(input.data(), end, 0, &certificate, 0) != end || certificate == nullptr) {
     pki_Certificate_free(certificate);
     return Answer::refused(why_not(input));
   }
