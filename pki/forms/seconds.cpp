@@ -39,16 +39,19 @@ constexpr int64_t days_of_month(int64_t year, int64_t month) {
 }
 
 /// Days from 1970-01-01 to a date of the Gregorian calendar. The year begins in March here, so that
-/// the leap day is its last: the months before one take (153 * months + 2) / 5 days.
+/// the leap day is its last: the months before one take (153 * months + 2) / 5 days. Counts from
+/// the year -400, a whole cycle of the calendar earlier: a quotient of a negative year, as January
+/// 0000 has it here, would be rounded up.
 constexpr int64_t days_since_1970(int64_t year, int64_t month, int64_t day) {
-  const int64_t y = month > 2 ? year : year - 1;
+  const int64_t y = (month > 2 ? year : year - 1) + 400;
   const int64_t months = (month + 9) % 12;
   const int64_t leap_days = y / 4 - y / 100 + y / 400;
-  constexpr int64_t days_to_1970 = 719468;
+  constexpr int64_t days_to_1970 = 719468 + 146097;
   return y * 365 + leap_days + (153 * months + 2) / 5 + day - 1 - days_to_1970;
 }
 static_assert(days_since_1970(1970, 1, 1) == 0 && days_since_1970(2000, 3, 1) == 11017 &&
-              days_since_1970(1950, 1, 1) == -7305);
+              days_since_1970(1950, 1, 1) == -7305 && days_since_1970(0, 1, 1) == -719528 &&
+              days_since_1970(0, 2, 29) + 1 == days_since_1970(0, 3, 1));
 
 /// Reads "Z" or a difference from UTC, in seconds.
 bool read_zone(Digits &in, int64_t *difference) {

@@ -602,6 +602,22 @@ TEST(TimeInSeconds, IsThatOfItsKind) {
   EXPECT_EQ(0, seconds);
 }
 
+// The numbers are those of `date -u -d ... +%s`, and those that OpenSSL reads. The year 0000 is a leap
+// year of the calendar that ISO 8601 continues to before its introduction.
+TEST(TimeInSeconds, CountsFromTheYearZero) {
+  const auto seconds_of = [](std::string text) {
+    int64_t seconds = 77;
+    const Time time{24, text.data()};
+    EXPECT_EQ(1, pki_Time_seconds(&time, &seconds)) << text;
+    return seconds;
+  };
+  EXPECT_EQ(-62167219200, seconds_of("00000101000000Z"));
+  EXPECT_EQ(-62162121600, seconds_of("00000229000000Z"));
+  EXPECT_EQ(-62162035200, seconds_of("00000301000000Z"));
+  EXPECT_EQ(-62135596801, seconds_of("00001231235959Z"));
+  EXPECT_EQ(-62135596800, seconds_of("00010101000000Z"));
+}
+
 // ---------------------------------------------------------------------------------------------
 // Everything at once
 // ---------------------------------------------------------------------------------------------
