@@ -232,9 +232,7 @@ Json json_of(const Node &node) {
 }
 
 void put_members(Json &object, const Node &node) {
-  const auto is_taken = [&](const Node &field) {
-    return !field.empty() && object.has(field.name);
-  };
+  const auto is_taken = [&](const Node &field) { return !field.empty() && object.has(field.name); };
   if (const auto *const oid = std::get_if<const ObjId *>(&node.value))
     return put_oid(object, "value", *oid);
   const auto *const fields = std::get_if<Node::Fields>(&node.value);

@@ -22,7 +22,8 @@ Node certificate(const Certificate *record, const View &view) {
 
 // AttributeTypeAndValue ::= SEQUENCE { type, value }
 Node describe(const AttributeValueAssertion *assertion, const View &view) {
-  return text(view, [&] { return attribute_text(assertion, view); }, json_of(assertion));
+  return text(
+      view, [&] { return attribute_text(assertion, view); }, json_of(assertion));
 }
 
 // SubjectPublicKeyInfo ::= SEQUENCE { algorithm, subjectPublicKey }

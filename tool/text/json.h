@@ -15,8 +15,8 @@ namespace tool {
 /// Appends a text between quotation marks, with what RFC 8259, section 7 wants escaped.
 void append_quoted(std::string &out, std::string_view utf8);
 
-/// Appends the key of a member of an object that is being written, after a comma where it is not the
-/// first. The value follows.
+/// Appends the key of a member of an object that is being written, after a comma where it is not
+/// the first. The value follows.
 void append_key(std::string &out, std::string_view key);
 
 /// A JSON value, kept as its text.

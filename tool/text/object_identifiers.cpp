@@ -31,7 +31,9 @@ std::string readable(std::string_view name) {
   return out;
 }
 
-bool has_arcs(const ObjId *oid) { return oid != nullptr && oid->count != 0 && oid->arcs != nullptr; }
+bool has_arcs(const ObjId *oid) {
+  return oid != nullptr && oid->count != 0 && oid->arcs != nullptr;
+}
 
 /// Returns the dotted form. The text of a large arc takes time that is quadratic in its octets.
 std::string arcs_text(const ObjId *oid) {
