@@ -83,7 +83,8 @@ bool read_seconds(uint8_t identifier, View text, int64_t *seconds) {
   if (in.at_digit() && !in.pair(60, &second)) return false;
   if (!is_utc && (in.take('.') || in.take(','))) {
     if (!in.take_digit()) return false;
-    while (in.take_digit()) continue;
+    while (in.take_digit()) {
+    }
   }
   if (!read_zone(in, &difference) || !in.at_end()) return false;
   *seconds =
