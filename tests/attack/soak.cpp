@@ -159,7 +159,7 @@ class Worker {
 };
 
 void Worker::make_guard() {
-  const std::scoped_lock lock(memory);
+  const std::scoped_lock<std::mutex> lock(memory);
   guard_.emplace();
   for (uintptr_t i = 1; i <= most_blocks; ++i) guard_->made(reinterpret_cast<void *>(16 * i));
   for (uintptr_t i = 1; i <= most_blocks; ++i) guard_->released(reinterpret_cast<void *>(16 * i));
@@ -434,7 +434,7 @@ bool soak(long seconds, uint64_t seed) {
     size_t &third =
         largest.at(static_cast<size_t>(std::min(2L, (now - start) * 3 / (end - start))));
     third = std::max(third, resident());
-    const std::scoped_lock lock(memory);
+    const std::scoped_lock<std::mutex> lock(memory);
     ++exhaustion;
     {
       // What is released meanwhile is taken, too.

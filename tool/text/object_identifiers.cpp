@@ -71,10 +71,10 @@ const Known *known(const ObjId *oid) {
   static const auto &all = *[] {
     auto *const made = new std::unordered_map<const ObjId *, Known, Hash, Same>();
     for (const IdentifierName &one : identifier_names)
-      made->try_emplace(from_dotted(one.dotted).release(), std::string(one.dotted),
-                        std::string(one.name), one.curve_bits);
+      made->try_emplace(from_dotted(one.dotted).release(),
+                        Known{std::string(one.dotted), std::string(one.name), one.curve_bits});
     for (const RegistryEntry &entry : registry_table)
-      made->try_emplace(entry.get(), arcs_text(entry.get()), readable(entry.name));
+      made->try_emplace(entry.get(), Known{arcs_text(entry.get()), readable(entry.name)});
     return made;
   }();
   if (!has_arcs(oid)) return nullptr;
