@@ -203,7 +203,7 @@ void Worker::decode(const Input &input, const Answer *expected, Answer *answer, 
   const uint8_t *const end = z + input.octets.size();
   const bool may_fail = expected == nullptr || expected->consumed < 0;
   const uint32_t depth = random_.below(4) == 0;
-  call(input, may_fail, [&] {
+  const bool taken = call(input, may_fail, [&] {
     const uint8_t *const next = input.family->decode(z, end, 0, record, depth);
     if (next != nullptr) {
       answer->consumed = next - z;
@@ -211,9 +211,9 @@ void Worker::decode(const Input &input, const Answer *expected, Answer *answer, 
     }
     // A list that was left is the caller's.
     input.family->free(*record);
-    *record = nullptr;
     return false;
   });
+  if (!taken) *record = nullptr;
 }
 
 uint64_t Worker::encode(const Input &input, const Answer *expected, uint64_t before,
@@ -342,6 +342,10 @@ std::vector<Input> make_inputs() {
 
   Worker worker(0, false);
   std::erase_if(made, [&](Input &input) { return !worker.work(input, nullptr, &input.answer); });
+  if (worker.mistake() != nullptr) {
+    std::printf("soak: broken law in one thread: %s\n", worker.mistake());
+    failed = true;
+  }
   return made;
 }
 
