@@ -557,6 +557,9 @@ TEST(Explanation, OfATruncationSaysWhatTheHeaderPromises) {
   octets.pop_back();
   EXPECT_EQ("0 : the header 30 08 promises 8 octets, but only 7 are left",
             explained("DssSigValue", octets));
+  // 0x010203.
+  EXPECT_EQ("0 : the header 30 83 01 02 03 promises 66051 octets, but only 2 are left",
+            explained("DssSigValue", hex("30 83 01 02 03 05 00")));
   EXPECT_EQ("0 : the input ends after the identifier octet 30",
             explained("DssSigValue", hex("30")));
   EXPECT_EQ("0 : the input ends inside the length octets",
