@@ -574,6 +574,12 @@ TEST(Explanation, OfATruncationSaysWhatTheHeaderPromises) {
             explained("DssSigValue", hex("30 03 02 01 05 02 01 06")));
 }
 
+// X.690, 8.2.1: the content of a BOOLEAN is one octet.
+TEST(Explanation, OfABooleanOfTwoOctets) {
+  EXPECT_EQ("9 critical: a BOOLEAN that is not one octet",
+            explained("pki_Extension", hex("30 0D 06 03 55 1D 0E 01 02 FF FF 04 02 04 00")));
+}
+
 TEST(Explanation, OfAChoiceListsTheAlternatives) {
   EXPECT_EQ(
       "0 : expected one of [0] (A0), [1] (81), [2] (82), [4] (A4), [6] (86), [7] (87), [8] (88), "
