@@ -557,6 +557,9 @@ TEST(Explanation, OfATruncationSaysWhatTheHeaderPromises) {
   octets.pop_back();
   EXPECT_EQ("0 : the header 30 08 promises 8 octets, but only 7 are left",
             explained("DssSigValue", octets));
+  // 0x010203.
+  EXPECT_EQ("0 : the header 30 83 01 02 03 promises 66051 octets, but only 2 are left",
+            explained("DssSigValue", hex("30 83 01 02 03 05 00")));
   EXPECT_EQ("0 : the input ends after the identifier octet 30",
             explained("DssSigValue", hex("30")));
   EXPECT_EQ("0 : the input ends inside the length octets",
@@ -569,6 +572,12 @@ TEST(Explanation, OfATruncationSaysWhatTheHeaderPromises) {
             explained("DssSigValue", hex("30 03 02 04 05")));
   EXPECT_EQ("5 s: expected INTEGER (02), but the enclosing element ends",
             explained("DssSigValue", hex("30 03 02 01 05 02 01 06")));
+}
+
+// X.690, 8.2.1: the content of a BOOLEAN is one octet.
+TEST(Explanation, OfABooleanOfTwoOctets) {
+  EXPECT_EQ("9 critical: a BOOLEAN that is not one octet",
+            explained("pki_Extension", hex("30 0D 06 03 55 1D 0E 01 02 FF FF 04 02 04 00")));
 }
 
 TEST(Explanation, OfAChoiceListsTheAlternatives) {
