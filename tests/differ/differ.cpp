@@ -6,7 +6,8 @@
 //   differ read FILE               the same of a file
 //   differ write COUNT [SEED]      has the libraries read so many certificates of random records
 //
-// Each library has a child process of this one: one that dies costs the input that it died of.
+// The libraries run in a child process of this one. Where one of them ends it, that costs the input
+// that ended it, and the others of the child are done again.
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/time.h>
@@ -92,9 +93,10 @@ class Table {
   std::map<std::string, Count> classes_;
 };
 
-/// The libraries for which a member of `answers` is so.
+/// In the order of the libraries.
 using Answers = std::array<Answer, libraries.size()>;
 
+/// The names of the libraries that take an input.
 std::string takers(const Answers &answers) {
   std::string names;
   for (size_t i = 0; i < answers.size(); ++i)
