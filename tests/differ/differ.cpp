@@ -4,8 +4,10 @@
 //   differ table FILE              prints what FILE counts
 //   differ show NUMBER [SEED]      prints an input and what each library says of it
 //   differ read FILE               the same of a file
+//   differ write COUNT [SEED]      has the libraries read so many certificates of random records
 //
-// Each library has a child process of this one: one that dies costs the input that it died of.
+// The libraries run in a child process of this one. Where one of them ends it, that costs the input
+// that ended it, and the others of the child are done again.
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/time.h>
@@ -25,6 +27,7 @@
 #include <string>
 
 #include "inputs.h"
+#include "made.h"
 
 namespace {
 
@@ -90,9 +93,10 @@ class Table {
   std::map<std::string, Count> classes_;
 };
 
-/// The libraries for which a member of `answers` is so.
+/// In the order of the libraries.
 using Answers = std::array<Answer, libraries.size()>;
 
+/// The names of the libraries that take an input.
 std::string takers(const Answers &answers) {
   std::string names;
   for (size_t i = 0; i < answers.size(); ++i)
@@ -258,6 +262,40 @@ void run(const std::string &path, uint64_t count, uint64_t seed) {
   }
 }
 
+/// Tells in which facts a library reads something else than was written.
+std::string misread(const Answer &written, const Answer &read) {
+  if (!read.taken) return " refuses it: " + read.why;
+  std::string facts;
+  for (size_t fact = 0; fact < fact_count; ++fact)
+    if (read.facts[fact] && read.facts[fact] != written.facts[fact])
+      facts += std::string(" ") + fact_names[fact];
+  return facts.empty() ? facts : " reads another" + facts;
+}
+
+/// Returns whether all certificates are written as DER and read as they were made.
+bool write_and_read(uint64_t count, uint64_t seed) {
+  uint64_t wrong = 0, compared = 0;
+  for (uint64_t number = 0; number < count; ++number) {
+    const Made made = make(number, seed);
+    if (made.octets != made.der) {
+      ++wrong;
+      std::printf("%" PRIu64 ": what was written is not DER\n", number);
+    }
+    for (const Library &library : libraries) {
+      const Answer answer = library.read(made.octets);
+      const std::string how = misread(made.content, answer);
+      compared += static_cast<uint64_t>(
+          std::ranges::count_if(answer.facts, [](const auto &fact) { return fact.has_value(); }));
+      if (how.empty()) continue;
+      ++wrong;
+      std::printf("%" PRIu64 ": %s%s\n", number, library.name, how.c_str());
+    }
+  }
+  std::printf("%" PRIu64 " certificates, %" PRIu64 " values compared, %" PRIu64 " wrong\n", count,
+              compared, wrong);
+  return wrong == 0;
+}
+
 void print_table(const std::string &path) {
   State state;
   if (!read_state(path, &state)) fail(path + " cannot be read");
@@ -314,7 +352,9 @@ int main(int argc, char **argv) {
   } else if (command == "read") {
     std::ifstream in(argv[2], std::ios::binary);
     show({std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()});
+  } else if (command == "write") {
+    return write_and_read(number_of(argv[2]), seed(3)) ? 0 : 1;
   } else {
-    fail("run FILE COUNT [SEED], table FILE, show NUMBER [SEED] or read FILE");
+    fail("run FILE COUNT [SEED], table FILE, show NUMBER [SEED], read FILE or write COUNT [SEED]");
   }
 }
