@@ -394,7 +394,7 @@ void work_on_and_on(const std::vector<Input> &inputs, uint64_t seed, Counts *cou
   Worker worker(seed, true);
   ++ready;
   while (!stop) {
-    size_t at = worker.random().below(inputs.size());
+    auto at = static_cast<size_t>(worker.random().below(inputs.size()));
     if (exhaustion % 2 != 0 && worker.random().below(2) == 0) at = 0;
     const Input &input = inputs[at];
     Answer answer;
@@ -436,7 +436,7 @@ bool soak(long seconds, uint64_t seed) {
   for (Clock::time_point now = start; now < end && !stop; now = Clock::now()) {
     std::this_thread::sleep_for(std::chrono::milliseconds(450));
     size_t &third =
-        largest.at(static_cast<size_t>(std::min(2L, (now - start) * 3 / (end - start))));
+        largest.at(static_cast<size_t>(std::min<int64_t>(2, (now - start) * 3 / (end - start))));
     third = std::max(third, resident());
     const std::scoped_lock<std::mutex> lock(memory);
     ++exhaustion;
