@@ -26,11 +26,13 @@ packages=$(cd "$packages" && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf --one-file-system "$scratch"' EXIT
 
+# What is committed while this runs is in neither build.
+commit=$(git -c safe.directory="$PWD" rev-parse HEAD)
 source=orvelasn1-$(dpkg-parsechangelog --show-field Version)
 
 build() { # FOLDER
   mkdir -p "$1/$source"
-  git -c safe.directory="$PWD" archive HEAD | tar -x -C "$1/$source"
+  git -c safe.directory="$PWD" archive "$commit" | tar -x -C "$1/$source"
   (
     cd "$1/$source"
     if ! dpkg-checkbuilddeps; then apt-get build-dep -q -y --no-install-recommends ./; fi
