@@ -7,7 +7,7 @@ standing of a validity, the kind of a key, the facts at the head of a certificat
 from __future__ import annotations
 
 import socket
-from typing import Any, Dict, List, Tuple
+from typing import Any, Callable, Dict, List, Tuple
 
 from ._cards import CardAttribute, CardObject
 from ._orvelpki import ffi, lib
@@ -271,6 +271,49 @@ def _network(octets: bytes) -> str:
     return f"{socket.inet_ntop(family, octets[:half])}/{length}"
 
 
+def _blocks(type_: Type, handle: Any, text_of_end: Callable[[Any, int], str]) -> List[str]:
+    """Describes the blocks of a choice of RFC 3779: single ones, and ranges, which have two ends."""
+    index = lib.py_alternative(handle)
+    if type_.fields[index].name == "inherit":
+        return ["inherit"]
+    blocks = ffi.gc(lib.py_part(handle, index), lib.py_release)
+    words = []
+    for number in range(lib.py_count(blocks)):
+        block = ffi.gc(lib.py_part(blocks, number), lib.py_release)
+        if lib.py_alternative(block) == 0:
+            words.append(text_of_end(block, 0))
+        else:
+            ends = ffi.gc(lib.py_part(block, 1), lib.py_release)
+            words.append(f"{text_of_end(ends, 0)}-{text_of_end(ends, 1)}")
+    return words
+
+
+def _as_number(handle: Any, index: int) -> str:
+    number = _count(handle, index)
+    return f"0x{number}" if isinstance(number, str) else str(number)
+
+
+def _addresses(type_: Type, handle: Any) -> List[str]:
+    """Describes the blocks of a family of addresses. The bits that are not there are 0, but 1 at the end of a range."""
+    family = {b"\0\1": socket.AF_INET, b"\0\2": socket.AF_INET6}.get(_octets(handle, 0)[:2])
+    size = 32 if family == socket.AF_INET else 128
+    choice_type = type_.fields[1].type
+    choice = ffi.gc(lib.py_part(handle, 1), lib.py_release)
+
+    def address(holder: Any, index: int) -> str:
+        octets, length = _octets(holder, index), lib.py_bits(holder, index)
+        is_prefix = lib.py_alternative(holder) == 0
+        if family is None or length > size:
+            text = _hex(octets)
+        else:
+            free = (1 << (size - length)) - 1
+            number = int.from_bytes(octets.ljust(size // 8, b"\0"), "big") & ~free
+            text = socket.inet_ntop(family, (number | (free if index == 1 else 0)).to_bytes(size // 8, "big"))
+        return f"{text}/{length}" if is_prefix else text
+
+    return _blocks(choice_type, choice, address)
+
+
 def _timestamp(stamp: Timestamp) -> Dict[str, Any]:
     found: Dict[str, Any] = {"version": stamp.version}
     if stamp.version != 0:
@@ -325,11 +368,15 @@ def _whole(type_: Type, handle: Any) -> Any:
     if type_.kind == lib.PKI_SEQUENCE:
         if any(field.type.kind == lib.PKI_ATTRIBUTE_VALUE for field in type_.fields):
             return _attribute(handle)
+        if type_.name == "IPAddressFamily":
+            return {"addressFamily": _hex(_octets(handle, 0)), "addresses": _addresses(type_, handle)}
         return _record(type_, handle)
     if type_.kind == lib.PKI_CHOICE:
         index = lib.py_alternative(handle)
         if index == lib.PY_SELF:
             return {}
+        if type_.name == "ASIdentifierChoice":
+            return _blocks(type_, handle, _as_number)
         field = type_.fields[index]
         value = _part(field.type, handle, index)
         if type_.name == "CertStatus":

@@ -160,10 +160,40 @@ def test_words(program, tmp_path):
     assert compare(program, tmp_path, "ocsp-response", "OCSPResponse", statuses) == 9
     validity = sequence(*(element(0x18, time) for time in (b"203001020304Z", b"20300102030405+0100")))
     assert compare(program, tmp_path, "validity", "Validity", [validity])
-    blocks = sequence(element(0xA0, element(0x30, sequence(element(0x02, "01"), element(0x02, "02")))))
-    assert orvelasn1.ASIdentifiers.decode(blocks).to_dict()["asnum"] == {
-        "asIdsOrRanges": [{"range": {"min": 1, "max": 2}}]
+
+
+def prefix(bits, unused=0):
+    return element(0x03, f"{unused:02X}{bits}")
+
+
+def test_addresses(program, tmp_path):
+    blocks = (prefix("C00002"), prefix("0A20", 4), prefix(""), sequence(prefix("0A"), prefix("0A0000", 1)))
+    longer = prefix("0A0000000080", 7)
+    wide = (prefix("20010DB8"), sequence(prefix("2001"), prefix("20010D", 2)), prefix("FF" * 16))
+    families = [
+        sequence(element(0x04, family), choice)
+        for family, choice in (
+            ("0001", sequence(*blocks)), ("0001", sequence(longer)), ("000101", sequence(prefix("7F"))),
+            ("0002", sequence(*wide)), ("0003", sequence(*blocks)), ("0002", element(0x05, "")),
+        )
+    ]
+    assert compare(program, tmp_path, "ip-address-family", "IPAddressFamily", families) == len(families)
+    first, second = (orvelasn1.IPAddressFamily.decode(families[i]).to_dict() for i in (0, 3))
+    assert first == {
+        "addressFamily": "0001",
+        "addresses": ["192.0.2.0/24", "10.32.0.0/12", "0.0.0.0/0", "10.0.0.0-10.0.1.255"],
     }
+    assert second["addresses"][1] == "2001::-2001:fff:ffff:ffff:ffff:ffff:ffff:ffff"
+
+
+def test_systems(program, tmp_path):
+    numbers = [element(0x02, digits) for digits in ("01", "00FFFFFFFE", "00FFFFFFFF", "FF", "00", "010000000000")]
+    ranges = [sequence(numbers[0], number) for number in numbers]
+    both = element(0xA0, sequence(*numbers, *ranges)) + element(0xA1, element(0x05, ""))
+    assert compare(program, tmp_path, "as-identifiers", "ASIdentifiers", [sequence(both)]) == 1
+    own = orvelasn1.ASIdentifiers.decode(sequence(both)).to_dict()
+    assert own["asnum"][:7] == ["1", "4294967294", "0xFFFFFFFF", "0x-01", "0", "0x010000000000", "1-1"]
+    assert own["rdi"] == ["inherit"]
 
 
 def test_a_difference_is_seen(program, tmp_path):
