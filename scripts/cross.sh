@@ -19,7 +19,7 @@ trap 'rm -rf --one-file-system "$scratch"' EXIT
 chroot=$scratch/chroot
 
 say "=== A new Debian 12 with cross compilers"
-mmdebstrap --quiet --variant=apt --include=binutils,cmake,g++-aarch64-linux-gnu,googletest,ninja-build,pkgconf,qemu-user-static \
+mmdebstrap --quiet --variant=apt --include=binutils,cmake,g++-aarch64-linux-gnu,googletest,ninja-build,pkgconf,python3,qemu-user-static \
   bookworm "$chroot"
 mkdir "$chroot/source"
 git -c safe.directory="$PWD" archive HEAD | tar -x -C "$chroot/source"

@@ -1,13 +1,15 @@
 #!/bin/sh
 # Runs a program that was built against the oldest interface with the libraries of today.
 #
-#   oldest.sh COMPILER FOLDER
+#   oldest.sh COMPILER FOLDER [EMULATOR...]
 #
-# FOLDER holds the libraries. The program is linked to libraries that have nothing but the functions of the
-# oldest files beside this script, each with its version, and knows the records from there alone.
+# FOLDER holds the libraries; the emulator runs the program. The program is linked to libraries that have nothing
+# but the functions of the oldest files beside this script, each with its version, and knows the records from there
+# alone.
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
 compiler=$1 libraries=$2
+shift 2
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 
@@ -19,4 +21,4 @@ for library in orvelutils orvelasn1 orvelpki; do
 done
 "$compiler" -std=c11 -Wall -Wextra -Werror -I "$folder" "$here/oldest.c" "$folder/functions.c" -L "$folder" -Wl,-z,now \
   -Wl,--no-as-needed -lorvelpki -lorvelasn1 -lorvelutils -o "$folder/oldest"
-LD_LIBRARY_PATH=$libraries "$folder/oldest"
+LD_LIBRARY_PATH=$libraries "$@" "$folder/oldest"
