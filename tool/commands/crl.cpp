@@ -251,8 +251,7 @@ class Search {
 
   static void put_limits(Json &object, const CrlScope &scope) {
     const auto &limits = scope.limits();
-    if (!limits.empty())
-      object.put("scope", Json::array(std::vector<Json>(limits.begin(), limits.end())));
+    if (!limits.empty()) object.put("scope", limits);
   }
 
   // ---- The summary ------------------------------------------------------------------------------
@@ -322,7 +321,7 @@ void Search::sum_up(const Input &input, const Element &element, const Revocation
   page.row("thisUpdate", time_text(from.get(), " UTC"));
   Validity period{from.get(), until.get()};
   const Standing state = standing(&period, request_.view.moment);
-  page.row("nextUpdate", time_text(until.get(), " UTC") + (until ? ", " + state.text : ""),
+  page.row("nextUpdate", time_text(until.get(), " UTC") + (until ? ", " + state.text() : ""),
            until ? tone_of(state) : Tone::plain);
   if (present(number)) page.row("crlNumber", hex(*number));
   if (present(base)) page.row("baseCrlNumber", hex(*base) + ", a delta CRL");

@@ -1,5 +1,7 @@
 #include "commands/json_lines.h"
 
+#include <utility>
+
 #include "records/object_json.h"
 
 namespace tool {
@@ -15,6 +17,12 @@ Object object_of(const Input &input, const Element &element) {
   return object;
 }
 
+std::string line_of(const Object &object, const View &view) {
+  std::string line;
+  append_json(line, object, view);
+  return std::move(line += '\n');
+}
+
 }  // namespace
 
 std::string json_line(const Input &input, const Element &element, const Type &type,
@@ -22,13 +30,13 @@ std::string json_line(const Input &input, const Element &element, const Type &ty
   Object object = object_of(input, element);
   object.type = &type;
   object.record = record.get();
-  return json_of_object(object, view) + "\n";
+  return line_of(object, view);
 }
 
 std::string json_line(const Input &input, const Element &element, const Fault &fault) {
   Object object = object_of(input, element);
   object.fault = &fault;
-  return json_of_object(object, View()) + "\n";
+  return line_of(object, View());
 }
 
 }  // namespace tool

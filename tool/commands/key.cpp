@@ -154,7 +154,7 @@ class Sorter {
       if (!place.holder.why.empty()) object.put("why", place.holder.why);
       elements.push_back(std::move(object));
     }
-    return Json::array(elements);
+    return elements;
   }
 
   static std::string json_of(const Group &group) {
@@ -166,8 +166,8 @@ class Sorter {
     }
     Json object = Json::object();
     object.put("key", kind_of_key(group.places.front().holder.spki))
-        .put("sha256", Json::array(digests))
-        .put("pins", Json::array(pins))
+        .put("sha256", digests)
+        .put("pins", pins)
         .put("elements", json_of(group.places));
     return object.text() + "\n";
   }

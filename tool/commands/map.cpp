@@ -32,13 +32,17 @@ class LineWriter {
   /// @param labelled whether the lines have a column for labels. A label has one in any case.
   std::string operator()(const Object &object, bool labelled) const {
     if (request_.form != Form::json) return columns(object, labelled || !object.id.empty());
-    if (object.record == nullptr || request_.fields.empty())
-      return json_of_object(object, request_.view) + "\n";
-    Json json = Json::object();
-    if (!object.id.empty() && !has("id")) json.put("id", valid_utf8(object.id));
-    for (const Field *const field : request_.fields)
-      json.put(field->name, json_of(field->of(object)));
-    return json.text() + "\n";
+    std::string line;
+    if (object.record == nullptr || request_.fields.empty()) {
+      append_json(line, object, request_.view);
+    } else {
+      line += '{';
+      if (!object.id.empty() && !has("id")) put(line, "id", valid_utf8(object.id));
+      for (const Field *const field : request_.fields)
+        put(line, field->name, json_of(field->of(object)));
+      line += '}';
+    }
+    return std::move(line += '\n');
   }
 
   /// Returns the line that names the columns.
@@ -65,6 +69,11 @@ class LineWriter {
     if (has_label && !has("id"))
       start = is_csv() ? csv(object.id) + "," : std::string(object.id) + "\t";
     return start + line(values);
+  }
+
+  static void put(std::string &line, std::string_view key, const Json &value) {
+    append_key(line, key);
+    value.append_to(line);
   }
 
   bool is_csv() const { return request_.form == Form::csv; }

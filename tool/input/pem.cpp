@@ -207,10 +207,11 @@ std::optional<Element> PemReader::block(const Mark &begin) {
 
 /// Counts the line ends up to an offset. A carriage return with a newline after it is none.
 void PemReader::count_lines(size_t to) {
-  for (; counted_ < to; ++counted_)
-    if (text()[counted_] == '\n' ||
-        (text()[counted_] == '\r' && !text().substr(counted_ + 1).starts_with('\n')))
-      ++line_;
+  const std::string_view lines = text().substr(0, to);
+  for (size_t at = counted_; (at = lines.find('\n', at)) != lines.npos; ++at) ++line_;
+  for (size_t at = counted_; (at = lines.find('\r', at)) != lines.npos; ++at)
+    if (!text().substr(at + 1).starts_with('\n')) ++line_;
+  counted_ = std::max(counted_, to);
 }
 
 std::optional<Element> first_block(std::span<uint8_t> text) {
@@ -218,9 +219,14 @@ std::optional<Element> first_block(std::span<uint8_t> text) {
   return PemReader()(whole);
 }
 
-std::string pem(std::string_view label, Octets octets) {
-  const std::string name(label);
-  return "-----BEGIN " + name + "-----\n" + base64(octets) + "-----END " + name + "-----\n";
+void append_pem(std::string &out, std::string_view label, Octets octets,
+                std::string_view line_end) {
+  const auto append_mark = [&](std::string_view word) {
+    for (const std::string_view part : {dashes, word, label, dashes, line_end}) out += part;
+  };
+  append_mark(begin_word);
+  append_base64(out, octets, line_end);
+  append_mark(end_word);
 }
 
 }  // namespace tool

@@ -37,8 +37,8 @@ class PemReader {
 /// Returns the first block of a PEM text.
 std::optional<Element> first_block(std::span<uint8_t> text);
 
-/// Returns the PEM block of an element, with its newline.
-std::string pem(std::string_view label, Octets octets);
+/// Appends the PEM block of an element, with a line end after each line.
+void append_pem(std::string &out, std::string_view label, Octets octets, std::string_view line_end);
 
 }  // namespace tool
 

@@ -92,27 +92,28 @@ void collect_brief(std::vector<BriefLine> &lines, const Node &node, const View &
   }
 }
 
+/// Appends the fields of a record as the members of an object that is being written.
+void append_fields(std::string &out, const Node::Fields &fields) {
+  for (const Node &field : fields)
+    if (const auto *const oid = std::get_if<const ObjId *>(&field.value)) {
+      append_oid(out, field.name, *oid);
+    } else if (!field.empty()) {
+      append_key(out, field.name);
+      append_json(out, field);
+    }
+}
+
 /// Appends the JSON of the values of nodes.
 struct AppendJson {
   std::string &out;
 
   void operator()(std::monostate) const { out += "null"; }
   void operator()(const Node::Text &value) const { value.json.append_to(out); }
-  void operator()(Octets value) const {
-    out += '"';
-    append_hex(out, value);
-    out += '"';
-  }
+  void operator()(Octets value) const { append_value(out, value); }
   void operator()(const ObjId *value) const { append_quoted(out, dotted(value)); }
   void operator()(const Node::Fields &fields) const {
     out += '{';
-    for (const Node &field : fields)
-      if (const auto *const oid = std::get_if<const ObjId *>(&field.value)) {
-        append_oid(out, field.name, *oid);
-      } else if (!field.empty()) {
-        append_key(out, field.name);
-        append_json(out, field);
-      }
+    append_fields(out, fields);
     out += '}';
   }
   void operator()(const Node::Items &items) const {
@@ -150,8 +151,16 @@ Node number(const Integer *integer) {
   return text(number_text(integer), json_of_number(integer));
 }
 
+Node text(Json json) { return text(Lines(), std::move(json)); }
+
 Node shown_as(Node node, Node other) {
   node.shown = std::make_shared<const Node>(std::move(other));
+  return node;
+}
+
+Node hidden(Node node) {
+  static const Node nothing;
+  node.shown = {std::shared_ptr<const Node>(), &nothing};
   return node;
 }
 
@@ -225,27 +234,29 @@ Brief short_form_of(const Node &node, const std::string &heading, const View &vi
 void append_json(std::string &out, const Node &node) { std::visit(AppendJson{out}, node.value); }
 
 Json json_of(const Node &node) {
-  if (const auto *const value = std::get_if<Node::Text>(&node.value)) return value->json;
   std::string text;
   append_json(text, node);
   return Json::of_text(std::move(text));
 }
 
-void put_members(Json &object, const Node &node) {
-  const auto is_taken = [&](const Node &field) { return !field.empty() && object.has(field.name); };
+void append_members(std::string &out, std::span<const std::string_view> taken, const Node &node) {
+  const auto is_free = [taken](std::string_view key) {
+    return std::ranges::find(taken, key) == taken.end();
+  };
   if (const auto *const oid = std::get_if<const ObjId *>(&node.value))
-    return put_oid(object, "value", *oid);
+    return append_oid(out, "value", *oid);
   const auto *const fields = std::get_if<Node::Fields>(&node.value);
-  if (fields != nullptr && std::ranges::none_of(*fields, is_taken)) {
-    for (const Node &field : *fields)
-      if (const auto *const field_oid = std::get_if<const ObjId *>(&field.value))
-        put_oid(object, field.name, *field_oid);
-      else if (!field.empty())
-        object.put(field.name, [&](std::string &out) { append_json(out, field); });
-    return;
+  const auto is_added = [&](const Node &field) { return field.empty() || is_free(field.name); };
+  if (fields != nullptr && std::ranges::all_of(*fields, is_added))
+    return append_fields(out, *fields);
+  const std::string json = json_of(node).text();
+  if (!json.starts_with('{') || !std::ranges::all_of(keys_of(json), is_free)) {
+    append_key(out, "value");
+    out += json;
+  } else if (json.size() > 2) {
+    out += ',';
+    out.append(json, 1, json.size() - 2);
   }
-  const Json json = json_of(node);
-  if (!object.join(json)) object.put("value", json);
 }
 
 }  // namespace tool

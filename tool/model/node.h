@@ -50,11 +50,13 @@ struct Node {
 Node text(std::vector<std::string> lines, Json json, Tone tone = Tone::plain);
 Node text(std::string line, Json json, Tone tone = Tone::plain);
 
+/// Returns a value without lines.
+Node text(Json json);
+
 /// Returns a value whose lines `lines` makes, which is called where the view wants lines.
 template <std::invocable Lines>
 Node text(const View &view, Lines lines, Json json, Tone tone = Tone::plain) {
-  if (!view.lines) return text(std::vector<std::string>(), std::move(json), tone);
-  return text(lines(), std::move(json), tone);
+  return view.lines ? text(lines(), std::move(json), tone) : text(std::move(json));
 }
 
 /// Returns a truth value, which the library keeps as the octet that was read.
@@ -65,6 +67,15 @@ Node number(const Integer *integer);
 
 /// Returns the node. A page shows `other` in its place inside another node.
 Node shown_as(Node node, Node other);
+
+/// The same with what `other` returns, which is called where the view wants lines.
+template <std::invocable Other>
+Node shown_as(const View &view, Node node, Other other) {
+  return view.lines ? shown_as(std::move(node), other()) : node;
+}
+
+/// Returns the node. A page shows nothing in its place.
+Node hidden(Node node);
 
 /// Returns the node, which now keeps its record.
 template <class T>
@@ -91,9 +102,9 @@ Brief short_form_of(const Node &node, const std::string &heading, const View &vi
 void append_json(std::string &out, const Node &node);
 Json json_of(const Node &node);
 
-/// Adds the fields of a record to an object. A node that has no fields, or one whose name is taken,
-/// becomes the member "value".
-void put_members(Json &object, const Node &node);
+/// Appends the fields of a record as further members of an object that is being written and has
+/// some keys. A node that has no fields, or one whose name is taken, becomes the member "value".
+void append_members(std::string &out, std::span<const std::string_view> taken, const Node &node);
 
 }  // namespace tool
 

@@ -98,25 +98,27 @@ Inside read_parameters(const AlgId *algorithm, const View &view) {
 // A page shows parameters of one line behind the name, and others below it.
 Node describe(const AlgId *algorithm, const View &view) {
   Inside parameters = read_parameters(algorithm, view);
-  auto lines = lines_of(parameters.node, view);
+  const auto lines = view.lines ? lines_of(parameters.node, view) : std::nullopt;
   Description fields(view);
   fields.field("algorithm", algorithm->algorithm);
   if (!parameters.node.empty() && !lines) fields.brief();
   const bool complete = parameters.read && parameters.malformed.empty();
   if (!complete || !view.compact) fields.field("parameters", algorithm->parameters);
-  if (!parameters.malformed.empty()) fields.hidden("malformed", text("", parameters.malformed));
+  if (!parameters.malformed.empty()) fields.hidden("malformed", parameters.malformed);
   if (parameters.read) fields.field("decoded", parameters.node);
-  if (!parameters.node.empty() && !lines)
-    return shown_as(fields.node(), Description(view)
-                                       .field("algorithm", algorithm->algorithm)
-                                       .field("parameters", std::move(parameters.node))
-                                       .node());
-  std::vector<std::string> shown{label(algorithm->algorithm, view)};
-  if (lines && parameters.read && lines->size() == 1)
-    shown.front() += ", " + lines->front();
-  else if (lines)
-    for (const std::string &line : *lines) shown.push_back("  " + line);
-  return shown_as(fields.node(), text(std::move(shown), nullptr));
+  return shown_as(view, fields.node(), [&] {
+    if (!parameters.node.empty() && !lines)
+      return Description(view)
+          .field("algorithm", algorithm->algorithm)
+          .field("parameters", std::move(parameters.node))
+          .node();
+    std::vector<std::string> shown{label(algorithm->algorithm, view)};
+    if (lines && parameters.read && lines->size() == 1)
+      shown.front() += ", " + lines->front();
+    else if (lines)
+      for (const std::string &line : *lines) shown.push_back("  " + line);
+    return text(std::move(shown), nullptr);
+  });
 }
 
 Node with_bits(const char *type, const void *record, const Integer *modulus, const View &view) {

@@ -185,7 +185,7 @@ Node object_node(const GDOObject *object, bool sets, const View &view) {
   std::string summary = object_identifier(object) + ", " + name_of(role);
   if (role == Role::leaf) {
     fields.field("value", object->value);
-    if (const auto inner = text_in(octets(object->value))) fields.hidden("text", text("", *inner));
+    if (const auto inner = text_in(octets(object->value))) fields.hidden("text", *inner);
   } else if (role == Role::attribute_holder) {
     fields.field("children", list_of<GDOObject>(object->children, attribute_node, inside));
   } else if (sets) {

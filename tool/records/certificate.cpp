@@ -23,7 +23,8 @@ Node certificate(const Certificate *record, const View &view) {
 // AttributeTypeAndValue ::= SEQUENCE { type, value }
 Node describe(const AttributeValueAssertion *assertion, const View &view) {
   return text(
-      view, [&] { return attribute_text(assertion, view); }, json_of(assertion));
+      view, [&] { return attribute_text(assertion, view); },
+      Json::of_part<append_attribute>(assertion));
 }
 
 // SubjectPublicKeyInfo ::= SEQUENCE { algorithm, subjectPublicKey }
@@ -34,30 +35,31 @@ Node describe(const SubjectPKI *info, const View &view) {
   const auto line = [&] { return key_text(info, view); };
   Description fields(view);
   fields.all("pki_SubjectPKI", info).field("keyKind", text(view, line, key.kind)).brief();
-  if (key.bits) fields.hidden("keyBits", text("", *key.bits));
-  if (!key.curve.empty()) fields.hidden("keyCurve", text("", key.curve));
-  if (!key.exponent.empty()) fields.hidden("keyExponent", text("", key.exponent));
-  Node record = fields.node();
-  return view.full ? record : shown_as(std::move(record), text(view, line, nullptr));
+  if (key.bits) fields.hidden("keyBits", *key.bits);
+  if (!key.curve.empty()) fields.hidden("keyCurve", key.curve);
+  if (!key.exponent.empty()) fields.hidden("keyExponent", key.exponent);
+  if (view.full) return fields.node();
+  return shown_as(view, fields.node(), [&] { return text(line(), nullptr); });
 }
 
 // Extension ::= SEQUENCE { extnID, critical DEFAULT FALSE, extnValue }
 //
 // In a list the identifier replaces the number, and only the value is shown.
 Node describe(const Extension *extension, const View &view) {
-  const Inside value = read_extension(extension, view);
+  Inside value = read_extension(extension, view);
   Description fields(view);
   const bool complete = value.read && value.malformed.empty();
   if (view.compact && complete)
     fields.field("extnID", extension->extnID).field("critical", boolean(extension->critical));
   else
     fields.all("pki_Extension", extension);
-  if (!value.malformed.empty()) fields.hidden("malformed", text("", value.malformed));
+  if (!value.malformed.empty()) fields.hidden("malformed", value.malformed);
   if (value.read)
     fields.field("decoded", value.node);
   else if (!value.malformed.empty())
     fields.page_only("decoded", value.node);
-  Node record = shown_as(fields.node(), value.node);
+  if (!view.lines) return fields.node();
+  Node record = shown_as(fields.node(), std::move(value.node));
   record.name = label(extension->extnID, view) + (extension->critical != 0 ? ", critical" : "");
   return record;
 }

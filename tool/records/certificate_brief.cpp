@@ -58,7 +58,7 @@ Brief certificate_short_form(const void *record, const View &view) {
   const Certificate_TBS &tbs = *certificate->tbsCertificate;
   const Standing state = standing(tbs.validity, view.moment);
   Brief brief;
-  brief.state = state.text;
+  brief.state = state.text();
   brief.tone = tone_of(state);
   brief.title = short_name(tbs.subjectSequence, view);
   if (pki_may_issue(certificate, nullptr) == 1) brief.details.push_back("CA");

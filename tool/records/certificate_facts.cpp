@@ -52,66 +52,67 @@ std::string utf8(Octets octets) { return valid_utf8(text_of(octets)); }
 
 // ---- As JSON ------------------------------------------------------------------------------------
 
-template <class T>
-Json json_or_null(const std::optional<T> &value) {
-  return value ? Json(*value) : Json(nullptr);
+void append(std::string &out, const Fingerprints &prints) {
+  JsonObject(out).put("sha256", prints.sha256).put("sha1", prints.sha1);
 }
 
-Json json_of(const Names &names) {
-  return Json::array(std::vector<Json>(names.begin(), names.end()));
-}
-
-Json json_of(const std::optional<Names> &names) { return names ? json_of(*names) : Json(nullptr); }
-
-Json json_of(const Fingerprints &prints) {
-  return Json::object().put("sha256", prints.sha256).put("sha1", prints.sha1);
-}
-
-Json json_of(const AlternativeNames &names) {
-  return Json::object()
-      .put("dns", json_of(names.dns))
-      .put("ip", json_of(names.ip))
-      .put("mail", json_of(names.mail))
-      .put("uri", json_of(names.uri))
-      .put("directory", json_of(names.directory))
-      .put("other", Json::array(names.other))
+void append(std::string &out, const AlternativeNames &names) {
+  JsonObject(out)
+      .put("dns", names.dns)
+      .put("ip", names.ip)
+      .put("mail", names.mail)
+      .put("uri", names.uri)
+      .put("directory", names.directory)
+      .put("other", names.other)
       .put("unreadable", names.unreadable);
 }
 
-Json json_of(const KeyFacts &facts) {
-  Json object = Json::object();
+void append(std::string &out, const KeyFacts &facts) {
+  JsonObject object(out);
   object.put("kind", facts.key.kind);
   if (facts.key.bits) object.put("bits", *facts.key.bits);
   if (!facts.key.curve.empty()) object.put("curve", facts.key.curve);
   if (!facts.key.exponent.empty()) object.put("exponent", facts.key.exponent);
   if (!facts.key.modulus.empty()) object.put("modulus", facts.key.modulus);
   if (!facts.key.point.empty()) object.put("point", facts.key.point);
-  return object.put("sha256", facts.sha256)
-      .put("pin", facts.pin)
-      .put("identifier", facts.identifier);
+  object.put("sha256", facts.sha256).put("pin", facts.pin).put("identifier", facts.identifier);
 }
 
-Json json_of(pki_Octets octets) {
-  return octets.data == nullptr ? Json(nullptr) : Json(hex({octets.data, octets.length}));
+void append(std::string &out, pki_Octets octets) {
+  append_value(out, octets.data == nullptr ? std::nullopt
+                                           : std::optional(Octets(octets.data, octets.length)));
 }
 
-Json moment(const Time *time) {
+template <class T>
+void append(std::string &out, const std::optional<T> &value) {
+  append_value(out, value);
+}
+
+/// Appends what `fact` returns for a part of a record.
+template <auto fact, class Part>
+void append_fact(std::string &out, const Part *part) {
+  append(out, fact(part));
+}
+
+/// Adds what `fact` returns for a part of a record, which is asked when it is written.
+template <auto fact, class Part>
+void put(Description &fields, const char *name, const Part *part) {
+  fields.hidden(name, Json::of_part<append_fact<fact, Part>>(part));
+}
+
+std::optional<std::string> moment(const Time *time) {
   const auto seconds = seconds_of(time);
-  return seconds ? Json(iso(*seconds)) : Json(nullptr);
-}
-
-void put(Description &fields, const char *name, Json json) {
-  fields.hidden(name, text("", std::move(json)));
+  return seconds ? std::optional(iso(*seconds)) : std::nullopt;
 }
 
 /// Adds what a certificate and a request have.
 void add_shared(Description &fields, const Certificate *certificate) {
-  put(fields, "sans", json_of(alternative_names(certificate)));
-  put(fields, "isCA", json_or_null(is_issuer(certificate)));
-  put(fields, "keyUsage", json_of(key_usage_names(certificate)));
-  put(fields, "extKeyUsage", json_of(purpose_names(certificate)));
-  put(fields, "key", json_of(key_facts(certificate)));
-  put(fields, "subjectKeyIdentifier", json_of(pki_subject_key_identifier(certificate)));
+  put<alternative_names>(fields, "sans", certificate);
+  put<is_issuer>(fields, "isCA", certificate);
+  put<key_usage_names>(fields, "keyUsage", certificate);
+  put<purpose_names>(fields, "extKeyUsage", certificate);
+  put<key_facts>(fields, "key", certificate);
+  put<pki_subject_key_identifier>(fields, "subjectKeyIdentifier", certificate);
 }
 
 /// Returns the extensions that a request asks for; null where it asks for none.
@@ -123,6 +124,29 @@ Owned<Extensions> requested_extensions(const CertRequestInfo *info) {
       return decoded(pki_Extensions_d, pki_Extensions_free, octets(values.front()));
   }
   return {nullptr, pki_Extensions_free};
+}
+
+/// The certificate that a request asks for. It owns nothing but its extensions.
+struct Wanted {
+  explicit Wanted(const CertificationRequest &request)
+      : extensions(requested_extensions(request.certificationRequestInfo)) {
+    tbs.subjectSequence = request.certificationRequestInfo->subjectSequence;
+    tbs.subjectPublicKeyInfo = request.certificationRequestInfo->subjectPKInfo;
+    tbs.extensions = extensions.get();
+    certificate.tbsEncoded = request.tbsEncoded;
+    certificate.tbsCertificate = &tbs;
+  }
+  Wanted(const Wanted &) = delete;
+  Wanted &operator=(const Wanted &) = delete;
+
+  Owned<Extensions> extensions;
+  Certificate_TBS tbs{};
+  Certificate certificate{};
+};
+
+Fingerprints fingerprints_of_crl(const CertificateRevocationList *crl) {
+  return fingerprints_of(
+      encoded([=](uint8_t **pp) { return pki_CertificateRevocationList_e(pp, crl); }));
 }
 
 }  // namespace
@@ -166,7 +190,7 @@ AlternativeNames alternative_names(const Certificate *certificate) {
           names.directory.push_back(std::move(*text));
         break;
       default:
-        names.other.push_back(tool::json_of(describe(name.get(), View())));
+        names.other.push_back(json_of(describe(name.get(), View())));
     }
   }
   return names;
@@ -211,39 +235,31 @@ std::optional<uint32_t> version_for_people(const Integer *version) {
 }
 
 Description &add_facts(Description &fields, const Certificate *certificate) {
+  constexpr Fingerprints (*prints)(const Certificate *) = fingerprints_of;
   const Certificate_TBS &tbs = *certificate->tbsCertificate;
-  put(fields, "version", json_or_null(version_for_people(tbs.version)));
-  put(fields, "subjectRfc4514", json_or_null(rfc4514_text(tbs.subjectSequence)));
-  put(fields, "issuerRfc4514", json_or_null(rfc4514_text(tbs.issuerSequence)));
-  put(fields, "notBefore", moment(tbs.validity->notBefore));
-  put(fields, "notAfter", moment(tbs.validity->notAfter));
+  put<version_for_people>(fields, "version", tbs.version);
+  put<rfc4514_text>(fields, "subjectRfc4514", tbs.subjectSequence);
+  put<rfc4514_text>(fields, "issuerRfc4514", tbs.issuerSequence);
+  put<moment>(fields, "notBefore", tbs.validity->notBefore);
+  put<moment>(fields, "notAfter", tbs.validity->notAfter);
   add_shared(fields, certificate);
-  put(fields, "authorityKeyIdentifier", json_of(pki_authority_key_identifier(certificate)));
-  put(fields, "fingerprints", json_of(fingerprints_of(certificate)));
+  put<pki_authority_key_identifier>(fields, "authorityKeyIdentifier", certificate);
+  put<prints>(fields, "fingerprints", certificate);
   return fields;
 }
 
 Description &add_facts(Description &fields, const CertificationRequest *request) {
   const CertRequestInfo &info = *request->certificationRequestInfo;
-  const auto extensions = requested_extensions(&info);
-  Certificate_TBS tbs{};  // of the certificate that is asked for; it owns nothing
-  tbs.subjectSequence = info.subjectSequence;
-  tbs.subjectPublicKeyInfo = info.subjectPKInfo;
-  tbs.extensions = extensions.get();
-  Certificate certificate{};
-  certificate.tbsEncoded = request->tbsEncoded;
-  certificate.tbsCertificate = &tbs;
-  put(fields, "version", json_or_null(version_for_people(info.version)));
-  put(fields, "subjectRfc4514", json_or_null(rfc4514_text(info.subjectSequence)));
-  add_shared(fields, &certificate);
-  return fields;
+  const auto wanted = std::make_shared<const Wanted>(*request);
+  put<version_for_people>(fields, "version", info.version);
+  put<rfc4514_text>(fields, "subjectRfc4514", info.subjectSequence);
+  add_shared(fields, &wanted->certificate);
+  return fields.keep(wanted);
 }
 
 Description &add_facts(Description &fields, const CertificateRevocationList *crl) {
-  put(fields, "issuerRfc4514", json_or_null(rfc4514_text(crl->tbsCertList->issuerSequence)));
-  put(fields, "fingerprints", json_of(fingerprints_of(encoded([=](uint8_t **pp) {
-        return pki_CertificateRevocationList_e(pp, crl);
-      }))));
+  put<rfc4514_text>(fields, "issuerRfc4514", crl->tbsCertList->issuerSequence);
+  put<fingerprints_of_crl>(fields, "fingerprints", crl);
   return fields;
 }
 

@@ -61,7 +61,7 @@ std::string certificate_page(const void *record, const std::string &where, const
   const Standing state = standing(tbs.validity, view.moment);
   page.section("Validity (UTC)");
   page.row("notBefore", time_text(tbs.validity->notBefore));
-  page.row("notAfter", time_text(tbs.validity->notAfter) + ", " + state.text, tone_of(state));
+  page.row("notAfter", time_text(tbs.validity->notAfter) + ", " + state.text(), tone_of(state));
 
   add_extensions(page, tbs.extensions, view);
 

@@ -24,6 +24,7 @@ Node crl(const CertificateRevocationList *record, const View &view) {
 // each extension.
 Node describe(const CRLEntry *entry, const View &view) {
   Node record = Description(view).all("pki_CRLEntry", entry).node();
+  if (!view.lines) return record;
   std::vector<std::string> lines{time_text(entry->revocationDate, " UTC")};
   for (const auto *extension : elements<Extension>(entry->crlEntryExtensions)) {
     const Node node = describe(extension, view);

@@ -66,7 +66,7 @@ Node describe(const pki_Type *type, const void *value, const View &view) {
     case PKI_BIT_STRING:
       return as<BitString>(value, view);
     case PKI_CHARACTER_STRING:
-      return characters(pki_Type_identifier(type), static_cast<const ASN1String *>(value));
+      return characters(pki_Type_identifier(type), static_cast<const ASN1String *>(value), view);
     case PKI_UTC_TIME:
     case PKI_GENERALIZED_TIME:
       return time_of(pki_Type_identifier(type), static_cast<const char *>(value), view);
@@ -102,9 +102,9 @@ Node list_of(const char *element, const List *list, const View &view) {
   return list == nullptr ? Node() : list_of(type_called(element), list, view);
 }
 
-Node with_lines(Node record, std::vector<std::string> lines) {
+Node record_lines(std::vector<std::string> lines) {
   if (lines.empty()) lines.emplace_back("(empty)");
-  return shown_as(std::move(record), text(std::move(lines), nullptr));
+  return text(std::move(lines), nullptr);
 }
 
 std::vector<std::string> flat_lines(const Node &node, const View &view) {
@@ -142,7 +142,7 @@ Node time_of(uint8_t kind, const char *value, const View &view) {
 Node rdn_sequence(const RDNSequence *name, const View &view) {
   if (name == nullptr) return {};
   return text(
-      view, [&] { return one_line(name, view); }, json_of_name(name));
+      view, [&] { return one_line(name, view); }, Json::of_part<append_name>(name));
 }
 
 Node name_text(const Name *name, const View &view) {
@@ -151,11 +151,13 @@ Node name_text(const Name *name, const View &view) {
       view, [&] { return directory_text(name, view); }, valid_utf8(name));
 }
 
-Node characters(uint8_t tag, const ASN1String *string) {
+Node characters(uint8_t tag, const ASN1String *string, const View &view) {
   if (string == nullptr) return {};
-  const auto value = from_string(tag, octets(string));
-  if (!value) return text(hex(octets(string)), hex(octets(string)));
-  return text(printable(*value), to_utf8(*value));
+  const Octets value = octets(string);
+  const auto utf8 = utf8_from_string(tag, value);
+  if (!utf8) return text(hex(value), value);
+  return text(
+      view, [&] { return printable(*from_string(tag, value)); }, utf8->characters);
 }
 
 std::optional<std::string> text_in(Octets octets) {
@@ -184,7 +186,7 @@ Description &Description::field(std::string name, Node node) {
 }
 
 Description &Description::hidden(std::string name, Node node) {
-  return node.empty() ? *this : add(std::move(name), shown_as(std::move(node), Node()));
+  return node.empty() ? *this : add(std::move(name), tool::hidden(std::move(node)));
 }
 
 Description &Description::undecoded(std::string name, Node octets, Node shown) {
@@ -250,11 +252,16 @@ Description &Description::period(const std::string &from_name, Time from,
   if (end.empty()) return field(until_name, Node());
   const Validity validity{&from, &until};
   const Standing state = standing(&validity, view_.moment);
-  const auto line = [&] { return time_text(&until, " UTC") + ", " + state.text; };
+  const auto line = [&] { return time_text(&until, " UTC") + ", " + state.text(); };
   field(until_name, shown_as(std::move(end), text(view_, line, nullptr, tone_of(state))));
-  hidden("state", text("", name_of(state.state)));
+  hidden("state", Json(name_of(state.state)));
   if (state.state == Standing::State::unknown) return *this;
-  return hidden("daysLeft", text("", state.days_left));
+  return hidden("daysLeft", Json(state.days_left));
+}
+
+Description &Description::keep(std::shared_ptr<const void> source) {
+  source_ = std::move(source);
+  return *this;
 }
 
 Description &Description::brief() {
@@ -271,6 +278,7 @@ Description &Description::add(std::string name, Node node) {
 Node Description::node() {
   Node record;
   record.value = std::move(fields_);
+  record.owner = std::move(source_);
   return record;
 }
 

@@ -76,8 +76,14 @@ Node describe(const pki_Type *type, const void *value, const View &view);
 /// data of any kind.
 Node message(const pki_ContentInfo *info, const char *data_type, const View &view);
 
-/// Returns the record. A page shows these lines in its place inside another one.
-Node with_lines(Node record, std::vector<std::string> lines);
+/// Returns lines that a page shows in the place of a record, at least one.
+Node record_lines(std::vector<std::string> lines);
+
+/// Returns the record. A page shows the lines that `lines` returns in its place inside another one.
+template <std::invocable Lines>
+Node with_lines(const View &view, Node record, Lines lines) {
+  return shown_as(view, std::move(record), [&] { return record_lines(lines()); });
+}
 
 /// Returns the lines of a node, and of one that has none those of what is in it: "cA TRUE".
 std::vector<std::string> flat_lines(const Node &node, const View &view);
@@ -122,7 +128,7 @@ Node list_of(const pki_Type *element, const List *list, const View &view);
 Node list_of(const char *element, const List *list, const View &view);
 
 /// Describes a character string whose universal tag is `tag`.
-Node characters(uint8_t tag, const ASN1String *string);
+Node characters(uint8_t tag, const ASN1String *string, const View &view);
 
 /// Describes the text of a UTCTime or GeneralizedTime.
 Node time_of(uint8_t kind, const char *value, const View &view);
@@ -183,6 +189,12 @@ class Description {
 
   /// Adds a field that only JSON has.
   Description &hidden(std::string name, Node node);
+  Description &hidden(std::string name, Json json) {
+    return hidden(std::move(name), text(std::move(json)));
+  }
+
+  /// Keeps something that the record borrows from.
+  Description &keep(std::shared_ptr<const void> source);
 
   /// Marks the last field that is not hidden as one of the short form.
   Description &brief();
@@ -197,6 +209,7 @@ class Description {
 
   const View &view_;
   Node::Fields fields_;
+  std::shared_ptr<const void> source_;
   std::optional<size_t> last_;  ///< the field that brief() marks, if it was not left out
 };
 

@@ -55,43 +55,61 @@ std::string directory_text(const Name *text, const View &view) {
   return name ? one_line(name.get(), view) : printable(std::string_view(text));
 }
 
+namespace {
+
+/// Returns the value of an attribute as utf8_text() has it.
+std::string value_for_text(const AttributeValueAssertion *attribute) {
+  const Octets value = octets(attribute->value);
+  auto text = utf8_from_string(static_cast<uint32_t>(attribute->valueTag), value);
+  if (!text) return "#" + hex(value);
+  for (size_t at = 0; (at = text->characters.find('\0', at)) != std::string::npos;)
+    text->characters.replace(at, 1, "\uFFFD");
+  return std::move(text->characters);
+}
+
+}  // namespace
+
+// Nearly all names have no value but in UTF-8, so that nothing is copied.
 std::string utf8_text(const RDNSequence *name) {
-  const Owned<RDNSequence> copy(pki_RDNSequence_clone(name), pki_RDNSequence_free);
-  for (const auto *rdn : elements<RelativeDistinguishedName>(copy.get()))
-    for (int32_t i = 0; i < List_len(rdn); ++i) {
-      auto *const attribute = static_cast<AttributeValueAssertion *>(List_get(rdn, i));
-      const Octets value = octets(attribute->value);
-      auto characters = from_string(static_cast<uint32_t>(attribute->valueTag), value);
-      if (characters) std::ranges::replace(*characters, U'\0', U'\uFFFD');
-      const std::string text = characters ? to_utf8(*characters) : "#" + hex(value);
-      asn1_ASN1String_free(attribute->value);
-      attribute->value = asn1_ASN1String_new(static_cast<uint32_t>(text.size()), text.data());
+  Owned<RDNSequence> copy(nullptr, pki_RDNSequence_free);
+  for (int32_t i = 0; i < List_len(name); ++i) {
+    const auto *const rdn = static_cast<const RelativeDistinguishedName *>(List_get(name, i));
+    for (int32_t j = 0; j < List_len(rdn); ++j) {
+      const auto *const attribute = static_cast<const AttributeValueAssertion *>(List_get(rdn, j));
+      const std::string text = value_for_text(attribute);
+      if (text == text_of(octets(attribute->value))) continue;
+      if (!copy) copy.reset(pki_RDNSequence_clone(name));
+      auto *const changed = static_cast<AttributeValueAssertion *>(
+          List_get(static_cast<const List *>(List_get(copy.get(), i)), j));
+      asn1_ASN1String_free(changed->value);
+      changed->value = asn1_ASN1String_new(static_cast<uint32_t>(text.size()), text.data());
     }
-  const Owned<Name> text(pki_RDNSequence_text(copy.get()), asn1_Name_free);
+  }
+  const Owned<Name> text(pki_RDNSequence_text(copy ? copy.get() : name), asn1_Name_free);
   return text ? valid_utf8(text.get()) : "";
 }
 
-Json json_of(const AttributeValueAssertion *attribute) {
-  Json object = Json::object();
-  put_oid(object, "type", attribute->type);
+void append_attribute(std::string &out, const AttributeValueAssertion *attribute) {
   const Octets value = octets(attribute->value);
-  const auto text = from_string(static_cast<uint32_t>(attribute->valueTag), value);
-  object.put("valueTag", attribute->valueTag).put("value", text ? Json(to_utf8(*text)) : nullptr);
-  if (!text || !is_clean(*text)) object.put("valueOctets", hex(value));
-  return object;
+  const auto text = utf8_from_string(static_cast<uint32_t>(attribute->valueTag), value);
+  JsonObject object(out);
+  append_oid(out, "type", attribute->type);
+  object.put("valueTag", attribute->valueTag);
+  if (text)
+    object.put("value", text->characters);
+  else
+    object.put("value", nullptr);
+  if (!text || !text->is_clean) object.put("valueOctets", value);
 }
 
-Json json_of_name(const RDNSequence *name) {
-  std::string out(1, '[');
-  for (const auto *rdn : elements<RelativeDistinguishedName>(name)) {
-    out += out.size() == 1 ? "[" : ",[";
-    for (const auto *attribute : elements<AttributeValueAssertion>(rdn)) {
-      if (out.back() != '[') out += ',';
-      json_of(attribute).append_to(out);
-    }
-    out += ']';
-  }
-  return Json::of_text(out += ']');
+void append_attributes(std::string &out, const RelativeDistinguishedName *attributes) {
+  append_array(out, elements<AttributeValueAssertion>(attributes),
+               [&](const AttributeValueAssertion *attribute) { append_attribute(out, attribute); });
+}
+
+void append_name(std::string &out, const RDNSequence *name) {
+  append_array(out, elements<RelativeDistinguishedName>(name),
+               [&](const RelativeDistinguishedName *rdn) { append_attributes(out, rdn); });
 }
 
 }  // namespace tool

@@ -30,8 +30,11 @@ std::string utf8_text(const RDNSequence *name);
 /// Returns an attribute: "countryName=DE".
 std::string attribute_text(const AttributeValueAssertion *attribute, const View &view);
 
-Json json_of(const AttributeValueAssertion *attribute);
-Json json_of_name(const RDNSequence *name);
+/// Append JSON: an object for an attribute, an array of these for a relative name, and an array of
+/// such arrays for a name.
+void append_attribute(std::string &out, const AttributeValueAssertion *attribute);
+void append_attributes(std::string &out, const RelativeDistinguishedName *attributes);
+void append_name(std::string &out, const RDNSequence *name);
 
 }  // namespace tool
 

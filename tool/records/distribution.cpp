@@ -24,15 +24,14 @@ Description &add_point_name(Description &fields, const DistributionPointName *na
   const auto *const list = static_cast<const List *>(name->value);
   if (name->kind == full_name)
     return fields.field("fullName", list_of("pki_GeneralName", list, view));
-  std::vector<std::string> attributes;
-  std::vector<Json> json;
-  for (const auto *attribute : elements<AttributeValueAssertion>(list)) {
-    attributes.push_back(attribute_text(attribute, view));
-    json.push_back(json_of(attribute));
-  }
-  return fields.field(
-      "nameRelativeToCRLIssuer",
-      text("relative to the issuer " + joined(attributes, " + "), Json::array(json)));
+  const auto line = [&] {
+    std::vector<std::string> attributes;
+    for (const auto *attribute : elements<AttributeValueAssertion>(list))
+      attributes.push_back(attribute_text(attribute, view));
+    return "relative to the issuer " + joined(attributes, " + ");
+  };
+  return fields.field("nameRelativeToCRLIssuer",
+                      text(view, line, Json::of_part<append_attributes>(list)));
 }
 
 /// Adds the lines of a field, with words in front of each.
@@ -56,6 +55,7 @@ Node describe(const DistributionPoint *point, const View &view) {
   if (point->reasons != nullptr) fields.field("reasons", reasons(point->reasons));
   Node record =
       fields.field("cRLIssuer", list_of("pki_GeneralName", point->cRLIssuer, view)).node();
+  if (!view.lines) return record;
   std::vector<std::string> lines;
   for (const Node &field : std::get<Node::Fields>(record.value))
     add_lines(lines, field,
@@ -63,28 +63,29 @@ Node describe(const DistributionPoint *point, const View &view) {
               : field.name == "cRLIssuer" ? "  issued by "
                                           : "",
               view);
-  return with_lines(std::move(record), std::move(lines));
+  return shown_as(std::move(record), record_lines(std::move(lines)));
 }
 
 // IssuingDistributionPoint ::= SEQUENCE { distributionPoint [0], onlyContainsUserCerts [1],
 //   onlyContainsCACerts [2], onlySomeReasons [3], indirectCRL [4], onlyContainsAttributeCerts [5] }
 Node describe(const pki_IssuingDistributionPoint *point, const View &view) {
-  std::vector<std::string> lines;
-  Description name(view);
-  const Node point_name = add_point_name(name, point->distributionPoint, view).node();
-  for (const Node &field : std::get<Node::Fields>(point_name.value))
-    add_lines(lines, field, "", view);
-  const auto add_if = [&lines](uint32_t flag, const char *line) {
-    if (flag != 0) lines.emplace_back(line);
-  };
-  add_if(point->onlyContainsUserCerts, "only user certificates");
-  add_if(point->onlyContainsCACerts, "only CA certificates");
-  add_if(point->onlyContainsAttributeCerts, "only attribute certificates");
-  if (point->onlySomeReasons != nullptr)
-    add_lines(lines, reasons(point->onlySomeReasons), "only for ", view);
-  add_if(point->indirectCRL, "an indirect CRL");
-  return with_lines(Description(view).all("pki_IssuingDistributionPoint", point).node(),
-                    std::move(lines));
+  return with_lines(view, Description(view).all("pki_IssuingDistributionPoint", point).node(), [&] {
+    std::vector<std::string> lines;
+    Description name(view);
+    const Node point_name = add_point_name(name, point->distributionPoint, view).node();
+    for (const Node &field : std::get<Node::Fields>(point_name.value))
+      add_lines(lines, field, "", view);
+    const auto add_if = [&lines](uint32_t flag, const char *line) {
+      if (flag != 0) lines.emplace_back(line);
+    };
+    add_if(point->onlyContainsUserCerts, "only user certificates");
+    add_if(point->onlyContainsCACerts, "only CA certificates");
+    add_if(point->onlyContainsAttributeCerts, "only attribute certificates");
+    if (point->onlySomeReasons != nullptr)
+      add_lines(lines, reasons(point->onlySomeReasons), "only for ", view);
+    add_if(point->indirectCRL, "an indirect CRL");
+    return lines;
+  });
 }
 
 std::vector<Type> distribution_types() {

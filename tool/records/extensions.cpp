@@ -11,70 +11,78 @@ namespace tool {
 // AuthorityKeyIdentifier ::= SEQUENCE { keyIdentifier [0], authorityCertIssuer [1],
 //   authorityCertSerialNumber [2] }
 Node describe(const AuthorityKeyIdentifier *identifier, const View &view) {
-  std::vector<std::string> lines;
-  if (identifier->keyIdentifier != nullptr) lines.push_back(hex(octets(identifier->keyIdentifier)));
-  for (const std::string &line : general_name_lines(identifier->authorityCertIssuer, view))
-    lines.push_back("issuer " + line);
-  if (identifier->authorityCertSerialNumber != nullptr)
-    lines.push_back("serial " + integer_text(identifier->authorityCertSerialNumber));
-  return with_lines(Description(view).all("pki_AuthorityKeyIdentifier", identifier).node(),
-                    std::move(lines));
+  return with_lines(
+      view, Description(view).all("pki_AuthorityKeyIdentifier", identifier).node(), [&] {
+        std::vector<std::string> lines;
+        if (identifier->keyIdentifier != nullptr)
+          lines.push_back(hex(octets(identifier->keyIdentifier)));
+        for (const std::string &line : general_name_lines(identifier->authorityCertIssuer, view))
+          lines.push_back("issuer " + line);
+        if (identifier->authorityCertSerialNumber != nullptr)
+          lines.push_back("serial " + integer_text(identifier->authorityCertSerialNumber));
+        return lines;
+      });
 }
 
 // BasicConstraints ::= SEQUENCE { cA DEFAULT FALSE, pathLenConstraint OPTIONAL }
 Node describe(const BasicConstraints *constraints, const View &view) {
-  std::string line = constraints->cA != 0 ? "CA" : "not a CA";
-  if (constraints->pathLenConstraint != nullptr)
-    line += ", path length " + number_text(constraints->pathLenConstraint);
-  return with_lines(Description(view).all("pki_BasicConstraints", constraints).node(), {line});
+  return with_lines(view, Description(view).all("pki_BasicConstraints", constraints).node(), [&] {
+    std::string line = constraints->cA != 0 ? "CA" : "not a CA";
+    if (constraints->pathLenConstraint != nullptr)
+      line += ", path length " + number_text(constraints->pathLenConstraint);
+    return std::vector<std::string>{line};
+  });
 }
 
 // GeneralSubtree ::= SEQUENCE { base, minimum [0], maximum [1] }
 Node describe(const GeneralSubtree *subtree, const View &view) {
   const Node base = subtree_base(subtree->base, view);
-  std::string line = lines_of(base, view)->front();
-  if (subtree->minimum != nullptr) line += ", minimum " + number_text(subtree->minimum);
-  if (subtree->maximum != nullptr) line += ", maximum " + number_text(subtree->maximum);
-  return with_lines(Description(view)
-                        .field("base", base)
-                        .field("minimum", number(subtree->minimum))
-                        .field("maximum", number(subtree->maximum))
-                        .node(),
-                    {line});
+  Node record = Description(view)
+                    .field("base", base)
+                    .field("minimum", number(subtree->minimum))
+                    .field("maximum", number(subtree->maximum))
+                    .node();
+  return with_lines(view, std::move(record), [&] {
+    std::string line = lines_of(base, view)->front();
+    if (subtree->minimum != nullptr) line += ", minimum " + number_text(subtree->minimum);
+    if (subtree->maximum != nullptr) line += ", maximum " + number_text(subtree->maximum);
+    return std::vector<std::string>{line};
+  });
 }
 
 // NameConstraints ::= SEQUENCE { permittedSubtrees [0], excludedSubtrees [1] }
 Node describe(const NameConstraints *constraints, const View &view) {
-  std::vector<std::string> lines;
-  const auto add = [&](const char *word, const List *subtrees) {
-    for (const auto *subtree : elements<GeneralSubtree>(subtrees))
-      lines.push_back(word + lines_of(*describe(subtree, view).shown, view)->front());
-  };
-  add("permitted ", constraints->permittedSubtrees);
-  add("excluded ", constraints->excludedSubtrees);
-  return with_lines(Description(view).all("pki_NameConstraints", constraints).node(),
-                    std::move(lines));
+  return with_lines(view, Description(view).all("pki_NameConstraints", constraints).node(), [&] {
+    std::vector<std::string> lines;
+    const auto add = [&](const char *word, const List *subtrees) {
+      for (const auto *subtree : elements<GeneralSubtree>(subtrees))
+        lines.push_back(word + lines_of(*describe(subtree, view).shown, view)->front());
+    };
+    add("permitted ", constraints->permittedSubtrees);
+    add("excluded ", constraints->excludedSubtrees);
+    return lines;
+  });
 }
 
 // PrivateKeyUsagePeriod ::= SEQUENCE { notBefore [0], notAfter [1] }
 Node describe(const pki_PrivateKeyUsagePeriod *period, const View &view) {
-  std::vector<std::string> lines;
-  const auto add = [&](const char *word, const GeneralizedTime *time) {
-    const Node node = time_of(tag::generalized_time, time, view);
-    if (const auto line = lines_of(node, view)) lines.push_back(word + line->front());
-  };
-  add("from  ", period->notBefore);
-  add("until ", period->notAfter);
-  return with_lines(Description(view).all("pki_PrivateKeyUsagePeriod", period).node(),
-                    std::move(lines));
+  return with_lines(view, Description(view).all("pki_PrivateKeyUsagePeriod", period).node(), [&] {
+    std::vector<std::string> lines;
+    const auto add = [&](const char *word, const GeneralizedTime *time) {
+      const Node node = time_of(tag::generalized_time, time, view);
+      if (const auto line = lines_of(node, view)) lines.push_back(word + line->front());
+    };
+    add("from  ", period->notBefore);
+    add("until ", period->notAfter);
+    return lines;
+  });
 }
 
 Node named_bits(const BitString *bits, std::span<const char *const> names) {
   std::vector<std::string> words;
   for (uint32_t i = 0; i < bits->length; ++i)
     if (asn1_BitString_test(bits, i) != 0) words.push_back(word_of(names, i, "bit"));
-  return text(words.empty() ? "none" : joined(words),
-              Json::array(std::vector<Json>(words.begin(), words.end())));
+  return text(words.empty() ? "none" : joined(words), words);
 }
 
 std::string reason_name(uint32_t code) {
@@ -99,14 +107,21 @@ Node key_usage(const BitString *bits) {
   return named_bits(bits, names);
 }
 
+void append_purposes(std::string &out, const List *purposes) {
+  append_array(out, elements<ObjId>(purposes), [&out](const ObjId *purpose) {
+    out += '{';
+    append_oid(out, "keyPurposeId", purpose);
+    out += '}';
+  });
+}
+
 Node extended_key_usage(const List *purposes, const View &view) {
-  std::vector<std::string> words;
-  std::vector<Json> objects;
-  for (const auto *purpose : elements<ObjId>(purposes)) {
-    words.push_back(label(purpose, view));
-    put_oid(objects.emplace_back(Json::object()), "keyPurposeId", purpose);
-  }
-  return text(view.oids ? words : std::vector<std::string>{joined(words)}, Json::array(objects));
+  const auto lines = [&] {
+    std::vector<std::string> words;
+    for (const auto *purpose : elements<ObjId>(purposes)) words.push_back(label(purpose, view));
+    return view.oids ? words : std::vector<std::string>{joined(words)};
+  };
+  return text(view, lines, Json::of_part<append_purposes>(purposes));
 }
 
 /// CRLNumber ::= INTEGER (0..MAX), of up to 20 octets. JSON has digits, as of a serial number.
@@ -123,16 +138,17 @@ Node features(const List *numbers) {
                                      : "extension " + digits);
     json.push_back(json_of_number(number));
   }
-  return text(joined(words), Json::array(json));
+  return text(joined(words), json);
 }
 
 }  // namespace
 
 // AccessDescription ::= SEQUENCE { accessMethod, accessLocation }
 Node describe(const AccessDescription *access, const View &view) {
-  return with_lines(
-      Description(view).all("pki_AccessDescription", access).node(),
-      {label(access->accessMethod, view) + ", " + general_name_text(access->accessLocation, view)});
+  return with_lines(view, Description(view).all("pki_AccessDescription", access).node(), [&] {
+    return std::vector<std::string>{label(access->accessMethod, view) + ", " +
+                                    general_name_text(access->accessLocation, view)};
+  });
 }
 
 namespace {

@@ -263,8 +263,6 @@ Json json_of(const Value &value) {
           return Json(nullptr);
         else if constexpr (std::is_same_v<One, Moment>)
           return Json(iso(static_cast<Seconds>(one)));
-        else if constexpr (std::is_same_v<One, Texts>)
-          return Json::array({one.begin(), one.end()});
         else
           return Json(one);
       },

@@ -108,36 +108,40 @@ std::string value_text(const GeneralName *name, const View &view) {
   }
 }
 
-Json json_of(const GeneralName *name, std::string (*address)(Octets)) {
+template <std::string (*address)(Octets)>
+void append_general_name(std::string &out, const GeneralName *name) {
   const View plain;
-  Json object = Json::object();
+  JsonObject object(out);
   object.put("kind", name->kind).put("kindName", word_for(name->kind));
   switch (name->kind) {
     case other_name: {
       const auto *const other = value_of<OtherName>(name);
-      put_oid(object, "type", other->type);
-      object.put("value", hex(octets(other->value)));
+      append_oid(out, "type", other->type);
+      object.put("value", octets(other->value));
       const Node text = string_value(octets(other->value), plain);
       if (!text.empty()) object.put("text", json_of(text));
-      return object;
+      break;
     }
     case mail:
     case dns:
     case uri:
-      return object.put("value", valid_utf8(text_of(octets(value_of<IA5String>(name)))));
+      object.put("value", valid_utf8(text_of(octets(value_of<IA5String>(name)))));
+      break;
     case directory:
-      return object.put("value", utf8_text(value_of<RDNSequence>(name)));
+      object.put("value", utf8_text(value_of<RDNSequence>(name)));
+      break;
     case x400_address:
     case edi_party:
-      object.put("value", hex(octets(value_of<Any>(name))));
-      return object.put("text", value_text(name, plain));
+      object.put("value", octets(value_of<Any>(name))).put("text", value_text(name, plain));
+      break;
     case ip_address:
-      return object.put("value", address(octets(value_of<OctetString>(name))));
+      object.put("value", address(octets(value_of<OctetString>(name))));
+      break;
     case registered:
-      put_oid(object, "value", value_of<ObjId>(name));
-      return object;
+      append_oid(out, "value", value_of<ObjId>(name));
+      break;
     default:
-      return object;
+      break;
   }
 }
 
@@ -157,13 +161,14 @@ std::vector<std::string> general_name_lines(const List *names, const View &view)
 Node subtree_base(const GeneralName *name, const View &view) {
   if (name->kind != ip_address) return describe(name, view);
   return text("IP " + network_text(octets(value_of<OctetString>(name))),
-              json_of(name, network_text));
+              Json::of_part<append_general_name<network_text>>(name));
 }
 
 // GeneralName ::= CHOICE
 Node describe(const GeneralName *name, const View &view) {
   return text(
-      view, [&] { return general_name_text(name, view); }, json_of(name, address_text));
+      view, [&] { return general_name_text(name, view); },
+      Json::of_part<append_general_name<address_text>>(name));
 }
 
 std::vector<Type> name_types() {

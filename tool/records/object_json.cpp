@@ -5,30 +5,60 @@
 
 namespace tool {
 
-std::string json_of_object(const Object &object, const View &view) {
-  constexpr size_t about = 6;  // characters an octet
-  Json json = Json::object(about * object.octets.size());
-  if (!object.id.empty()) json.put("id", valid_utf8(object.id));
-  if (object.record != nullptr) json.put("type", object.type->name);
-  json.put("file", valid_utf8(object.file)).put("element", object.number);
-  if (object.record == nullptr) {
-    put_fault(json, *object.fault);
-    return json.text();
-  }
-  const Type &type = *object.type;
-  const bool is_hidden = view.compact || (type.secret && !view.secrets);
-  if (!is_hidden && type.labels.empty()) json.put("octets", Json::hex(object.octets));
-  if (!is_hidden && !type.labels.empty()) json.put("pem", pem(type.labels.front(), object.octets));
-  View only_json = view;
-  only_json.lines = false;
-  put_members(json, type.describe(object.record, only_json));
-  return json.text();
-}
+namespace {
 
-void put_fault(Json &object, const Fault &fault) {
-  object.put("error", valid_utf8(fault.text));
-  if (fault.offset) object.put("offset", *fault.offset);
-  if (!fault.path.empty()) object.put("path", valid_utf8(fault.path));
+/// Writes an object, and knows its keys.
+class Members {
+ public:
+  explicit Members(std::string &out) : out_(out) { out_ += '{'; }
+
+  /// Begins a member, whose value follows.
+  std::string &operator[](std::string_view key) {
+    keys_.push_back(key);
+    append_key(out_, key);
+    return out_;
+  }
+  template <class Value>
+  void put(std::string_view key, const Value &value) {
+    append_value((*this)[key], value);
+  }
+
+  const std::vector<std::string_view> &keys() const { return keys_; }
+
+ private:
+  std::string &out_;
+  std::vector<std::string_view> keys_;
+};
+
+}  // namespace
+
+void append_json(std::string &out, const Object &object, const View &view) {
+  constexpr size_t about = 8;  // characters an octet
+  out.reserve(out.size() + about * object.octets.size());
+  Members members(out);
+  if (!object.id.empty()) members.put("id", valid_utf8(object.id));
+  if (object.record != nullptr) members.put("type", object.type->name);
+  members.put("file", valid_utf8(object.file));
+  members.put("element", object.number);
+  if (object.record == nullptr) {
+    members.put("error", valid_utf8(object.fault->text));
+    if (object.fault->offset) members.put("offset", *object.fault->offset);
+    if (!object.fault->path.empty()) members.put("path", valid_utf8(object.fault->path));
+  } else {
+    const Type &type = *object.type;
+    const bool is_hidden = view.compact || (type.secret && !view.secrets);
+    if (!is_hidden && type.labels.empty()) {
+      members.put("octets", object.octets);
+    } else if (!is_hidden) {
+      members["pem"] += '"';
+      append_pem(out, type.labels.front(), object.octets, "\\n");
+      out += '"';
+    }
+    View only_json = view;
+    only_json.lines = false;
+    append_members(out, members.keys(), type.describe(object.record, only_json));
+  }
+  out += '}';
 }
 
 }  // namespace tool

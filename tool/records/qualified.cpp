@@ -32,33 +32,36 @@ Node describe(const pki_QCStatement *statement, const View &view) {
   const Octets value = octets(statement->statementInfo);
   Inside inside;
   if (!value.empty() && row != std::end(rows)) inside = read_value(value, *row, view);
-  std::vector<std::string> lines{label(statement->statementId, view)};
-  const Node &shown =
-      !value.empty() && inside.node.empty() ? unknown_octets(value, view) : inside.node;
-  const auto more = flat_lines(shown, view);
-  if (more.size() == 1 && inside.malformed.empty())
-    lines.front() += ", " + more.front();
-  else
-    for (const std::string &line : more) lines.push_back("  " + line);
   Description fields(view);
   fields.field("statementId", statement->statementId);
   if (statement->statementInfo != nullptr)
-    add_inside(fields, "statementInfo", describe(statement->statementInfo, view),
-               std::move(inside));
-  return with_lines(fields.node(), std::move(lines));
+    add_inside(fields, "statementInfo", describe(statement->statementInfo, view), inside);
+  return with_lines(view, fields.node(), [&] {
+    std::vector<std::string> lines{label(statement->statementId, view)};
+    const Node &shown =
+        !value.empty() && inside.node.empty() ? unknown_octets(value, view) : inside.node;
+    const auto more = flat_lines(shown, view);
+    if (more.size() == 1 && inside.malformed.empty())
+      lines.front() += ", " + more.front();
+    else
+      for (const std::string &line : more) lines.push_back("  " + line);
+    return lines;
+  });
 }
 
 // SemanticsInformation ::= SEQUENCE { semanticsIdentifier OPTIONAL, nameRegistrationAuthorities
 //   OPTIONAL }
 Node describe(const pki_SemanticsInformation *semantics, const View &view) {
-  std::vector<std::string> lines;
-  if (semantics->semanticsIdentifier != nullptr)
-    lines.push_back(label(semantics->semanticsIdentifier, view));
-  const Node authorities = list_of("pki_GeneralName", semantics->nameRegistrationAuthorities, view);
-  for (const std::string &line : flat_lines(authorities, view))
-    lines.push_back("registered by " + line);
-  return with_lines(Description(view).all("pki_SemanticsInformation", semantics).node(),
-                    std::move(lines));
+  return with_lines(view, Description(view).all("pki_SemanticsInformation", semantics).node(), [&] {
+    std::vector<std::string> lines;
+    if (semantics->semanticsIdentifier != nullptr)
+      lines.push_back(label(semantics->semanticsIdentifier, view));
+    const Node authorities =
+        list_of("pki_GeneralName", semantics->nameRegistrationAuthorities, view);
+    for (const std::string &line : flat_lines(authorities, view))
+      lines.push_back("registered by " + line);
+    return lines;
+  });
 }
 
 // MonetaryValue ::= SEQUENCE { currency, amount, exponent }
@@ -77,8 +80,10 @@ Node describe(const pki_MonetaryValue *value, const View &view) {
 
 // PdsLocation ::= SEQUENCE { url, language }
 Node describe(const pki_PdsLocation *location, const View &view) {
-  return with_lines(Description(view).all("pki_PdsLocation", location).node(),
-                    {text_in(location->url) + " (" + text_in(location->language) + ")"});
+  return with_lines(view, Description(view).all("pki_PdsLocation", location).node(), [&] {
+    return std::vector<std::string>{text_in(location->url) + " (" + text_in(location->language) +
+                                    ")"};
+  });
 }
 
 namespace {

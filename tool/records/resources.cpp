@@ -62,10 +62,6 @@ std::string text_of(const pki_ASIdOrRange *block) {
   return number_text(range->min) + "-" + number_text(range->max);
 }
 
-Json texts(const std::vector<std::string> &words) {
-  return Json::array(std::vector<Json>(words.begin(), words.end()));
-}
-
 std::vector<std::string> words_of(const pki_IPAddressChoice *choice, const Family &family) {
   if (choice->kind == inherit_kind) return {"inherit"};
   std::vector<std::string> words;
@@ -88,30 +84,34 @@ std::vector<std::string> words_of(const pki_ASIdentifierChoice *choice) {
 Node describe(const pki_IPAddressFamily *family, const View &view) {
   const Family known = family_of(family->addressFamily);
   const auto words = words_of(family->ipAddressChoice, known);
-  std::vector<std::string> lines{known.name};
-  for (const std::string &word : words) lines.push_back("  " + word);
-  return with_lines(Description(view)
-                        .field("addressFamily", family->addressFamily)
-                        .field("family", text(known.name, known.name))
-                        .field("addresses", text(words, texts(words)))
-                        .node(),
-                    std::move(lines));
+  Node record = Description(view)
+                    .field("addressFamily", family->addressFamily)
+                    .field("family", text(known.name, known.name))
+                    .field("addresses", text(words, words))
+                    .node();
+  return with_lines(view, std::move(record), [&] {
+    std::vector<std::string> lines{known.name};
+    for (const std::string &word : words) lines.push_back("  " + word);
+    return lines;
+  });
 }
 
 // ASIdentifierChoice ::= CHOICE { inherit, asIdsOrRanges }
 Node describe(const pki_ASIdentifierChoice *choice, const View &) {
   const auto words = words_of(choice);
-  return text(joined(words), texts(words));
+  return text(joined(words), words);
 }
 
 // ASIdentifiers ::= SEQUENCE { asnum [0], rdi [1] }
 Node describe(const pki_ASIdentifiers *identifiers, const View &view) {
-  std::vector<std::string> lines;
-  if (identifiers->asnum != nullptr) lines.push_back("AS " + joined(words_of(identifiers->asnum)));
-  if (identifiers->rdi != nullptr)
-    lines.push_back("routing domain " + joined(words_of(identifiers->rdi)));
-  return with_lines(Description(view).all("pki_ASIdentifiers", identifiers).node(),
-                    std::move(lines));
+  return with_lines(view, Description(view).all("pki_ASIdentifiers", identifiers).node(), [&] {
+    std::vector<std::string> lines;
+    if (identifiers->asnum != nullptr)
+      lines.push_back("AS " + joined(words_of(identifiers->asnum)));
+    if (identifiers->rdi != nullptr)
+      lines.push_back("routing domain " + joined(words_of(identifiers->rdi)));
+    return lines;
+  });
 }
 
 std::vector<Type> resource_types() {

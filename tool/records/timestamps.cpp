@@ -30,19 +30,24 @@ Node describe_timestamp(const pki_SignedCertificateTimestamp *timestamp, const V
   Description fields(view);
   fields.field("version", text("v" + std::to_string(timestamp->version + 1), timestamp->version));
   if (timestamp->version != 0)
-    return with_lines(fields.field("opaque", timestamp->opaque).node(),
-                      {"of version " + std::to_string(timestamp->version + 1) + ": " +
-                       counted(octets(timestamp->opaque).size(), "octet")});
-  const std::string log = hex(timestamp->logID);
-  const std::string moment = moment_text(timestamp->timestamp);
+    return with_lines(view, fields.field("opaque", timestamp->opaque).node(), [&] {
+      return std::vector<std::string>{"of version " + std::to_string(timestamp->version + 1) +
+                                      ": " + counted(octets(timestamp->opaque).size(), "octet")};
+    });
+  const Octets log = timestamp->logID;
+  const auto moment = [&] { return moment_text(timestamp->timestamp); };
   const std::string algorithm = algorithm_text(timestamp);
-  Node record = fields.field("logID", text(log, log))
-                    .field("timestamp", text(moment, timestamp->timestamp))
+  Node record = fields
+                    .field("logID", text(
+                                        view, [&] { return hex(log); }, log))
+                    .field("timestamp", text(view, moment, timestamp->timestamp))
                     .field("extensions", timestamp->extensions)
                     .field("signatureAlgorithm", text(algorithm, algorithm))
                     .field("signature", timestamp->signature)
                     .node();
-  return with_lines(std::move(record), {moment + ", " + algorithm, "  log " + log});
+  return with_lines(view, std::move(record), [&] {
+    return std::vector<std::string>{moment() + ", " + algorithm, "  log " + hex(log)};
+  });
 }
 
 Node timestamps(const List *list, const View &view) {

@@ -25,7 +25,7 @@ struct Syntax {
   const pki_Type *type = nullptr;
 
   /// @param name as pki_Type_find() takes it.
-  Syntax(const char *name) : type(pki_Type_find(name)) {}
+  Syntax(const char *name) : type(type_called(name)) {}
   explicit Syntax(const pki_Type *of) : type(of) {}
 
   const pki_Functions &functions() const { return *pki_Type_functions(type); }

@@ -20,15 +20,21 @@ Node describe(const ObjId *oid, const View &) {
   return node;
 }
 
+namespace {
+
+void append_bits(std::string &out, const BitString *bits) {
+  JsonObject(out).put("length", bits->length).put("data", octets(bits));
+}
+
+}  // namespace
+
 Node describe(const BitString *bits, const View &view) {
   const auto lines = [&] {
     auto made = dump(octets(bits), view.full);
     if (bits->length % 8 != 0) made.back() += ", " + std::to_string(bits->length) + " bits";
     return made;
   };
-  Json json = Json::object();
-  json.put("length", bits->length).put("data", Json::hex(octets(bits)));
-  return text(view, lines, std::move(json));
+  return text(view, lines, Json::of_part<append_bits>(bits));
 }
 
 Node describe(const ASN1String *string, const View &) {

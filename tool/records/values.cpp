@@ -81,7 +81,7 @@ Inside read_value(Octets value, const ValueRow &row, const View &view) {
 
 Description &add_inside(Description &fields, std::string name, Node octets, Inside inside) {
   if (inside.node.empty()) return fields.field(std::move(name), std::move(octets));
-  if (!inside.malformed.empty()) fields.hidden("malformed", text("", inside.malformed));
+  if (!inside.malformed.empty()) fields.hidden("malformed", inside.malformed);
   const bool complete = inside.read && inside.malformed.empty();
   if (inside.read) fields.hidden("decoded", inside.node);
   if (complete) return fields.undecoded(std::move(name), std::move(octets), std::move(inside.node));
@@ -90,7 +90,7 @@ Description &add_inside(Description &fields, std::string name, Node octets, Insi
 
 Node unknown_octets(Octets octets, const View &view) {
   return text(
-      view, [&] { return outline_or_dump(octets, view); }, Json::hex(octets));
+      view, [&] { return outline_or_dump(octets, view); }, octets);
 }
 
 Node malformed(const std::string &why, Octets octets, const View &view) {
@@ -98,7 +98,7 @@ Node malformed(const std::string &why, Octets octets, const View &view) {
   if (!octets.empty())
     for (const std::string &line : outline_or_dump(octets, view)) lines.push_back("  " + line);
   Json json = Json::object();
-  json.put("malformed", why).put("octets", hex(octets));
+  json.put("malformed", why).put("octets", octets);
   return text(std::move(lines), std::move(json), Tone::alarm);
 }
 
@@ -107,14 +107,14 @@ Owned<OctetString> octet_string(Octets octets) {
   return decoded(pki_Nonce_d, pki_Nonce_free, octets);
 }
 
-Node string_value(Octets value, const View &) {
+Node string_value(Octets value, const View &view) {
   if (value.empty()) return {};
   const uint8_t *const end = value.data() + value.size();
   ASN1String *made = nullptr;
   const uint8_t *const next = asn1_ASN1String_d(value.data(), end, 0, value[0], &made, 0);
   const Owned<ASN1String> owned(next == nullptr ? nullptr : made, asn1_ASN1String_free);
   if (next != end || !from_string(value[0], octets(owned.get()))) return {};
-  return characters(value[0], owned.get());
+  return characters(value[0], owned.get(), view);
 }
 
 }  // namespace tool

@@ -1,6 +1,7 @@
 #include "text/characters.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace tool {
 
@@ -111,32 +112,66 @@ CodePoints from_utf8(Octets octets) {
   return out;
 }
 
-std::optional<CodePoints> from_string(uint32_t tag, Octets value) {
+namespace {
+
+/// How the characters of a string type are encoded.
+enum class Coding : uint8_t { none, utf8, ascii, latin1, two_octets, four_octets };
+
+Coding coding_of(uint32_t tag) {
   switch (tag & ~uint32_t{tag::constructed}) {
     case 0x0C:
-      return from_utf8(value);
+      return Coding::utf8;
     case 0x12:
     case 0x13:
     case 0x16:
     case 0x19:
     case 0x1A:
     case 0x1B:
-      return from_ascii(value);
+      return Coding::ascii;
     case 0x14:
-      return from_latin1(value);
+      return Coding::latin1;
     case 0x1C:
-      return from_units(value, 4);
+      return Coding::four_octets;
     case 0x1E:
-      return from_units(value, 2);
+      return Coding::two_octets;
     default:
-      return std::nullopt;
+      return Coding::none;
   }
 }
 
-bool is_clean(const CodePoints &text) {
-  for (const char32_t c : text)
-    if (c >= octet_mark) return false;
-  return true;
+CodePoints decoded(Coding coding, Octets value) {
+  switch (coding) {
+    case Coding::utf8:
+      return from_utf8(value);
+    case Coding::ascii:
+      return from_ascii(value);
+    case Coding::latin1:
+      return from_latin1(value);
+    case Coding::two_octets:
+      return from_units(value, 2);
+    case Coding::four_octets:
+      return from_units(value, 4);
+    case Coding::none:
+      break;
+  }
+  return {};
+}
+
+}  // namespace
+
+std::optional<CodePoints> from_string(uint32_t tag, Octets value) {
+  const Coding coding = coding_of(tag);
+  return coding == Coding::none ? std::nullopt : std::optional(decoded(coding, value));
+}
+
+// Nearly all strings are ASCII, which is its own UTF-8.
+std::optional<Utf8> utf8_from_string(uint32_t tag, Octets value) {
+  const Coding coding = coding_of(tag);
+  const bool is_wide = coding == Coding::two_octets || coding == Coding::four_octets;
+  if (coding == Coding::none) return std::nullopt;
+  if (!is_wide && is_ascii(text_of(value))) return Utf8{std::string(text_of(value))};
+  const CodePoints text = decoded(coding, value);
+  return Utf8{to_utf8(text), std::ranges::all_of(text, [](char32_t c) { return c < octet_mark; })};
 }
 
 bool is_safe(const CodePoints &text) {
@@ -197,9 +232,19 @@ std::string to_utf8(const CodePoints &text) {
   return out;
 }
 
+bool is_ascii(std::string_view text) {
+  uint64_t all = 0;
+  for (uint64_t eight = 0; text.size() >= sizeof eight; text.remove_prefix(sizeof eight)) {
+    std::memcpy(&eight, text.data(), sizeof eight);
+    all |= eight;
+  }
+  constexpr uint64_t highest_bits = 0x8080808080808080;
+  return (all & highest_bits) == 0 &&
+         std::ranges::all_of(text, [](char c) { return (c & 0x80) == 0; });
+}
+
 std::string valid_utf8(std::string_view text) {
-  const bool is_ascii = std::ranges::all_of(text, [](char c) { return (c & 0x80) == 0; });
-  return is_ascii ? std::string(text) : to_utf8(from_utf8(octets_of(text)));
+  return is_ascii(text) ? std::string(text) : to_utf8(from_utf8(octets_of(text)));
 }
 
 }  // namespace tool

@@ -17,8 +17,14 @@ CodePoints from_utf8(Octets octets);
 /// TeletexString is read as ISO 8859-1, as it is used in practice.
 std::optional<CodePoints> from_string(uint32_t tag, Octets value);
 
-/// Whether each octet was text.
-bool is_clean(const CodePoints &text);
+/// A string as UTF-8, with U+FFFD for each octet that is not text.
+struct Utf8 {
+  std::string characters;
+  bool is_clean = true;  ///< whether each octet was text
+};
+
+/// Reads a string as from_string() does.
+std::optional<Utf8> utf8_from_string(uint32_t tag, Octets value);
 
 /// Whether each character is text and safe to print as it is.
 bool is_safe(const CodePoints &text);
@@ -55,6 +61,9 @@ std::string word_of(std::span<const char *const> words, uint32_t number,
 
 /// Returns UTF-8 of the code points, with U+FFFD for each octet that is not text.
 std::string to_utf8(const CodePoints &text);
+
+/// Whether all octets are ASCII.
+bool is_ascii(std::string_view text);
 
 /// Returns a text from outside as valid UTF-8, with U+FFFD for each octet that is not text.
 std::string valid_utf8(std::string_view text);

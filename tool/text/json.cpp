@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <cstdint>
+#include <cstring>
 
 namespace tool {
 
@@ -24,103 +25,83 @@ constexpr auto escapes = [] {
 
 char escape_of(char c) { return escapes[static_cast<unsigned char>(c)]; }
 
+/// Whether one of eight characters has an escape: it is below a blank, a quotation mark or a
+/// backslash. A difference to one of these sets the highest bit of its octet where it is below 0.
+bool has_escape(uint64_t eight) {
+  constexpr uint64_t ones = 0x0101010101010101;
+  const uint64_t marks = eight ^ ones * '"';
+  const uint64_t backslashes = eight ^ ones * '\\';
+  return ((((eight - ones * ' ') & ~eight) | ((marks - ones) & ~marks) |
+           ((backslashes - ones) & ~backslashes)) &
+          ones * 0x80) != 0;
+}
+
+/// Returns how many characters at the start of a text have no escape.
+size_t plain_size(std::string_view text) {
+  size_t at = 0;
+  for (uint64_t eight = 0; text.size() - at >= sizeof eight; at += sizeof eight) {
+    std::memcpy(&eight, text.data() + at, sizeof eight);
+    if (has_escape(eight)) break;
+  }
+  while (at < text.size() && escape_of(text[at]) == 0) ++at;
+  return at;
+}
+
 }  // namespace
 
 void append_quoted(std::string &out, std::string_view utf8) {
   static constexpr std::string_view digits = "0123456789abcdef";
   out += '"';
-  for (auto from = utf8.begin(); from != utf8.end();) {
-    const auto to = std::find_if(from, utf8.end(), escape_of);
-    out.append(from, to);
-    if (to == utf8.end()) break;
+  for (;;) {
+    const size_t plain = plain_size(utf8);
+    out.append(utf8, 0, plain);
+    if (plain == utf8.size()) break;
+    const char c = utf8[plain];
     out += '\\';
-    out += escape_of(*to);
-    if (escape_of(*to) == 'u') {
-      const auto code = static_cast<unsigned char>(*to);
+    out += escape_of(c);
+    if (escape_of(c) == 'u') {
+      const auto code = static_cast<unsigned char>(c);
       out += "00";
       out += digits[code >> 4];
       out += digits[code & 0xF];
     }
-    from = to + 1;
+    utf8.remove_prefix(plain + 1);
   }
   out += '"';
 }
 
-void append_key(std::string &out, std::string_view key) {
-  if (out.back() != '{') out += ',';
-  append_quoted(out, key);
-  out += ':';
-}
-
-Json Json::of_text(std::string text) {
-  Json json(nullptr);
-  json.text_ = std::move(text);
-  return json;
-}
-
-Json Json::hex(Octets octets) {
-  std::string text(1, '"');
-  append_hex(text, octets);
-  return of_text(text += '"');
-}
-
-Json Json::array(const std::vector<Json> &elements) {
-  std::string text(1, '[');
-  for (const Json &element : elements) {
-    if (&element != &elements.front()) text += ',';
-    element.append_to(text);
+void append_key(std::string &out, std::string_view key, std::string_view end) {
+  const std::string_view start = out.back() == '{' ? "\"" : ",\"";
+  const size_t at = out.size();
+  out.resize(at + start.size() + key.size() + end.size() + 2);
+  char *to = &out[at];
+  for (const std::string_view part : {start, key, end, std::string_view("\":")}) {
+    std::memcpy(to, part.data(), part.size());
+    to += part.size();
   }
-  return of_text(text += ']');
-}
-
-Json Json::object(size_t room) {
-  Json object = of_text("{");
-  object.text_.reserve(room);
-  object.is_object_ = true;
-  return object;
-}
-
-void Json::begin(std::string_view key) {
-  const size_t comma = text_.size() > 1 ? 1 : 0;
-  const size_t place = text_.size() + comma;
-  append_key(text_, key);
-  keys_.push_back({place, text_.size() - 1 - place});
-}
-
-Json &Json::put(std::string_view key, const Json &value) {
-  begin(key);
-  value.append_to(text_);
-  return *this;
-}
-
-bool Json::has(std::string_view key) const {
-  std::string quoted;
-  append_quoted(quoted, key);
-  return std::ranges::any_of(keys_, [&](const Key &one) { return this->key(one) == quoted; });
-}
-
-bool Json::join(const Json &other) {
-  const auto is_taken = [&](const Key &key) {
-    return std::ranges::any_of(keys_,
-                               [&](const Key &own) { return this->key(own) == other.key(key); });
-  };
-  if (!other.is_object_ || std::ranges::any_of(other.keys_, is_taken)) return false;
-  if (text_.size() > 1 && other.text_.size() > 1) text_ += ',';
-  const size_t moved = text_.size() - 1;
-  text_.append(other.text_, 1);
-  for (const Key &key : other.keys_) keys_.push_back({key.begin + moved, key.size});
-  return true;
-}
-
-void Json::append_to(std::string &out) const {
-  out += text_;
-  if (is_object_) out += '}';
 }
 
 std::string Json::text() const {
   std::string out;
   append_to(out);
   return out;
+}
+
+std::vector<std::string_view> keys_of(std::string_view json) {
+  std::vector<std::string_view> keys;
+  if (!json.starts_with('{')) return keys;
+  size_t depth = 0;
+  for (size_t at = 0; at < json.size(); ++at) {
+    if (json[at] == '{' || json[at] == '[') ++depth;
+    if (json[at] == '}' || json[at] == ']') --depth;
+    if (json[at] != '"') continue;
+    const size_t from = ++at;
+    for (; json[at] != '"'; ++at)
+      if (json[at] == '\\') ++at;
+    if (depth == 1 && json.substr(at + 1).starts_with(':'))
+      keys.push_back(json.substr(from, at - from));
+  }
+  return keys;
 }
 
 }  // namespace tool

@@ -152,18 +152,13 @@ std::vector<Owned<ObjId>> named(std::string_view name) {
   return found;
 }
 
-void put_oid(Json &object, const std::string &key, const ObjId *oid) {
-  object.put(key, dotted(oid));
-  if (const Known *const one = known(oid)) object.put(key + "Name", one->name);
-}
-
-void append_oid(std::string &out, const std::string &key, const ObjId *oid) {
+void append_oid(std::string &out, std::string_view key, const ObjId *oid) {
+  const Known *const one = known(oid);
   append_key(out, key);
-  append_quoted(out, dotted(oid));
-  if (const Known *const one = known(oid)) {
-    append_key(out, key + "Name");
-    append_quoted(out, one->name);
-  }
+  append_quoted(out, one == nullptr ? arcs_text(oid) : one->dotted);
+  if (one == nullptr) return;
+  append_key(out, key, "Name");
+  append_quoted(out, one->name);
 }
 
 std::span<const RegistryEntry> registry() { return registry_table; }

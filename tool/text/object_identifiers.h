@@ -42,12 +42,9 @@ struct RegistryEntry {
 /// Whether the identifier is that of a getter.
 inline bool is(const ObjId *oid, const ObjId *(*get)()) { return asn1_ObjId_cmp(oid, get()) == 0; }
 
-/// Adds the dotted form of an identifier to an object under `key`, and its name, if it has one,
-/// under `key` with "Name" appended.
-void put_oid(Json &object, const std::string &key, const ObjId *oid);
-
-/// The same for an object that is being written.
-void append_oid(std::string &out, const std::string &key, const ObjId *oid);
+/// Appends the dotted form of an identifier to an object that is being written, under `key`, and
+/// its name, if it has one, under `key` with "Name" appended.
+void append_oid(std::string &out, std::string_view key, const ObjId *oid);
 
 /// Returns all names of the registry.
 std::span<const RegistryEntry> registry();

@@ -4,7 +4,9 @@
 
 #include <orvelasn1.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <span>
@@ -58,8 +60,8 @@ std::string spaced_hex(Octets octets);
 /// other text.
 std::optional<Bytes> from_hex(std::string_view text);
 
-/// Returns the base64 form in lines of 64 characters, each with its newline.
-std::string base64(Octets octets);
+/// Appends the base64 form in lines of 64 characters, each with a line end.
+void append_base64(std::string &out, Octets octets, std::string_view line_end);
 
 /// Returns the base64 form in one line, without a newline.
 std::string base64_line(Octets octets);
@@ -88,14 +90,49 @@ inline Octets octets(const BitString *bits) {
              : Octets(bits->data, bits->length / 8 + (bits->length % 8 != 0 ? 1 : 0));
 }
 
+/// The elements of one of the library's lists, which may be null and must outlive this.
+template <class Element>
+class ListElements {
+ public:
+  class Iterator {
+   public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = const Element *;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const value_type *;
+    using reference = value_type;
+
+    Iterator() = default;
+    Iterator(const List *list, int32_t at) : list_(list), at_(at) {}
+    value_type operator*() const { return static_cast<value_type>(List_get(list_, at_)); }
+    Iterator &operator++() {
+      ++at_;
+      return *this;
+    }
+    Iterator operator++(int) { return {list_, at_++}; }
+    bool operator==(const Iterator &) const = default;
+
+   private:
+    const List *list_ = nullptr;
+    int32_t at_ = 0;
+  };
+
+  explicit ListElements(const List *list) : list_(list) {}
+
+  Iterator begin() const { return {list_, 0}; }
+  Iterator end() const { return {list_, List_len(list_)}; }
+  size_t size() const { return static_cast<size_t>(List_len(list_)); }
+  bool empty() const { return size() == 0; }
+  const Element *front() const { return *begin(); }
+
+ private:
+  const List *list_;
+};
+
 /// Returns the elements of one of the library's lists.
 template <class Element>
-std::vector<const Element *> elements(const List *list) {
-  std::vector<const Element *> all;
-  all.reserve(static_cast<size_t>(List_len(list)));
-  for (int32_t i = 0; i < List_len(list); ++i)
-    all.push_back(static_cast<const Element *>(List_get(list, i)));
-  return all;
+ListElements<Element> elements(const List *list) {
+  return ListElements<Element>(list);
 }
 
 /// Returns what an encoder `uint32_t f(uint8_t **pp)` writes; no octets where it fails.

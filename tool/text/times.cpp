@@ -70,20 +70,27 @@ std::optional<Seconds> reckon(const Clock &c) {
          c.minute * minute + c.second;
 }
 
-std::string two_digits(int64_t number) {
-  return {static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)};
-}
-
-std::string date_and_time(Seconds seconds, const char *between) {
+/// Returns "2026-01-31 12:00:00" with a letter in place of the blank.
+std::string date_and_time(Seconds seconds, char between) {
   const Seconds days = seconds >= 0 ? seconds / day : -((day - 1 - seconds) / day);
   const Seconds rest = seconds - days * day;
   const std::chrono::year_month_day date(
       std::chrono::sys_days(std::chrono::days(static_cast<int>(days))));
+  std::string text = "0000-00-00 00:00:00";
+  const auto put = [&text](size_t at, int64_t number) {
+    text[at] = static_cast<char>('0' + number / 10);
+    text[at + 1] = static_cast<char>('0' + number % 10);
+  };
   const int year = static_cast<int>(date.year());
-  return two_digits(year / 100) + two_digits(year % 100) + "-" +
-         two_digits(static_cast<unsigned>(date.month())) + "-" +
-         two_digits(static_cast<unsigned>(date.day())) + between + two_digits(rest / hour) + ":" +
-         two_digits(rest % hour / minute) + ":" + two_digits(rest % minute);
+  put(0, year / 100);
+  put(2, year % 100);
+  put(5, static_cast<unsigned>(date.month()));
+  put(8, static_cast<unsigned>(date.day()));
+  text[10] = between;
+  put(11, rest / hour);
+  put(14, rest % hour / minute);
+  put(17, rest % minute);
+  return text;
 }
 
 /// "17 days", "1 hour", "under a minute"
@@ -143,9 +150,9 @@ Seconds now() {
       .count();
 }
 
-std::string calendar(Seconds seconds) { return date_and_time(seconds, " "); }
+std::string calendar(Seconds seconds) { return date_and_time(seconds, ' '); }
 
-std::string iso(Seconds seconds) { return date_and_time(seconds, "T") + "Z"; }
+std::string iso(Seconds seconds) { return date_and_time(seconds, 'T') + 'Z'; }
 
 std::string time_text(const Time *time, const char *zone) {
   if (time == nullptr || time->value == nullptr) return "none";
@@ -162,25 +169,28 @@ Json json_of(const Time *time) {
 }
 
 Standing standing(const Validity *validity, Seconds moment) {
-  Standing result;
   const auto from = validity == nullptr ? std::nullopt : seconds_of(validity->notBefore);
   const auto until = validity == nullptr ? std::nullopt : seconds_of(validity->notAfter);
-  if (!from || !until) {
-    result.text = "UNREADABLE DATES";
-    return result;
+  using State = Standing::State;
+  if (!from || !until) return {};
+  const int64_t days_left = (*until - moment) / day;
+  if (moment > *until) return {State::expired, days_left, moment - *until};
+  if (moment < *from) return {State::not_yet_valid, days_left, *from - moment};
+  return {State::valid, days_left, *until - moment};
+}
+
+std::string Standing::text() const {
+  switch (state) {
+    case State::expired:
+      return "EXPIRED " + duration(distance) + " ago";
+    case State::not_yet_valid:
+      return "NOT VALID for another " + duration(distance);
+    case State::valid:
+      return duration(distance) + " left";
+    case State::unknown:
+      break;
   }
-  result.days_left = (*until - moment) / day;
-  if (moment > *until) {
-    result.state = Standing::State::expired;
-    result.text = "EXPIRED " + duration(moment - *until) + " ago";
-  } else if (moment < *from) {
-    result.state = Standing::State::not_yet_valid;
-    result.text = "NOT VALID for another " + duration(*from - moment);
-  } else {
-    result.state = Standing::State::valid;
-    result.text = duration(*until - moment) + " left";
-  }
-  return result;
+  return "UNREADABLE DATES";
 }
 
 const char *name_of(Standing::State state) {

@@ -42,7 +42,10 @@ struct Standing {
   enum class State : uint8_t { unknown, not_yet_valid, valid, expired };
   State state = State::unknown;
   int64_t days_left = 0;  ///< whole days to the end, below 0 past it
-  std::string text;       ///< "213 days left", "EXPIRED 17 days ago"
+  Seconds distance = 0;   ///< to what changes next, or from the end
+
+  /// Returns "213 days left", "EXPIRED 17 days ago".
+  std::string text() const;
 };
 
 Standing standing(const Validity *validity, Seconds moment);
