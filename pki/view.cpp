@@ -49,7 +49,7 @@ const uint8_t *view_fields(const Type &type, const uint8_t *z, const uint8_t *en
                            pki_Octets *views) {
   Reader in(z, end);
   Header header;
-  if (z == nullptr || end == nullptr || z >= end ||
+  if (z == nullptr || end == nullptr ||
       !in.read_exact_header(0, type.identifier, Forms::indefinite, &header, 0)) {
     return nullptr;
   }

@@ -30,13 +30,22 @@ EXCUSES = ROOT / "tests/mutants.txt"
 PROGRAMS = ("orvelutils_tests", "unit_tests", "attack_tests")
 LIBRARIES = ("orvelutils", "orvelasn1", "orvelpki")
 FOLDERS = ("src", "pki", "utils")
-AT_ONCE = 2
 OF_A_CHANGE = 30
-HEADERS_OF_A_CHANGE = 8  # each is dozens of objects
+OBJECTS_OF_A_HEADER = 3
+HEADERS_OF_A_CHANGE = 5  # each is dozens of objects
+SECONDS_OF_A_CHANGE = 150  # no more mutants are begun after these
 
-# Tests that measure time fail on a busy machine, and tests of the day's random inputs differ by the day:
-# neither says anything about a mutant.
-ATTACK_FILTER = "-*TheTime*:Exhaustion.OfASlice*"
+LIKELY = 40  # the unit tests to begin with, of those that failed on other mutants of the file
+
+# The tests in the order in which they run, as filters of GoogleTest: nine of ten mutants fail within the second
+# that the first ones take. Tests that measure time fail on a busy machine, and tests of the day's random inputs
+# differ by the day: neither says anything about a mutant. Of the attacks, those that take long run on the families
+# only that have a word of the file's path in their names.
+SLOW_TESTS = "LongName.*:*StringDecoder.*:TraceDump.*:Nested*:GdoTrace.*:Headers.*:LongCrl.*:ObjIdParse.*"
+SLOW_ATTACKS = "*EveryValueOf*:*RightInFront*:*TheTime*:Exhaustion.*:EightThreads.*:Deep.AThread*:*ASmallStack*"
+SLOW_ATTACKS_ON_ONE = ("*EveryValueOf*/", "*RightInFront*/")
+# The same where an octet takes ten times as long.
+SLOW_SANITIZED_ATTACKS = SLOW_ATTACKS + ":*ChangedOctet*:*NastyLength*:Deep.*:*Large*"
 
 # One change a library that every test program must notice: without these, a script that runs the wrong
 # library would call everything a survivor.
@@ -45,6 +54,7 @@ MUST_DIE = (
     ("src/core/record.cpp", "return clone_fields(value, Walked{type});", "return nullptr;"),
     ("pki/type.cpp", "return type_of(type).count;", "return 0;"),
 )
+MUST_NOTICE = {"unit_tests": "-" + SLOW_TESTS, "attack_tests": "*SamplesComeBack*:*MissingField*:Findings.*"}
 
 
 # ------------------------------------------------------------------------------------------------
@@ -303,6 +313,19 @@ class Outcome(NamedTuple):
     seconds: float  # of the processor
 
 
+def filters(program, file, sanitized):
+    """Returns the filters of the tests to run on a mutant of a file, in their order."""
+    if program == "unit_tests":
+        return ["-" + SLOW_TESTS, SLOW_TESTS]
+    if program != "attack_tests":
+        return ["*"]
+    if sanitized:
+        return ["-" + SLOW_SANITIZED_ATTACKS]
+    words = {word.rstrip("s") for word in re.findall("[a-z0-9]+", file)} | {"certificate"}
+    return ["-" + SLOW_ATTACKS,
+            ":".join(test + word for test in SLOW_ATTACKS_ON_ONE for word in sorted(words))]
+
+
 def run(command, folder):
     done = subprocess.run(command, cwd=folder, shell=isinstance(command, str), text=True,
                           stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
@@ -329,14 +352,16 @@ class Build:
         self.needs = self.dependencies()
         self.links = {name: self.link_of("lib/lib%s.so.1.0.0" % name) for name in LIBRARIES}
         self.link_attack = self.link_of("bin/attack_tests")
-        self.digest = digest(*(self.folder / "bin" / name for name in PROGRAMS))
+        self.digests = {name: digest(self.folder / "bin" / name) for name in PROGRAMS}
+        self.digest = "".join(self.digests.values())
         libraries = (self.folder / ("lib/lib%s.so.1.0.0" % name) for name in LIBRARIES)
         self.state = digest(*libraries) + self.digest
-        # What was found out about this build by an earlier run: seconds of the processor, by program.
+        # What was found out about this build by an earlier run: whether the script itself was held against it, and
+        # seconds of the processor, by program and tests.
         self.memory = SCRATCH / (preset + ".json")
         known = json.loads(self.memory.read_text()) if self.memory.exists() else {}
         self.checked = known.get("state") == self.state
-        self.limits = known["limits"] if self.checked else {}
+        self.limits = known.get("limits", {})
         self.measuring = threading.Lock()
 
     def remember(self):
@@ -364,14 +389,22 @@ class Build:
         commands = run(["ninja", "-t", "commands", target], self.folder).split("\n")
         return [line for line in commands if " -o %s " % target in line][-1]
 
-    def objects_of(self, file):
-        """Returns the objects of a file, by library, in the order in which these need each other."""
-        if file.endswith(".h"):
-            built = self.needs.get(file, [])
-        else:
-            built = [o for o, (_, source) in self.commands.items() if source == file]
-        return {name: sorted(o for o in built if self.library_of(o) == name)
-                for name in LIBRARIES if any(self.library_of(o) == name for o in built)}
+    def stages_of(self, mutant):
+        """Returns the objects that a mutant is compiled into, in stages: a test that fails on what the first ones
+        change saves the others.
+
+        A source is all of its objects. For a header, these are a few objects of each library, then all of them.
+        """
+        file = mutant.file
+        if not file.endswith(".h"):
+            return [[built for built, (_, source) in self.commands.items() if source == file]]
+        stages = []
+        for name in LIBRARIES:
+            objects = sorted(o for o in self.needs.get(file, []) if self.library_of(o) == name)
+            random.Random(mutant.key()).shuffle(objects)
+            few = 0 if self.sanitized else OBJECTS_OF_A_HEADER
+            stages += [objects[:few], objects[few:]]
+        return [stage for stage in stages if stage]
 
     def compile(self, built, file, copy, to):
         """Compiles an object with `copy` in place of `file`."""
@@ -420,25 +453,35 @@ class Build:
         output = " -o %s %s " % (to / "bin/attack_tests", " ".join(map(str, objects.values())))
         run(self.link_attack.replace(" -o bin/attack_tests ", output), self.folder)
 
-    def test(self, program, to):
-        """Runs a test program until its first failure, for at most thrice the time that it takes without a
-        change. Ends the script where it fails without one."""
-        with self.measuring:
-            if program not in self.limits:
-                unchanged = SCRATCH / "unchanged"
-                self.link({}, unchanged)
-                self.link_attacks({}, unchanged)
-                outcome = self.execute(program, 3600, unchanged)
-                if not outcome.passed:
-                    raise RuntimeError("%s of build/%s fail without any change: %s"
-                                       % (program, self.preset, outcome.killer))
-                print("%s of build/%s take %.1f s" % (program, self.preset, outcome.seconds), flush=True)
-                self.limits[program] = 5 + int(3 * outcome.seconds)
-                self.remember()
-        return self.execute(program, self.limits[program], to)
+    def test(self, program, file, to, likely):
+        """Runs the tests for a mutant of a file until the first failure, the `likely` ones before the others, for at
+        most thrice the time that they take without a change. Ends the script where they fail without one."""
+        if likely and program == "unit_tests":
+            outcome = self.execute(program, ":".join(likely), 20, to)
+            if not outcome.passed:
+                return outcome
+        for tests in filters(program, file, self.sanitized):
+            with self.measuring:
+                name = " ".join((program, self.digests[program], tests))
+                if name not in self.limits:
+                    unchanged = SCRATCH / "unchanged"
+                    self.link({}, unchanged)
+                    self.link_attacks({}, unchanged)
+                    outcome = self.execute(program, tests, 3600, unchanged)
+                    if not outcome.passed:
+                        raise RuntimeError("%s of build/%s fail without any change: %s"
+                                           % (program, self.preset, outcome.killer))
+                    print("%s of build/%s take %.1f s: %s" % (program, self.preset, outcome.seconds, tests),
+                          flush=True)
+                    self.limits[name] = 5 + int(3 * outcome.seconds)
+                    self.remember()
+            outcome = self.execute(program, tests, self.limits[name], to)
+            if not outcome.passed:
+                break
+        return outcome
 
-    def execute(self, program, limit, to):
-        """Runs a test program until its first failure, or until it has used `limit` seconds."""
+    def execute(self, program, tests, limit, to):
+        """Runs tests of a program until the first failure, or until they have used `limit` seconds."""
 
         def limits():
             resource.setrlimit(resource.RLIMIT_CPU, (limit, limit + 1))
@@ -452,8 +495,7 @@ class Build:
         log = to / (program + ".log")
         with open(log, "wb") as out:
             process = subprocess.Popen(
-                [to / "bin" / program, "--gtest_fail_fast", "--gtest_brief=1",
-                 *(["--gtest_filter=" + ATTACK_FILTER] if program == "attack_tests" else [])],
+                [to / "bin" / program, "--gtest_fail_fast", "--gtest_brief=1", "--gtest_filter=" + tests],
                 stdout=out, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL, cwd=to, env=environment,
                 preexec_fn=limits, start_new_session=True)
             timed_out = threading.Event()
@@ -499,18 +541,16 @@ def put_copy(mutant, to):
     return copy
 
 
-def try_one(mutant, builds, to):
-    """Returns the outcome of a mutant, and what brought it about."""
+def try_one(mutant, builds, likely, to):
+    """Returns the outcome of a mutant, and what brought it about. Runs the `likely` unit tests before all others."""
     copy = put_copy(mutant, to)
     for build in builds:
         where = "address sanitizer, " if build.sanitized else ""
         objects = {}
         same = True
-        stages = list(build.objects_of(mutant.file).values())
-        if not stages:
+        stages = build.stages_of(mutant)
+        if not any(stages):
             return "left out", "no object has it"
-        if sum(map(len, stages)) <= 4:
-            stages = [sum(stages, [])]
         for stage in stages:
             try:
                 for built in stage:
@@ -524,7 +564,7 @@ def try_one(mutant, builds, to):
                 return "left out", "it does not compile"
             programs = ["orvelutils_tests"] if mutant.file.startswith("utils/") else []
             for program in programs + ["unit_tests"]:
-                outcome = build.test(program, to)
+                outcome = build.test(program, mutant.file, to, likely)
                 if not outcome.passed:
                     return "killed", "%sunit tests, %s" % (where, outcome.killer)
         if same:
@@ -533,7 +573,7 @@ def try_one(mutant, builds, to):
             build.link_attacks(objects, to)
         except Failed:
             return "left out", "it does not link"
-        outcome = build.test("attack_tests", to)
+        outcome = build.test("attack_tests", mutant.file, to, [])
         if not outcome.passed:
             return "killed", "%sattack tests, %s" % (where, outcome.killer)
     return "survived", ""
@@ -549,13 +589,14 @@ def check_tests(build):
             sys.exit("The test programs do not take lib%s from %s:\n%s" % (name, to, libraries))
     for file, old, new in MUST_DIE:
         start = (ROOT / file).read_text().index(old)
-        copy = put_copy(Mutant(file, start, start + len(old), new, old, new, 0, 0), to)
+        mutant = Mutant(file, start, start + len(old), new, old, new, 0, 0)
+        copy = put_copy(mutant, to)
         objects = {built: build.compile(built, file, copy, to)
-                   for stage in build.objects_of(file).values() for built in stage}
+                   for stage in build.stages_of(mutant) for built in stage}
         build.link(objects, to)
         build.link_attacks(objects, to)
-        for program in ("unit_tests", "attack_tests"):
-            outcome = build.execute(program, 600, to)
+        for program in MUST_NOTICE:
+            outcome = build.execute(program, MUST_NOTICE[program], 600, to)
             if outcome.passed:
                 sys.exit("%s do not notice that %s has %s" % (program, file, new))
             print("%s notice %s in %s: %s" % (program, new, file, outcome.killer), flush=True)
@@ -567,20 +608,24 @@ def check_tests(build):
 
 
 def changed_lines(base):
-    """Returns the lines that differ from a commit, by file."""
-    if base is None:
-        head = run(["git", "rev-parse", "HEAD"], ROOT)
-        for name in ("origin/main", "main", "HEAD^"):
-            known = subprocess.run(["git", "rev-parse", "-q", "--verify", name], cwd=ROOT,
-                                   stdout=subprocess.PIPE, text=True)
-            if known.returncode == 0 and known.stdout != head:
-                base = name
-                break
-        else:
-            sys.exit("Nothing to compare with: name a commit")
-    base = run(["git", "merge-base", base, "HEAD"], ROOT).strip()
+    """Returns the lines that differ from where this commit and `base` part, by file; None where there is nothing to
+    compare with."""
+
+    def commit(*words):
+        done = subprocess.run(["git", *words], cwd=ROOT, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                              text=True)
+        return done.stdout.strip() if done.returncode == 0 else None
+
+    head = commit("rev-parse", "--verify", "HEAD")
+    for name in [base] if base else ["origin/main", "main", "HEAD^"]:
+        parted = commit("merge-base", name, "HEAD")
+        if parted is not None and (base or parted != head):
+            break
+    else:
+        return None
+    print("Compared with %s, %s" % (name, parted[:12]))
     found, file = {}, None
-    for line in run(["git", "diff", "-U0", "--no-color", base, "--", *FOLDERS], ROOT).split("\n"):
+    for line in run(["git", "diff", "-U0", "--no-color", parted, "--", *FOLDERS], ROOT).split("\n"):
         if line.startswith("+++ "):
             file = line[6:]
         elif match := re.match(r"@@ \S+ \+(\d+)(?:,(\d+))? @@", line):
@@ -594,6 +639,7 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--changed", nargs="?", const="", metavar="BASE")
     parser.add_argument("--listed", action="store_true")
+    parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("words", nargs="*", metavar="COUNT FILE")
     options = parser.parse_args()
     count = int(options.words.pop(0)) if options.words and options.words[0].isdigit() else 100
@@ -602,20 +648,28 @@ def main():
     tags = tag_names()
     files = options.words or sources()
     places = [m for file in files for m in mutants_of(file, tags)]
+    begun_by = None
     if options.changed is not None:
-        lines = changed_lines(options.changed or None)
-        random.Random(options.seed).shuffle(places)
+        lines = changed_lines(options.changed)
+        if lines is None and options.changed:
+            parser.error("%s is no commit of this clone that HEAD has a past in common with" % options.changed)
+        if lines is None:
+            print("Nothing to compare with: in this clone, HEAD has no parent. Fetch more of the history, or name a "
+                  "commit.")
+            return 0
         places = [m for m in places
                   if lines.get(m.file, set()) & set(range(m.line, m.line + m.old.count("\n") + 1))]
-        in_headers = [m for m in places if m.file.endswith(".h")][HEADERS_OF_A_CHANGE:]
-        places = [m for m in places if m not in in_headers]
-        count = OF_A_CHANGE
     print("%d changes are possible in %d files" % (len(places), len(files)))
     if options.listed:
         chosen = [m for m in places if (m.file, m.old, m.new) in excused]
     else:
         random.Random(options.seed).shuffle(places)
         chosen = places[:count]
+    if options.changed is not None:
+        in_headers = [m for m in places if m.file.endswith(".h")][:HEADERS_OF_A_CHANGE]
+        in_sources = [m for m in places if not m.file.endswith(".h")]
+        chosen = in_sources[: OF_A_CHANGE - len(in_headers)] + in_headers
+        begun_by = time.monotonic() + SECONDS_OF_A_CHANGE
 
     SCRATCH.mkdir(parents=True, exist_ok=True)
     builds = [Build("release")]
@@ -624,10 +678,20 @@ def main():
     if chosen and not builds[0].checked:
         check_tests(builds[0])
         builds[0].remember()
-    sys.exit(run_all(chosen, excused, builds, options.listed))
+    return run_all(chosen, excused, builds, options, begun_by)
 
 
-def run_all(chosen, excused, builds, listed_too):
+def learn(killers_of, file, by):
+    """Notes the unit test that an outcome names as the latest that failed on a mutant of a file."""
+    match = re.fullmatch(r"unit tests, (\S+\.\S+)", by)
+    if match:
+        tests = killers_of.setdefault(file, {})
+        tests.pop(match[1], None)
+        tests[match[1]] = True
+
+
+def run_all(chosen, excused, builds, options, begun_by):
+    """Tries the mutants; begins no more of them after `begun_by`. Returns the status of the script."""
     results = SCRATCH / "results.jsonl"
     tests = "+".join(b.digest for b in builds)
     known = {}
@@ -636,29 +700,37 @@ def run_all(chosen, excused, builds, listed_too):
             entry = json.loads(line)
             known[entry["key"], entry["file"]] = entry
     digests = {file: digest(ROOT / file) for file in {m.file for m in chosen}}
+    # The tests that failed on a file's mutants, the latest last.
+    killers_of = {}
+    for entry in known.values():
+        learn(killers_of, entry["key"].split("\n")[0], entry["by"])
     lock = threading.Lock()
-    folders = [SCRATCH / str(i) for i in range(AT_ONCE)]
+    folders = [SCRATCH / str(i) for i in range(options.jobs)]
     began = time.monotonic()
     tried = 0
 
     def outcome_of(mutant):
         nonlocal tried
-        if (mutant.file, mutant.old, mutant.new) in excused and not listed_too:
+        if (mutant.file, mutant.old, mutant.new) in excused and not options.listed:
             return "listed", ""
         entry = known.get((mutant.key(), digests[mutant.file]))
         # New tests may kill what survived.
         if entry and (entry["outcome"] != "survived" or entry["tests"] == tests):
             return entry["outcome"], entry["by"]
+        if begun_by is not None and time.monotonic() > begun_by:
+            return "not tried", ""
         with lock:
             folder = folders.pop()
         try:
             start = time.monotonic()
-            outcome, by = try_one(mutant, builds, folder)
+            likely = list(killers_of.get(mutant.file, []))[: -LIKELY - 1 : -1]
+            outcome, by = try_one(mutant, builds, likely, folder)
         finally:
             with lock:
                 folders.append(folder)
         with lock:
             tried += 1
+            learn(killers_of, mutant.file, by)
             print("%s:%d: %s%s" % (mutant.file, mutant.line, outcome, by and ", " + by), flush=True)
             if outcome == "survived":
                 print(mutant.difference(), flush=True)
@@ -668,7 +740,7 @@ def run_all(chosen, excused, builds, listed_too):
                 out.write(json.dumps(entry) + "\n")
         return outcome, by
 
-    with concurrent.futures.ThreadPoolExecutor(AT_ONCE) as pool:
+    with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
         outcomes = list(zip(chosen, pool.map(outcome_of, chosen)))
 
     survivors = [m for m, (outcome, _) in outcomes if outcome == "survived"]
@@ -685,12 +757,14 @@ def run_all(chosen, excused, builds, listed_too):
           "the same of and %d that do not compile"
           % (len(chosen), len(killers), len(new), kinds.count("listed") + len(survivors) - len(new),
              kinds.count("same"), kinds.count("left out")))
+    if "not tried" in kinds:
+        print("%d were not tried: the time was up" % kinds.count("not tried"))
     for killer in sorted(set(killers)):
         print("  %d by the %s" % (killers.count(killer), killer))
     if killers or new:
         print("%.1f of 100 killed of those that are not in tests/mutants.txt"
               % (100 * len(killers) / (len(killers) + len(new))))
-    if listed_too:
+    if options.listed:
         for mutant, (outcome, by) in outcomes:
             if outcome == "killed" and not by.startswith("address"):
                 print("%s:%d is in tests/mutants.txt, and killed by %s" % (mutant.file, mutant.line, by))
@@ -699,4 +773,4 @@ def run_all(chosen, excused, builds, listed_too):
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(main())

@@ -229,7 +229,7 @@ struct Shape {
 /// Whether a text is an identifier.
 bool measure(const char *text, Shape *shape) {
   uint32_t root = 0;
-  for (Arcs arcs(text); shape->count == 0 || !arcs.at_end(); ++shape->count) {
+  for (Arcs arcs(text); !arcs.at_end(); ++shape->count) {
     Digits digits;
     if (!arcs.next(&digits)) return false;
     uint32_t arc = 0;

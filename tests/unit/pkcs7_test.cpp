@@ -1317,6 +1317,16 @@ TEST(NestedMessage, DeeperThanTheStackIsRefused) {
   on_small_stack([&] { expect_refused(signed_datas, inside); });
 }
 
+TEST(NestedMessage, DeeperThanTheStackIsNeitherWrittenNorCopied) {
+  const auto [consumed, info] = decode(asn1_ContentInfo_d, nested(deepest));
+  ASSERT_NE(nullptr, info);
+  on_small_stack([message = info] {
+    EXPECT_EQ(0U, asn1_ContentInfo_e(nullptr, message));
+    EXPECT_EQ(nullptr, asn1_ContentInfo_clone(message));
+  });
+  asn1_ContentInfo_free(info);
+}
+
 TEST(NestedMessage, AMessageIsDecodedAgainAfterOneThatWasTooDeep) {
   const Bytes input = nested(20'000);
   on_small_stack([&] {
