@@ -158,11 +158,7 @@ Node shown_as(Node node, Node other) {
   return node;
 }
 
-Node hidden(Node node) {
-  static const Node nothing;
-  node.shown = {std::shared_ptr<const Node>(), &nothing};
-  return node;
-}
+Node hidden(Node node) { return shown_as(std::move(node), Node()); }
 
 std::optional<std::vector<std::string>> lines_of(const Node &node, const View &view) {
   const Node &here = on_page(node);
