@@ -75,10 +75,8 @@ void append_key(std::string &out, std::string_view key, std::string_view end) {
   const size_t at = out.size();
   out.resize(at + start.size() + key.size() + end.size() + 2);
   char *to = &out[at];
-  for (const std::string_view part : {start, key, end, std::string_view("\":")}) {
-    std::memcpy(to, part.data(), part.size());
-    to += part.size();
-  }
+  for (const std::string_view part : {start, key, end, std::string_view("\":")})
+    to = std::ranges::copy(part, to).out;
 }
 
 std::string Json::text() const {
