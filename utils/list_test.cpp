@@ -6,6 +6,8 @@
 #include <memory>
 #include <vector>
 
+namespace list_test {
+
 namespace {
 
 /// An element that counts its releases. It stays until the program ends, so that a second release
@@ -342,3 +344,5 @@ TEST_F(ListClone, CopiesListsInsideAList) {
 }
 
 }  // namespace
+
+}  // namespace list_test

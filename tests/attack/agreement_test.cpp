@@ -11,6 +11,8 @@
 #include "pages.h"
 #include "parameters.h"
 
+namespace agreement_test {
+
 namespace {
 
 using namespace attack;
@@ -130,3 +132,5 @@ INSTANTIATE_TEST_SUITE_P(Of, CorpusAgreement,
                          });
 
 }  // namespace
+
+}  // namespace agreement_test

@@ -17,6 +17,8 @@
 #include "laws.h"
 #include "parameters.h"
 
+namespace deep_test {
+
 namespace {
 
 using namespace attack;
@@ -487,3 +489,5 @@ TEST(Deep, TheTimeIsLinearInTheDepth) {
 }
 
 }  // namespace
+
+}  // namespace deep_test

@@ -12,6 +12,8 @@
 #include "frame.h"
 #include "guard.h"
 
+namespace exhaustion_test {
+
 namespace {
 
 using namespace attack;
@@ -157,3 +159,5 @@ TEST(Exhaustion, OfASliceOfLengths) {
 }
 
 }  // namespace
+
+}  // namespace exhaustion_test

@@ -6,6 +6,8 @@
 
 #include "laws.h"
 
+namespace findings_test {
+
 namespace {
 
 using support::Bytes;
@@ -87,3 +89,5 @@ TEST(Findings, AreNoBrokenLaws) {
 }
 
 }  // namespace
+
+}  // namespace findings_test

@@ -9,6 +9,8 @@
 #include "laws.h"
 #include "parameters.h"
 
+namespace memory_test {
+
 namespace {
 
 using namespace attack;
@@ -189,3 +191,5 @@ TEST(ExhaustedMemoryOfOthers, ListsThatDoNotGrowStayAsTheyWere) {
 }
 
 }  // namespace
+
+}  // namespace memory_test

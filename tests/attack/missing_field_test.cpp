@@ -3,6 +3,8 @@
 
 #include "parameters.h"
 
+namespace missing_field_test {
+
 namespace {
 
 using namespace attack;
@@ -116,3 +118,5 @@ TEST_P(MissingField, LeavesANewRecordOfRequiredFieldsWithoutAnEncoding) {
 INSTANTIATE_TEST_SUITE_P(Of, MissingField, testing::ValuesIn(groups()), title);
 
 }  // namespace
+
+}  // namespace missing_field_test

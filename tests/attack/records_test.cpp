@@ -11,6 +11,8 @@
 #include "laws.h"
 #include "parameters.h"
 
+namespace records_test {
+
 namespace {
 
 using namespace attack;
@@ -387,3 +389,5 @@ TEST_P(Records, AreCountedUpTo32Bits) {
 INSTANTIATE_TEST_SUITE_P(Of, Records, testing::ValuesIn(groups()), title);
 
 }  // namespace
+
+}  // namespace records_test

@@ -5,6 +5,8 @@
 #include "pages.h"
 #include "parameters.h"
 
+namespace small_attacks_test {
+
 namespace {
 
 using namespace attack;
@@ -95,3 +97,5 @@ TEST_P(SmallAttacks, TheTopOfTheAddressSpace) {
 INSTANTIATE_TEST_SUITE_P(Of, SmallAttacks, testing::ValuesIn(groups()), title);
 
 }  // namespace
+
+}  // namespace small_attacks_test

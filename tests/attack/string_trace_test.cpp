@@ -5,6 +5,8 @@
 
 #include "guard.h"
 
+namespace string_trace_test {
+
 namespace {
 
 using namespace attack;
@@ -209,3 +211,5 @@ TEST_P(StringTrace, OfAConstructedValueStopsAtTheAllocationThatFails) {
 }
 
 }  // namespace
+
+}  // namespace string_trace_test

@@ -10,6 +10,8 @@
 
 #include "family.h"
 
+namespace threads_test {
+
 namespace {
 
 using namespace attack;
@@ -82,3 +84,5 @@ TEST(EightThreads, WithTheTraceOn) {
 }
 
 }  // namespace
+
+}  // namespace threads_test

@@ -5,6 +5,8 @@
 
 #include "certificate.h"
 
+namespace build_test {
+
 namespace {
 
 namespace pki = orvel::pki;
@@ -458,3 +460,5 @@ TEST(CppMake, RefusesNumbersThatAMemberDoesNotHold) {
 }
 
 }  // namespace
+
+}  // namespace build_test

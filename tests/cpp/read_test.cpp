@@ -9,6 +9,8 @@
 
 #include "certificate.h"
 
+namespace read_test {
+
 namespace {
 
 namespace pki = orvel::pki;
@@ -679,3 +681,5 @@ TEST(CppCard, AnEmptyViewHasNothing) {
 }
 
 }  // namespace
+
+}  // namespace read_test

@@ -6,6 +6,8 @@
 
 #include "certificate.h"
 
+namespace show_test {
+
 namespace {
 
 namespace pki = orvel::pki;
@@ -268,3 +270,5 @@ TEST(CppMessages, FindTheBasicResponse) {
 }
 
 }  // namespace
+
+}  // namespace show_test

@@ -2,6 +2,8 @@
 // does, and the tool reads and verifies those of the library.
 #include "openssl.h"
 
+namespace certificate_test {
+
 namespace {
 
 using namespace support;
@@ -486,3 +488,5 @@ INSTANTIATE_TEST_SUITE_P(Keys, CertificateForOpenssl, testing::Values("rsa", "ec
                          [](const auto &kind) { return std::string(kind.param); });
 
 }  // namespace
+
+}  // namespace certificate_test

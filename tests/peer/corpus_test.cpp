@@ -25,6 +25,8 @@
 #include <sanitizer/lsan_interface.h>
 #endif
 
+namespace corpus_test {
+
 namespace {
 
 using namespace support;
@@ -469,3 +471,5 @@ TEST_F(Corpus, OtherDecodersDoNotCrashOnGoodInputs) {
 }
 
 }  // namespace
+
+}  // namespace corpus_test

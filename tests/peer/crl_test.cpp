@@ -5,6 +5,8 @@
 
 #include "revocation.h"
 
+namespace crl_test {
+
 namespace {
 
 using namespace support;
@@ -691,3 +693,5 @@ INSTANTIATE_TEST_SUITE_P(Keys, RevocationListForOpenssl, testing::Values("rsa", 
                          [](const auto &kind) { return std::string(kind.param); });
 
 }  // namespace
+
+}  // namespace crl_test

@@ -4,6 +4,8 @@
 
 #include "revocation.h"
 
+namespace extensions_test {
+
 namespace {
 
 using support::Bytes;
@@ -285,3 +287,5 @@ TEST(ExtensionsForOpenssl, OfPrivateKeyUsagePeriod) {
 }
 
 }  // namespace
+
+}  // namespace extensions_test

@@ -12,6 +12,8 @@
 #include <iterator>
 #include <map>
 
+namespace forms_corpus_test {
+
 namespace {
 
 using namespace support;
@@ -276,3 +278,5 @@ TEST_F(FormsOfTheCorpus, ReadEveryStatusMessage) {
 }
 
 }  // namespace
+
+}  // namespace forms_corpus_test

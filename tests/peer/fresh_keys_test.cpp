@@ -5,6 +5,8 @@
 
 #include "by_hand.h"
 
+namespace fresh_keys_test {
+
 namespace {
 
 using namespace support;
@@ -142,3 +144,5 @@ INSTANTIATE_TEST_SUITE_P(Of, FreshKeys, testing::ValuesIn(kinds),
                          [](const auto &kind) { return std::string(kind.param.name); });
 
 }  // namespace
+
+}  // namespace fresh_keys_test

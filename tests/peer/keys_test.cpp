@@ -7,6 +7,8 @@
 
 #include "password.h"
 
+namespace keys_test {
+
 namespace {
 
 using namespace support;
@@ -702,3 +704,5 @@ INSTANTIATE_TEST_SUITE_P(Keys, KeyChallenges, testing::Values("rsa", "ec"),
                          [](const auto &kind) { return std::string(kind.param); });
 
 }  // namespace
+
+}  // namespace keys_test

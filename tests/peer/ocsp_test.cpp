@@ -3,6 +3,8 @@
 // header says. The tool reads and answers the requests of the library.
 #include "revocation.h"
 
+namespace ocsp_test {
+
 namespace {
 
 using namespace support;
@@ -791,3 +793,5 @@ TEST(StatusRequestForOpensslDeparture, IsInExtensionsOfASingleRequest) {
 }
 
 }  // namespace
+
+}  // namespace ocsp_test

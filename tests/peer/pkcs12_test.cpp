@@ -2,6 +2,8 @@
 // certificates and keys, and the tool opens those of the library.
 #include "password.h"
 
+namespace pkcs12_test {
+
 namespace {
 
 using namespace support;
@@ -464,3 +466,5 @@ TEST(ExchangeForOpenssl, HoldsBagsOfAllTypes) {
 }
 
 }  // namespace
+
+}  // namespace pkcs12_test

@@ -4,6 +4,8 @@
 
 #include "by_hand.h"
 
+namespace pkcs7_test {
+
 namespace {
 
 using namespace support;
@@ -679,3 +681,5 @@ TEST(MessageEncryptedForOpenssl, IsDecrypted) {
 }
 
 }  // namespace
+
+}  // namespace pkcs7_test

@@ -3,6 +3,8 @@
 // those of the library.
 #include "openssl.h"
 
+namespace request_test {
+
 namespace {
 
 using namespace support;
@@ -512,3 +514,5 @@ INSTANTIATE_TEST_SUITE_P(Keys, RequestForOpenssl, testing::Values("rsa", "ec", "
                          [](const auto &kind) { return std::string(kind.param); });
 
 }  // namespace
+
+}  // namespace request_test

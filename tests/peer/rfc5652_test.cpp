@@ -6,6 +6,8 @@
 
 #include "by_hand.h"
 
+namespace rfc5652_test {
+
 namespace {
 
 using namespace support;
@@ -401,3 +403,5 @@ TEST(DigestedMessageOfOpenssl, IsVerifiedByTheToolAsTheLibraryWritesIt) {
 }
 
 }  // namespace
+
+}  // namespace rfc5652_test

@@ -4,6 +4,8 @@
 
 #include "revocation.h"
 
+namespace rfc6960_test {
+
 namespace {
 
 using namespace support;
@@ -452,3 +454,5 @@ parameters=NULL
 }
 
 }  // namespace
+
+}  // namespace rfc6960_test

@@ -5,6 +5,8 @@
 
 #include "by_hand.h"
 
+namespace rfc7292_test {
+
 namespace {
 
 using namespace support;
@@ -249,3 +251,5 @@ TEST(PssParametersOfOpenssl, AreOfTheCertificateThatItSigned) {
 }
 
 }  // namespace
+
+}  // namespace rfc7292_test

@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace card_test {
+
 namespace {
 
 using ToolCard = Records;
@@ -223,3 +225,5 @@ TEST_F(ToolCard, ShowsTheFlatRecords) {
 }
 
 }  // namespace
+
+}  // namespace card_test

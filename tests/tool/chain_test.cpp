@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace chain_test {
+
 namespace {
 
 class ToolChain : public Records {
@@ -147,3 +149,5 @@ TEST_F(ToolChain, ReadsWhatOpensslMakes) {
 }
 
 }  // namespace
+
+}  // namespace chain_test

@@ -4,6 +4,8 @@
 
 using namespace tool_tests;
 
+namespace crl_scope_test {
+
 namespace {
 
 Bytes utc(const char *text) { return element(0x17, support::text(text)); }
@@ -207,3 +209,5 @@ TEST_F(CrlScope, RemarksAreSaidByEachCommand) {
 }
 
 }  // namespace
+
+}  // namespace crl_scope_test

@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace crl_test {
+
 namespace {
 
 Bytes utc(const char *text) { return element(0x17, support::text(text)); }
@@ -313,3 +315,5 @@ TEST_F(Crl, SaysWhereTheEntriesAreMalformed) {
 }
 
 }  // namespace
+
+}  // namespace crl_test

@@ -4,6 +4,8 @@
 
 using namespace tool_tests;
 
+namespace diff_test {
+
 namespace {
 
 Bytes utc(const char *text) { return element(0x17, support::text(text)); }
@@ -366,3 +368,5 @@ TEST_F(Diff, LongListsInAnotherOrderTakeLinearTime) {
 }
 
 }  // namespace
+
+}  // namespace diff_test

@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace digest_lines_test {
+
 namespace {
 
 using ToolDigestLines = Tool;
@@ -43,3 +45,5 @@ TEST_F(ToolDigestLines, TheKeyIdentifierIsWhatOpensslMakesOfTheKey) {
 }
 
 }  // namespace
+
+}  // namespace digest_lines_test

@@ -4,6 +4,8 @@
 
 using namespace tool_tests;
 
+namespace digests_test {
+
 namespace {
 
 class ToolDigests : public Records {
@@ -141,3 +143,5 @@ TEST_F(ToolDigests, RevocationListsHaveFingerprints) {
 }
 
 }  // namespace
+
+}  // namespace digests_test

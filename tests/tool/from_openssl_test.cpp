@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace from_openssl_test {
+
 namespace {
 
 /// A pair of the document.
@@ -123,3 +125,5 @@ TEST_F(FromOpenssl, EachPairSaysTheSame) {
 }
 
 }  // namespace
+
+}  // namespace from_openssl_test

@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace hostile_test {
+
 namespace {
 
 /// A command that takes one file as its last word, and its status where it cannot read that.
@@ -259,3 +261,5 @@ TEST_F(Hostile, TypesAreAlignedAndEndWithTheirLabels) {
 }
 
 }  // namespace
+
+}  // namespace hostile_test

@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace input_test {
+
 namespace {
 
 /// Two certificates, as openssl writes them, in whatever form a test puts them.
@@ -354,3 +356,5 @@ TEST_F(InputForms, TakesAFileWithThePlainestNameAndACommandFirst) {
 }
 
 }  // namespace
+
+}  // namespace input_test

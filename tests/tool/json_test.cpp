@@ -7,6 +7,8 @@
 
 using namespace tool_tests;
 
+namespace json_test {
+
 namespace {
 
 class ToolFacts : public Bundles {
@@ -299,3 +301,5 @@ TEST_F(ToolFacts, MarksAnExplicitTagThatIsTooLong) {
 }
 
 }  // namespace
+
+}  // namespace json_test

@@ -4,6 +4,8 @@
 
 using namespace tool_tests;
 
+namespace key_test {
+
 namespace {
 
 Bytes bit_string(const Bytes &octets) { return element(0x03, hex("00") + octets); }
@@ -265,3 +267,5 @@ TEST_F(Key, OtherElementsHaveNoKey) {
 }
 
 }  // namespace
+
+}  // namespace key_test

@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace keys_test {
+
 namespace {
 
 using ToolKeys = Records;
@@ -313,3 +315,5 @@ TEST_F(ToolKeys, AreNotMadeOfWhatIsNone) {
 }
 
 }  // namespace
+
+}  // namespace keys_test

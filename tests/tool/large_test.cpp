@@ -8,6 +8,8 @@
 
 using namespace tool_tests;
 
+namespace large_test {
+
 namespace {
 
 class Large : public Tool {
@@ -105,3 +107,5 @@ TEST_F(Large, InputsHaveNumbersLinesAndOffsets) {
 }
 
 }  // namespace
+
+}  // namespace large_test

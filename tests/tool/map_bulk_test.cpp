@@ -16,6 +16,8 @@
 
 using namespace tool_tests;
 
+namespace map_bulk_test {
+
 namespace {
 
 // ---- Lines --------------------------------------------------------------------------------------
@@ -502,3 +504,5 @@ TEST_F(MapBulk, LeavesNoWorkerBehind) {
 }
 
 }  // namespace
+
+}  // namespace map_bulk_test

@@ -7,6 +7,8 @@
 
 using namespace tool_tests;
 
+namespace map_test {
+
 namespace {
 
 std::string pem(const Bytes &octets) {
@@ -480,3 +482,5 @@ TEST_F(Map, ListsTheFieldsWithTheirKinds) {
 }
 
 }  // namespace
+
+}  // namespace map_test

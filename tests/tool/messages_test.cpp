@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace messages_test {
+
 namespace {
 
 using ToolMessages = Records;
@@ -508,3 +510,5 @@ TEST_F(ToolExchange, TheSchemaRefusesWhatItDoesNotDescribe) {
 }
 
 }  // namespace
+
+}  // namespace messages_test

@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace oid_test {
+
 namespace {
 
 using ToolLargeOid = Tool;
@@ -54,3 +56,5 @@ TEST_F(ToolLargeOid, RefusesWhatNobodyMeans) {
 }
 
 }  // namespace
+
+}  // namespace oid_test

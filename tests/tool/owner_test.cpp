@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace owner_test {
+
 namespace {
 
 using ToolOwners = Records;
@@ -35,3 +37,5 @@ TEST_F(ToolOwners, AListInACertificateInABagIsReadWhenItIsPrinted) {
 }
 
 }  // namespace
+
+}  // namespace owner_test

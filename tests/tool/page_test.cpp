@@ -6,6 +6,8 @@
 
 using namespace tool_tests;
 
+namespace page_test {
+
 namespace {
 
 class Pages : public Tool {
@@ -255,3 +257,5 @@ TEST_F(Pages, EndQuietlyWithThePager) {
 }
 
 }  // namespace
+
+}  // namespace page_test

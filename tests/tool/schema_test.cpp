@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace schema_test {
+
 namespace {
 
 class Schemas : public Bundles {
@@ -200,3 +202,5 @@ TEST_F(Schemas, HoldForTheValuesOfExtensionsAlone) {
 }
 
 }  // namespace
+
+}  // namespace schema_test

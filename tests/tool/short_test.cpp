@@ -3,6 +3,8 @@
 
 using namespace tool_tests;
 
+namespace short_test {
+
 namespace {
 
 /// A certificate with these times and names, and no extension but subjectAltName.
@@ -137,3 +139,5 @@ TEST_F(Short, RefusesTimesAndOrdersThatAreNone) {
 }
 
 }  // namespace
+
+}  // namespace short_test

@@ -5,6 +5,8 @@
 
 using namespace tool_tests;
 
+namespace tool_test {
+
 namespace {
 
 // ---- Hand-made certificates ---------------------------------------------------------------------
@@ -1175,3 +1177,5 @@ TEST_F(ToolUsage, HelpTeachesByExample) {
 }
 
 }  // namespace
+
+}  // namespace tool_test

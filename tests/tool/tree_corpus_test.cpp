@@ -7,6 +7,8 @@
 
 #include "tool.h"
 
+namespace tree_corpus_test {
+
 namespace {
 
 using namespace tool_tests;
@@ -160,3 +162,5 @@ TEST_F(ToolTreePeer, FindsInStringsWhatOpensslFindsThere) {
 }
 
 }  // namespace
+
+}  // namespace tree_corpus_test

@@ -3,6 +3,8 @@
 #include "nest.h"
 #include "tool.h"
 
+namespace tree_test {
+
 namespace {
 
 using namespace tool_tests;
@@ -456,3 +458,5 @@ TEST_F(ToolTree, IsNoPartOfShortFormsAndJson) {
 }
 
 }  // namespace
+
+}  // namespace tree_test

@@ -4,6 +4,8 @@
 
 using namespace tool_tests;
 
+namespace types_test {
+
 namespace {
 
 // ---- Hand-made elements -------------------------------------------------------------------------
@@ -906,3 +908,5 @@ TEST_F(ToolOtherCommands, TraceWhatTheDecoderReads) {
 }
 
 }  // namespace
+
+}  // namespace types_test

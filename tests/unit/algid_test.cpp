@@ -4,6 +4,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace algid_test {
+
 namespace {
 
 using namespace support;
@@ -410,3 +412,5 @@ TEST(AlgIdMemory, IsReleasedWhenItIsExhausted) {
 #endif
 
 }  // namespace
+
+}  // namespace algid_test

@@ -6,6 +6,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace bit_string_test {
+
 namespace {
 
 using namespace support;
@@ -793,3 +795,5 @@ TEST(BitStringMemory, FailedGrowthLeavesTheRecordAsItWas) {
 #endif
 
 }  // namespace
+
+}  // namespace bit_string_test

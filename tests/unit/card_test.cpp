@@ -1,6 +1,8 @@
 // Tests the two flat records of a smart card.
 #include "records.h"
 
+namespace card_test {
+
 namespace {
 
 using namespace support;
@@ -178,3 +180,5 @@ TEST(CardMemory, EachFailingAllocationIsAFailure) {
 }
 
 }  // namespace
+
+}  // namespace card_test

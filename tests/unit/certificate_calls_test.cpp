@@ -5,6 +5,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace certificate_calls_test {
+
 namespace {
 
 using support::Bytes;
@@ -704,3 +706,5 @@ TEST(QuestionsAboutACertificate, KeepNothing) {
 }
 
 }  // namespace
+
+}  // namespace certificate_calls_test

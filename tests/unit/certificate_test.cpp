@@ -7,6 +7,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace certificate_test {
+
 namespace {
 
 using support::Bytes;
@@ -1572,3 +1574,5 @@ TEST(CertificateMemory, EachFailingAllocationFailsTheClone) {
 #endif
 
 }  // namespace
+
+}  // namespace certificate_test

@@ -3,6 +3,8 @@
 
 #include "records.h"
 
+namespace crl_test {
+
 namespace {
 
 using namespace support;
@@ -1034,3 +1036,5 @@ TEST(CrlMemory, EachFailingAllocationIsAFailure) {
 }
 
 }  // namespace
+
+}  // namespace crl_test

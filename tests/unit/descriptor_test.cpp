@@ -14,6 +14,8 @@
 #include "nest.h"
 #include "support.h"
 
+namespace descriptor_test {
+
 namespace {
 
 using support::Bytes;
@@ -786,3 +788,5 @@ TEST(TypesDefinedBy, AreThoseOfTheRfcs) {
 }
 
 }  // namespace
+
+}  // namespace descriptor_test

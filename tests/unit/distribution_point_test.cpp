@@ -3,6 +3,8 @@
 
 #include "records.h"
 
+namespace distribution_point_test {
+
 namespace {
 
 using namespace support;
@@ -782,3 +784,5 @@ TEST(AuthorityInfoAccessMemory, EachFailingAllocationFailsTheDecoder) {
 #endif
 
 }  // namespace
+
+}  // namespace distribution_point_test

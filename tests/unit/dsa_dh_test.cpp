@@ -1,6 +1,8 @@
 // Tests DSA and Diffie-Hellman parameters, and DSA signatures.
 #include "records.h"
 
+namespace dsa_dh_test {
+
 namespace {
 
 using namespace support;
@@ -378,3 +380,5 @@ TEST(DsaDhMemory, EachFailingAllocationIsAFailure) {
 }
 
 }  // namespace
+
+}  // namespace dsa_dh_test

@@ -1,6 +1,8 @@
 // Tests the encoding frame: identifier octet, length octets and end-of-contents, both directions.
 #include "support.h"
 
+namespace frame_test {
+
 namespace {
 
 using support::Bytes;
@@ -617,3 +619,5 @@ TEST(TagLengthDecoder, DoesNotMissAPlaceForTheLengthBehindARefusedTag) {
 }
 
 }  // namespace
+
+}  // namespace frame_test

@@ -3,6 +3,8 @@
 #include "nest.h"
 #include "records.h"
 
+namespace gdo_test {
+
 namespace {
 
 using namespace support;
@@ -1309,3 +1311,5 @@ TEST(GdoMemory, ASetOfSetsFailsWithoutAnythingLeft) {
 #endif
 
 }  // namespace
+
+}  // namespace gdo_test

@@ -3,6 +3,8 @@
 
 #include "records.h"
 
+namespace general_name_test {
+
 namespace {
 
 using namespace support;
@@ -657,3 +659,5 @@ TEST(OtherNameMemory, AFieldThatCannotBeCopiedLetsTheEmptyCopyThrough) {
 #endif
 
 }  // namespace
+
+}  // namespace general_name_test

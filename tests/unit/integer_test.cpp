@@ -2,6 +2,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace integer_test {
+
 namespace {
 
 using support::Bytes;
@@ -536,3 +538,5 @@ TEST(IntegerMemory, TheDecoderGivesAndStoresNullWhereAnAllocationFails) {
 #endif
 
 }  // namespace
+
+}  // namespace integer_test

@@ -2,6 +2,8 @@
 // own, with explicit tags, and have no encoder.
 #include "records.h"
 
+namespace key_policy_extension_test {
+
 namespace {
 
 using namespace support;
@@ -877,3 +879,5 @@ TEST(KeyPolicyExtensionMemory, EachFailingAllocationIsAFailure) {
 }
 
 }  // namespace
+
+}  // namespace key_policy_extension_test

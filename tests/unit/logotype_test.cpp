@@ -1,6 +1,8 @@
 // Tests logotypes, which are only written. The octets are put together by hand.
 #include "records.h"
 
+namespace logotype_test {
+
 namespace {
 
 using namespace support;
@@ -655,3 +657,5 @@ TEST(LogotypeMemory, EncodersAllocateNothing) {
 #endif
 
 }  // namespace
+
+}  // namespace logotype_test

@@ -2,6 +2,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace name_structure_test {
+
 namespace {
 
 using support::Bytes;
@@ -771,3 +773,5 @@ TEST(NameStructureMemory, EachFailingAllocationFailsTheClone) {
 #endif
 
 }  // namespace
+
+}  // namespace name_structure_test

@@ -2,6 +2,8 @@
 // as the reader of a header does. With `z` NULL they fail.
 #include "support.h"
 
+namespace null_end_test {
+
 namespace {
 
 using support::Bytes;
@@ -57,3 +59,5 @@ NEEDS_AN_END(GDOObjectSetOf, asn1_GDOObjectSetOf_d)
 NEEDS_AN_END(GDOObjectSetOfSetOf, asn1_GDOObjectSetOfSetOf_d)
 
 }  // namespace
+
+}  // namespace null_end_test

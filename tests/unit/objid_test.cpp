@@ -7,6 +7,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace objid_test {
+
 namespace {
 
 using support::Bytes;
@@ -694,3 +696,5 @@ TEST(ObjIdMemory, SprintFailsAndLeavesTheCapacityWhereAnAllocationFails) {
 #endif
 
 }  // namespace
+
+}  // namespace objid_test

@@ -13,6 +13,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace objid_text_test {
+
 namespace {
 
 using support::Bytes;
@@ -262,3 +264,5 @@ TEST(ObjIdText, FailsAtEachAllocation) {
 #endif
 
 }  // namespace
+
+}  // namespace objid_text_test

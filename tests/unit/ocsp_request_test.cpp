@@ -1,6 +1,8 @@
 // Tests OCSP requests and the records in them.
 #include "records.h"
 
+namespace ocsp_request_test {
+
 namespace {
 
 using namespace support;
@@ -696,3 +698,5 @@ TEST(OcspRequestMemory, EachFailingAllocationIsAFailure) {
 }
 
 }  // namespace
+
+}  // namespace ocsp_request_test

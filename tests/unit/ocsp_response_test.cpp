@@ -1,6 +1,8 @@
 // Tests OCSP responses, which are only read, and the records in them.
 #include "records.h"
 
+namespace ocsp_response_test {
+
 namespace {
 
 using namespace support;
@@ -1005,3 +1007,5 @@ TEST(OcspResponseMemory, EachFailingAllocationIsAFailure) {
 }
 
 }  // namespace
+
+}  // namespace ocsp_response_test

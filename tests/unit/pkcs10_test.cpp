@@ -1,6 +1,8 @@
 // Tests attributes, and the certification requests that hold them.
 #include "records.h"
 
+namespace pkcs10_test {
+
 namespace {
 
 using namespace support;
@@ -605,3 +607,5 @@ TEST(CertRequestMemory, EachFailingAllocationIsAFailure) {
 }
 
 }  // namespace
+
+}  // namespace pkcs10_test

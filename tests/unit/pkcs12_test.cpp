@@ -1,6 +1,8 @@
 // Tests PKCS #12: the container, its MAC, and the bags.
 #include "messages.h"
 
+namespace pkcs12_test {
+
 namespace {
 
 using namespace support;
@@ -672,3 +674,5 @@ TEST(PfxMemoryDeathTest, ExhaustionGivesNullOrLeavesASafeWithoutAType) {
 #endif
 
 }  // namespace
+
+}  // namespace pkcs12_test

@@ -1,6 +1,8 @@
 // Tests RSA keys, digests and private keys.
 #include "records.h"
 
+namespace pkcs1_pkcs8_test {
+
 namespace {
 
 using namespace support;
@@ -476,3 +478,5 @@ TEST(PrivateKeyMemory, EachFailingAllocationIsAFailure) {
 }
 
 }  // namespace
+
+}  // namespace pkcs1_pkcs8_test

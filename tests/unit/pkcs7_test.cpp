@@ -4,6 +4,8 @@
 #include "messages.h"
 #include "nest.h"
 
+namespace pkcs7_test {
+
 namespace {
 
 using namespace support;
@@ -1535,3 +1537,5 @@ TEST(MessageMemoryDeathTest, ExhaustionInASignedDataGivesNullOrLeavesAMessageWit
 #endif
 
 }  // namespace
+
+}  // namespace pkcs7_test

@@ -5,6 +5,8 @@
 
 #include "support.h"
 
+namespace registry_test {
+
 namespace {
 
 using support::Bytes;
@@ -378,3 +380,5 @@ TEST(Registry, ThreadsReadItTogether) {
 }
 
 }  // namespace
+
+}  // namespace registry_test

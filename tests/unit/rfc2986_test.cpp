@@ -1,6 +1,8 @@
 // Certification requests in the form of RFC 2986. The octets are made by hand.
 #include <forms.h>
 
+namespace rfc2986_test {
+
 namespace {
 
 using namespace support;
@@ -105,3 +107,5 @@ TEST(Request, IsRefused) {
 }
 
 }  // namespace
+
+}  // namespace rfc2986_test

@@ -1,6 +1,8 @@
 // Logotypes (RFC 3709, 4.1). The octets are made by hand.
 #include "forms.h"
 
+namespace rfc3709_test {
+
 namespace {
 
 using support::Bytes;
@@ -188,3 +190,5 @@ TEST(LogotypeExtnForm, HasItsFourFieldsUnderExplicitTags) {
 }
 
 }  // namespace
+
+}  // namespace rfc3709_test

@@ -1,6 +1,8 @@
 // The statements of qualified certificates (RFC 3739; ETSI EN 319 412-5). The octets are made by hand.
 #include "forms.h"
 
+namespace rfc3739_test {
+
 namespace {
 
 using support::Bytes;
@@ -108,3 +110,5 @@ TEST(QcCClegislationForm, IsAListOfCountries) {
 }
 
 }  // namespace
+
+}  // namespace rfc3739_test

@@ -2,6 +2,8 @@
 // its Appendix B and C; the others are made by hand.
 #include "forms.h"
 
+namespace rfc3779_test {
+
 namespace {
 
 using support::Bytes;
@@ -124,3 +126,5 @@ TEST(ASForms, StandAlone) {
 }
 
 }  // namespace
+
+}  // namespace rfc3779_test

@@ -7,6 +7,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace rfc4514_test {
+
 namespace {
 
 using support::Bytes;
@@ -649,3 +651,5 @@ TEST(Rfc4514, FailsAtEachAllocation) {
 #endif
 
 }  // namespace
+
+}  // namespace rfc4514_test

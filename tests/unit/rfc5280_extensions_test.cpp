@@ -2,6 +2,8 @@
 // its Appendix A, in which the tags of the extensions are implicit.
 #include "forms.h"
 
+namespace rfc5280_extensions_test {
+
 namespace {
 
 using support::Bytes;
@@ -458,3 +460,5 @@ TEST(ExtensionForms, AreWrittenFromTheirFields) {
 }
 
 }  // namespace
+
+}  // namespace rfc5280_extensions_test

@@ -1,6 +1,8 @@
 // Cryptographic messages in the form of RFC 5652. The octets are made by hand.
 #include <forms.h>
 
+namespace rfc5652_test {
+
 namespace {
 
 using namespace support;
@@ -457,3 +459,5 @@ TEST(AuthenticatedMessage, HasItsFieldsInTheirPlaces) {
 }
 
 }  // namespace
+
+}  // namespace rfc5652_test

@@ -2,6 +2,8 @@
 // RFC 5915. The octets are made by hand.
 #include <forms.h>
 
+namespace rfc5958_test {
+
 namespace {
 
 using namespace support;
@@ -173,3 +175,5 @@ TEST(EncryptedPrivateKey, IsAnAlgorithmAndOctets) {
 }
 
 }  // namespace
+
+}  // namespace rfc5958_test

@@ -1,40 +1,34 @@
 // Tests the Online Certificate Status Protocol in the form of RFC 6960: octets by hand, read and
 // written.
-#include <orvelpki.h>
+#include "forms.h"
 
-#include "records.h"
+namespace rfc6960_test {
 
 namespace {
 
 using namespace support;
 
-#define FORM(T, Record)                                                                  \
-  constexpr RecordFamily<Record> T##_form = {pki_##T##_new, pki_##T##_free, pki_##T##_e, \
-                                             pki_##T##_d, pki_##T##_clone};
-#define FORM_LIST(T, Record)                                                                    \
-  constexpr RecordFamily<Record> T##_form = {nullptr, pki_##T##_free, pki_##T##_e, pki_##T##_d, \
-                                             pki_##T##_clone};
-
-FORM(CertID, CertID)
-FORM(Request, Request)
-FORM(TBSRequest, TBSRequest)
-FORM(OCSPSignature, OCSPSignature)
-FORM(OCSPRequest, OCSPRequest)
-FORM(ResponseBytes, ResponseBytes)
-FORM(OCSPResponse, OCSPResponse)
-FORM(ResponderID, ResponderID)
-FORM(RevokedInfo, pki_RevokedInfo)
-FORM(OCSPCertStatus, OCSPCertStatus)
-FORM(SingleResponse, SingleResponse)
-FORM(ResponseData, ResponseData)
-FORM(BasicOCSPResponse, BasicOCSPResponse)
-FORM(CrlID, pki_CrlID)
-FORM(ServiceLocator, pki_ServiceLocator)
-FORM(PreferredSignatureAlgorithm, pki_PreferredSignatureAlgorithm)
-FORM_LIST(Nonce, OctetString)
-FORM_LIST(AcceptableResponses, List)
-FORM_LIST(ArchiveCutoff, GeneralizedTime)
-FORM_LIST(PreferredSignatureAlgorithms, List)
+constexpr auto CertID_form = FORM(CertID, CertID);
+constexpr auto Request_form = FORM(Request, Request);
+constexpr auto TBSRequest_form = FORM(TBSRequest, TBSRequest);
+constexpr auto OCSPSignature_form = FORM(OCSPSignature, OCSPSignature);
+constexpr auto OCSPRequest_form = FORM(OCSPRequest, OCSPRequest);
+constexpr auto ResponseBytes_form = FORM(ResponseBytes, ResponseBytes);
+constexpr auto OCSPResponse_form = FORM(OCSPResponse, OCSPResponse);
+constexpr auto ResponderID_form = FORM(ResponderID, ResponderID);
+constexpr auto RevokedInfo_form = FORM(RevokedInfo, pki_RevokedInfo);
+constexpr auto OCSPCertStatus_form = FORM(OCSPCertStatus, OCSPCertStatus);
+constexpr auto SingleResponse_form = FORM(SingleResponse, SingleResponse);
+constexpr auto ResponseData_form = FORM(ResponseData, ResponseData);
+constexpr auto BasicOCSPResponse_form = FORM(BasicOCSPResponse, BasicOCSPResponse);
+constexpr auto CrlID_form = FORM(CrlID, pki_CrlID);
+constexpr auto ServiceLocator_form = FORM(ServiceLocator, pki_ServiceLocator);
+constexpr auto PreferredSignatureAlgorithm_form =
+    FORM(PreferredSignatureAlgorithm, pki_PreferredSignatureAlgorithm);
+constexpr auto Nonce_form = FORM_LIST(Nonce, OctetString);
+constexpr auto AcceptableResponses_form = FORM_LIST(AcceptableResponses, List);
+constexpr auto ArchiveCutoff_form = FORM_LIST(ArchiveCutoff, GeneralizedTime);
+constexpr auto PreferredSignatureAlgorithms_form = FORM_LIST(PreferredSignatureAlgorithms, List);
 
 const Bytes sha1 = hex("30 09 06 05 2B 0E 03 02 1A 05 00");
 const Bytes ed25519 = hex("30 05 06 03 2B 65 70");
@@ -653,3 +647,5 @@ TEST(OcspForms, DoNotEndTheProcessForANullPointer) {
 }
 
 }  // namespace
+
+}  // namespace rfc6960_test

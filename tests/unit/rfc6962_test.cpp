@@ -1,6 +1,8 @@
 // Lists of signed certificate timestamps (RFC 6962, 3.2 and 3.3). The octets are made by hand.
 #include "forms.h"
 
+namespace rfc6962_test {
+
 namespace {
 
 using support::Bytes;
@@ -184,3 +186,5 @@ TEST(SignedCertificateTimestampListForm, IsExplained) {
 }
 
 }  // namespace
+
+}  // namespace rfc6962_test

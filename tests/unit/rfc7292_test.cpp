@@ -1,6 +1,8 @@
 // Stores of keys and certificates in the form of RFC 7292. The octets are made by hand.
 #include <forms.h>
 
+namespace rfc7292_test {
+
 namespace {
 
 using namespace support;
@@ -153,3 +155,5 @@ TEST(KeyParameters, AreSaltAndIterations) {
 }
 
 }  // namespace
+
+}  // namespace rfc7292_test

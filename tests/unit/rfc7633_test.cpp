@@ -1,6 +1,8 @@
 // The TLS feature extension (RFC 7633). The octets are made by hand.
 #include "forms.h"
 
+namespace rfc7633_test {
+
 namespace {
 
 using support::element_of;
@@ -21,3 +23,5 @@ TEST(FeaturesForm, IsAListOfNumbers) {
 }
 
 }  // namespace
+
+}  // namespace rfc7633_test

@@ -1,6 +1,8 @@
 // RSA keys, digests and parameters in the forms of RFC 8017 and RFC 4055. The octets are made by hand.
 #include <forms.h>
 
+namespace rfc8017_test {
+
 namespace {
 
 using namespace support;
@@ -152,3 +154,5 @@ TEST(OaepParameters, AreTaggedExplicitly) {
 }
 
 }  // namespace
+
+}  // namespace rfc8017_test

@@ -2,6 +2,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace small_types_test {
+
 namespace {
 
 using support::Bytes;
@@ -512,3 +514,5 @@ TEST(AnyMemory, NewCloneAndDecoderGiveNullWhereAnAllocationFails) {
 #endif
 
 }  // namespace
+
+}  // namespace small_types_test

@@ -1,6 +1,8 @@
 // Tests the signed public key and challenge of browser key enrolment.
 #include "records.h"
 
+namespace spkac_test {
+
 namespace {
 
 using namespace support;
@@ -319,3 +321,5 @@ TEST(SignedChallengeMemory, EachFailingAllocationIsAFailure) {
 }
 
 }  // namespace
+
+}  // namespace spkac_test

@@ -5,6 +5,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace strings_test {
+
 namespace {
 
 using namespace support;
@@ -731,3 +733,5 @@ TEST_P(StringTypeDeathTest, DecoderAssertsItsPointers) {
 }
 
 }  // namespace
+
+}  // namespace strings_test

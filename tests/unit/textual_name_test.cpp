@@ -7,6 +7,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace textual_name_test {
+
 namespace {
 
 using support::Bytes;
@@ -988,3 +990,5 @@ TEST(TextualNameMemory, EachFailingAllocationFailsNewAndClone) {
 #endif
 
 }  // namespace
+
+}  // namespace textual_name_test

@@ -9,6 +9,8 @@
 #include "allocator.h"
 #include "support.h"
 
+namespace time_test {
+
 namespace {
 
 using namespace support;
@@ -988,3 +990,5 @@ TEST(TimeMemory, IsReleasedWhenADecoderExhaustsIt) {
 #endif
 
 }  // namespace
+
+}  // namespace time_test

@@ -3,6 +3,8 @@
 
 #include "support.h"
 
+namespace view_test {
+
 namespace {
 
 using support::Bytes;
@@ -424,3 +426,5 @@ TEST_F(Missing, TakesAnythingForARecord) {
 }
 
 }  // namespace
+
+}  // namespace view_test
