@@ -69,6 +69,7 @@ want_tool_libraries() {
   want libcli11-dev has_header CLI/CLI.hpp
   want nlohmann-json3-dev has_header nlohmann/json.hpp
   want nettle-dev has_header nettle/sha2.h
+  want libmimalloc-dev has_header mimalloc.h
 }
 
 want_openssl() {
