@@ -878,7 +878,7 @@ TEST_F(ToolInput, SaysThatItsOutputCannotBeWritten) {
   const Outcome result = run_program(
       {"sh", "-c", std::string("'") + ORVELASN1_TOOL_PATH + "' show '" + input + "' >/dev/full"},
       "", {});
-  EXPECT_EQ(1, result.status);
+  EXPECT_EQ(3, result.status);
   EXPECT_EQ("orvelasn1: standard output: No space left on device\n", result.err);
 }
 

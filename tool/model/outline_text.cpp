@@ -16,7 +16,6 @@ namespace {
 using Kind = OutlineLine::Kind;
 
 constexpr size_t octets_a_row = 16;
-constexpr size_t octets_at_a_glance = 64;
 constexpr size_t octets_of_a_value = 20;
 constexpr size_t levels_indented = 30;
 

@@ -12,7 +12,6 @@ namespace {
 
 constexpr size_t widest_key = 40;
 constexpr size_t octets_a_line = 16;
-constexpr size_t octets_at_a_glance = 64;
 
 }  // namespace
 

@@ -48,6 +48,9 @@ class Page {
   std::vector<Section> sections_;
 };
 
+/// How many octets are shown of many.
+constexpr size_t octets_at_a_glance = 64;
+
 /// Returns a hexadecimal dump in lines of sixteen octets. Cuts a long one unless `full`; the last
 /// line then has the number of octets left out.
 std::vector<std::string> dump(Octets octets, bool full);

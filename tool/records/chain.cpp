@@ -15,8 +15,6 @@ namespace {
 constexpr uint8_t subject_key_identifier[] = {0x55, 0x1D, 0x0E};
 constexpr uint8_t authority_key_identifier[] = {0x55, 0x1D, 0x23};
 
-Octets octets(const pki_Octets &one) { return {one.data, one.length}; }
-
 bool same(Octets one, Octets other) { return std::ranges::equal(one, other); }
 
 /// Returns the value of an extension; no octets where it is not there.
@@ -24,13 +22,13 @@ Octets extension(const pki_CertificateView &view, Octets identifier) {
   pki_ExtensionView found;
   const int32_t there = pki_extension_view(view.extensions, identifier.data(),
                                            static_cast<uint32_t>(identifier.size()), &found);
-  return there == 1 ? octets(pki_view_content(found.extnValue)) : Octets();
+  return there == 1 ? octets_of(pki_view_content(found.extnValue)) : Octets();
 }
 
 /// Returns the content of an element with these identifier octets; no octets for another one.
 Octets content_of(Octets element, uint8_t identifier) {
   if (element.empty() || element[0] != identifier) return {};
-  return octets(pki_view_content({element.data(), static_cast<uint32_t>(element.size())}));
+  return octets_of(pki_view_content({element.data(), static_cast<uint32_t>(element.size())}));
 }
 
 std::string name_text(Octets name, const View &view) {
@@ -140,7 +138,7 @@ void Chain::add(const Element &element) {
   const Bytes &own = certificates_.emplace_back(start, end);
   pki_certificate_view(own.data(), own.data() + own.size(), &view);
   const auto key = components(extension(view, authority_key_identifier), 1);
-  members_.push_back({element.number, own, octets(view.subject), octets(view.issuer),
+  members_.push_back({element.number, own, octets_of(view.subject), octets_of(view.issuer),
                       content_of(extension(view, subject_key_identifier), tag::octet_string),
                       key.empty() ? Octets() : content_of(key[0], tag::context)});
 }

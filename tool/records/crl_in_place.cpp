@@ -9,19 +9,15 @@ namespace tool {
 
 namespace {
 
-Octets span_of(const pki_Octets &view) {
-  return view.data == nullptr ? Octets() : Octets(view.data, view.length);
-}
-
 /// Returns the CRL without its list of entries.
 Bytes without_entries(const pki_CrlReader &reader) {
-  const Octets fields = span_of(pki_view_content(reader.tbsCertList));
-  const Octets list = span_of(reader.revokedCertificates);
+  const Octets fields = octets_of(pki_view_content(reader.tbsCertList));
+  const Octets list = octets_of(reader.revokedCertificates);
   const auto before = static_cast<size_t>(list.data() - fields.data());
   const Bytes signed_part =
       element_of(tag::sequence, {fields.first(before), fields.subspan(before + list.size())});
-  return element_of(tag::sequence, {signed_part, span_of(reader.signatureAlgorithm),
-                                    span_of(reader.signatureValue)});
+  return element_of(tag::sequence, {signed_part, octets_of(reader.signatureAlgorithm),
+                                    octets_of(reader.signatureValue)});
 }
 
 /// Returns where each of the entries begins, and where the last one ends.

@@ -12,10 +12,6 @@ namespace {
 
 constexpr uint8_t directory = 4;
 
-Octets span_of(const pki_Octets &view) {
-  return view.data == nullptr ? Octets() : Octets(view.data, view.length);
-}
-
 /// What a certificate says of the CRLs that it is in.
 struct Described {
   std::string issuer;  ///< its identity
@@ -29,7 +25,7 @@ std::string identity(const GeneralName *name) {
   const Bytes octets = encoded([name](uint8_t **pp) { return pki_GeneralName_e(pp, name); });
   if (name->kind != directory) return hex(octets);
   return name_identity(
-      span_of(pki_view_content({octets.data(), static_cast<uint32_t>(octets.size())})));
+      octets_of(pki_view_content({octets.data(), static_cast<uint32_t>(octets.size())})));
 }
 
 std::vector<std::string> identities(const List *names) {
@@ -55,7 +51,7 @@ Octets value_of(const pki_CertificateView &view, uint8_t last_arc) {
   pki_ExtensionView extension;
   if (pki_extension_view(view.extensions, identifier, sizeof identifier, &extension) != 1)
     return {};
-  return span_of(pki_view_content(extension.extnValue));
+  return octets_of(pki_view_content(extension.extnValue));
 }
 
 Described certificate_in(Octets octets) {
@@ -64,7 +60,7 @@ Described certificate_in(Octets octets) {
   pki_CertificateView view;
   if (pki_certificate_view(octets.data(), octets.data() + octets.size(), &view) == nullptr)
     return certificate;
-  certificate.issuer = name_identity(span_of(view.issuer));
+  certificate.issuer = name_identity(octets_of(view.issuer));
   const auto constraints =
       decoded(pki_BasicConstraints_d, pki_BasicConstraints_free, value_of(view, basic_constraints));
   certificate.is_authority = constraints && constraints->cA != 0;

@@ -69,8 +69,8 @@ std::optional<KeyHolder> certificate(Octets element) {
   pki_CertificateView view;
   if (pki_certificate_view(element.data(), element.data() + element.size(), &view) == nullptr)
     return std::nullopt;
-  const auto octets = [](const pki_Octets &one) { return Octets(one.data, one.length); };
-  return stated("Certificate", name_text(octets(view.subject)), octets(view.subjectPublicKeyInfo));
+  return stated("Certificate", name_text(octets_of(view.subject)),
+                octets_of(view.subjectPublicKeyInfo));
 }
 
 /// The holders that are one SEQUENCE, by its fields.

@@ -11,11 +11,6 @@ namespace tool {
 
 namespace {
 
-/// Returns the octets of a view.
-Octets span_of(const pki_Octets &view) {
-  return view.data == nullptr ? Octets() : Octets(view.data, view.length);
-}
-
 /// The last arcs of extensions under id-ce, 2.5.29.
 enum : uint8_t {
   crl_number = 20,
@@ -34,7 +29,7 @@ std::optional<Octets> extension_value(const pki_Octets &extensions, uint8_t last
   pki_ExtensionView extension;
   const int32_t found = pki_extension_view(extensions, identifier, sizeof identifier, &extension);
   if (found < 0) return std::nullopt;
-  return found == 0 ? Octets() : span_of(pki_view_content(extension.extnValue));
+  return found == 0 ? Octets() : octets_of(pki_view_content(extension.extnValue));
 }
 
 /// Returns the first directory name of a GeneralNames, a Name; no octets where there is none.
@@ -44,7 +39,7 @@ Octets directory_name(Octets general_names) {
       pki_view_content({general_names.data(), static_cast<uint32_t>(general_names.size())});
   pki_Octets name;
   while (pki_view_next(&content, &name) == 1)
-    if (name.data[0] == directory) return span_of(pki_view_content(name));
+    if (name.data[0] == directory) return octets_of(pki_view_content(name));
   return {};
 }
 
@@ -52,7 +47,7 @@ Octets directory_name(Octets general_names) {
 std::optional<Octets> integer(const std::optional<Octets> &value) {
   if (!value || value->empty()) return value;
   if (!decoded(asn1_Integer_d, asn1_Integer_free, *value)) return std::nullopt;
-  return span_of(pki_view_content({value->data(), static_cast<uint32_t>(value->size())}));
+  return octets_of(pki_view_content({value->data(), static_cast<uint32_t>(value->size())}));
 }
 
 bool is_epoch(Octets characters) { return text_of(characters).ends_with("700101000000Z"); }
@@ -95,9 +90,9 @@ std::optional<RevocationList> RevocationList::open(Octets octets, std::optional<
   if (!header.indefinite && size < octets.size())
     fault = Fault{size, counted(octets.size() - size, "octet") + " left over after the CRL"};
   list.octets_ = octets;
-  list.issuer_ = span_of(list.reader_.issuer);
-  list.this_update_ = span_of(list.reader_.thisUpdate);
-  list.next_update_ = span_of(list.reader_.nextUpdate);
+  list.issuer_ = octets_of(list.reader_.issuer);
+  list.this_update_ = octets_of(list.reader_.thisUpdate);
+  list.next_update_ = octets_of(list.reader_.nextUpdate);
   return list;
 }
 
@@ -122,7 +117,7 @@ std::vector<Fault> RevocationList::faults() const {
   check_time("thisUpdate", this_update_);
   if (!next_update_.empty()) check_time("nextUpdate", next_update_);
   if (reader_.extensions.length == 0) return found;
-  const Octets extensions = span_of(pki_view_content(reader_.extensions));
+  const Octets extensions = octets_of(pki_view_content(reader_.extensions));
   if (!is_well("crlExtensions", extensions, "pki_Extensions")) return found;
   for (const auto &[name, number] :
        {std::pair("cRLNumber", number()), std::pair("deltaCRLIndicator", base_number())})
@@ -156,7 +151,7 @@ void RevocationList::for_each(const Job &job, const Refuse &refuse) const {
     if (found == 0) return;
     if (found < 0) {
       const size_t offset = offset_of(before.data);
-      const Syntax::Reading reading = Syntax("pki_CRLEntry").read(span_of(before));
+      const Syntax::Reading reading = Syntax("pki_CRLEntry").read(octets_of(before));
       refuse(reading.fault ? Fault{offset + reading.fault->offset.value_or(0), reading.fault->text}
                            : Fault{offset, "the octets are no entry"});
       pki_Octets skipped;
@@ -164,9 +159,9 @@ void RevocationList::for_each(const Job &job, const Refuse &refuse) const {
       continue;
     }
     Revocation made;
-    made.element = span_of(before).first(before.length - reader.rest.length);
-    made.serial = shortest(span_of(entry.serialNumber));
-    made.date_text = span_of(entry.revocationDate);
+    made.element = octets_of(before).first(before.length - reader.rest.length);
+    made.serial = shortest(octets_of(entry.serialNumber));
+    made.date_text = octets_of(entry.revocationDate);
     if (entry.revoked != 0 || is_epoch(made.date_text)) made.date = entry.revoked;
     made.reason = entry.reason;
     made.extensions = entry.extensions;

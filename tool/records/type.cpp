@@ -12,10 +12,6 @@ namespace tool {
 
 namespace {
 
-bool is_list(const pki_Type *type) {
-  return pki_Type_kind(type) == PKI_SEQUENCE_OF || pki_Type_kind(type) == PKI_SET_OF;
-}
-
 // A new family is one line here and in type.h, and a file of its own.
 constexpr std::vector<Type> (*families[])() = {
     certificate_types,  crl_types,       request_types,  ocsp_types,      key_types,
@@ -114,6 +110,10 @@ std::vector<Value> forget_own(const Value &value) {
 }
 
 }  // namespace
+
+bool is_list(const pki_Type *type) {
+  return pki_Type_kind(type) == PKI_SEQUENCE_OF || pki_Type_kind(type) == PKI_SET_OF;
+}
 
 std::optional<Syntax::Refusal> Syntax::refusal(Octets octets) const {
   pki_Fault fault;

@@ -156,6 +156,9 @@ const std::vector<Type> &types();
 /// Returns the type of this name, or null.
 const Type *type_named(std::string_view name);
 
+/// Whether a type of the libraries is a SEQUENCE OF or SET OF.
+bool is_list(const pki_Type *type);
+
 /// Returns the row of a type of the libraries, or null for one that has none.
 const Type *row_of(const pki_Type *type);
 

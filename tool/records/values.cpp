@@ -8,10 +8,6 @@ namespace tool {
 
 namespace {
 
-bool is_list(const pki_Type *type) {
-  return pki_Type_kind(type) == PKI_SEQUENCE_OF || pki_Type_kind(type) == PKI_SET_OF;
-}
-
 /// Reads octets unless they are nested too deeply.
 template <class Read>
 Inside read_deeper(const View &view, Read read) {

@@ -1,20 +1,18 @@
 #include "system/isolate.h"
 
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <new>
 #include <system_error>
 
 #include "system/output.h"
+#include "system/process.h"
 #include "system/shared_memory.h"
 
 namespace tool {
@@ -59,29 +57,6 @@ std::string read_words(int pipe_end) {
     if (words.size() < most) words.append(buffer, static_cast<size_t>(count));
   }
   return words;
-}
-
-int wait_for(pid_t child) {
-  int status = 0;
-  while (waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
-  return status;
-}
-
-/// Ends the tool as its child ended, if it was by a signal from outside or for lack of a reader:
-/// these are meant for the whole tool.
-void follow(int status) {
-  if (WIFEXITED(status) && WEXITSTATUS(status) == output_failed) std::exit(EXIT_FAILURE);
-  if (!WIFSIGNALED(status)) return;
-  for (const int signal : {SIGPIPE, SIGINT, SIGTERM, SIGHUP, SIGQUIT})
-    if (WTERMSIG(status) == signal) {
-      std::signal(signal, SIG_DFL);
-      std::raise(signal);
-    }
-}
-
-std::string manner_of_end(int status) {
-  if (WIFSIGNALED(status)) return std::string("ended by signal: ") + strsignal(WTERMSIG(status));
-  return "ended with status " + std::to_string(WEXITSTATUS(status));
 }
 
 }  // namespace

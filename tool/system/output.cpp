@@ -21,6 +21,8 @@ int complaints = STDERR_FILENO;
   std::_Exit(output_failed);
 }
 
+}  // namespace
+
 bool write_all(int descriptor, std::string_view octets) {
   while (!octets.empty()) {
     const ssize_t count = ::write(descriptor, octets.data(), octets.size());
@@ -30,8 +32,6 @@ bool write_all(int descriptor, std::string_view octets) {
   }
   return true;
 }
-
-}  // namespace
 
 void emit(std::string_view text) {
   const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();

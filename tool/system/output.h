@@ -10,6 +10,9 @@ namespace tool {
 /// The status of the tool, and of its children, when its output cannot be written.
 constexpr int output_failed = 3;
 
+/// Writes octets to a file descriptor. Returns false on failure, and errno says why.
+bool write_all(int descriptor, std::string_view octets);
+
 /// Writes a text to standard output at once. On failure it says so and ends the process.
 void emit(std::string_view text);
 

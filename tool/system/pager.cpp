@@ -13,6 +13,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "system/output.h"
+#include "system/process.h"
 #include "system/terminal.h"
 
 namespace tool {
@@ -63,16 +65,6 @@ class Pipe {
   int ends_[2] = {-1, -1};
 };
 
-bool write_all(int descriptor, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t count = ::write(descriptor, text.data(), text.size());
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return false;
-    text.remove_prefix(static_cast<size_t>(count));
-  }
-  return true;
-}
-
 /// Reads what is there. Returns an empty text at the end.
 std::string read_some(int descriptor) {
   std::string text(65536, '\0');
@@ -98,12 +90,6 @@ std::optional<pid_t> start_pager(const std::string &command, const Pipe &pipe) {
       posix_spawnp(&pager, "sh", &actions, nullptr, const_cast<char **>(words), environ);
   posix_spawn_file_actions_destroy(&actions);
   return failure == 0 ? std::optional(pager) : std::nullopt;
-}
-
-int wait_for(pid_t child) {
-  int status = 0;
-  while (waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
-  return status;
 }
 
 /// Copies the output of the job, from what was read of it on, to the pager, until one of the two

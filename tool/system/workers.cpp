@@ -4,13 +4,11 @@
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -24,6 +22,7 @@
 
 #include "system/descriptor.h"
 #include "system/output.h"
+#include "system/process.h"
 #include "system/shared_memory.h"
 
 namespace tool {
@@ -68,28 +67,6 @@ bool receive_number(int fd, uint8_t &number) {
     if (count == 1) return true;
     if (count == 0 || errno != EINTR) return false;
   }
-}
-
-std::string manner_of_end(int status) {
-  if (WIFSIGNALED(status)) return std::string("ended by signal: ") + strsignal(WTERMSIG(status));
-  return "ended with status " + std::to_string(WEXITSTATUS(status));
-}
-
-int wait_for(pid_t child) {
-  int status = 0;
-  while (waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
-  return status;
-}
-
-/// Ends the tool as a worker ended, if it was by a signal from outside: that is meant for the whole
-/// tool.
-void follow(int status) {
-  if (!WIFSIGNALED(status)) return;
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT})
-    if (WTERMSIG(status) == signal) {
-      std::signal(signal, SIG_DFL);
-      std::raise(signal);
-    }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #define ORVELASN1_TOOL_TEXT_OCTETS_H
 
 #include <orvelasn1.h>
+#include <pki_view.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -66,7 +67,10 @@ void append_base64(std::string &out, Octets octets, std::string_view line_end);
 /// Returns the base64 form in one line, without a newline.
 std::string base64_line(Octets octets);
 
-/// Returns the octets of a text.
+/// Returns the octets of a view, or of a text.
+inline Octets octets_of(const pki_Octets &view) {
+  return view.data == nullptr ? Octets() : Octets(view.data, view.length);
+}
 inline Octets octets_of(std::string_view text) {
   return {reinterpret_cast<const uint8_t *>(text.data()), text.size()};
 }
