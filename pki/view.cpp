@@ -112,16 +112,24 @@ bool view_extension(pki_Octets element, pki_ExtensionView *view) {
                                                                                  element, view);
 }
 
-/// CRLReason ::= ENUMERATED in an OCTET STRING, from the extensions of an entry.
+/// CRLReason ::= ENUMERATED in an OCTET STRING, from the extensions of an entry. Those of nearly
+/// all entries are a reason alone: these need no walk over their fields.
 int32_t reason_of(pki_Octets extensions) {
   constexpr uint8_t id_ce_cRLReasons[] = {0x55, 0x1D, 0x15};
+  constexpr uint8_t reason_alone[] = {0x30, 0x0C, 0x30, 0x0A, 0x06, 0x03, 0x55,
+                                      0x1D, 0x15, 0x04, 0x03, 0x0A, 0x01};
+  constexpr uint32_t size = sizeof reason_alone;
   pki_ExtensionView extension;
   pki_Octets value, reason;
-  if (pki_extension_view(extensions, id_ce_cRLReasons, sizeof id_ce_cRLReasons, &extension) != 1 ||
-      !open(extension.extnValue, &value) || value.length == 0 || value.data[0] != tag::enumerated ||
-      !open(value, &reason) || refuse_enumerated({reason.data, reason.length}) != nullptr) {
+  if (extensions.length == size + 1 && std::memcmp(extensions.data, reason_alone, size) == 0) {
+    reason = {extensions.data + size, 1};
+  } else if (pki_extension_view(extensions, id_ce_cRLReasons, sizeof id_ce_cRLReasons,
+                                &extension) != 1 ||
+             !open(extension.extnValue, &value) || value.length == 0 ||
+             value.data[0] != tag::enumerated || !open(value, &reason)) {
     return PKI_NO_REASON;
   }
+  if (refuse_enumerated({reason.data, reason.length}) != nullptr) return PKI_NO_REASON;
   return reason.data[0];
 }
 

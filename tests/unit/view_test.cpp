@@ -279,6 +279,30 @@ TEST(CrlReader, ReadsAnEntryWithALongLengthAnywhere) {
   }
 }
 
+TEST(CrlReader, ReadsAReasonInAnyForm) {
+  const Bytes other = hex("30 0A 06 03 55 1D 18 04 03 18 01 5A");
+  struct Case {
+    Bytes extensions;
+    int32_t reason;
+  };
+  for (const Case &one : {Case{hex("30 0C 30 0A 06 03 55 1D 15 04 03 0A 01 06"), 6},
+                          Case{hex("30 0C 30 0A 06 03 55 1D 15 04 03 0A 01 7F"), 0x7F},
+                          Case{hex("30 0C 30 0A 06 03 55 1D 15 04 03 0A 01 80"), PKI_NO_REASON},
+                          Case{hex("30 0C 30 0A 06 03 55 1D 18 04 03 0A 01 06"), PKI_NO_REASON},
+                          Case{hex("30 0C 30 0A 06 03 55 1D 15 04 03 02 01 06"), PKI_NO_REASON},
+                          Case{hex("30 0B 30 09 06 03 55 1D 15 04 02 0A 00"), PKI_NO_REASON},
+                          Case{hex("30 0F 30 0D 06 03 55 1D 15 01 01 FF 04 03 0A 01 06"), 6},
+                          Case{sequence(hex("30 0A 06 03 55 1D 15 04 03 0A 01 06") + other), 6},
+                          Case{sequence(other + hex("30 0A 06 03 55 1D 15 04 03 0A 01 06")), 6}}) {
+    const Input input(list(sequence(entry("05", utc("260201000000Z"), one.extensions))));
+    pki_CrlReader reader;
+    pki_CrlEntry found;
+    ASSERT_EQ(1, pki_crl_open(&reader, input.z(), input.end()));
+    ASSERT_EQ(1, pki_crl_next(&reader, &found)) << testing::PrintToString(one.extensions);
+    EXPECT_EQ(one.reason, found.reason) << testing::PrintToString(one.extensions);
+  }
+}
+
 TEST(CrlReader, FindsASerialNumberFromTheStart) {
   const Input input(list(entries));
   pki_CrlReader reader;
