@@ -1,5 +1,6 @@
 // Names as texts: the string of RFC 4514, and this library's own.
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <memory>
 
@@ -91,10 +92,14 @@ constexpr AttributeType attribute_types[] = {
     {"UID", &userId},
 };
 
+// The last arc tells nearly all of them apart.
 const AttributeType *find_type(const ObjId &oid) {
+  const uint32_t last = oid.arcs[oid.count - 1];
   const auto *const row = std::find_if(
-      std::begin(attribute_types), std::end(attribute_types),
-      [&oid](const AttributeType &type) { return asn1_ObjId_cmp(type.identifier, &oid) == 0; });
+      std::begin(attribute_types), std::end(attribute_types), [&](const AttributeType &type) {
+        const ObjId &known = *type.identifier;
+        return known.arcs[known.count - 1] == last && asn1_ObjId_cmp(&known, &oid) == 0;
+      });
   return row == std::end(attribute_types) ? nullptr : row;
 }
 
@@ -254,6 +259,25 @@ constexpr bool is_separator(char32_t c) {
 // To a string
 // ---------------------------------------------------------------------------------------------
 
+/// The ASCII characters that stand for themselves inside of a value.
+constexpr auto plain = [] {
+  std::array<bool, 256> made{};
+  for (uint8_t c = 1; c < 0x80; ++c) made[c] = !is_separator(c) && c != '\\';
+  return made;
+}();
+
+/// Whether a value goes into the text as it stands, as nearly all do.
+bool is_plain(Encoding encoding, const ASN1String &value) {
+  if (encoding == Encoding::none || encoding == Encoding::utf16 || encoding == Encoding::utf32) {
+    return false;
+  }
+  if (value.length == 0) return true;
+  const uint8_t *const first = value.data;
+  const uint8_t *const last = first + value.length - 1;
+  return *first != ' ' && *first != '#' && *last != ' ' &&
+         std::all_of(first, last + 1, [](uint8_t octet) { return plain[octet]; });
+}
+
 /// Writes a well-formed value (RFC 4514, 2.4).
 void write_characters(Text &text, Encoding encoding, const ASN1String &value) {
   Characters characters(encoding, value);
@@ -294,6 +318,10 @@ bool write_assertion(Text &text, const AttributeValueAssertion *assertion) {
   }
   text.append('=');
   const Encoding encoding = encoding_of(identifier);
+  if (type != nullptr && is_plain(encoding, value)) {
+    text.append(reinterpret_cast<const char *>(value.data), value.length);
+    return true;
+  }
   if (type != nullptr && is_well_formed(encoding, value)) {
     write_characters(text, encoding, value);
     return true;

@@ -9,10 +9,11 @@
 namespace pki {
 
 /// Octets that are appended to. Once memory is exhausted, nothing more is, and the text has failed.
+/// Takes no memory before the room that it has in itself is full.
 class Text {
  public:
   Text() = default;
-  ~Text() { std::free(octets_); }
+  ~Text() { std::free(block_); }
   Text(const Text &) = delete;
   Text &operator=(const Text &) = delete;
 
@@ -23,44 +24,54 @@ class Text {
   /// Makes the text empty, with the room that it has.
   void clear() { size_ = 0; }
 
-  void append(char c) { append(&c, 1); }
+  void append(char c) {
+    if (size_ == room_ && !reserve(1)) return;
+    octets_[size_++] = c;
+  }
   void append(const char *text) { append(text, std::strlen(text)); }
   void append(const char *octets, size_t count) {
-    if (count == 0 || !reserve(count)) return;
+    if (count == 0 || (count > room_ - size_ && !reserve(count))) return;
     std::memcpy(octets_ + size_, octets, count);
     size_ += count;
   }
 
-  /// Hands the block over, with a NUL at its end. Returns NULL where the text has failed.
+  /// Makes a block of the octets, with a NUL at its end. Returns NULL where the text has failed,
+  /// and when memory is exhausted.
   char *release() {
     append('\0');
     if (failed_) return nullptr;
-    char *const block = octets_;
-    octets_ = nullptr;
-    size_ = room_ = 0;
+    auto *const block = static_cast<char *>(std::realloc(block_, size_));
+    if (block == nullptr) return nullptr;
+    if (block_ == nullptr) std::memcpy(block, own_, size_);
+    block_ = nullptr;
+    octets_ = own_;
+    size_ = 0;
+    room_ = sizeof own_;
     return block;
   }
 
  private:
+  /// Makes the room twice as large: the copying stays linear.
   bool reserve(size_t count) {
-    if (failed_) return false;
-    if (count <= room_ - size_) return true;
-    // Twice the room: the copying stays linear.
-    size_t room = room_ < least ? least : room_;
+    size_t room = room_;
     while (room - size_ < count && !failed_) failed_ = __builtin_mul_overflow(room, 2U, &room);
-    auto *const block = failed_ ? nullptr : static_cast<char *>(std::realloc(octets_, room));
-    failed_ = block == nullptr;
-    if (failed_) return false;
-    octets_ = block;
+    auto *const block = failed_ ? nullptr : static_cast<char *>(std::realloc(block_, room));
+    if (block == nullptr) {
+      failed_ = true;
+      room_ = size_;
+      return false;
+    }
+    if (block_ == nullptr) std::memcpy(block, own_, size_);
+    octets_ = block_ = block;
     room_ = room;
     return true;
   }
 
-  static constexpr size_t least = 64;
-
-  char *octets_ = nullptr;
+  char own_[256];
+  char *octets_ = own_;
+  char *block_ = nullptr;  ///< where the octets are once their own room is full
   size_t size_ = 0;
-  size_t room_ = 0;
+  size_t room_ = sizeof own_;
   bool failed_ = false;
 };
 

@@ -98,6 +98,57 @@ TEST_F(Map, HasOneLineWhateverCharactersAValueHas) {
       lines({"--fields", "subject", "--csv"}, input));
 }
 
+/// What a label is shown as.
+struct Shown {
+  std::string character;
+  std::string printable;
+};
+
+// A label may have any octets. Those that are not printed as they are stand at each place of a text
+// of up to two words of eight.
+TEST_F(Map, ShowsEachCharacterAtEachPlace) {
+  const std::vector<Shown> all{{"\x1F", "\\x1F"},
+                               {std::string(1, '\0'), "\\x00"},
+                               {" ", " "},
+                               {"~", "~"},
+                               {"\x7F", "\\x7F"},
+                               {"\\", "\\\\"},
+                               {"[", "["},
+                               {"]", "]"},
+                               {"\xC3\xA9", "\xC3\xA9"},
+                               {"\xE2\x80\xAE", "\\u{202E}"},
+                               {"\x80", "\\x80"},
+                               {"\xFF", "\\xFF"},
+                               {"\xC3", "\\xC3"}};
+  std::string input;
+  std::string expected;
+  std::string csv;
+  const std::string record = "\t" + base64(one_) + "\n";
+  for (const auto &[character, printable] : all)
+    for (size_t before = 0; before < 18; ++before)
+      for (const size_t after : {0U, 1U, 7U, 8U}) {
+        const std::string start(before, 'a');
+        const std::string end(after, 'z');
+        input += start + character + end + record;
+        expected += start + printable + end + "\t\n";
+        // A backslash is safe.
+        csv += start + (character == "\\" ? character : printable) + end + ",\n";
+      }
+  EXPECT_EQ(expected, lines({"--in", "base64", "--fields", "id"}, input));
+  EXPECT_EQ(csv, lines({"--in", "base64", "--fields", "id", "--csv"}, input));
+}
+
+TEST_F(Map, QuotesWhatCsvWantsInQuotes) {
+  const std::string end = "\t" + base64(one_) + "\n";
+  EXPECT_EQ(
+      "a b,\n"
+      "\",\",\n"
+      "\"\"\"\"\"\",\n"
+      "\"a,\\x1B\"\"\",\n",
+      lines({"--in", "base64", "--fields", "id", "--csv"},
+            "a b" + end + "," + end + "\"\"" + end + "a,\x1B\"" + end));
+}
+
 // A record of nearly 64 MiB and many small ones that come with its end.
 TEST_F(Map, ReadsALongRecordAndTheSmallOnesAfterIt) {
   const std::string small = base64(one_) + "\n";
@@ -157,6 +208,75 @@ TEST_F(Map, ReadsEveryFormat) {
   expect({"--in", "ct"}, answer + "]}");
   expect({"--in", "ct"}, R"({ "entries" : [)" + entry(one_, true) + "]}\n" + R"({"entries":[)" +
                              entry(two_, false) + "]}\n");
+}
+
+/// A PEM block with lines of this width.
+std::string pem(const Bytes &octets, size_t width, const std::string &line_end) {
+  std::string out = "-----BEGIN CERTIFICATE-----" + line_end;
+  const std::string text = base64(octets);
+  for (size_t i = 0; i < text.size(); i += width) out += text.substr(i, width) + line_end;
+  return out + "-----END CERTIFICATE-----\n";
+}
+
+// Digits are taken eight, four and one at a time. DER does not come by there.
+TEST_F(Map, ReadsBase64InLinesOfEveryWidth) {
+  Bytes der;
+  std::string blocks;
+  std::string base64_lines;
+  for (const size_t more : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 7U, 40U})
+    for (const size_t width :
+         {1U, 2U, 3U, 4U, 5U, 7U, 8U, 9U, 11U, 12U, 13U, 61U, 62U, 63U, 64U, 65U, 76U, 9999U})
+      for (const char *const line_end : {"\n", "\r\n", "\r", " \t\n\n", "\\n", "\\r\\n", "&#10;"}) {
+        const Bytes one = certificate(0x010203, std::string(more, 'x'));
+        der = der + one;
+        blocks += pem(one, width, line_end);
+        base64_lines += base64(one) + "\n";
+      }
+  const auto with = [&](const std::string &format) {
+    return std::vector<std::string>{"--in", format, "--fields", "element,size,sha256,error"};
+  };
+  const std::string expected = lines(with("der"), characters(der));
+  EXPECT_EQ(expected, lines(with("pem"), blocks));
+  EXPECT_EQ(expected, lines(with("base64"), base64_lines));
+}
+
+TEST_F(Map, SaysWhichCharacterOfABlockIsNoBase64) {
+  const std::string sound = pem(one_);
+  const size_t start = sound.find('\n') + 1;
+  const size_t end = sound.find("-----END") - 1;
+  std::string input;
+  std::string expected;
+  for (const auto &[character, shown] :
+       std::vector<Shown>{{"*", "*"}, {"\xFF", "\\\\xFF"}, {std::string(1, '\0'), "\\\\x00"}})
+    for (size_t place = start; place < end; ++place) {
+      const auto line =
+          1 + std::count(sound.begin(), sound.begin() + static_cast<long>(place), '\n');
+      if (sound[place] == '\n') continue;
+      input += std::string(sound).replace(place, 1, character);
+      expected +=
+          "line " + std::to_string(line) + ": \"" + shown + "\" is not a base64 character\n";
+    }
+  EXPECT_EQ(expected, lines({"--in", "pem", "--fields", "error"}, input));
+}
+
+TEST_F(Map, SaysThatABlockEndsInsideAGroup) {
+  const std::string text = base64(certificate(0x010203, "x"));
+  const std::string cut =
+      "the base64 text ends inside a group of four; it may have been cut short\n";
+  std::string input;
+  std::string expected;
+  const auto add = [&](size_t digits, const std::string &end, const std::string &error) {
+    input += "-----BEGIN CERTIFICATE-----\n" + text.substr(0, digits) + end +
+             "\n-----END CERTIFICATE-----\n";
+    expected += error;
+  };
+  for (size_t digits = 0; digits < 24; ++digits) {
+    for (size_t padding = 0; padding < 5; ++padding)
+      if (padding > 2 || (digits + padding) % 4 != 0) add(digits, std::string(padding, '='), cut);
+    add(digits, "=A", "line 2: base64 text after the padding\n");
+  }
+  add(0, "", "the PEM block is empty\n");
+  EXPECT_EQ(expected, lines({"--in", "pem", "--fields", "error"}, input));
 }
 
 /// An answer of a log as it stands on the wire: one entry with the certificate and the chain that

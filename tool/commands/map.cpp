@@ -24,80 +24,105 @@ size_t processors() {
   return std::clamp<size_t>(static_cast<size_t>(sysconf(_SC_NPROCESSORS_ONLN)), 1, 127);
 }
 
-/// Writes the lines of objects.
+/// Makes the lines of objects, one after the other in the same memory.
 class LineWriter {
  public:
-  explicit LineWriter(const MapRequest &request) : request_(request) {}
+  explicit LineWriter(const MapRequest &request)
+      : request_(request), has_id_(has("id")), has_error_(has("error")) {}
 
+  /// Returns the line of an object, until the next call.
   /// @param labelled whether the lines have a column for labels. A label has one in any case.
-  std::string operator()(const Object &object, bool labelled) const {
-    if (request_.form != Form::json) return columns(object, labelled || !object.id.empty());
-    std::string line;
-    if (object.record == nullptr || request_.fields.empty()) {
-      append_json(line, object, request_.view);
+  std::string_view operator()(const Object &object, bool labelled) {
+    line_.clear();
+    if (request_.form != Form::json) {
+      append_columns(object, labelled || !object.id.empty());
     } else {
-      line += '{';
-      if (!object.id.empty() && !has("id")) put(line, "id", valid_utf8(object.id));
-      for (const Field *const field : request_.fields)
-        put(line, field->name, json_of(field->of(object)));
-      line += '}';
+      append_object(object);
+      line_ += '\n';
     }
-    return std::move(line += '\n');
+    return line_;
   }
 
-  /// Returns the line that names the columns.
-  std::string header(bool labelled) const {
-    std::vector<std::string> names;
-    if (labelled && !has("id")) names.emplace_back("id");
-    for (const Field *const field : request_.fields) names.emplace_back(field->name);
-    if (!has("error")) names.emplace_back("error");
-    return line(names);
+  /// Returns the line that names the columns, until the next call.
+  std::string_view header(bool labelled) {
+    line_.clear();
+    if (labelled && !has_id_) append_column("id");
+    for (const Field *const field : request_.fields) append_column(field->name);
+    if (!has_error_) append_column("error");
+    end_columns();
+    return line_;
   }
 
  private:
   bool has(std::string_view field) const {
     return std::ranges::find(request_.fields, field, &Field::name) != request_.fields.end();
   }
-
-  std::string columns(const Object &object, bool has_label) const {
-    std::vector<std::string> values;
-    for (const Field *const field : request_.fields) values.push_back(text_of(field->of(object)));
-    if (!has("error"))
-      values.push_back(object.fault == nullptr ? "" : text_with_offset(*object.fault));
-    // A label comes first, as it stands, where it is not asked for at another place.
-    std::string start;
-    if (has_label && !has("id"))
-      start = is_csv() ? csv(object.id) + "," : std::string(object.id) + "\t";
-    return start + line(values);
-  }
-
-  static void put(std::string &line, std::string_view key, const Json &value) {
-    append_key(line, key);
-    value.append_to(line);
-  }
-
   bool is_csv() const { return request_.form == Form::csv; }
+  char separator() const { return is_csv() ? ',' : '\t'; }
 
-  /// Returns the values in one line, whatever characters they have.
-  std::string line(std::vector<std::string> &values) const {
-    for (std::string &value : values)
-      if (!is_csv())
-        value = printable(std::string_view(value));
+  void append_object(const Object &object) {
+    if (object.record == nullptr || request_.fields.empty())
+      return append_json(line_, object, request_.view);
+    line_ += '{';
+    if (!object.id.empty() && !has_id_) put("id", valid_utf8(object.id));
+    for (const Field *const field : request_.fields) put(field->name, json_of(field->of(object)));
+    line_ += '}';
+  }
+
+  void put(std::string_view key, const Json &value) {
+    append_key(line_, key);
+    value.append_to(line_);
+  }
+
+  void append_columns(const Object &object, bool has_label) {
+    // A label comes first, as it stands, where it is not asked for at another place.
+    if (has_label && !has_id_) {
+      if (is_csv())
+        append_csv(object.id);
       else
-        value =
-            csv(is_safe(from_utf8(octets_of(value))) ? value : printable(std::string_view(value)));
-    return joined(values, is_csv() ? "," : "\t") + "\n";
+        line_ += object.id;
+      line_ += separator();
+    }
+    for (const Field *const field : request_.fields)
+      append_column(text_of(field->of(object), room_));
+    if (!has_error_) append_column(object.fault == nullptr ? "" : text_with_offset(*object.fault));
+    end_columns();
   }
 
-  /// Returns a value as CSV has it (RFC 4180).
-  static std::string csv(std::string_view value) {
-    if (value.find_first_of(",\"\r\n") == value.npos) return std::string(value);
-    std::string out = "\"";
-    for (const char c : value) out += c == '"' ? "\"\"" : std::string(1, c);
-    return out + "\"";
+  /// Appends a column, whatever characters it has, and a separator.
+  void append_column(std::string_view text) {
+    if (!is_csv())
+      append_printable(line_, text);
+    else if (is_safe(text))
+      append_csv(text);
+    else
+      append_csv(printable(text));
+    line_ += separator();
   }
+
+  /// Appends a value as CSV has it (RFC 4180).
+  void append_csv(std::string_view value) {
+    const auto is_special = [](char c) { return c == ',' || c == '"' || c == '\r' || c == '\n'; };
+    if (std::ranges::none_of(value, is_special)) {
+      line_ += value;
+      return;
+    }
+    line_ += '"';
+    for (const char c : value) {
+      if (c == '"') line_ += '"';
+      line_ += c;
+    }
+    line_ += '"';
+  }
+
+  /// Puts the line's end in the place of the last separator.
+  void end_columns() { line_.back() = '\n'; }
 
   const MapRequest &request_;
+  bool has_id_;
+  bool has_error_;
+  std::string line_;
+  std::string room_;  ///< for the text of a value
 };
 
 /// Goes through the records of pieces, in a worker.
@@ -107,7 +132,7 @@ class RecordWorker {
       : request_(request), stream_(stream), write_(request) {}
 
   /// Answers for all records that are left.
-  void work(Piece &piece) const {
+  void work(Piece &piece) {
     const Stream::Origin origin = stream_.origin(piece.origin());
     const Cutter cut = origin.format.cutter();
     while (!piece.rest().empty()) {
@@ -123,7 +148,7 @@ class RecordWorker {
   }
 
   /// Answers for a record that ended a worker.
-  void ended(Piece &piece, std::string_view words) const {
+  void ended(Piece &piece, std::string_view words) {
     refuse(piece, stream_.origin(piece.origin()),
            "the library ended its process: " + std::string(words.substr(0, words.find('\n'))));
   }
@@ -139,14 +164,14 @@ class RecordWorker {
     return object;
   }
 
-  void refuse(Piece &piece, const Stream::Origin &origin, std::string why) const {
+  void refuse(Piece &piece, const Stream::Origin &origin, std::string why) {
     const Fault fault{std::nullopt, std::move(why)};
     Object object = start(piece, origin);
     object.fault = &fault;
     finish(piece, origin, object);
   }
 
-  void answer(Piece &piece, const Stream::Origin &origin, std::span<uint8_t> record) const {
+  void answer(Piece &piece, const Stream::Origin &origin, std::span<uint8_t> record) {
     const auto element = read_record(record, origin.format);
     if (!element) return piece.done({});
     Object object = start(piece, origin);
@@ -177,7 +202,7 @@ class RecordWorker {
            (element.label.empty() || std::ranges::find(labels, element.label) != labels.end());
   }
 
-  void finish(Piece &piece, const Stream::Origin &origin, const Object &object) const {
+  void finish(Piece &piece, const Stream::Origin &origin, const Object &object) {
     Piece::Counts counts{1, object.record == nullptr ? uint64_t{1} : 0};
     const bool wanted = !request_.condition || (*request_.condition)(object);
     if (wanted && !piece.write(write_(object, origin.labelled))) {
@@ -275,7 +300,7 @@ class Progress {
 
 bool map(const MapRequest &request) {
   Stream stream(request.files, request.format);
-  const RecordWorker worker(request, stream);
+  RecordWorker worker(request, stream);
   Progress progress(stream);
   bool is_named = !request.header;
   const auto name_columns = [&] {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstring>
 
 namespace tool {
 
@@ -19,21 +21,38 @@ constexpr auto values = [] {
   return made;
 }();
 
-/// What each digit of a group of four adds to its three octets, the first of them in the lowest
-/// bits; `no_group` for other characters.
-constexpr uint32_t no_group = 0x1000000;
+/// Four octets in their order in memory, as one number: the three of a group of four digits, and
+/// one that is 0 where all four are digits.
+using Group = uint32_t;
+constexpr Group group_of(std::array<uint32_t, 4> octets) {
+  std::array<uint8_t, 4> low{};
+  std::ranges::transform(octets, low.begin(), [](uint32_t octet) { return octet & 0xFF; });
+  return std::bit_cast<Group>(low);
+}
+
+/// What each digit adds to its group, at each of the four places.
 constexpr auto group_values = [] {
-  std::array<std::array<uint32_t, 256>, 4> made{};
+  std::array<std::array<Group, 256>, 4> made{};
   for (size_t c = 0; c < 256; ++c) {
     const uint32_t six = values[c];
-    const bool is_digit = six != no_digit;
-    made[0][c] = is_digit ? six << 2 : no_group;
-    made[1][c] = is_digit ? six >> 4 | (six & 0x0F) << 12 : no_group;
-    made[2][c] = is_digit ? (six >> 2) << 8 | (six & 0x03) << 22 : no_group;
-    made[3][c] = is_digit ? six << 16 : no_group;
+    const uint32_t bad = six == no_digit ? 1 : 0;
+    made[0][c] = group_of({six << 2, 0, 0, bad});
+    made[1][c] = group_of({six >> 4, six << 4, 0, bad});
+    made[2][c] = group_of({0, six >> 2, six << 6, bad});
+    made[3][c] = group_of({0, 0, six, bad});
   }
   return made;
 }();
+
+constexpr bool is_good(Group group) { return (group & group_of({0, 0, 0, 1})) == 0; }
+
+/// Returns the group of four characters.
+inline Group group_at(const char *from) {
+  const auto value = [from](size_t i) {
+    return group_values[i][static_cast<unsigned char>(from[i])];
+  };
+  return value(0) | value(1) | value(2) | value(3);
+}
 
 /// Returns the six bits of a digit; -1 for another character.
 int value_of(char c) {
@@ -64,51 +83,64 @@ int Base64Digits::operator()() {
       ++at_;
       return value;
     }
-    const size_t blank = blank_in_base64(text_.substr(at_));
-    if (blank == 0) break;
-    at_ += blank;
+    if (!skip_blanks()) break;
   }
   return -1;
 }
 
+bool Base64Digits::skip_blanks() {
+  const size_t start = at_;
+  while (const size_t blank = blank_in_base64(text_.substr(at_))) at_ += blank;
+  return at_ != start;
+}
+
 // Nearly all of the octets of a scan come by here. What is written may be where the text stands, so
-// that a whole group is read first.
+// that groups are read before they are written. A group that is not the last one is written with the
+// octet past it: one instruction in place of two.
 size_t Base64Digits::groups(size_t most, uint8_t *out) {
-  const char *const start = text_.data() + at_;
+  const char *from = text_.data() + at_;
   const size_t limit = std::min(most, (text_.size() - at_) / 4);
   size_t count = 0;
-  for (const char *from = start; count < limit; ++count, from += 4) {
-    const auto value = [from](size_t i) {
-      return group_values[i][static_cast<unsigned char>(from[i])];
-    };
-    const uint32_t group = value(0) | value(1) | value(2) | value(3);
-    if (group >= no_group) break;
-    if (out == nullptr) continue;
-    *out++ = static_cast<uint8_t>(group);
-    *out++ = static_cast<uint8_t>(group >> 8);
-    *out++ = static_cast<uint8_t>(group >> 16);
+  for (; limit - count > 2; count += 2, from += 8, out += 6) {
+    const Group first = group_at(from);
+    const Group second = group_at(from + 4);
+    if (!is_good(first | second)) break;
+    std::memcpy(out, &first, sizeof first);
+    std::memcpy(out + 3, &second, sizeof second);
+  }
+  for (; count < limit; ++count, from += 4, out += 3) {
+    const Group group = group_at(from);
+    if (!is_good(group)) break;
+    std::memcpy(out, &group, 3);
   }
   at_ += 4 * count;
   return count;
 }
 
-Octets take_base64(std::string_view text, size_t most, uint8_t *out) {
+Base64Text take_base64(std::string_view text, size_t most, uint8_t *out) {
   Base64Digits next(text);
-  uint8_t *const start = out;
+  const auto left = [most, start = out](const uint8_t *to) {
+    return most - static_cast<size_t>(to - start);
+  };
+  uint8_t *to = out;
   uint32_t group = 0;
   size_t bits = 0;
-  for (size_t taken = 0; taken < most; taken = static_cast<size_t>(out - start)) {
-    if (bits == 0) out += 3 * next.groups((most - taken) / 3, out);
-    if (static_cast<size_t>(out - start) == most) break;
+  while (left(to) != 0) {
+    // Lines of whole groups, as nearly all are.
+    if (bits == 0) do
+        to += 3 * next.groups(left(to) / 3, to);
+      while (next.skip_blanks());
+    if (left(to) == 0) break;
     const int value = next();
     if (value < 0) break;
     group = group << 6 | static_cast<uint32_t>(value);
     bits += 6;
     if (bits < 8) continue;
     bits -= 8;
-    *out++ = static_cast<uint8_t>(group >> bits);
+    *to++ = static_cast<uint8_t>(group >> bits);
   }
-  return {start, out};
+  const Octets octets(out, to);
+  return {octets, (octets.size() * 8 + bits) / 6, next.at()};
 }
 
 }  // namespace tool

@@ -21,9 +21,12 @@ class Base64Digits {
   /// Takes the next digit. Returns its six bits, or -1 where there is none.
   int operator()();
 
+  /// Takes blanks. Returns whether there are any.
+  bool skip_blanks();
+
   /// Takes groups of four digits, at most `most`, up to one that has another character. Writes the
-  /// three octets of each to `out`, which may be null, or be where the text itself stands. Returns
-  /// how many groups they are.
+  /// three octets of each to `out`, which has room for `most`, or is where the text itself stands.
+  /// Returns how many groups they are. May write over an octet past theirs, within that room.
   size_t groups(size_t most, uint8_t *out);
 
   /// Returns the number of characters taken.
@@ -34,9 +37,16 @@ class Base64Digits {
   size_t at_ = 0;
 };
 
-/// Decodes the digits at the start of a text into octets, at most `most`. Leaves out an octet that
-/// is not complete. `out` has room for them, or is where the text itself stands.
-Octets take_base64(std::string_view text, size_t most, uint8_t *out);
+/// What was decoded of a text.
+struct Base64Text {
+  Octets octets;  ///< without one that is not complete
+  size_t digits;  ///< that were taken
+  size_t end;     ///< characters up to what is no digit, or past the last digit
+};
+
+/// Decodes the digits at the start of a text into octets, at most `most`. `out` has room for so
+/// many, or is where the text itself stands, of which nothing past the end is written over.
+Base64Text take_base64(std::string_view text, size_t most, uint8_t *out);
 
 }  // namespace tool
 

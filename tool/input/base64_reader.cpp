@@ -22,7 +22,7 @@ struct Announced {
 Announced announced(std::string_view base64) {
   std::array<uint8_t, longest_header> start{};
   Announced read;
-  const Octets octets = take_base64(base64, start.size(), start.data());
+  const Octets octets = take_base64(base64, start.size(), start.data()).octets;
   read.header = read_header(octets);
   if (read.header.size == 0 || read.header.indefinite) return read;
   // The content is not there, and not looked for.
@@ -54,12 +54,12 @@ std::optional<std::span<uint8_t>> decode_base64(std::span<uint8_t> data) {
                     count_octets(text, first.size) == first.size;
   const bool is_der = fits || (first.size > 1 && first.header.identifier == tag::sequence &&
                                count_octets(text, start.size()) == start.size());
-  if (!is_der && !is_pem(take_base64(text, start.size(), start.data()))) return std::nullopt;
+  if (!is_der && !is_pem(take_base64(text, start.size(), start.data()).octets)) return std::nullopt;
 
   size_t count = 0;
   for (size_t at = 0; at < text.size();) {
     const size_t stop = std::min(text.find('=', at), text.size());
-    count += take_base64(text.substr(at, stop - at), SIZE_MAX, data.data() + count).size();
+    count += take_base64(text.substr(at, stop - at), SIZE_MAX, data.data() + count).octets.size();
     at = std::min(text.find_first_not_of('=', stop), text.size());
   }
   return data.first(count);
@@ -106,7 +106,7 @@ std::optional<Octets> Base64Reader::sequence_here() {
   if (there < found.size && there < surely) return std::nullopt;
   if (found.size < 128) {
     std::array<uint8_t, 128> copy{};
-    const Octets octets = take_base64(text, found.size, copy.data());
+    const Octets octets = take_base64(text, found.size, copy.data()).octets;
     size_t filled = found.header.size;
     for (const Octets part : components(octets)) filled += part.size();
     if (filled != octets.size()) return std::nullopt;
@@ -117,7 +117,7 @@ std::optional<Octets> Base64Reader::sequence_here() {
     ++digits;
   }
   const size_t lines = static_cast<size_t>(std::ranges::count(text.substr(0, next.at()), '\n'));
-  const Octets octets = take_base64(text, there, data_.data() + at_);
+  const Octets octets = take_base64(text, there, data_.data() + at_).octets;
   at_ += next.at();
   line_ += lines;
   return octets;

@@ -31,10 +31,12 @@ std::optional<std::string> label_in(std::string_view text) {
 
 /// Takes the first line off a text. A line may end as in a JSON string.
 std::string_view take_line(std::string_view &text) {
-  size_t end = text.find_first_of("\n\r\\");
-  while (end != std::string_view::npos && text[end] == '\\' &&
-         blank_in_base64(text.substr(end)) < 2)
-    end = text.find_first_of("\n\r\\", end + 1);
+  const auto ends_at = [text](size_t at) {
+    return text[at] == '\n' || text[at] == '\r' ||
+           (text[at] == '\\' && blank_in_base64(text.substr(at)) > 1);
+  };
+  size_t end = 0;
+  while (end < text.size() && !ends_at(end)) ++end;
   const std::string_view line = text.substr(0, end);
   text.remove_prefix(line.size());
   text.remove_prefix(std::max<size_t>(blank_in_base64(text), text.empty() ? 0 : 1));
@@ -58,18 +60,16 @@ std::string_view take_headers(std::string_view &body) {
   return whole.substr(0, whole.size() - body.size());
 }
 
-/// Base64 text before it is decoded.
-struct Base64Check {
-  std::string wrong;  ///< what is wrong with it, or an empty text
-  size_t at = 0;      ///< of the character that is wrong; or npos where no one character is
+/// Why the base64 text of a block is refused.
+struct Base64Fault {
+  std::string text{};          ///< empty where nothing is wrong
+  std::optional<size_t> at{};  ///< of the character that is wrong; none where no one character is
 };
 
-Base64Check check_base64(std::string_view text) {
-  Base64Digits next(text);
-  size_t digits = 4 * next.groups(text.size(), nullptr);
-  while (next() >= 0) digits += 1 + 4 * next.groups(text.size(), nullptr);
+/// Judges what is left of the text of a block, and how much was decoded of it.
+Base64Fault fault_of(std::string_view text, const Base64Text &decoded) {
   size_t padding = 0;
-  for (size_t at = next.at(); at < text.size();) {
+  for (size_t at = decoded.end; at < text.size();) {
     if (const size_t blank = blank_in_base64(text.substr(at))) {
       at += blank;
     } else if (text[at] == '=') {
@@ -81,10 +81,21 @@ Base64Check check_base64(std::string_view text) {
       return {in_quotes(text.substr(at, 1)) + " is not a base64 character", at};
     }
   }
-  if ((digits + padding) % 4 != 0 || padding > 2)
-    return {"the base64 text ends inside a group of four; it may have been cut short", text.npos};
-  if (digits == 0) return {"the PEM block is empty", text.npos};
+  if ((decoded.digits + padding) % 4 != 0 || padding > 2)
+    return {"the base64 text ends inside a group of four; it may have been cut short"};
+  if (decoded.digits == 0) return {"the PEM block is empty"};
   return {};
+}
+
+/// Counts the line ends of a text in front of a place. A carriage return with a newline after it is
+/// none.
+size_t line_ends(std::string_view text, size_t to) {
+  const std::string_view lines = text.substr(0, to);
+  size_t count = 0;
+  for (size_t at = 0; (at = lines.find('\n', at)) != lines.npos; ++at) ++count;
+  for (size_t at = 0; (at = lines.find('\r', at)) != lines.npos; ++at)
+    if (!text.substr(at + 1).starts_with('\n')) ++count;
+  return count;
 }
 
 /// Leaves the certificate of a "TRUSTED CERTIFICATE", and a remark about the settings after it.
@@ -173,31 +184,34 @@ std::optional<Element> PemReader::block(const Mark &begin) {
   window_.at = ends ? mark->stop : stop;
   std::string_view body = text().substr(begin.stop, stop - begin.stop);
   const std::string_view headers = take_headers(body);
-  const bool encrypted = headers.find("ENCRYPTED") != headers.npos;
-  const std::string foreign = foreign_label(element.label);
   const size_t start = stop - body.size();
+  // Before octets take the place of the lines.
+  count_lines(window_.at);
 
-  auto [wrong, at] = check_base64(body);
-  if (!foreign.empty()) {
-    wrong = foreign;
-  } else if (encrypted) {
+  std::string wrong = foreign_label(element.label);
+  if (wrong.empty() && headers.find("ENCRYPTED") != headers.npos)
     wrong =
         "encrypted, and this tool has no password: \"openssl pkey -in FILE -out plain.pem\" asks "
         "for it and writes the key without";
-  } else if (!wrong.empty() && at != body.npos) {
-    count_lines(start + at);
-    wrong.insert(0, "line " + std::to_string(line_) + ": ");
-  } else if (!ends) {
-    wrong = "the PEM block has no END line; it may have been cut short";
-  } else if (!mark->label) {
-    wrong = "the END line of the PEM block is not complete";
-  } else if (*mark->label != element.label) {
-    wrong = "the PEM block begins as " + printable(element.label) + " and ends as " +
-            printable(*mark->label);
+  if (wrong.empty()) {
+    const Base64Text decoded = take_base64(body, SIZE_MAX, window_.data.data() + start);
+    element.octets = decoded.octets;
+    Base64Fault fault = fault_of(body, decoded);
+    if (fault.at) {
+      const size_t at = start + *fault.at;
+      const size_t line = line_ - line_ends(text().substr(at), window_.at - at);
+      wrong = "line " + std::to_string(line) + ": " + fault.text;
+    } else if (!ends) {
+      wrong = "the PEM block has no END line; it may have been cut short";
+    } else if (!mark->label) {
+      wrong = "the END line of the PEM block is not complete";
+    } else if (*mark->label != element.label) {
+      wrong = "the PEM block begins as " + printable(element.label) + " and ends as " +
+              printable(*mark->label);
+    } else {
+      wrong = std::move(fault.text);
+    }
   }
-  count_lines(window_.at);
-  if (foreign.empty() && !encrypted)
-    element.octets = take_base64(body, SIZE_MAX, window_.data.data() + start);
   if (!wrong.empty())
     element.fault = Fault{std::nullopt, std::move(wrong)};
   else if (element.label == "TRUSTED CERTIFICATE")
@@ -205,13 +219,11 @@ std::optional<Element> PemReader::block(const Mark &begin) {
   return element;
 }
 
-/// Counts the line ends up to an offset. A carriage return with a newline after it is none.
+/// Counts the line ends up to an offset.
 void PemReader::count_lines(size_t to) {
-  const std::string_view lines = text().substr(0, to);
-  for (size_t at = counted_; (at = lines.find('\n', at)) != lines.npos; ++at) ++line_;
-  for (size_t at = counted_; (at = lines.find('\r', at)) != lines.npos; ++at)
-    if (!text().substr(at + 1).starts_with('\n')) ++line_;
-  counted_ = std::max(counted_, to);
+  if (to <= counted_) return;
+  line_ += line_ends(text().substr(counted_), to - counted_);
+  counted_ = to;
 }
 
 std::optional<Element> first_block(std::span<uint8_t> text) {

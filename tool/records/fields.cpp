@@ -232,13 +232,11 @@ const Field all[] = {
     {"extensions", texts_kind, "the names of its extensions", of_certificate<extensions>},
 };
 
-std::string escaped(std::string_view text) {
-  std::string out;
+void append_escaped(std::string &out, std::string_view text) {
   for (const char c : text) {
     if (c == ',' || c == '\\') out += '\\';
     out += c;
   }
-  return out;
 }
 
 }  // namespace
@@ -269,27 +267,21 @@ Json json_of(const Value &value) {
       value);
 }
 
-std::string text_of(const Value &value) {
-  return std::visit(
-      [](const auto &one) -> std::string {
-        using One = std::decay_t<decltype(one)>;
-        if constexpr (std::is_same_v<One, std::monostate>) {
-          return {};
-        } else if constexpr (std::is_same_v<One, std::string>) {
-          return one;
-        } else if constexpr (std::is_same_v<One, int64_t>) {
-          return std::to_string(one);
-        } else if constexpr (std::is_same_v<One, Moment>) {
-          return iso(static_cast<Seconds>(one));
-        } else if constexpr (std::is_same_v<One, bool>) {
-          return one ? "true" : "false";
-        } else {
-          Texts texts;
-          for (const std::string &text : one) texts.push_back(escaped(text));
-          return joined(texts, ",");
-        }
-      },
-      value);
+std::string_view text_of(const Value &value, std::string &room) {
+  if (const auto *const text = std::get_if<std::string>(&value)) return *text;
+  room.clear();
+  if (const auto *const number = std::get_if<int64_t>(&value))
+    append_number(room, *number);
+  else if (const auto *const moment = std::get_if<Moment>(&value))
+    append_iso(room, static_cast<Seconds>(*moment));
+  else if (const auto *const truth = std::get_if<bool>(&value))
+    room += *truth ? "true" : "false";
+  else if (const auto *const texts = std::get_if<Texts>(&value))
+    for (const std::string &text : *texts) {
+      if (&text != &texts->front()) room += ',';
+      append_escaped(room, text);
+    }
+  return room;
 }
 
 }  // namespace tool

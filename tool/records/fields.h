@@ -50,8 +50,9 @@ std::string_view name_of(ValueKind kind);
 Json json_of(const Value &value);
 
 /// Returns a value in one line: several texts with commas between them, and a backslash in front of
-/// a comma or a backslash that is inside one; nothing for none. Characters are not escaped.
-std::string text_of(const Value &value);
+/// a comma or a backslash that is inside one; nothing for none. Characters are not escaped. The
+/// text is that of the value, or is written to `room`.
+std::string_view text_of(const Value &value, std::string &room);
 
 }  // namespace tool
 

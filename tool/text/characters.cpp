@@ -87,28 +87,36 @@ CodePoints from_units(Octets octets, size_t size) {
 
 }  // namespace
 
+namespace {
+
+/// Takes a character off the front of UTF-8 that is not empty. Takes an octet that is not text
+/// alone.
+char32_t take_character(Octets &octets) {
+  const uint8_t lead = octets[0];
+  const size_t size = lead < 0x80   ? 1
+                      : lead < 0xC2 ? 0
+                      : lead < 0xE0 ? 2
+                      : lead < 0xF0 ? 3
+                      : lead < 0xF5 ? 4
+                                    : 0;
+  char32_t c = size < 2 ? lead : lead & (0x7FU >> size);
+  bool good = size != 0 && octets.size() >= size;
+  for (size_t k = 1; good && k < size; ++k) {
+    good = (octets[k] & 0xC0) == 0x80;
+    c = c << 6 | (octets[k] & 0x3F);
+  }
+  good = good && !(size == 3 && c < 0x800) && !(size == 4 && c < 0x10000) && c < octet_mark &&
+         !is_surrogate(c);
+  octets = octets.subspan(good ? size : 1);
+  return good ? c : octet_mark + lead;
+}
+
+}  // namespace
+
 CodePoints from_utf8(Octets octets) {
   CodePoints out;
   out.reserve(octets.size());
-  for (size_t i = 0; i < octets.size();) {
-    const uint8_t lead = octets[i];
-    const size_t size = lead < 0x80   ? 1
-                        : lead < 0xC2 ? 0
-                        : lead < 0xE0 ? 2
-                        : lead < 0xF0 ? 3
-                        : lead < 0xF5 ? 4
-                                      : 0;
-    char32_t c = size < 2 ? lead : lead & (0x7FU >> size);
-    bool good = size != 0 && octets.size() - i >= size;
-    for (size_t k = 1; good && k < size; ++k) {
-      good = (octets[i + k] & 0xC0) == 0x80;
-      c = c << 6 | (octets[i + k] & 0x3F);
-    }
-    good = good && !(size == 3 && c < 0x800) && !(size == 4 && c < 0x10000) && c < octet_mark &&
-           !is_surrogate(c);
-    out += good ? c : octet_mark + lead;
-    i += good ? size : 1;
-  }
+  while (!octets.empty()) out += take_character(octets);
   return out;
 }
 
@@ -174,43 +182,94 @@ std::optional<Utf8> utf8_from_string(uint32_t tag, Octets value) {
   return Utf8{to_utf8(text), std::ranges::all_of(text, [](char32_t c) { return c < octet_mark; })};
 }
 
-bool is_safe(const CodePoints &text) {
-  for (const char32_t c : text)
-    if (is_unsafe(c)) return false;
-  return true;
+namespace {
+
+/// ASCII that is safe to print and needs no backslash.
+constexpr bool is_plain(char c) { return c >= ' ' && c <= '~' && c != '\\'; }
+
+/// Whether eight octets are. An octet of `x - n` borrows into its top bit where that of `x` is
+/// below `n`; the lowest such octet does so in any case, which is enough to know that there is one.
+bool are_plain(uint64_t eight) {
+  constexpr uint64_t ones = 0x0101010101010101;
+  const auto below = [](uint64_t octets, uint64_t n) { return (octets - ones * n) & ~octets; };
+  const uint64_t others =
+      below(eight, ' ') | below(eight ^ ones * '\\', 1) | eight | (eight + ones);
+  return (others & ones << 7) == 0;
+}
+
+/// Takes the plain characters off the front of a text. Returns them.
+std::string_view take_plain(std::string_view &text) {
+  const char *at = text.data();
+  const char *const end = at + text.size();
+  for (uint64_t eight = 0; end - at >= std::ptrdiff_t{sizeof eight}; at += sizeof eight) {
+    std::memcpy(&eight, at, sizeof eight);
+    if (!are_plain(eight)) break;
+  }
+  while (at != end && is_plain(*at)) ++at;
+  const std::string_view taken(text.data(), static_cast<size_t>(at - text.data()));
+  text.remove_prefix(taken.size());
+  return taken;
+}
+
+/// Takes a character off the front of a text that is not empty.
+char32_t take_character(std::string_view &text) {
+  Octets rest = octets_of(text);
+  const char32_t c = take_character(rest);
+  text.remove_prefix(text.size() - rest.size());
+  return c;
+}
+
+/// Appends a character in its printable form.
+void append_printable(std::string &out, char32_t c, std::string_view also = {}) {
+  if (c >= octet_mark || (c < 0x80 && is_unsafe(c))) {
+    const uint8_t octet = static_cast<uint8_t>(c < octet_mark ? c : c - octet_mark);
+    out += "\\x";
+    append_hex(out, Octets(&octet, 1));
+  } else if (is_unsafe(c)) {
+    out += "\\u{" + hex_number(c) + "}";
+  } else {
+    const bool escaped =
+        c == '\\' || (c < 0x80 && also.find(static_cast<char>(c)) != std::string_view::npos);
+    if (escaped) out += '\\';
+    append_utf8(out, c);
+  }
+}
+
+}  // namespace
+
+bool is_safe(const CodePoints &text) { return std::ranges::none_of(text, is_unsafe); }
+
+bool is_safe(std::string_view utf8) {
+  for (;;) {
+    take_plain(utf8);
+    if (utf8.empty()) return true;
+    if (is_unsafe(take_character(utf8))) return false;
+  }
 }
 
 std::string printable(const CodePoints &text, std::string_view also) {
   std::string out;
-  for (const char32_t c : text) {
-    if (c >= octet_mark) {
-      const uint8_t octet = static_cast<uint8_t>(c - octet_mark);
-      out += "\\x" + hex(Octets(&octet, 1));
-    } else if (c < 0x80 && is_unsafe(c)) {
-      const uint8_t octet = static_cast<uint8_t>(c);
-      out += "\\x" + hex(Octets(&octet, 1));
-    } else if (is_unsafe(c)) {
-      out += "\\u{" + hex_number(c) + "}";
-    } else {
-      const bool escaped =
-          c == '\\' || (c < 0x80 && also.find(static_cast<char>(c)) != std::string_view::npos);
-      if (escaped) out += '\\';
-      append_utf8(out, c);
-    }
-  }
+  for (const char32_t c : text) append_printable(out, c, also);
   return out;
 }
 
-// Nearly all texts stay as they are.
+void append_printable(std::string &out, std::string_view utf8) {
+  for (;;) {
+    out += take_plain(utf8);
+    if (utf8.empty()) return;
+    append_printable(out, take_character(utf8));
+  }
+}
+
 std::string printable(std::string_view utf8) {
-  const auto is_plain = [](char c) { return c >= ' ' && c <= '~' && c != '\\'; };
-  if (std::ranges::all_of(utf8, is_plain)) return std::string(utf8);
-  return printable(from_utf8(octets_of(utf8)));
+  std::string out;
+  append_printable(out, utf8);
+  return out;
 }
 
 std::string in_quotes(std::string_view utf8) {
   std::string out(1, '"');
-  out += printable(utf8);
+  append_printable(out, utf8);
   out += '"';
   return out;
 }

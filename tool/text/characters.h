@@ -28,14 +28,16 @@ std::optional<Utf8> utf8_from_string(uint32_t tag, Octets value);
 
 /// Whether each character is text and safe to print as it is.
 bool is_safe(const CodePoints &text);
+bool is_safe(std::string_view utf8);
 
 /// Returns UTF-8 that is safe to print: controls, invisible and direction marks, and octets that
 /// are not text, are written as \x1B or \u{202E}, a backslash as two. The characters of `also` get
 /// a backslash too.
 std::string printable(const CodePoints &text, std::string_view also = {});
 
-/// Returns the same for a text that should be UTF-8.
+/// Returns or appends the same for a text that should be UTF-8.
 std::string printable(std::string_view utf8);
+void append_printable(std::string &out, std::string_view utf8);
 
 /// Returns the printable form of a text between quotation marks.
 std::string in_quotes(std::string_view utf8);

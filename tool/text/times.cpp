@@ -70,13 +70,13 @@ std::optional<Seconds> reckon(const Clock &c) {
          c.minute * minute + c.second;
 }
 
-/// Returns "2026-01-31 12:00:00" with a letter in place of the blank.
-std::string date_and_time(Seconds seconds, char between) {
+/// Appends "2026-01-31 12:00:00" with a letter in place of the blank.
+void append_date_and_time(std::string &out, Seconds seconds, char between) {
   const Seconds days = seconds >= 0 ? seconds / day : -((day - 1 - seconds) / day);
   const Seconds rest = seconds - days * day;
   const std::chrono::year_month_day date(
       std::chrono::sys_days(std::chrono::days(static_cast<int>(days))));
-  std::string text = "0000-00-00 00:00:00";
+  char text[] = "0000-00-00 00:00:00";
   const auto put = [&text](size_t at, int64_t number) {
     text[at] = static_cast<char>('0' + number / 10);
     text[at + 1] = static_cast<char>('0' + number % 10);
@@ -90,7 +90,7 @@ std::string date_and_time(Seconds seconds, char between) {
   put(11, rest / hour);
   put(14, rest % hour / minute);
   put(17, rest % minute);
-  return text;
+  out += text;
 }
 
 /// "17 days", "1 hour", "under a minute"
@@ -150,9 +150,22 @@ Seconds now() {
       .count();
 }
 
-std::string calendar(Seconds seconds) { return date_and_time(seconds, ' '); }
+std::string calendar(Seconds seconds) {
+  std::string out;
+  append_date_and_time(out, seconds, ' ');
+  return out;
+}
 
-std::string iso(Seconds seconds) { return date_and_time(seconds, 'T') + 'Z'; }
+std::string iso(Seconds seconds) {
+  std::string out;
+  append_iso(out, seconds);
+  return out;
+}
+
+void append_iso(std::string &out, Seconds seconds) {
+  append_date_and_time(out, seconds, 'T');
+  out += 'Z';
+}
 
 std::string time_text(const Time *time, const char *zone) {
   if (time == nullptr || time->value == nullptr) return "none";

@@ -28,8 +28,9 @@ Seconds now();
 /// Returns "2026-01-31 12:00:00".
 std::string calendar(Seconds seconds);
 
-/// Returns "2026-01-31T12:00:00Z".
+/// Returns or appends "2026-01-31T12:00:00Z".
 std::string iso(Seconds seconds);
+void append_iso(std::string &out, Seconds seconds);
 
 /// Returns the time as calendar() with `zone` after it. Returns a text that is not a date in
 /// quotation marks, and "none" for a time without a text.
