@@ -99,6 +99,8 @@ TEST(CertificateView, RefusesWhatIsNoCertificate) {
   }
   pki_CertificateView view;
   EXPECT_EQ(nullptr, pki_certificate_view(nullptr, nullptr, &view));
+  EXPECT_EQ(nullptr, pki_certificate_view(nullptr, certificate.data() + 1, &view));
+  EXPECT_EQ(nullptr, pki_certificate_view(certificate.data(), nullptr, &view));
   EXPECT_EQ(nullptr, pki_certificate_view(certificate.data(), certificate.data() + 1, nullptr));
 }
 
