@@ -369,6 +369,7 @@ TEST(MayIssue, AsksBothExtensions) {
 TEST(MayIssue, TellsTheLengthOfThePath) {
   EXPECT_EQ(Usage(1, 0), may_issue(constraints("01 01 FF 02 01 00")));
   EXPECT_EQ(Usage(1, 3), may_issue(constraints("01 01 FF 02 01 03")));
+  EXPECT_EQ(Usage(1, 127), may_issue(constraints("01 01 FF 02 01 7F")));
   EXPECT_EQ(Usage(1, 200), may_issue(constraints("01 01 FF 02 02 00 C8")));
   EXPECT_EQ(Usage(1, 0xFFFFFFFE), may_issue(constraints("01 01 FF 02 05 00 FF FF FF FE")));
   EXPECT_EQ(Usage(1, UINT32_MAX), may_issue(constraints("01 01 FF 02 05 00 FF FF FF FF")));
