@@ -594,6 +594,13 @@ TEST(Explanation, OfABooleanOfTwoOctets) {
             explained("pki_Extension", hex("30 0D 06 03 55 1D 0E 01 02 FF FF 04 02 04 00")));
 }
 
+TEST(Explanation, OfANumberWithALengthThatNoneHas) {
+  EXPECT_EQ("7 critical: a length of 2147483648 octets",
+            explained("pki_Extension", hex("30 0D 06 03 55 1D 0E 01 84 80 00 00 00 04 00")));
+  EXPECT_EQ("2 responseStatus: a length of 2147483648 octets",
+            explained("pki_OCSPResponse", hex("30 06 0A 84 80 00 00 00")));
+}
+
 TEST(Explanation, OfAChoiceListsTheAlternatives) {
   EXPECT_EQ(
       "0 : expected one of [0] (A0), [1] (81), [2] (82), [4] (A4), [6] (86), [7] (87), [8] (88), "
