@@ -63,8 +63,8 @@ struct TagName {
 /// The way to a value: the names of fields and the numbers of elements, from the inside out.
 struct Path {
   const Path *outer;
-  const char *name;  ///< a null pointer for an element
-  uint32_t index;
+  const char *name = nullptr;  ///< of a field; a null pointer for an element
+  uint32_t index = 0;          ///< of an element
 };
 
 /// Writes a path into a buffer; what does not fit is left out at its start.
@@ -391,7 +391,7 @@ const uint8_t *Explanation::exact_elements(const Type &type, Reader in, uint32_t
   Header head;
   if (!exact_header(in, impl_tag, type.identifier, Forms::indefinite, &head, path)) return nullptr;
   ContentReader content = in.exact_content(head);
-  Path inner{path, nullptr, 0};
+  Path inner{path};
   for (; content.element_follows(); ++inner.index) {
     const uint8_t *const next = value(*type.element, content.position(), content.end(), 0, &inner);
     if (next == nullptr) return nullptr;
@@ -546,7 +546,7 @@ const uint8_t *Explanation::elements(const Type &type, Reader in, uint32_t impl_
   Header head;
   if (!header(in, impl_tag, type.identifier, Forms::indefinite, &head, path)) return nullptr;
   ContentReader content = in.content(head);
-  Path inner{path, nullptr, 0};
+  Path inner{path};
   for (; !content.at_end(); ++inner.index) {
     const uint8_t *const next = value(*type.element, content.position(), content.end(), 0, &inner);
     if (next == nullptr) return nullptr;
@@ -606,7 +606,7 @@ const uint8_t *Explanation::choice(const Type &type, Reader in, const Path *path
   // The record of liborvelasn1's Time has the whole identifier octet for its kind.
   const int kind = type.other_identifier != 0 && !type.exact ? octet : octet & tag::number;
   for (uint16_t i = 0; i < type.count; ++i) {
-    const Path inner{path, type.fields[i].name, 0};
+    const Path inner{path, type.fields[i].name};
     if (type.fields[i].kind == kind) return tagged(type.fields[i], in, &inner);
   }
   return refuse_choice(type, in, path);
@@ -639,7 +639,7 @@ bool Explanation::field(const Type &type, const Field &field, ContentReader &in,
                         const Path *path) {
   if (!is_there(field, in)) return true;
   const uint8_t *const from = in.position();
-  const Path inner{path, field.name, 0};
+  const Path inner{path, field.name};
   if (field.condition != nullptr && !allowed(type, field, *numbers)) {
     fail_found(in, &inner, field.condition->otherwise);
     return false;
@@ -721,12 +721,12 @@ const uint8_t *Explanation::message(Reader in, uint32_t impl_tag, const Path *pa
   if (!header(in, impl_tag, tag::sequence, Forms::indefinite, &head, path)) return nullptr;
   ContentReader content = in.content(head);
   const Reader type = content;
-  const Path type_path{path, "contentType", 0};
+  const Path type_path{path, "contentType"};
   const uint8_t *next = identifier(content, 0, &type_path);
   if (next == nullptr) return nullptr;
   content.move_to(next);
   if (content.peek() == wrapper) {
-    const Path content_path{path, "content", 0};
+    const Path content_path{path, "content"};
     Header wrapped;
     if (!header(content, 0, wrapper, Forms::indefinite, &wrapped, &content_path)) return nullptr;
     ContentReader inner = content.content(wrapped);
@@ -764,7 +764,7 @@ const uint8_t *Explanation::card_object(const Type &type, Reader in, const Path 
   if (in.position() == from) return fail_expected(in, path, tag::sequence);
   ContentReader content = in.content(head.length);
   uint8_t id = 0;
-  const Path id_path{path, "id", 0};
+  const Path id_path{path, "id"};
   if (!content.at_end()) {
     Header id_head;
     if (!header(content, 0, tag::object_identifier, Forms::one, &id_head, &id_path)) return nullptr;
@@ -773,7 +773,7 @@ const uint8_t *Explanation::card_object(const Type &type, Reader in, const Path 
     }
   }
   const GdoRole role = gdo_role(id);
-  const Path value_path{path, role == GdoRole::leaf ? "value" : "children", 0};
+  const Path value_path{path, role == GdoRole::leaf ? "value" : "children"};
   if (role == GdoRole::leaf)
     return string<OctetContent>(content, 0, tag::octet_string, &value_path);
   uint32_t wrapper = 0;
@@ -878,7 +878,7 @@ bool find_missing(const Field &field, const void *value, const Path *path, pki_F
 
 bool find_missing_field(const Field &field, const void *record, const Path *path,
                         pki_Fault *fault) {
-  const Path inner{path, field.name, 0};
+  const Path inner{path, field.name};
   if (field.kept != no_member && kept_octets(field, record) != nullptr) return false;
   if (field.by_hand != nullptr && field.by_hand->measure != nullptr) {
     Measure size;
@@ -901,7 +901,7 @@ bool find_missing(const Type &type, const void *value, const Path *path, pki_Fau
   } else if (type.kind == Kind::choice) {
     const auto *const choice = static_cast<const GeneralName *>(value);
     for (uint16_t i = 0; i < type.count; ++i) {
-      const Path inner{path, type.fields[i].name, 0};
+      const Path inner{path, type.fields[i].name};
       if (type.fields[i].kind == choice->kind) {
         return find_missing(type.fields[i], choice->value, &inner, fault);
       }
@@ -934,7 +934,7 @@ int32_t pki_find_missing(const pki_Type *type, const void *record, pki_Fault *fa
 
 int32_t pki_explain(const pki_Type *type, const uint8_t *z, const uint8_t *end, pki_Fault *fault) {
   static constexpr uint8_t nothing = 0;
-  if (z == nullptr || end == nullptr || z > end) z = end = &nothing;
+  if (z == nullptr || end == nullptr) z = end = &nothing;
   *fault = {};
   Explanation explanation(z, fault);
   const uint8_t *const next = explanation.value(type_of(type), z, end, 0, nullptr);

@@ -27,7 +27,10 @@ from typing import NamedTuple
 ROOT = Path(__file__).resolve().parent.parent
 SCRATCH = ROOT / "build/mutants"
 EXCUSES = ROOT / "tests/mutants.txt"
+TABLE_OF_FIELDS = ROOT / "docs/fields.md"
 PROGRAMS = ("orvelutils_tests", "unit_tests", "attack_tests")
+FIELDS = "fields"  # prints what docs/fields.md has
+STATIC = ("attack_tests", FIELDS)  # the programs that have the libraries in them
 LIBRARIES = ("orvelutils", "orvelasn1", "orvelpki")
 FOLDERS = ("src", "pki", "utils")
 OF_A_CHANGE = 30
@@ -47,13 +50,15 @@ SLOW_ATTACKS_ON_ONE = ("*EveryValueOf*/", "*RightInFront*/")
 # The same where an octet takes ten times as long.
 SLOW_SANITIZED_ATTACKS = SLOW_ATTACKS + ":*ChangedOctet*:*NastyLength*:Deep.*:*Large*"
 
-# One change a library that every test program must notice: without these, a script that runs the wrong
-# library would call everything a survivor.
+# One change a library that both test programs must notice, and one that the table of fields must show: without
+# these, a script that runs the wrong library would call everything a survivor.
 MUST_DIE = (
     ("utils/list.cpp", "list->elements[list->length++] = element;", "list->length++;"),
     ("src/core/record.cpp", "return clone_fields(value, Walked{type});", "return nullptr;"),
     ("pki/type.cpp", "return type_of(type).count;", "return 0;"),
 )
+MUST_CHANGE_FIELDS = ("pki/forms/rfc6960.cpp", "Required<&OCSPSignature::signature,",
+                      "Optional<&OCSPSignature::signature,")
 MUST_NOTICE = {"unit_tests": "-" + SLOW_TESTS, "attack_tests": "*SamplesComeBack*:*MissingField*:Findings.*"}
 
 
@@ -345,14 +350,17 @@ class Build:
         self.commands = {}  # object: (command, source)
         for entry in json.loads((self.folder / "compile_commands.json").read_text()):
             words = shlex.split(entry["command"])
+            if Path(words[0]).name == "ccache":  # which has no use for what is compiled once
+                del words[0]
             built = words[words.index("-o") + 1]
             if self.library_of(built):
                 self.commands[built] = (words, str(Path(entry["file"]).relative_to(ROOT))
                                         if entry["file"].startswith(str(ROOT)) else entry["file"])
         self.needs = self.dependencies()
         self.links = {name: self.link_of("lib/lib%s.so.1.0.0" % name) for name in LIBRARIES}
-        self.link_attack = self.link_of("bin/attack_tests")
-        self.digests = {name: digest(self.folder / "bin" / name) for name in PROGRAMS}
+        self.static_links = {name: self.link_of("bin/" + name) for name in STATIC}
+        programs = PROGRAMS if self.sanitized else (*PROGRAMS, FIELDS)
+        self.digests = {name: digest(self.folder / "bin" / name) for name in programs}
         self.digest = "".join(self.digests.values())
         libraries = (self.folder / ("lib/lib%s.so.1.0.0" % name) for name in LIBRARIES)
         self.state = digest(*libraries) + self.digest
@@ -431,7 +439,7 @@ class Build:
         return made
 
     def link(self, objects, to):
-        """Links the libraries of the objects, {object: made}, and the attack tests, into `to`."""
+        """Links the libraries of the objects, {object: made}, into `to`, beside the programs that load them."""
         for folder in ("bin", "lib"):
             shutil.rmtree(to / folder, ignore_errors=True)
             (to / folder).mkdir(parents=True)
@@ -448,10 +456,31 @@ class Build:
         for program in ("unit_tests", "orvelutils_tests"):
             os.link(self.folder / "bin" / program, to / "bin" / program)
 
-    def link_attacks(self, objects, to):
-        """Links the attack tests, which have the libraries in them. An object hides that of an archive."""
-        output = " -o %s %s " % (to / "bin/attack_tests", " ".join(map(str, objects.values())))
-        run(self.link_attack.replace(" -o bin/attack_tests ", output), self.folder)
+    def link_static(self, program, objects, to):
+        """Links a program that has the libraries in it. An object hides that of an archive."""
+        output = " -o %s %s " % (to / "bin" / program, " ".join(map(str, objects.values())))
+        run(self.static_links[program].replace(" -o bin/%s " % program, output), self.folder)
+
+    def compare_fields(self, objects, to):
+        """Compares what is needed of records with docs/fields.md. Ends the script where that differs without a
+        change."""
+        with self.measuring:
+            name = FIELDS + " " + self.digests[FIELDS] + digest(TABLE_OF_FIELDS)
+            if name not in self.limits:
+                unchanged = SCRATCH / "unchanged"
+                self.link({}, unchanged)
+                outcome = self.execute_fields({}, unchanged, 600)
+                if not outcome.passed:
+                    raise RuntimeError("docs/fields.md differs without any change")
+                self.limits[name] = 5 + int(3 * outcome.seconds)
+                self.remember()
+        return self.execute_fields(objects, to, self.limits[name])
+
+    def execute_fields(self, objects, to, limit):
+        self.link_static(FIELDS, objects, to)
+        outcome = self.execute(FIELDS, None, limit, to)
+        same = (to / (FIELDS + ".log")).read_bytes() == TABLE_OF_FIELDS.read_bytes()
+        return outcome if same or not outcome.passed else Outcome(False, "docs/fields.md", outcome.seconds)
 
     def test(self, program, file, to, likely):
         """Runs the tests for a mutant of a file until the first failure, the `likely` ones before the others, for at
@@ -466,7 +495,8 @@ class Build:
                 if name not in self.limits:
                     unchanged = SCRATCH / "unchanged"
                     self.link({}, unchanged)
-                    self.link_attacks({}, unchanged)
+                    if program in STATIC:
+                        self.link_static(program, {}, unchanged)
                     outcome = self.execute(program, tests, 3600, unchanged)
                     if not outcome.passed:
                         raise RuntimeError("%s of build/%s fail without any change: %s"
@@ -481,7 +511,7 @@ class Build:
         return outcome
 
     def execute(self, program, tests, limit, to):
-        """Runs tests of a program until the first failure, or until they have used `limit` seconds."""
+        """Runs a program, with tests until the first failure, for at most `limit` seconds of the processor."""
 
         def limits():
             resource.setrlimit(resource.RLIMIT_CPU, (limit, limit + 1))
@@ -493,11 +523,11 @@ class Build:
         environment.pop("LD_LIBRARY_PATH", None)
         environment.pop("ORVELASN1_CORPUS", None)
         log = to / (program + ".log")
+        choice = [] if tests is None else ["--gtest_fail_fast", "--gtest_brief=1", "--gtest_filter=" + tests]
         with open(log, "wb") as out:
             process = subprocess.Popen(
-                [to / "bin" / program, "--gtest_fail_fast", "--gtest_brief=1", "--gtest_filter=" + tests],
-                stdout=out, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL, cwd=to, env=environment,
-                preexec_fn=limits, start_new_session=True)
+                [to / "bin" / program, *choice], stdout=out, stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL,
+                cwd=to, env=environment, preexec_fn=limits, start_new_session=True)
             timed_out = threading.Event()
 
             def stop():
@@ -570,7 +600,11 @@ def try_one(mutant, builds, likely, to):
         if same:
             return "same", "the compiler makes the same of it"
         try:
-            build.link_attacks(objects, to)
+            if not build.sanitized and not mutant.file.startswith("utils/"):
+                outcome = build.compare_fields(objects, to)
+                if not outcome.passed:
+                    return "killed", "table of fields, %s" % outcome.killer
+            build.link_static("attack_tests", objects, to)
         except Failed:
             return "left out", "it does not link"
         outcome = build.test("attack_tests", mutant.file, to, [])
@@ -587,14 +621,20 @@ def check_tests(build):
     for name in LIBRARIES:
         if " %s/lib%s.so.1 " % (to / "lib", name) not in libraries.replace("bin/../", ""):
             sys.exit("The test programs do not take lib%s from %s:\n%s" % (name, to, libraries))
-    for file, old, new in MUST_DIE:
+
+    def objects_of(file, old, new):
         start = (ROOT / file).read_text().index(old)
         mutant = Mutant(file, start, start + len(old), new, old, new, 0, 0)
         copy = put_copy(mutant, to)
-        objects = {built: build.compile(built, file, copy, to)
-                   for stage in build.stages_of(mutant) for built in stage}
+        return {built: build.compile(built, file, copy, to)
+                for stage in build.stages_of(mutant) for built in stage}
+
+    if build.compare_fields(objects_of(*MUST_CHANGE_FIELDS), to).passed:
+        sys.exit("docs/fields.md has nothing of %s" % MUST_CHANGE_FIELDS[2])
+    for file, old, new in MUST_DIE:
+        objects = objects_of(file, old, new)
         build.link(objects, to)
-        build.link_attacks(objects, to)
+        build.link_static("attack_tests", objects, to)
         for program in MUST_NOTICE:
             outcome = build.execute(program, MUST_NOTICE[program], 600, to)
             if outcome.passed:
@@ -663,7 +703,8 @@ def main():
     if options.listed:
         chosen = [m for m in places if (m.file, m.old, m.new) in excused]
     else:
-        random.Random(options.seed).shuffle(places)
+        # By the mutant and the seed alone: a change of one file leaves the order of the others as it was.
+        places.sort(key=lambda m: hashlib.sha256(("%d\n%s" % (options.seed, m.key())).encode()).digest())
         chosen = places[:count]
     if options.changed is not None:
         in_headers = [m for m in places if m.file.endswith(".h")][:HEADERS_OF_A_CHANGE]

@@ -1,7 +1,7 @@
 #!/bin/sh
-# Measures what the tests notice: changes one place of the libraries at a time and runs the unit tests, then
-# the attack tests, until one fails. Survivors are tried once more under the address sanitizer where
-# build/asan has the test programs.
+# Measures what the tests notice: changes one place of the libraries at a time and runs the unit tests, the
+# comparison with docs/fields.md and the attack tests, until one fails. Survivors are tried once more under
+# the address sanitizer where build/asan has the test programs.
 #
 #   sh scripts/mutate.sh [--seed N] [COUNT] [FILE...]   COUNT places (100 by default), drawn by the seed
 #   sh scripts/mutate.sh --changed [BASE]               at most 30 of the lines that differ from BASE
@@ -26,7 +26,7 @@ want_python() {
 provide want_build_tools want_tool_libraries want_googletest want_python
 
 cmake --preset release >/dev/null
-cmake --build --preset release --target unit_tests attack_tests orvelutils_tests
+cmake --build --preset release --target unit_tests attack_tests orvelutils_tests fields
 if [ -e build/asan/bin/attack_tests ]; then
   cmake --build --preset asan --target unit_tests attack_tests orvelutils_tests
 fi

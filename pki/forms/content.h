@@ -160,7 +160,6 @@ class Segments {
       : tag_(segment_tag), whole_(!header.constructed), at_(content.position()) {
     if (header.indefinite && whole_) refusal_ = "a primitive of indefinite length";
     open_[0] = {content.exact_content(header), header};
-    levels_ = 1;
   }
 
   /// Takes the next segment. False past the last one, and where something is wrong.
@@ -217,7 +216,7 @@ class Segments {
   }
 
   Open open_[max_levels];
-  unsigned levels_ = 0;
+  unsigned levels_ = 1;
   uint8_t tag_;
   bool whole_;
   Refusal refusal_ = nullptr;

@@ -287,7 +287,8 @@ void append_octets(Text &octets, const BinaryNumber &number) {
 }
 
 ObjId *record_of_content(const Text &octets) {
-  if (octets.failed() || octets.size() > UINT32_MAX) return nullptr;
+  if (octets.failed()) return nullptr;
+  // No arc has more octets than digits, and a text is not longer than 32 bits count.
   const auto size = static_cast<uint32_t>(octets.size());
   ObjId *const oid = asn1_ObjId_new(2 + words_of(size));
   if (oid == nullptr) return nullptr;

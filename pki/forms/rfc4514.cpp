@@ -409,7 +409,7 @@ class Parser {
         if (!append(backwards.get(), rdn)) return nullptr;
       } while (accept(','));
     }
-    if (*cursor_ != '\0') return nullptr;
+    // A value ends at a comma, a plus or the end of the text, so that the text is used up here.
     // The elements belong to one of the two lists.
     Owned<List, release_list> sequence(List_new(0));
     for (int32_t i = List_len(backwards.get()); i-- > 0;) {

@@ -792,6 +792,16 @@ TEST(BitStringMemory, FailedGrowthLeavesTheRecordAsItWas) {
   }
   expect_bits(3, "FF", b.get());
 }
+
+// 32 bits count those of 0x1FFFFFFF octets. One is there.
+TEST(BitStringMemory, AppendAsksForAsManyOctetsAs32BitsCountTheBitsOf) {
+  const Bits b = bits(3, "FF");
+  for (const auto &[count, asks] : {std::pair{0x1FFFFFFEU, true}, {0x1FFFFFFFU, false}}) {
+    const FailingAllocation failing(0);
+    EXPECT_EQ(nullptr, asn1_BitString_append(b.get(), count, nullptr));
+    EXPECT_EQ(asks, failing.happened());
+  }
+}
 #endif
 
 }  // namespace

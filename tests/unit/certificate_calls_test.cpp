@@ -371,6 +371,7 @@ TEST(MayIssue, AsksBothExtensions) {
 TEST(MayIssue, TellsTheLengthOfThePath) {
   EXPECT_EQ(Usage(1, 0), may_issue(constraints("01 01 FF 02 01 00")));
   EXPECT_EQ(Usage(1, 3), may_issue(constraints("01 01 FF 02 01 03")));
+  EXPECT_EQ(Usage(1, 127), may_issue(constraints("01 01 FF 02 01 7F")));
   EXPECT_EQ(Usage(1, 200), may_issue(constraints("01 01 FF 02 02 00 C8")));
   EXPECT_EQ(Usage(1, 0xFFFFFFFE), may_issue(constraints("01 01 FF 02 05 00 FF FF FF FE")));
   EXPECT_EQ(Usage(1, UINT32_MAX), may_issue(constraints("01 01 FF 02 05 00 FF FF FF FF")));
@@ -618,6 +619,23 @@ TEST(TimeInSeconds, CountsFromTheYearZero) {
   EXPECT_EQ(-62162035200, seconds_of("00000301000000Z"));
   EXPECT_EQ(-62135596801, seconds_of("00001231235959Z"));
   EXPECT_EQ(-62135596800, seconds_of("00010101000000Z"));
+}
+
+// 2025 is no leap year. Its first day begins at 1735689600, by `date -u -d 2025-01-01 +%s`.
+TEST(TimeInSeconds, CountsEveryDayOfAYearAndNoOther) {
+  constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  int64_t midnight = 1735689600;
+  for (int month = 1; month <= 12; ++month) {
+    for (int day = 1; day <= 32; ++day) {
+      std::string text = std::to_string(20250000 + month * 100 + day) + "000000Z";
+      const Time time{24, text.data()};
+      const bool is_day = day <= days[month - 1];
+      int64_t seconds = 77;
+      EXPECT_EQ(is_day, pki_Time_seconds(&time, &seconds)) << text;
+      EXPECT_EQ(is_day ? midnight : 0, seconds) << text;
+      if (is_day) midnight += 24 * 60 * 60;
+    }
+  }
 }
 
 // ---------------------------------------------------------------------------------------------

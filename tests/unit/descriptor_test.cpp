@@ -496,6 +496,20 @@ TEST(Descriptors, OfGeneralName) {
             described("GeneralName"));
 }
 
+// The functions of these fields do not go by what the table says of them.
+TEST(Descriptors, OfFieldsThatAreWrittenByHand) {
+  const pki_Field content = fields_of(pki_Type_find("ContentInfo")).at(1);
+  EXPECT_STREQ("content", content.name);
+  EXPECT_EQ(PKI_EXPLICIT, content.tagging);
+  EXPECT_EQ(0xA0, content.tag);
+  EXPECT_EQ(PKI_NEXT_OCTET, content.presence);
+  const pki_Field audio = fields_of(pki_Type_find("LogotypeData")).at(1);
+  EXPECT_STREQ("audio", audio.name);
+  EXPECT_EQ(PKI_IMPLICIT, audio.tagging);
+  EXPECT_EQ(0xA1, audio.tag);
+  EXPECT_EQ(PKI_NEXT_OCTET, audio.presence);
+}
+
 // ---------------------------------------------------------------------------------------------
 // Explanations
 // ---------------------------------------------------------------------------------------------
@@ -580,6 +594,13 @@ TEST(Explanation, OfATruncationSaysWhatTheHeaderPromises) {
 TEST(Explanation, OfABooleanOfTwoOctets) {
   EXPECT_EQ("9 critical: a BOOLEAN that is not one octet",
             explained("pki_Extension", hex("30 0D 06 03 55 1D 0E 01 02 FF FF 04 02 04 00")));
+}
+
+TEST(Explanation, OfANumberWithALengthThatNoneHas) {
+  EXPECT_EQ("7 critical: a length of 2147483648 octets",
+            explained("pki_Extension", hex("30 0D 06 03 55 1D 0E 01 84 80 00 00 00 04 00")));
+  EXPECT_EQ("2 responseStatus: a length of 2147483648 octets",
+            explained("pki_OCSPResponse", hex("30 06 0A 84 80 00 00 00")));
 }
 
 TEST(Explanation, OfAChoiceListsTheAlternatives) {
@@ -685,6 +706,70 @@ TEST(Explanation, OfDeepNestingEndsWithTheStack) {
     EXPECT_STREQ("", fault.path);
     EXPECT_LT(0U, fault.offset);
   });
+}
+
+TEST(Explanation, OfDeepMessagesAndCardObjectsEndsWithTheStack) {
+  Nest messages(hex("30 0B 06 09 2A 86 48 86 F7 0D 01 07 01")), objects(hex("30 00"));
+  for (int level = 0; level < 20'000; ++level) {
+    messages.before(hex("02 01 01 31 00")).behind(hex("31 00")).wrap(0x30).wrap(0xA0);
+    messages.before(hex("06 09 2A 86 48 86 F7 0D 01 07 02")).wrap(0x30);
+    objects.wrap(0x31).wrap(0x04).before(hex("06 01 10")).wrap(0x30);
+  }
+  const auto sentence = [](const char *type, const Bytes &octets) {
+    std::string said = explained(type, octets);
+    return said.substr(said.rfind(": ") + 2);
+  };
+  on_small_stack([&] {
+    const std::string expected = "values nested more deeply than the stack allows";
+    EXPECT_EQ(expected, sentence("ContentInfo", messages.octets()));
+    EXPECT_EQ(expected, sentence("GDOObject", objects.octets()));
+  });
+}
+
+TEST(Explanation, OfCardObjects) {
+  EXPECT_EQ("5 children: expected BIT STRING (03) or OCTET STRING (04), found INTEGER (02)",
+            explained("GDOObject", hex("30 05 06 01 20 02 00")));
+  EXPECT_EQ(
+      "5 children: expected BIT STRING (03) or OCTET STRING (04), but the enclosing element "
+      "ends",
+      explained("GDOObject", hex("30 03 06 01 20")));
+  EXPECT_EQ("2 value: expected OCTET STRING (04), but the enclosing element ends",
+            explained("GDOObject", hex("30 00 06 01 05")));
+  const Bytes short_id = element(0x31, sequence(hex("06 03 01 02 03 04 01 AA")));
+  EXPECT_EQ("13 children[0].id: an identifier that is not four octets",
+            explained("GDOObject", sequence(hex("06 01 20") + element(3, short_id))));
+}
+
+TEST(Explanation, OfCertificatesThatTheLibraryRefuses) {
+  const Bytes signature = algorithm + hex("03 02 00 8B");
+  EXPECT_EQ("21 certs: found [0] (A0), which the library refuses here",
+            explained("OCSPSignature", sequence(signature + hex("A0 02 30 00"))));
+}
+
+TEST(Explanation, WritesNoTrace) {
+  const Bytes good = certificate(version_3, good_extension);
+  for (const char *const type : {"Certificate", "pki_Certificate"}) {
+    EXPECT_EQ("", support::trace_text([&] { explained(type, good); })) << type;
+  }
+}
+
+// The octets of the segments are not looked at: of each, its header and the count of unused bits are
+// read. 32 bits count those of 0x1FFFFFFF octets, and both segments have 0x10000000.
+TEST(Explanation, OfSegmentsThatAreTooLongTogether) {
+  constexpr size_t size = 0x20000014;
+  void *const block = mmap(nullptr, size, PROT_READ | PROT_WRITE,
+                           MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+  ASSERT_NE(MAP_FAILED, block);
+  auto *const z = static_cast<uint8_t *>(block);
+  const Bytes whole = hex("23 84 20 00 00 0E"), segment = hex("03 84 10 00 00 01 00");
+  std::copy(whole.begin(), whole.end(), z);
+  std::copy(segment.begin(), segment.end(), z + 6);
+  std::copy(segment.begin(), segment.end(), z + 6 + 6 + 0x10000001);
+  pki_Fault fault{};
+  EXPECT_EQ(1, pki_explain(pki_Type_find("BIT STRING"), z, z + size, &fault));
+  EXPECT_STREQ("segments of more octets than the library counts", fault.sentence);
+  EXPECT_EQ(size, fault.offset);
+  munmap(block, size);
 }
 
 TEST(IdentifierNames, SayClassFormAndNumber) {

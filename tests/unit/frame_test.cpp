@@ -600,6 +600,9 @@ TEST(FrameDeathTest, LengthDecoderWithoutACursorAnEndOrAPlace) {
                 "end != NULL");
   EXPECT_ASSERT(asn1_Length_d(octets, octets + 1, nullptr, nullptr, 0), "asn1_Length_d",
                 "length != NULL");
+  EXPECT_ASSERT(asn1_Length_d(nullptr, nullptr, nullptr, nullptr, 0), "asn1_Length_d", "z != NULL");
+  EXPECT_ASSERT(asn1_Length_d(octets, nullptr, nullptr, nullptr, 0), "asn1_Length_d",
+                "end != NULL");
 }
 
 TEST(FrameDeathTest, TagLengthDecoderFailsTheAssertsOfItsTwoSteps) {

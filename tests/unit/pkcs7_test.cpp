@@ -1337,6 +1337,29 @@ TEST(NestedMessage, AMessageIsDecodedAgainAfterOneThatWasTooDeep) {
   });
 }
 
+#ifndef ORVELASN1_TESTS_SANITIZED
+// A thread's bounds are asked for once, and that takes memory.
+TEST(NestedMessage, IsRefusedWhereThereIsNoMemoryToFindTheStack) {
+  const Bytes input = nested(1);
+  on_small_stack([&] {
+    {
+      const FailingAllocation failing(0);
+      ContentInfo *info = nullptr;
+      EXPECT_EQ(nullptr,
+                asn1_ContentInfo_d(input.data(), input.data() + input.size(), 0, &info, 0));
+      EXPECT_EQ(nullptr, info);
+      EXPECT_TRUE(failing.happened());
+    }
+    expect_kept(messages, input);
+  });
+}
+#endif
+
+TEST(NestedMessage, IsReleasedWhereItsEndIsMissing) {
+  const Bytes without_end = hex("A0 80 04 01 41 01 00");
+  expect_nothing_kept([&] { expect_refused(messages, sequence(data + without_end)); });
+}
+
 // ---- ends of the process ------------------------------------------------------------------------
 
 TEST(MessageDeathTest, AMessageWithoutATypeCannotBeReleased) {

@@ -459,6 +459,75 @@ TEST(ExtensionForms, AreWrittenFromTheirFields) {
   EXPECT_EQ(hex("30 0E 80 04 01 02 03 04 A1 06 82 04 01 02 03 04"), encoded(family, record));
 }
 
+// ---------------------------------------------------------------------------------------------
+// Universal types
+// ---------------------------------------------------------------------------------------------
+
+using support::dump;
+using support::Lines;
+using support::traced;
+
+const auto identifiers = FORM_LIST(ExtKeyUsageSyntax, List);
+const auto date = FORM_LIST(InvalidityDate, GeneralizedTime);
+
+TEST(UniversalForms, AreTracedWithTheirOctets) {
+  EXPECT_EQ((Lines{"OCTETSTRING", dump("41 ", "A")}),
+            traced(FORM_LIST(SubjectKeyIdentifier, OctetString), hex("04 01 41")));
+  EXPECT_EQ((Lines{"BITSTRING", dump("42 ", "B")}),
+            traced(FORM_LIST(KeyUsage, BitString), hex("03 02 01 42")));
+  EXPECT_EQ((Lines{"GENERALIZEDTIME ",
+                   dump("32 30 32 36 30 31 30 31 30 30 30 30 30 30 5A ", "20260101000000Z")}),
+            traced(date, element(24, text("20260101000000Z"))));
+  EXPECT_EQ((Lines{"ENUMERATED ", dump("43 ", "C")}),
+            traced(FORM_LIST(CRLReason, Integer), hex("0A 01 43")));
+  EXPECT_EQ((Lines{"SEQUENCE {", ". OBJECT IDENTIFIER ", ". " + dump("55 1D 25 00 ", "U.%."), "}"}),
+            traced(identifiers, hex("30 06 06 04 55 1D 25 00")));
+  EXPECT_EQ((Lines{"SEQUENCE {", ". BOOLEAN ", ". " + dump("45 ", "E"), ". INTEGER",
+                   ". " + dump("46 ", "F"), "}"}),
+            traced(FORM(BasicConstraints, BasicConstraints), hex("30 06 01 01 45 02 01 46")));
+  EXPECT_EQ((Lines{"SEQUENCE {", ". OBJECT IDENTIFIER ", ". " + dump("2B ", "+"),
+                   ". " + dump("0C 01 47 ", "..G"), "}"}),
+            traced(FORM(AlgId, AlgId), hex("30 06 06 01 2B 0C 01 47")));
+}
+
+// X.690, 8.19.2: the first and the last number of so many octets.
+TEST(UniversalForms, HaveArcsOfAnyNumberOfOctets) {
+  for (const char *content : {"2A 7F", "2A 81 00", "2A FF 7F", "2A 81 80 00", "2A FF FF 7F",
+                              "2A 81 80 80 00", "7F", "81 00", "FF 7F", "81 80 00"}) {
+    expect_kept(identifiers, sequence(element(6, hex(content))));
+  }
+  for (uint32_t octets : {0x7FU, 0x81U}) {
+    uint32_t words[] = {PKI_LARGE_ARCS, 1, octets << 24};
+    const ObjId identifier{3, words};
+    List *const list = List_new(0);
+    List_append(list, const_cast<ObjId *>(&identifier), 0);
+    // 81 goes on and has no end.
+    EXPECT_EQ(octets == 0x7F ? hex("30 03 06 01 7F") : Bytes(),
+              support::encode(pki_ExtKeyUsageSyntax_e, list));
+    List_free(list, nullptr);
+  }
+}
+
+TEST(UniversalForms, HaveTimesOfVisibleCharacters) {
+  expect_kept(date, element(24, text(" ~")));
+  expect_form_refused(date, element(24, text("2\x1F")));
+  expect_form_refused(date, element(24, text("2\x7F")));
+}
+
+TEST(UniversalForms, HoldABooleanOfAnyUse) {
+  expect_kept(FORM(AlgId, AlgId), hex("30 06 06 01 2B 01 01 FF"));
+  expect_kept(FORM_LIST(RDNSequence, RDNSequence),
+              sequence(element(0x31, sequence(hex("06 03 55 04 03 01 01 FF")))));
+}
+
+TEST(UniversalForms, HaveNoEncodingWithoutOctets) {
+  const auto record = created(FORM(AlgId, AlgId));
+  record->algorithm = asn1_ObjId_clone(asn1_Get_id_ce_keyUsage());
+  EXPECT_EQ(hex("30 05 06 03 55 1D 0F"), encoded(FORM(AlgId, AlgId), record));
+  record->parameters = asn1_Any_new(0);
+  EXPECT_EQ(0U, pki_AlgId_e(nullptr, record.get()));
+}
+
 }  // namespace
 
 }  // namespace rfc5280_extensions_test

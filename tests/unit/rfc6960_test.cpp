@@ -449,6 +449,7 @@ TEST(OcspFormOfAResponse, IsAStatusAndMaybeOctets) {
   EXPECT_EQ(nullptr, later->responseBytes);
   expect_to_come_back(OCSPResponse_form, response);
   expect_to_come_back(OCSPResponse_form, hex("30 03 0A 01 06"));
+  expect_to_come_back(OCSPResponse_form, hex("30 03 0A 01 7F"));
   expect_to_come_back(ResponseBytes_form, response_bytes);
   expect_to_come_back(ResponseBytes_form, hex("30 06 06 02 2A 03 04 00"));
   expect_nothing_between(OCSPResponse_form, {hex("0A 01 00"), element(0xA0, response_bytes)});
@@ -514,6 +515,10 @@ TEST(OcspBasicOfAResponse, IsRefused) {
   EXPECT_EQ(nullptr, basic_of(id_basic, basic + hex("00")));
   EXPECT_EQ(nullptr, basic_of(id_basic, Bytes(basic.begin(), basic.end() - 1)));
   EXPECT_EQ(nullptr, basic_of(id_basic, sequence(ed25519 + signature)));
+}
+
+TEST(OcspBasicOfAResponse, IsReadWithoutATrace) {
+  EXPECT_EQ("", trace_text([] { EXPECT_NE(nullptr, basic_of(id_basic, basic)); }));
 }
 
 #ifndef ORVELASN1_TESTS_SANITIZED

@@ -186,6 +186,9 @@ TEST(String, AppendOfNothingChangesNothing) {
   EXPECT_EQ(s.get(), asn1_ASN1String_append(s.get(), 0, "x"));
   EXPECT_EQ(s.get(), asn1_ASN1String_append(s.get(), 0, nullptr));
   expect_octets(text("ab"), s.get());
+  const String empty = string_of({});
+  EXPECT_EQ(empty.get(), asn1_ASN1String_append(empty.get(), 0, "x"));
+  EXPECT_EQ(nullptr, empty->data);
 }
 
 TEST(String, AppendWithoutASourceMakesRoom) {

@@ -101,6 +101,8 @@ TEST(CertificateView, RefusesWhatIsNoCertificate) {
   }
   pki_CertificateView view;
   EXPECT_EQ(nullptr, pki_certificate_view(nullptr, nullptr, &view));
+  EXPECT_EQ(nullptr, pki_certificate_view(nullptr, certificate.data() + 1, &view));
+  EXPECT_EQ(nullptr, pki_certificate_view(certificate.data(), nullptr, &view));
   EXPECT_EQ(nullptr, pki_certificate_view(certificate.data(), certificate.data() + 1, nullptr));
 }
 
@@ -165,6 +167,8 @@ TEST(ExtensionView, IsFoundByItsIdentifier) {
   EXPECT_EQ(-1, pki_extension_view({broken.data(), uint32_t(broken.size())}, usage.data(), 3,
                                    &extension));
   EXPECT_EQ(-1, pki_extension_view({broken.data(), 3}, usage.data(), 3, &extension));
+  EXPECT_EQ(-1, pki_extension_view({}, nullptr, 3, &extension));
+  EXPECT_EQ(-1, pki_extension_view({}, usage.data(), 3, nullptr));
 }
 
 TEST(View, TakesFormsOfASequenceOnly) {
@@ -199,6 +203,26 @@ TEST(View, GoesThroughTheElementsOfAContent) {
   EXPECT_EQ(broken.data(), rest.data);
   EXPECT_EQ(-1, pki_view_next(nullptr, &one));
   EXPECT_EQ(0U, pki_view_content({broken.data(), 3}).length);
+  EXPECT_EQ(-1, pki_view_next(&rest, nullptr));
+}
+
+TEST(View, TakesTagNumbersOfAnySize) {
+  // [UNIVERSAL 1] with one octet, [UNIVERSAL 127] without one, and 1 again in three octets.
+  for (const Bytes &element : {hex("1F 01 01 AA"), hex("1F 7F 00"), hex("1F 80 80 01 01 AA")}) {
+    pki_Octets rest{element.data(), uint32_t(element.size())}, one;
+    EXPECT_EQ(1, pki_view_next(&rest, &one));
+    EXPECT_EQ(element, octets(one));
+  }
+}
+
+TEST(View, OpensAnElementWithoutContent) {
+  const Bytes empty = hex("30 80 00 00");
+  const pki_Octets content = pki_view_content({empty.data(), 4});
+  EXPECT_EQ(empty.data() + 2, content.data);
+  EXPECT_EQ(0U, content.length);
+  for (uint32_t cut = 0; cut < 4; ++cut) {
+    EXPECT_EQ(nullptr, pki_view_content({empty.data(), cut}).data) << cut;
+  }
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -349,6 +373,15 @@ TEST(CrlReader, StopsAtWhatIsNoEntry) {
   EXPECT_EQ(0, pki_crl_open(&reader, certificate.data(), certificate.data() + certificate.size()));
   EXPECT_EQ(0, pki_crl_open(nullptr, certificate.data(), certificate.data()));
   EXPECT_EQ(-1, pki_crl_next(nullptr, nullptr));
+  const Input input(list(entries));
+  ASSERT_EQ(1, pki_crl_open(&reader, input.z(), input.end()));
+  const Bytes five = hex("05");
+  pki_CrlEntry found;
+  EXPECT_EQ(-1, pki_crl_next(&reader, nullptr));
+  EXPECT_EQ(-1, pki_crl_next(nullptr, &found));
+  EXPECT_EQ(-1, pki_crl_find(nullptr, five.data(), 1, &found));
+  EXPECT_EQ(-1, pki_crl_find(&reader, nullptr, 1, &found));
+  EXPECT_EQ(-1, pki_crl_find(&reader, five.data(), 1, nullptr));
 }
 
 /// The seconds of a revocation date, or 0 where it is no time.
