@@ -126,6 +126,7 @@ provide_machines() {
     provide want_mmdebstrap
     say "A new Debian 12 with cross compilers"
     rm -rf --one-file-system "$machines"
+    mkdir -p "$machines"
     mmdebstrap --quiet --variant=apt --include=$machine_packages bookworm "$machines" ||
       fail "mmdebstrap could not make $machines"
     printf '%s\n' "$machine_packages" >"$machines/packages"
