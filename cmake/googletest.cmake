@@ -48,6 +48,7 @@ function(add_test_program target)
   set(tests ${CMAKE_CURRENT_BINARY_DIR}/${target}_suites.cmake)
   file(GENERATE OUTPUT ${tests} CONTENT "\
 set(program $<TARGET_FILE:${target}>)
+set(emulator ${CMAKE_CROSSCOMPILING_EMULATOR})
 set(alone [[${arg_ALONE}]])
 set(environment ${arg_ENVIRONMENT})
 set(results ${CMAKE_BINARY_DIR}/suites)

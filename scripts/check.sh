@@ -3,8 +3,10 @@
 #
 #   sh scripts/check.sh [PRESET...]
 #
-# The presets are release (the default), debug, asan, tsan, m32 and clang. The last lines name the tests
-# that failed or were skipped, and count those of all presets.
+# The presets are release (the default), debug, asan, tsan, m32, clang, clang16, clang16m32, libcxx and
+# unsigned; and s390x, armhf, aarch64 and riscv64, which run under an emulator, in a Debian of their own in
+# build/machines, as root. The last lines name the tests that failed or were skipped, and count those of all
+# presets.
 set -eu
 cd "$(dirname "$0")/.."
 . scripts/lib.sh
@@ -36,30 +38,54 @@ want_what_presets_need() {
         want clang has clang++
         want libclang-rt-dev links clang++ -fsanitize=address,undefined
         ;;
+      clang16) want clang-16 has clang++-16 ;;
+      clang16m32)
+        want clang-16 has clang++-16
+        want g++-multilib links g++ -m32 -include errno.h
+        ;;
+      libcxx)
+        want clang-16 has clang++-16
+        want libc++-16-dev links clang++-16 -stdlib=libc++
+        want libc++abi-16-dev links clang++-16 -stdlib=libc++
+        ;;
       asan) want g++ links g++ -fsanitize=address,undefined ;;
       tsan) want g++ links g++ -fsanitize=thread ;;
     esac
   done
 }
 
+is_machine() {
+  case $1 in s390x | armhf | aarch64 | riscv64) ;; *) return 1 ;; esac
+}
+
 presets=$*
-provide want_build_tools want_tool_libraries want_certificates want_test_tools \
-  want_what_presets_need
+native=
+for preset in $presets; do
+  is_machine "$preset" || native="$native $preset"
+done
+if [ -n "$native" ]; then
+  provide want_build_tools want_tool_libraries want_certificates want_test_tools want_what_presets_need
+fi
 
 outcomes=$(mktemp) unpassed=$(mktemp)
 trap 'rm -f "$outcomes" "$unpassed"' EXIT
 
 # run PRESET: builds and tests it. Writes the outcomes to a file, also where the build or CTest fails.
 run() {
-  build=build/$1
+  if is_machine "$1"; then
+    build=$machines/source/build/$1 within=in_machines
+    provide_machines
+  else
+    build=build/$1 within=
+  fi
   rm -rf "$build/results.xml" "$build/suites"
   : >"$outcomes"
-  if ! { cmake --preset "$1" && cmake --build --preset "$1"; }; then
+  if ! { $within cmake --preset "$1" && $within cmake --build --preset "$1"; }; then
     echo "failed the build" >"$outcomes"
     return
   fi
   status=0
-  ctest --preset "$1" --output-junit "$PWD/$build/results.xml" || status=1
+  $within ctest --preset "$1" --output-junit results.xml || status=1
   if ! { [ -s "$build/results.xml" ] && sh scripts/outcomes.sh "$build" >"$outcomes"; }; then
     echo "failed the results" >"$outcomes"
   fi

@@ -108,3 +108,41 @@ provide() {
     fail "Still missing after their packages were installed:$missing"
   fi
 }
+
+want_mmdebstrap() {
+  want mmdebstrap has mmdebstrap
+}
+
+# A Debian 12 of its own for what is built for other processors: Debian's cross compilers and gcc-multilib,
+# which the tests in 32 bits need, cannot be on one system.
+machines=$PWD/build/machines
+machine_packages=binutils,ca-certificates,cmake,g++,g++-aarch64-linux-gnu,g++-arm-linux-gnueabihf
+machine_packages=$machine_packages,g++-riscv64-linux-gnu,g++-s390x-linux-gnu,googletest,locales
+machine_packages=$machine_packages,ninja-build,openssl,pkgconf,python3,qemu-user-static,tzdata
+
+# provide_machines: makes that system where it is not there yet, and copies the sources to its /source. As
+# root. What was built there before stays.
+provide_machines() {
+  if [ "$(cat "$machines/packages" 2>/dev/null)" != "$machine_packages" ]; then
+    provide want_mmdebstrap
+    say "A new Debian 12 with cross compilers"
+    rm -rf --one-file-system "$machines"
+    mkdir -p "$machines"
+    mmdebstrap --quiet --variant=apt --include=$machine_packages bookworm "$machines" ||
+      fail "mmdebstrap could not make $machines"
+    printf '%s\n' "$machine_packages" >"$machines/packages"
+  fi
+  mkdir -p "$machines/source"
+  find "$machines/source" -mindepth 1 -maxdepth 1 ! -name build -exec rm -rf {} +
+  tar --exclude=./build --exclude=./.git -cf - . | tar -xf - -C "$machines/source"
+}
+
+# in_machines COMMAND...: runs it among the sources there. Of the attacks' inputs, one of 16 is tried, or one
+# of ORVELASN1_ATTACK_SHARE: an emulator takes ten times the time.
+in_machines() {
+  # The arguments are those of the inner shell.
+  # shellcheck disable=SC2016
+  env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 \
+    ORVELASN1_ATTACK_SHARE="${ORVELASN1_ATTACK_SHARE:-16}" chroot "$machines" \
+    sh -c 'cd /source && exec "$@"' - "$@"
+}

@@ -11,6 +11,7 @@
 
 #include "frame.h"
 #include "guard.h"
+#include "share.h"
 
 namespace exhaustion_test {
 
@@ -26,13 +27,6 @@ constexpr uint8_t most_octets_of_a_length = 2;
 constexpr size_t most_octets = 3;
 constexpr uint8_t most_octets_of_a_length = 3;
 #endif
-
-/// The days since 1970.
-unsigned today() {
-  const auto now = std::chrono::system_clock::now();
-  return static_cast<unsigned>(
-      std::chrono::floor<std::chrono::days>(now).time_since_epoch().count());
-}
 
 void expect_laws(Exhaustion &exhaustion, const Family &family, const std::string &law) {
   EXPECT_EQ("", law) << family.name << " on " << testing::PrintToString(exhaustion.input());

@@ -136,8 +136,8 @@ void expect_encoder_ends_the_process(const RecordFamily<T> &family,
   const testing::KilledBySignal aborted(SIGABRT);
   uint8_t buffer[16] = {};
   uint8_t *cursor = buffer;
-  EXPECT_EXIT(family.encode(nullptr, record), aborted, "^[^\n]+\n$");
-  EXPECT_EXIT(family.encode(&cursor, record), aborted, "^[^\n]+\n$");
+  EXPECT_EXIT(family.encode(nullptr, record), aborted, any_line);
+  EXPECT_EXIT(family.encode(&cursor, record), aborted, any_line);
 }
 
 /// Checks that the reader of a header asserts both cursors.

@@ -382,8 +382,8 @@ TEST(AlgIdDeathTest, EncoderEndsTheProcessForNull) {
   const testing::KilledBySignal aborted(SIGABRT);
   uint8_t octets[16] = {};
   uint8_t *cursor = octets;
-  EXPECT_EXIT(asn1_AlgId_e(nullptr, nullptr), aborted, "^[^\n]+\n$");
-  EXPECT_EXIT(asn1_AlgId_e(&cursor, nullptr), aborted, "^[^\n]+\n$");
+  EXPECT_EXIT(asn1_AlgId_e(nullptr, nullptr), aborted, any_line);
+  EXPECT_EXIT(asn1_AlgId_e(&cursor, nullptr), aborted, any_line);
 }
 
 TEST(AlgIdDeathTest, DecoderNeedsAnInput) {

@@ -11,6 +11,7 @@ namespace certificate_test {
 
 namespace {
 
+using support::any_line;
 using support::Bytes;
 using support::decode;
 using support::element;
@@ -1513,35 +1514,29 @@ TEST(CertificateDeathTest, DecodersAssertTheirCursors) {
   const uint8_t *end = octets + 2;
   const auto expect_asserts = [&]<class T>(Decoder<T> element_d) {
     T *place = nullptr;
-    EXPECT_DEATH(element_d(nullptr, end, 0, &place, 0),
-                 "^asn1_x680: asn1_Tag_d: assertion \"z != NULL\" failed\n$");
-    EXPECT_DEATH(element_d(octets, nullptr, 0, &place, 0),
-                 "^asn1_x680: asn1_Tag_d: assertion \"end != NULL\" failed\n$");
+    EXPECT_ASSERT(element_d(nullptr, end, 0, &place, 0), "asn1_Tag_d", "z != NULL");
+    EXPECT_ASSERT(element_d(octets, nullptr, 0, &place, 0), "asn1_Tag_d", "end != NULL");
   };
   expect_asserts(&asn1_Validity_d);
   expect_asserts(&asn1_SubjectPKI_d);
   expect_asserts(&asn1_Extension_d);
   expect_asserts(&asn1_Certificate_TBS_d);
   expect_asserts(&asn1_Certificate_d);
-  EXPECT_DEATH(asn1_Extensions_d(octets, end, 0, nullptr, 0),
-               "^asn1_x680: asn1_List_d: assertion \"ppList != NULL\" failed\n$");
+  EXPECT_ASSERT(asn1_Extensions_d(octets, end, 0, nullptr, 0), "asn1_List_d", "ppList != NULL");
 }
 
 TEST(CertificateDeathTest, EncodersEndTheProcessWithoutARecord) {
-  EXPECT_EXIT(asn1_Validity_e(nullptr, nullptr), testing::KilledBySignal(SIGABRT), "^[^\n]+\n$");
-  EXPECT_EXIT(asn1_SubjectPKI_e(nullptr, nullptr), testing::KilledBySignal(SIGABRT), "^[^\n]+\n$");
-  EXPECT_EXIT(asn1_Extension_e(nullptr, nullptr), testing::KilledBySignal(SIGABRT), "^[^\n]+\n$");
-  EXPECT_EXIT(asn1_Certificate_TBS_e(nullptr, nullptr), testing::KilledBySignal(SIGABRT),
-              "^[^\n]+\n$");
-  EXPECT_EXIT(asn1_Certificate_e(nullptr, nullptr), testing::KilledBySignal(SIGABRT), "^[^\n]+\n$");
+  EXPECT_EXIT(asn1_Validity_e(nullptr, nullptr), testing::KilledBySignal(SIGABRT), any_line);
+  EXPECT_EXIT(asn1_SubjectPKI_e(nullptr, nullptr), testing::KilledBySignal(SIGABRT), any_line);
+  EXPECT_EXIT(asn1_Extension_e(nullptr, nullptr), testing::KilledBySignal(SIGABRT), any_line);
+  EXPECT_EXIT(asn1_Certificate_TBS_e(nullptr, nullptr), testing::KilledBySignal(SIGABRT), any_line);
+  EXPECT_EXIT(asn1_Certificate_e(nullptr, nullptr), testing::KilledBySignal(SIGABRT), any_line);
 
   // A required record field is NULL.
   const CertificateRecord empty(asn1_Certificate_new());
-  EXPECT_EXIT(asn1_Certificate_e(nullptr, empty.get()), testing::KilledBySignal(SIGABRT),
-              "^[^\n]+\n$");
+  EXPECT_EXIT(asn1_Certificate_e(nullptr, empty.get()), testing::KilledBySignal(SIGABRT), any_line);
   const KeyRecord key(asn1_SubjectPKI_new());
-  EXPECT_EXIT(asn1_SubjectPKI_e(nullptr, key.get()), testing::KilledBySignal(SIGABRT),
-              "^[^\n]+\n$");
+  EXPECT_EXIT(asn1_SubjectPKI_e(nullptr, key.get()), testing::KilledBySignal(SIGABRT), any_line);
 }
 
 // --------------------------------------------------------------------------------- exhausted memory

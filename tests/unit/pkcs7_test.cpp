@@ -1389,7 +1389,7 @@ TEST(MessageDeathTest, AMessageWithoutASlotCannotBeReleased) {
         info->content = nullptr;
         info.reset();
       },
-      aborted, "^pkcs7: asn1_ContentInfo_free: [^\n]+\n$");
+      aborted, only_line("pkcs7: asn1_ContentInfo_free: [^\n]+"));
 }
 
 TEST(MessageDeathTest, AnInputWithoutAWellFormedTypeEndsTheProcess) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <bit>
 #include <clocale>
 #include <ctime>
 #include <thread>
@@ -391,8 +392,11 @@ TEST(TraceDump, ShowsPrintableOctetsAndDotsForTheOthers) {
 
 TEST(TraceDump, AsksTheCurrentLocaleWhatIsPrintable) {
   const std::string folder = testing::TempDir() + "orvelasn1_locale_" + std::to_string(getpid());
-  const std::string make = "mkdir -p " + folder + " && localedef -i en_US -f ISO-8859-1 " + folder +
-                           "/latin1 >/dev/null 2>&1";
+  // The program localedef may be that of another processor.
+  const char *const order =
+      std::endian::native == std::endian::big ? "--big-endian " : "--little-endian ";
+  const std::string make = "mkdir -p " + folder + " && localedef " + order +
+                           "-i en_US -f ISO-8859-1 " + folder + "/latin1 >/dev/null 2>&1";
   const bool made = std::system(make.c_str()) == 0;
   std::string column;
   if (made) {
