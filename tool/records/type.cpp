@@ -226,20 +226,21 @@ const pki_Type *type_called(std::string_view name) {
   return found == by_name.end() ? nullptr : found->second;
 }
 
-// A type of liborvelasn1 inside another one has the row of its form: their records are the same.
+// A type of liborvelasn1 inside another one has the row of its form: their records are the same. A name
+// is looked up once: the hash of a text takes longer than all else here.
 const Type *row_of(const pki_Type *type) {
-  static const auto &rows = *[] {
-    std::unordered_map<std::string_view, const Type *> by_name;
-    for (const Type &row : types()) by_name.emplace(shared_name(row.syntax.type), &row);
-    auto *const made = new std::unordered_map<const pki_Type *, const Type *>();
-    for (uint32_t i = 0; i < pki_Type_count(); ++i) {
-      const auto found = by_name.find(shared_name(pki_Type_get(i)));
-      if (found != by_name.end()) made->emplace(pki_Type_get(i), found->second);
-    }
+  static const auto &by_name = *[] {
+    auto *const made = new std::unordered_map<std::string_view, const Type *>();
+    for (const Type &row : types()) made->emplace(shared_name(row.syntax.type), &row);
     return made;
   }();
-  const auto found = rows.find(type);
-  return found == rows.end() ? nullptr : found->second;
+  static auto &by_type = *new std::unordered_map<const pki_Type *, const Type *>();
+  const auto [known, is_new] = by_type.try_emplace(type);
+  if (is_new) {
+    const auto found = by_name.find(shared_name(type));
+    if (found != by_name.end()) known->second = found->second;
+  }
+  return known->second;
 }
 
 }  // namespace tool
