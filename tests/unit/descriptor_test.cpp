@@ -772,6 +772,16 @@ TEST(Explanation, OfSegmentsThatAreTooLongTogether) {
   munmap(block, size);
 }
 
+// X.690, 8.7.3
+TEST(Explanation, OfASegmentSaysWhereItStands) {
+  EXPECT_EQ("5 : a segment with another header",
+            explained("pki_SubjectKeyIdentifier", hex("24 05 04 01 41 05 00")));
+  EXPECT_EQ("5 : expected the end-of-contents",
+            explained("pki_SubjectKeyIdentifier", hex("24 80 04 01 41")));
+  EXPECT_EQ("4 : a segment with another header",
+            explained("pki_SubjectKeyIdentifier", hex("24 04 24 02 05 00")));
+}
+
 TEST(IdentifierNames, SayClassFormAndNumber) {
   const struct {
     uint8_t octet;

@@ -158,9 +158,11 @@ TEST(IntegerEncoder, WritesOneZeroOctetWithoutDataWhateverTheLength) {
 }
 
 TEST(IntegerEncoder, WritesOneZeroOctetForALengthOfZeroWhateverTheData) {
-  uint8_t data[] = {0x55};
-  const Integer integer{0, data, 0};
-  EXPECT_EQ(hex("02 01 00"), encode(asn1_Integer_e, &integer));
+  for (const uint8_t octet : Bytes{0x55, 0x00}) {
+    uint8_t data[] = {octet, 0x01};
+    const Integer integer{0, data, 0};
+    EXPECT_EQ(hex("02 01 00"), encode(asn1_Integer_e, &integer)) << int{octet};
+  }
 }
 
 TEST(IntegerEncoder, WritesALongLengthWhereTheContentIsLong) {
