@@ -116,12 +116,13 @@ bool view_extension(pki_Octets element, pki_ExtensionView *view) {
 int32_t reason_of(pki_Octets extensions) {
   constexpr uint8_t id_ce_cRLReasons[] = {0x55, 0x1D, 0x15};
   pki_ExtensionView extension;
-  pki_Octets value, reason;
-  if (pki_extension_view(extensions, id_ce_cRLReasons, sizeof id_ce_cRLReasons, &extension) != 1 ||
-      !open(extension.extnValue, &value) || value.length == 0 || value.data[0] != tag::enumerated ||
-      !open(value, &reason) || refuse_enumerated({reason.data, reason.length}) != nullptr) {
+  if (pki_extension_view(extensions, id_ce_cRLReasons, sizeof id_ce_cRLReasons, &extension) != 1) {
     return PKI_NO_REASON;
   }
+  const pki_Octets value = pki_view_content(extension.extnValue);
+  if (value.length == 0 || value.data[0] != tag::enumerated) return PKI_NO_REASON;
+  const pki_Octets reason = pki_view_content(value);
+  if (refuse_enumerated({reason.data, reason.length}) != nullptr) return PKI_NO_REASON;
   return reason.data[0];
 }
 
@@ -169,10 +170,10 @@ struct EntryView {
   const int32_t found = pki_view_next(&rest, &element);
   if (found != 1) return found;
   if (!view_members<&EntryView::serialNumber, &EntryView::extensions>(CRLEntryType, element,
-                                                                      view) ||
-      !open(view->serialNumber, &view->serial)) {
+                                                                      view)) {
     return -1;
   }
+  view->serial = pki_view_content(view->serialNumber);
   *list = rest;
   return 1;
 }
@@ -242,11 +243,9 @@ const uint8_t *pki_certificate_view(const uint8_t *z, const uint8_t *end,
 int32_t pki_extension_view(pki_Octets extensions, const uint8_t *identifier, uint32_t length,
                            pki_ExtensionView *view) {
   if (view == nullptr || (identifier == nullptr && length != 0)) return -1;
-  if (extensions.length == 0) return 0;
+  if (extensions.data == nullptr || extensions.length == 0) return 0;
   pki_Octets content, element;
-  if (extensions.data != nullptr && extensions.data[0] != tag::sequence) {
-    if (!open(extensions, &extensions)) return -1;
-  }
+  if (extensions.data[0] != tag::sequence && !open(extensions, &extensions)) return -1;
   if (!open(extensions, &content) || extensions.data[0] != tag::sequence) return -1;
   for (;;) {
     const int32_t found = pki_view_next(&content, &element);

@@ -50,7 +50,7 @@ class Number {
 
   /// Subtracts what is less than Base and not more than the number.
   void subtract(uint32_t subtrahend) {
-    for (size_t i = 0; subtrahend != 0 && i < size_; ++i) {
+    for (size_t i = 0; subtrahend != 0; ++i) {
       const bool borrows = words_[i] < subtrahend;
       words_[i] += (borrows ? Base : 0) - subtrahend;
       subtrahend = borrows ? 1 : 0;
@@ -287,8 +287,8 @@ void append_octets(Text &octets, const BinaryNumber &number) {
 }
 
 ObjId *record_of_content(const Text &octets) {
-  if (octets.failed() || octets.size() > UINT32_MAX) return nullptr;
-  const auto size = static_cast<uint32_t>(octets.size());
+  if (octets.failed()) return nullptr;
+  const auto size = static_cast<uint32_t>(octets.size());  // fewer than characters
   ObjId *const oid = asn1_ObjId_new(2 + words_of(size));
   if (oid == nullptr) return nullptr;
   oid->arcs[0] = PKI_LARGE_ARCS;
