@@ -220,13 +220,12 @@ List *names_of_subject(const Certificate *certificate, NameKind kind, uint32_t *
 
 /// Takes the full name of a DistributionPoint.
 void take_point(Names &names, pki_Octets point) {
-  constexpr uint8_t name_in_point = tag::context | tag::constructed;  // [0]
-  constexpr uint8_t full_name = tag::context | tag::constructed;      // [0]
+  constexpr uint8_t full_name = tag::context | tag::constructed;  // [0]
   constexpr uint8_t relative_name = tag::context | tag::constructed | 1;
-  pki_Octets fields[3], name, content;
+  pki_Octets fields[3], content;
   if (!view(DistributionPointType, point, fields)) return names.refuse();
   if (fields[0].length == 0) return;  // known by its issuer alone
-  if (!open(fields[0], name_in_point, &name)) return names.refuse();
+  const pki_Octets name = pki_view_content(fields[0]);
   if (open(name, full_name, &content)) return names.take_all(content);
   if (!open(name, relative_name, &content)) names.refuse();
 }

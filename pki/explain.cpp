@@ -128,7 +128,7 @@ class Explanation {
   bool header(Reader &in, uint32_t impl_tag, uint8_t own_tag, Forms forms, Header *header,
               const Path *path);
   void refuse_header(const Reader &in, uint8_t effective, Forms forms, const Path *path);
-  void refuse_length(const Reader &in, bool indefinite_taken, const Path *path);
+  void refuse_length(const Reader &in, const Path *path);
   bool has_stack(const uint8_t *at, const Path *path);
 
   // The same for exact types, the forms of the RFCs.
@@ -250,11 +250,12 @@ void Explanation::refuse_header(const Reader &in, uint8_t effective, Forms forms
     fail_expected(in, path, effective);
     return;
   }
-  refuse_length(in, forms != Forms::one, path);
+  refuse_length(in, path);
 }
 
-/// Says what is wrong with the length of an element whose identifier octet is taken.
-void Explanation::refuse_length(const Reader &in, bool indefinite_taken, const Path *path) {
+/// Says what is wrong with the length of an element whose identifier octet is taken. An indefinite
+/// length is refused only where none is taken.
+void Explanation::refuse_length(const Reader &in, const Path *path) {
   const uint8_t *const at = in.position();
   Reader rest = in;
   rest.skip(1);
@@ -265,7 +266,7 @@ void Explanation::refuse_length(const Reader &in, bool indefinite_taken, const P
     return;
   }
   const unsigned count = first & 0x7F;
-  if (first == 0x80 && !indefinite_taken) {
+  if (first == 0x80) {
     fail(at, path, "an indefinite length, which the library does not take here");
     return;
   }
@@ -347,8 +348,7 @@ pki::Refusal refuse_content(const Type &type, pki::View content, const uint8_t *
   if (kind == Kind::null) return pki::refuse_null(content);
   if (kind == Kind::object_identifier) return pki::refuse_identifier(content, type.most);
   if (kind == Kind::utc_time || kind == Kind::generalized_time) return pki::refuse_time(content);
-  if (kind == Kind::tls_list) return pki::refuse_timestamps(content, at);
-  return "a type that stands in no input by itself";
+  return pki::refuse_timestamps(content, at);
 }
 
 const uint8_t *Explanation::exact_primitive(const Type &type, Reader in, uint32_t impl_tag,
@@ -410,10 +410,11 @@ const uint8_t *Explanation::number(const Type &type, Reader in, uint32_t impl_ta
   if (in.at_end()) return in.position();
   Header head;
   if (!header(in, impl_tag, type.identifier, Forms::one, &head, path)) return nullptr;
-  if (head.length != 1 || !in.skip(1)) {
+  if (head.length != 1) {
     return fail(in.position(), path, "%s that is not one octet",
                 type.kind == Kind::boolean ? "a BOOLEAN" : "an ENUMERATED");
   }
+  in.skip(head.length);  // which the header was held against
   return in.position();
 }
 
@@ -435,7 +436,7 @@ const uint8_t *Explanation::any(Reader in, const Path *path) {
   if (!in.skip(1)) return fail_at_end(in.position(), path, "an element");
   uint32_t length = 0;
   if (!in.read_length(&length, nullptr, 0)) {
-    refuse_length(element, false, path);
+    refuse_length(element, path);
     return nullptr;
   }
   if (!in.skip(length)) return fail(in.position(), path, "a length of %u octets", length);
@@ -656,7 +657,7 @@ bool Explanation::field(const Type &type, const Field &field, ContentReader &in,
     Reader rest(from, in.end());
     uint32_t length = 0;
     if (field.tagging == Tagging::explicit_tag) rest.read_header(0, field.found_by, &length, 0);
-    if (rest.read_header(0, tag::integer, &length, 0) && length != 0) {
+    if (rest.read_header(0, tag::integer, &length, 0)) {
       const bool zero_first = rest.peek() == 0;
       numbers->members[numbers->count] = field.member;
       numbers->views[numbers->count++] = {
@@ -768,9 +769,10 @@ const uint8_t *Explanation::card_object(const Type &type, Reader in, const Path 
   if (!content.at_end()) {
     Header id_head;
     if (!header(content, 0, tag::object_identifier, Forms::one, &id_head, &id_path)) return nullptr;
-    if (id_head.length != 1 || !content.read_octet(&id)) {
+    if (id_head.length != 1) {
       return fail(content.position(), &id_path, "an identifier that is not one octet");
     }
+    content.read_octet(&id);  // which the header was held against
   }
   const GdoRole role = gdo_role(id);
   const Path value_path{path, role == GdoRole::leaf ? "value" : "children"};
@@ -797,9 +799,10 @@ const uint8_t *Explanation::card_identifier(Reader in, const Path *path) {
   if (in.at_end()) return in.position();
   Header head;
   if (!header(in, 0, tag::object_identifier, Forms::one, &head, path)) return nullptr;
-  if (head.length != 4 || !in.skip(4)) {
+  if (head.length != 4) {
     return fail(in.position(), path, "an identifier that is not four octets");
   }
+  in.skip(head.length);  // which the header was held against
   return in.position();
 }
 
@@ -862,64 +865,68 @@ const uint8_t *Explanation::value(const Type &type, const uint8_t *z, const uint
 // Records that are not filled
 // ---------------------------------------------------------------------------------------------
 
-bool is_missing(pki_Fault *fault, const Path *path, const char *sentence) {
+void say_missing(pki_Fault *fault, const Path *path, const char *sentence) {
   write_path(path, fault->path);
   std::snprintf(fault->sentence, sizeof fault->sentence, "%s", sentence);
+}
+
+void find_missing(const Type &type, const void *value, const Path *path, pki_Fault *fault);
+
+/// Whether a field of this value has no encoding. NULL has one without a value.
+bool is_missing(const Field &field, const void *value, const Path *path, pki_Fault *fault) {
+  if (measure_tagged(field, value) != 0) return false;
+  if (value == nullptr) {
+    say_missing(fault, path, "is missing");
+  } else {
+    find_missing(*field.type, value, path, fault);
+  }
   return true;
 }
 
-bool find_missing(const Type &type, const void *value, const Path *path, pki_Fault *fault);
-
-bool find_missing(const Field &field, const void *value, const Path *path, pki_Fault *fault) {
-  return value == nullptr && field.type->kind != Kind::null
-             ? is_missing(fault, path, "is missing")
-             : measure_tagged(field, value) == 0 && find_missing(*field.type, value, path, fault);
-}
-
-bool find_missing_field(const Field &field, const void *record, const Path *path,
-                        pki_Fault *fault) {
+bool is_field_missing(const Field &field, const void *record, const Path *path, pki_Fault *fault) {
   const Path inner{path, field.name};
   if (field.kept != no_member && kept_octets(field, record) != nullptr) return false;
   if (field.by_hand != nullptr && field.by_hand->measure != nullptr) {
     Measure size;
-    return !field.by_hand->measure(field, record, size) &&
-           is_missing(fault, &inner, "is missing, or has no encoding");
+    if (field.by_hand->measure(field, record, size)) return false;
+    say_missing(fault, &inner, "is missing, or has no encoding");
+    return true;
   }
   const void *const member = member_of(record, field.member);
-  if (field.is_number) return find_missing(field, member, &inner, fault);
+  if (field.is_number) return is_missing(field, member, &inner, fault);
   const void *const value = load(member);
-  return (value != nullptr || !field.optional) && find_missing(field, value, &inner, fault);
+  return (value != nullptr || !field.optional) && is_missing(field, value, &inner, fault);
 }
 
 /// Finds the first part without an encoding in a value that has none. The depth is that of the
 /// types, none of which nests.
-bool find_missing(const Type &type, const void *value, const Path *path, pki_Fault *fault) {
+void find_missing(const Type &type, const void *value, const Path *path, pki_Fault *fault) {
   if (type.kind == Kind::sequence) {
     for (uint16_t i = 0; i < type.count; ++i) {
-      if (find_missing_field(type.fields[i], value, path, fault)) return true;
+      if (is_field_missing(type.fields[i], value, path, fault)) return;
     }
   } else if (type.kind == Kind::choice) {
     const auto *const choice = static_cast<const GeneralName *>(value);
     for (uint16_t i = 0; i < type.count; ++i) {
       const Path inner{path, type.fields[i].name};
       if (type.fields[i].kind == choice->kind) {
-        return find_missing(type.fields[i], choice->value, &inner, fault);
+        is_missing(type.fields[i], choice->value, &inner, fault);
+        return;
       }
     }
-    return is_missing(fault, path, "its kind is that of no alternative");
+    return say_missing(fault, path, "its kind is that of no alternative");
   } else if (type.element != nullptr) {
     const auto *const list = static_cast<const List *>(value);
     for (int32_t i = 0; i < List_len(list); ++i) {
       const void *const element = List_get(list, i);
       const Path inner{path, nullptr, static_cast<uint32_t>(i)};
-      if (element == nullptr) return is_missing(fault, &inner, "is missing");
-      if (measure(element, *type.element) == 0 &&
-          find_missing(*type.element, element, &inner, fault)) {
-        return true;
+      if (element == nullptr) return say_missing(fault, &inner, "is missing");
+      if (measure(element, *type.element) == 0) {
+        return find_missing(*type.element, element, &inner, fault);
       }
     }
   }
-  return is_missing(fault, path, "holds no value that can be encoded");
+  say_missing(fault, path, "holds no value that can be encoded");
 }
 
 }  // namespace
@@ -927,9 +934,16 @@ bool find_missing(const Type &type, const void *value, const Path *path, pki_Fau
 int32_t pki_find_missing(const pki_Type *type, const void *record, pki_Fault *fault) {
   *fault = {};
   const Type &form = type_of(type);
-  if (!form.exact) return is_missing(fault, nullptr, "its type is no form of an RFC") ? 1 : 0;
-  if (record == nullptr) return is_missing(fault, nullptr, "is missing") ? 1 : 0;
-  return measure(record, form) == 0 && find_missing(form, record, nullptr, fault) ? 1 : 0;
+  if (!form.exact) {
+    say_missing(fault, nullptr, "its type is no form of an RFC");
+  } else if (record == nullptr) {
+    say_missing(fault, nullptr, "is missing");
+  } else if (measure(record, form) != 0) {
+    return 0;
+  } else {
+    find_missing(form, record, nullptr, fault);
+  }
+  return 1;
 }
 
 int32_t pki_explain(const pki_Type *type, const uint8_t *z, const uint8_t *end, pki_Fault *fault) {

@@ -39,9 +39,7 @@ static_assert(no_member == PKI_NO_MEMBER);
 
 const char *text_or_none(const char *text) { return text == nullptr ? "" : text; }
 
-bool is_called(const char *text, const char *name) {
-  return text != nullptr && std::strcmp(text, name) == 0;
-}
+bool is_called(const char *text, const char *name) { return std::strcmp(text, name) == 0; }
 
 }  // namespace
 

@@ -112,23 +112,27 @@ bool view_extension(pki_Octets element, pki_ExtensionView *view) {
                                                                                  element, view);
 }
 
-/// CRLReason ::= ENUMERATED in an OCTET STRING, from the extensions of an entry. Those of nearly
-/// all entries are a reason alone: these need no walk over their fields.
-int32_t reason_of(pki_Octets extensions) {
+/// The content of a CRLReason, which is an ENUMERATED in an OCTET STRING, from the extensions of an
+/// entry. Those of nearly all entries are a reason alone: these need no walk over their fields.
+pki_Octets reason_in(pki_Octets extensions) {
   constexpr uint8_t id_ce_cRLReasons[] = {0x55, 0x1D, 0x15};
   constexpr uint8_t reason_alone[] = {0x30, 0x0C, 0x30, 0x0A, 0x06, 0x03, 0x55,
                                       0x1D, 0x15, 0x04, 0x03, 0x0A, 0x01};
   constexpr uint32_t size = sizeof reason_alone;
-  pki_ExtensionView extension;
-  pki_Octets value, reason;
   if (extensions.length == size + 1 && std::memcmp(extensions.data, reason_alone, size) == 0) {
-    reason = {extensions.data + size, 1};
-  } else if (pki_extension_view(extensions, id_ce_cRLReasons, sizeof id_ce_cRLReasons,
-                                &extension) != 1 ||
-             !open(extension.extnValue, &value) || value.length == 0 ||
-             value.data[0] != tag::enumerated || !open(value, &reason)) {
-    return PKI_NO_REASON;
+    return {extensions.data + size, 1};
   }
+  pki_ExtensionView extension;
+  if (pki_extension_view(extensions, id_ce_cRLReasons, sizeof id_ce_cRLReasons, &extension) != 1) {
+    return {};
+  }
+  const pki_Octets value = pki_view_content(extension.extnValue);
+  const bool is_enumerated = value.length != 0 && value.data[0] == tag::enumerated;
+  return is_enumerated ? pki_view_content(value) : pki_Octets();
+}
+
+int32_t reason_of(pki_Octets extensions) {
+  const pki_Octets reason = reason_in(extensions);
   if (refuse_enumerated({reason.data, reason.length}) != nullptr) return PKI_NO_REASON;
   return reason.data[0];
 }
@@ -177,10 +181,10 @@ struct EntryView {
   const int32_t found = pki_view_next(&rest, &element);
   if (found != 1) return found;
   if (!view_members<&EntryView::serialNumber, &EntryView::extensions>(CRLEntryType, element,
-                                                                      view) ||
-      !open(view->serialNumber, &view->serial)) {
+                                                                      view)) {
     return -1;
   }
+  view->serial = pki_view_content(view->serialNumber);
   *list = rest;
   return 1;
 }
@@ -250,11 +254,9 @@ const uint8_t *pki_certificate_view(const uint8_t *z, const uint8_t *end,
 int32_t pki_extension_view(pki_Octets extensions, const uint8_t *identifier, uint32_t length,
                            pki_ExtensionView *view) {
   if (view == nullptr || (identifier == nullptr && length != 0)) return -1;
-  if (extensions.length == 0) return 0;
+  if (extensions.data == nullptr || extensions.length == 0) return 0;
   pki_Octets content, element;
-  if (extensions.data != nullptr && extensions.data[0] != tag::sequence) {
-    if (!open(extensions, &extensions)) return -1;
-  }
+  if (extensions.data[0] != tag::sequence && !open(extensions, &extensions)) return -1;
   if (!open(extensions, &content) || extensions.data[0] != tag::sequence) return -1;
   for (;;) {
     const int32_t found = pki_view_next(&content, &element);

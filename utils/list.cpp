@@ -33,7 +33,6 @@ bool grow(List *list) {
   if (list->capacity > INT32_MAX / 4) return false;
   const int32_t capacity = list->capacity * (list->capacity < 1024 ? 4 : 2);
   const auto count = static_cast<size_t>(capacity);
-  if (count > SIZE_MAX / sizeof(void *)) return false;
   const bool in_place = list->elements == list->first;
   auto **elements = static_cast<void **>(
       std::realloc(in_place ? nullptr : list->elements, count * sizeof(void *)));

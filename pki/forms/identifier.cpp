@@ -140,7 +140,7 @@ uint32_t identifier_octets(const ObjId &identifier) {
   const bool is_split = identifier.arcs[0] == last_root || identifier.arcs[1] < arcs_of_root;
   if (!is_split || first_number(identifier) > most_of_first) return 0;
   asn1::Measure size;
-  if (!size.add(octets_of(first_number(identifier)))) return 0;
+  size.add(octets_of(first_number(identifier)));
   for (uint32_t i = 2; i < identifier.count; ++i) {
     if (!size.add(octets_of(identifier.arcs[i]))) return 0;
   }

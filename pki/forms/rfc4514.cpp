@@ -128,9 +128,9 @@ constexpr char32_t last_character = 0x10FFFF;
 
 constexpr bool is_surrogate(char32_t c) { return c >= first_surrogate && c < after_surrogates; }
 
-/// Reads one character of UTF-8 (RFC 3629, 4). Returns its octets, or 0 where there is none.
+/// Reads one character of UTF-8 (RFC 3629, 4) from one octet or more. Returns its octets, or 0
+/// where there is none.
 size_t read_utf8(const uint8_t *octets, size_t left, char32_t *character) {
-  if (left == 0) return 0;
   const uint8_t first = octets[0];
   if (first < 0x80) {
     *character = first;

@@ -12,7 +12,11 @@ class Digits {
     if (in_.peek() != c) return false;
     return in_.skip(1);
   }
-  bool take_digit() { return at_digit() && in_.skip(1); }
+  bool take_digit() {
+    if (!at_digit()) return false;
+    in_.skip(1);
+    return true;
+  }
   bool at_digit() const { return in_.peek() >= '0' && in_.peek() <= '9'; }
   bool at_end() const { return in_.at_end(); }
 

@@ -190,6 +190,20 @@ TEST(ExhaustedMemoryOfOthers, ListsThatDoNotGrowStayAsTheyWere) {
   EXPECT_LE(2 * elements, allocations);
 }
 
+// Elements that the list does not own, which are not released.
+TEST(ExhaustedMemoryOfOthers, CopiesOfAListWithoutADestructor) {
+  List *const list = List_new(0);
+  for (int32_t i = 0; i < 40; ++i) ASSERT_EQ(1, List_append(list, list, 0));
+  const auto same = [](const void *element) { return const_cast<void *>(element); };
+  const long allocations = expect_failure_at_each_allocation([&] {
+    List *const copy = List_clone(list, +same, nullptr);
+    List_free(copy, nullptr);
+    return copy != nullptr;
+  });
+  EXPECT_LE(2, allocations);
+  List_free(list, nullptr);
+}
+
 }  // namespace
 
 }  // namespace memory_test

@@ -708,36 +708,174 @@ TEST(Explanation, OfDeepNestingEndsWithTheStack) {
   });
 }
 
-TEST(Explanation, OfDeepMessagesAndCardObjectsEndsWithTheStack) {
-  Nest messages(hex("30 0B 06 09 2A 86 48 86 F7 0D 01 07 01")), objects(hex("30 00"));
-  for (int level = 0; level < 20'000; ++level) {
+TEST(Explanation, OfUniversalTypes) {
+  const struct {
+    const char *type, *octets, *expected;
+  } rows[] = {
+      {"INTEGER", "02 00", "2 : an INTEGER without content"},
+      {"INTEGER", "02 84 80 00 00 00", "6 : a length of 2147483648 octets"},
+      {"UTCTime", "17 84 80 00 00 00", "6 : a length of 2147483648 octets"},
+      {"Any", "05 84 80 00 00 00", "6 : a length of 2147483648 octets"},
+      {"BOOLEAN", "01 00", "2 : a BOOLEAN that is not one octet"},
+      {"ENUMERATED", "0A 02 00 00", "2 : an ENUMERATED that is not one octet"},
+      // X.690, 8.6 and 8.7.
+      {"BIT STRING", "03 00", "2 : a BIT STRING without its count of unused bits"},
+      {"BIT STRING", "03 00 05", "2 : a BIT STRING without its count of unused bits"},
+      {"BIT STRING", "03 80", "2 : a BIT STRING without its count of unused bits"},
+      {"BIT STRING", "03 80 08", "2 : a BIT STRING with more than seven unused bits"},
+      {"BIT STRING", "03 01 01", "2 : a BIT STRING with unused bits and no others"},
+      {"BIT STRING", "03 84 80 00 00 01 00", "6 : a length of 2147483649 octets"},
+      {"BIT STRING", "03 80 01 AA",
+       "2 : a string of indefinite length without its end-of-contents"},
+      {"OCTET STRING", "04 84 80 00 00 00", "6 : a length of 2147483648 octets"},
+      {"OCTET STRING", "24 06 24 04 04 02 61 62", "taken: 8"},
+      {"OCTET STRING", "24 80 00",
+       "2 : expected the end-of-contents, but the enclosing element ends"},
+      {"OCTET STRING", "24 04 24 02 05 00", "4 : expected OCTET STRING (04), found NULL (05)"},
+      {"OCTET STRING", "24 05 04 80 61 00 01",
+       "4 : a string of indefinite length without its end-of-contents"},
+      {"RDNSequence", "30 80 00 00", "taken: 4"},
+      {"RDNSequence", "30 80 00 01", "2 : expected the end-of-contents"},
+  };
+  for (const auto &row : rows) {
+    EXPECT_EQ(row.expected, explained(row.type, hex(row.octets))) << row.type << row.octets;
+  }
+}
+
+TEST(Explanation, OfTheFormsOfTheRfcs) {
+  EXPECT_EQ("0 : a length of 2147483648 octets",
+            explained("pki_Validity", hex("30 84 80 00 00 00")));
+  EXPECT_EQ("32 : expected the end-of-contents, but the enclosing element ends",
+            explained("pki_Validity", hex("30 80") + time_2026 + time_2026));
+  EXPECT_EQ("2 : found end-of-contents (00), where the value ends",
+            explained("pki_GeneralNames", hex("30 02 00 00")));
+  // X.690, 8.3.2.
+  EXPECT_EQ("4 pathLenConstraint: an INTEGER with needless octets",
+            explained("pki_BasicConstraints", hex("30 04 02 02 FF 80")));
+  EXPECT_EQ("taken: 6", explained("pki_BasicConstraints", hex("30 04 02 02 FF 7F")));
+  // Strings in segments (X.690, 8.6.4 and 8.7.3), up to eight levels of them.
+  EXPECT_EQ("2 : a primitive of indefinite length",
+            explained("pki_SubjectKeyIdentifier", hex("24 04 04 80 00 00")));
+  EXPECT_EQ("8 : unused bits in front of another segment",
+            explained("pki_KeyUsage", hex("23 08 03 02 01 AA 03 02 00 AA")));
+  Nest nest(hex("04 01 AA"));
+  for (int level = 0; level < 8; ++level) nest.wrap(0x24);
+  EXPECT_EQ("taken: 19", explained("pki_SubjectKeyIdentifier", nest.octets()));
+  EXPECT_EQ("16 : segments nested more deeply than is read",
+            explained("pki_SubjectKeyIdentifier", nest.wrap(0x24).octets()));
+  // Attributes of a name: headers of 2 octets and a type of 5, then headers of 3.
+  const auto named = [](const Bytes &type, const Bytes &value) {
+    return sequence(element(0x31, sequence(type + value)));
+  };
+  EXPECT_EQ("11 [0][0].value: an indefinite length, which the library does not take here",
+            explained("pki_RDNSequence", named(hex("06 03 55 04 03"), hex("24 80 00 00"))));
+  const Bytes long_type = element(6, Bytes(129, 1)), largest_type = element(6, Bytes(128, 1));
+  EXPECT_EQ("12 [0][0].type: an OBJECT IDENTIFIER too long for a name",
+            explained("pki_RDNSequence", named(long_type, hex("13 01 61"))));
+  for (const Bytes &type : {long_type, largest_type}) {
+    const Bytes octets = named(type, hex("13 01 61"));
+    const Input input(octets);
+    RDNSequence *made = nullptr;
+    const uint8_t *const next = pki_RDNSequence_d(input.z(), input.end(), 0, &made, 0);
+    EXPECT_EQ(type == largest_type ? input.end() : nullptr, next);
+    pki_RDNSequence_free(made);
+  }
+}
+
+TEST(Explanation, OfMessagesAndWhatIsInThem) {
+  const Bytes signed_data = hex("06 09 2A 86 48 86 F7 0D 01 07 02");  // 11 octets
+  const Bytes data = hex("06 09 2A 86 48 86 F7 0D 01 07 01");
+  // Of as many arcs as the identifiers of the messages, and under the root 2: any content is taken.
+  const Bytes other = hex("06 09 52 86 48 86 F7 0D 01 07 01");
+  EXPECT_EQ("taken: 18", explained("ContentInfo", sequence(other + hex("A0 03 02 01 05"))));
+  EXPECT_EQ("13 content: the input ends after the identifier octet A0",
+            explained("ContentInfo", sequence(data + hex("A0"))));
+  EXPECT_EQ("18 content: expected the end-of-contents",
+            explained("ContentInfo", sequence(data + hex("A0 80 04 01 61 00 01"))));
+  const Bytes encrypted = hex("30 80 02 01 00 30 0A 06 01 2A 30 03 06 01 2A 80 00");
+  EXPECT_EQ("taken: 19", explained("EncryptedData", encrypted + hex("00 00")));
+  EXPECT_EQ("17 : expected the end-of-contents",
+            explained("EncryptedData", encrypted + hex("00 01")));
+  // The type of a message's content stands in no input: the message decides it.
+  pki_Field content;
+  ASSERT_EQ(1, pki_Type_field(pki_Type_find("ContentInfo"), 1, &content));
+  const Input input(hex("04 01 61"));
+  pki_Fault fault{};
+  EXPECT_EQ(1, pki_explain(content.type, input.z(), input.end(), &fault));
+  EXPECT_STREQ("a type that stands in no input by itself", fault.sentence);
+
+  Nest messages(sequence(data));
+  for (int level = 0; level < 10'000; ++level) {
     messages.before(hex("02 01 01 31 00")).behind(hex("31 00")).wrap(0x30).wrap(0xA0);
-    messages.before(hex("06 09 2A 86 48 86 F7 0D 01 07 02")).wrap(0x30);
+    messages.before(signed_data).wrap(0x30);
+  }
+  Nest objects(hex("30 06 06 01 01 04 01 AA"));
+  for (int level = 0; level < 10'000; ++level) {
     objects.wrap(0x31).wrap(0x04).before(hex("06 01 10")).wrap(0x30);
   }
-  const auto sentence = [](const char *type, const Bytes &octets) {
-    std::string said = explained(type, octets);
-    return said.substr(said.rfind(": ") + 2);
-  };
   on_small_stack([&] {
-    const std::string expected = "values nested more deeply than the stack allows";
-    EXPECT_EQ(expected, sentence("ContentInfo", messages.octets()));
-    EXPECT_EQ(expected, sentence("GDOObject", objects.octets()));
+    for (const auto &[type, octets] : {std::pair{"ContentInfo", messages.octets()},
+                                       std::pair{"GDOObjectSetOf", objects.octets()}}) {
+      EXPECT_NE(std::string::npos,
+                explained(type, octets).find("values nested more deeply than the stack allows"))
+          << type;
+    }
   });
 }
 
 TEST(Explanation, OfCardObjects) {
-  EXPECT_EQ("5 children: expected BIT STRING (03) or OCTET STRING (04), found INTEGER (02)",
-            explained("GDOObject", hex("30 05 06 01 20 02 00")));
-  EXPECT_EQ(
-      "5 children: expected BIT STRING (03) or OCTET STRING (04), but the enclosing element "
-      "ends",
-      explained("GDOObject", hex("30 03 06 01 20")));
-  EXPECT_EQ("2 value: expected OCTET STRING (04), but the enclosing element ends",
-            explained("GDOObject", hex("30 00 06 01 05")));
-  const Bytes short_id = element(0x31, sequence(hex("06 03 01 02 03 04 01 AA")));
-  EXPECT_EQ("13 children[0].id: an identifier that is not four octets",
-            explained("GDOObject", sequence(hex("06 01 20") + element(3, short_id))));
+  const struct {
+    const char *octets, *expected;
+  } rows[] = {
+      {"30 06 06 01 01 04 01 AA", "taken: 8"},
+      {"06 01 15", "0 : expected SEQUENCE (30), found OBJECT IDENTIFIER (06)"},
+      // An object without content: its identifier is 0, that of a leaf.
+      {"30 00 06", "2 value: expected OCTET STRING (04), but the enclosing element ends"},
+      {"30 02 06 05", "2 id: the header 06 05 promises 5 octets, but only 0 are left"},
+      {"30 04 06 02 01 01", "4 id: an identifier that is not one octet"},
+      // The holder of attributes has a wrapper of either type around them.
+      {"30 07 06 01 20 04 02 31 00", "taken: 9"},
+      {"30 07 06 01 20 03 02 31 00", "taken: 9"},
+      {"30 05 06 01 20 05 00",
+       "5 children: expected BIT STRING (03) or OCTET STRING (04), found NULL (05)"},
+      {"30 03 06 01 20",
+       "5 children: expected BIT STRING (03) or OCTET STRING (04), but the enclosing element ends"},
+      {"30 05 06 01 20 04 02",
+       "5 children: the header 04 02 promises 2 octets, but only 0 are left"},
+      {"30 0C 06 01 20 03 07 31 05 30 03 06 01 05",
+       "13 children[0].id: an identifier that is not four octets"},
+      {"30 0B 06 01 20 03 06 31 04 30 02 05 00",
+       "11 children[0].id: expected OBJECT IDENTIFIER (06), found NULL (05)"},
+      {"30 09 06 01 20 03 04 31 02 30 00",
+       "11 children[0].value: expected OCTET STRING (04), but the enclosing element ends"},
+  };
+  for (const auto &row : rows) {
+    EXPECT_EQ(row.expected, explained("GDOObjectSetOf", hex(row.octets))) << row.octets;
+  }
+}
+
+// One octet and 2^29 - 1 of them are more bits than 32 bits count.
+TEST(Explanation, OfABitStringOfTooManySegments) {
+  constexpr size_t size = 6 + 4 + 6 + (size_t{1} << 29);
+  void *const block = mmap(nullptr, size, PROT_READ | PROT_WRITE,
+                           MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+  ASSERT_NE(MAP_FAILED, block);
+  auto *const z = static_cast<uint8_t *>(block);
+  const Bytes headers = hex("23 84 20 00 00 0A 03 02 00 AA 03 84 20 00 00 00");
+  std::copy(headers.begin(), headers.end(), z);
+  pki_Fault fault{};
+  EXPECT_EQ(1, pki_explain(pki_Type_find("BIT STRING"), z, z + size, &fault));
+  EXPECT_STREQ("segments of more octets than the library counts", fault.sentence);
+  EXPECT_EQ(size, fault.offset);
+  BitString *made = nullptr;
+  EXPECT_EQ(nullptr, asn1_BitString_d(z, z + size, 0, &made, 0));
+  EXPECT_EQ(nullptr, made);
+  EXPECT_EQ(1, pki_explain(pki_Type_find("pki_KeyUsage"), z, z + size, &fault));
+  EXPECT_STREQ("more octets than the library counts", fault.sentence);
+  EXPECT_EQ(16U, fault.offset);
+  EXPECT_EQ(nullptr, pki_KeyUsage_d(z, z + size, 0, &made, 0));
+  EXPECT_EQ(nullptr, made);
+  munmap(block, size);
 }
 
 TEST(Explanation, OfCertificatesThatTheLibraryRefuses) {
@@ -879,6 +1017,8 @@ TEST(TypesDefinedBy, AreThoseOfTheRfcs) {
     EXPECT_EQ(form != nullptr, expected != nullptr) << form;
     EXPECT_EQ(expected, type) << digits;
   }
+  ObjId no_arcs{2, nullptr};
+  EXPECT_EQ(nullptr, pki_Type_defined_by(&no_arcs));
   EXPECT_EQ(nullptr, pki_Type_defined_by(nullptr));
 }
 

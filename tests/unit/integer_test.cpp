@@ -508,6 +508,28 @@ TEST(IntegerCmp, DoesNotNormalise) {
   asn1_Integer_free(padded.record);
 }
 
+// A length of 2^31 passes the decoder of lengths, and is refused where the octets would be taken.
+TEST(IntegerDecoder, RefusesTwoGibibytes) {
+  if constexpr (sizeof(void *) > 4) {
+    constexpr size_t size = 6 + (size_t{1} << 31);
+    void *const block = mmap(nullptr, size, PROT_READ | PROT_WRITE,
+                             MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    ASSERT_NE(MAP_FAILED, block);
+    auto *const z = static_cast<uint8_t *>(block);
+    const Bytes header = hex("02 84 80 00 00 00");
+    std::copy(header.begin(), header.end(), z);
+    Integer *made = nullptr;
+    EXPECT_EQ(nullptr, asn1_Integer_d(z, z + size, 0, &made, 0));
+    EXPECT_EQ(nullptr, made);
+    // The content of such a record is empty, and so lacks the first of its times.
+    *z = 0x30;
+    Validity *period = nullptr;
+    EXPECT_EQ(nullptr, asn1_Validity_d(z, z + size, 0, &period, 0));
+    EXPECT_EQ(nullptr, period);
+    munmap(block, size);
+  }
+}
+
 #ifndef ORVELASN1_TESTS_SANITIZED
 
 // -- Exhausted memory ---------------------------------------------------------------------------

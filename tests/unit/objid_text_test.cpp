@@ -242,6 +242,13 @@ TEST(ObjIdText, AnArcOfTenThousandOctetsHasItsDigits) {
   EXPECT_EQ(large(content), parsed(*text));
 }
 
+// The first number is what the root arc alone makes of it.
+TEST(ObjIdText, HasAZeroAfterEachRootArc) {
+  for (const char *const name : {"0.0.4294967296", "1.0.4294967296", "2.0.4294967296"}) {
+    EXPECT_EQ(name, text_of(parsed(name)));
+  }
+}
+
 #ifndef ORVELASN1_TESTS_SANITIZED
 
 TEST(ObjIdText, FailsAtEachAllocation) {

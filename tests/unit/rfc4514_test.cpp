@@ -675,6 +675,13 @@ TEST(Rfc4514, FailsAtEachAllocation) {
             }));
 }
 
+TEST(Rfc4514, FailsWhereTheFirstTypeOrALongElementHasNoMemory) {
+  std::string string = "2.5.4.3=#0C46";
+  for (int i = 0; i < 70; ++i) string += "61";
+  EXPECT_LT(5,
+            support::expect_failure_at_each_allocation([&] { return parsed(string) != nullptr; }));
+}
+
 #endif
 
 }  // namespace

@@ -459,6 +459,51 @@ TEST(ExtensionForms, AreWrittenFromTheirFields) {
   EXPECT_EQ(hex("30 0E 80 04 01 02 03 04 A1 06 82 04 01 02 03 04"), encoded(family, record));
 }
 
+TEST(ExtensionForms, TakeNoPlaceThatIsNotThere) {
+  const Bytes octets = sequence(dns_name);
+  EXPECT_EQ(nullptr,
+            pki_GeneralNames_d(octets.data(), octets.data() + octets.size(), 0, nullptr, 0));
+}
+
+TEST(ExtensionForms, OfStringsInSegments) {
+  const auto family = FORM_LIST(SubjectKeyIdentifier, OctetString);
+  EXPECT_EQ(hex("61 62"), value(decoded(family, hex("24 80 04 01 61 04 01 62 00 00")).get()));
+  expect_form_refused(family, hex("04 80 61 00 00"));
+}
+
+// A text that is longer than any that the library makes keeps its octets.
+TEST(ExtensionForms, OfLongTimes) {
+  const auto family = FORM_LIST(InvalidityDate, GeneralizedTime);
+  for (const size_t digits : {1U, 40U}) {
+    expect_kept(family, element(24, text("20260101103000." + std::string(digits, '5') + "Z")));
+  }
+}
+
+// x400Address [3] keeps its element whole, and so has the identifier octet A3.
+TEST(ExtensionForms, OfNamesThatAreKeptWhole) {
+  const auto family = FORM(GeneralName, GeneralName);
+  const auto name = decoded(family, hex("A3 02 05 00"));
+  EXPECT_EQ(hex("A3 02 05 00"), encoded(family, name));
+  static_cast<Any *>(name->value)->data[0] = 0xA4;
+  EXPECT_EQ(Bytes(), encoded(family, name));
+}
+
+#ifndef ORVELASN1_TESTS_SANITIZED
+
+TEST(ExtensionForms, OfStringsInSegmentsFailAtEachAllocation) {
+  const Bytes octets = hex("24 80 04 01 61 04 01 62 00 00");
+  EXPECT_EQ(2, support::expect_failure_at_each_allocation([&] {
+              OctetString *made = nullptr;
+              const uint8_t *const end = octets.data() + octets.size();
+              const bool read = pki_SubjectKeyIdentifier_d(octets.data(), end, 0, &made, 0) == end;
+              EXPECT_EQ(read, made != nullptr);
+              pki_SubjectKeyIdentifier_free(made);
+              return read;
+            }));
+}
+
+#endif
+
 // ---------------------------------------------------------------------------------------------
 // Universal types
 // ---------------------------------------------------------------------------------------------

@@ -458,6 +458,20 @@ TEST(AuthenticatedMessage, HasItsFieldsInTheirPlaces) {
   EXPECT_EQ(1, List_len(message->unauthAttrs));
 }
 
+TEST(SignerInfoForm, SignsItsAttributesWhereTheKeptOctetsAreNotThere) {
+  const auto signer = created(signers);
+  signer->signedAttrs = List_new(0);
+  signer->signedAttrsEncoded = asn1_OctetString_new(0);
+  const auto signed_octets = [&] {
+    return encode_with(
+        [&](uint8_t **pp) { return pki_SignerInfo_signed_octets(pp, signer.get()); });
+  };
+  EXPECT_EQ(hex("31 00"), signed_octets());
+  signer->signedAttrsEncoded->length = 4;
+  EXPECT_EQ(hex("31 00"), signed_octets());
+  signer->signedAttrsEncoded->length = 0;
+}
+
 }  // namespace
 
 }  // namespace rfc5652_test

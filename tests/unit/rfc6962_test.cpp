@@ -185,6 +185,56 @@ TEST(SignedCertificateTimestampListForm, IsExplained) {
   EXPECT_EQ("2: a list that is not as long as its length says", fault_of(hex("04 02 00 01")));
 }
 
+TEST(SignedCertificateTimestampListForm, HasNoEncodingWhereARecordIsNotFilled) {
+  uint8_t octet = 0xFF;
+  OctetString good{1, &octet}, none{1, nullptr}, large{0x10000, &octet}, half{0x8000, &octet};
+  pki_SignedCertificateTimestamp record{};
+  List *const timestamps = List_new(0);
+  ASSERT_EQ(1, List_append(timestamps, &record, 0));
+  const auto measured = [timestamps] {
+    return pki_SignedCertificateTimestampList_e(nullptr, timestamps);
+  };
+  record.signature = &good;
+  // 1 + 32 + 8 + 2 + 2 + 2 octets and the signature's; the vectors' lengths, and a header of two.
+  EXPECT_EQ(48U + 4 + 2, measured());
+  for (OctetString *const wrong : {&none, &large}) {
+    record.signature = wrong;
+    EXPECT_EQ(0U, measured());
+    record.signature = &good;
+    record.extensions = wrong;
+    EXPECT_EQ(0U, measured());
+    record.extensions = nullptr;
+    record.version = 1;
+    record.opaque = wrong;
+    EXPECT_EQ(0U, measured());
+    record.version = 0;
+  }
+  record.extensions = record.signature = &half;
+  EXPECT_EQ(0U, measured());
+  record.signature = nullptr;
+  EXPECT_EQ(0U, measured());
+  List_free(timestamps, nullptr);
+}
+
+#ifndef ORVELASN1_TESTS_SANITIZED
+
+// The list grows past what it holds without memory of its own.
+TEST(SignedCertificateTimestampListForm, FailsAtEachAllocation) {
+  Bytes elements;
+  for (int i = 0; i < 40; ++i) elements = elements + vector(hex("01 AB"));
+  const Bytes octets = list(elements);
+  EXPECT_LT(120, support::expect_failure_at_each_allocation([&] {
+              List *made = nullptr;
+              const uint8_t *const end = octets.data() + octets.size();
+              const bool read =
+                  pki_SignedCertificateTimestampList_d(octets.data(), end, 0, &made, 0) == end;
+              pki_SignedCertificateTimestampList_free(made);
+              return read;
+            }));
+}
+
+#endif
+
 }  // namespace
 
 }  // namespace rfc6962_test

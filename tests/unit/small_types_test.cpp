@@ -491,6 +491,12 @@ TEST(AnyTrace, ShowsNothingOfARefusedElementButTheOverrun) {
   EXPECT_EQ(Lines{". z larger than end!"}, any_trace("04 03 41", 2));
 }
 
+TEST(OctetDecoder, FailsWithoutAPlaceForTheNumber) {
+  const Input input(hex("01 01 FF"));
+  EXPECT_EQ(nullptr, asn1_Boolean_d(input.z(), input.end(), 0, nullptr, 0));
+  EXPECT_EQ(nullptr, asn1_Enumerated_d(input.z(), input.end(), 1, nullptr, 0));
+}
+
 #ifndef ORVELASN1_TESTS_SANITIZED
 
 TEST(AnyMemory, NewCloneAndDecoderGiveNullWhereAnAllocationFails) {

@@ -909,6 +909,23 @@ TEST(TextualName, IsReadByThreadsTogether) {
   EXPECT_EQ(std::vector<int>(4, 100), alike);
 }
 
+TEST(NameText, OfNothingAndOfTypesThatBeginWithNoLetter) {
+  for (const char *const name :
+       {static_cast<const char *>(nullptr), "/{=x", "/[=x", "/@=x", "/`=x"}) {
+    EXPECT_EQ(nullptr, asn1_Name_to_RDNSequence(name));
+  }
+}
+
+TEST(NameText, OfAnAttributeWithoutValueIsNone) {
+  const Sequence sequence(asn1_Name_to_RDNSequence("/cn=x"));
+  ASSERT_NE(nullptr, sequence);
+  auto *const rdn = static_cast<List *>(List_get(sequence.get(), 0));
+  auto *const attribute = static_cast<AttributeValueAssertion *>(List_get(rdn, 0));
+  asn1_ASN1String_free(attribute->value);
+  attribute->value = nullptr;
+  EXPECT_EQ(nullptr, asn1_RDNSequence_to_Name(sequence.get()));
+}
+
 #ifndef ORVELASN1_TESTS_SANITIZED
 
 TEST(TextualNameMemory, EachFailingAllocationFailsTheWriter) {

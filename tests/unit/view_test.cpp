@@ -357,7 +357,8 @@ TEST(CrlReader, StopsAtWhatIsNoEntry) {
   const Bytes good = entry("05", utc("260201000000Z"));
   for (const Bytes &bad :
        {sequence(hex("02 01 05")), entry("00 05", utc("260201000000Z")), hex("05 00"),
-        entry("05", hex("0C 01 41")), entry("05", utc("260201000000Z"), hex("05 00"))}) {
+        entry("05", hex("0C 01 41")), entry("05", utc("260201000000Z"), hex("05 00")),
+        entry("05", utc("260201000000Z"), key_compromise + hex("05 00"))}) {
     const Input input(list(sequence(good + bad)));
     pki_CrlReader reader;
     pki_CrlEntry found;
@@ -480,6 +481,177 @@ TEST_F(Missing, TakesAnythingForARecord) {
   pki_Fault fault;
   EXPECT_EQ(1, pki_find_missing(pki_Type_find("Validity"), nullptr, &fault));
   EXPECT_STREQ("its type is no form of an RFC", fault.sentence);
+}
+
+TEST_F(Missing, NamesTheElementOfAListThatHasNoEncoding) {
+  uint8_t octet = 'a';
+  ASN1String text{1, &octet};
+  GeneralName good{6, &text}, bad{31, &text};
+  List *const names = List_new(0);
+  ASSERT_EQ(1, List_append(names, &good, 0));
+  ASSERT_EQ(1, List_append(names, &bad, 0));
+  EXPECT_EQ("[1]: its kind is that of no alternative", of("pki_GeneralNames", names));
+  List_free(names, nullptr);
+  List *const of_none = List_new(0);
+  ASSERT_EQ(1, List_append(of_none, nullptr, 0));
+  EXPECT_EQ("[0]: is missing", of("pki_GeneralNames", of_none));
+  List_free(of_none, nullptr);
+  Certificate_TBS *const empty = pki_Certificate_TBS_new();
+  EXPECT_EQ("serialNumber: is missing", of("pki_Certificate_TBS", empty));
+  pki_Certificate_TBS_free(empty);
+}
+
+// Their octets are not looked at while they are counted, and 32 bits count no more.
+TEST_F(Missing, SaysThatTheWholeIsTooLargeWhereEachPartIsNot) {
+  uint8_t octet = 1;
+  uint32_t arcs[] = {1, 2};
+  ObjId identifier{2, arcs};
+  AlgId algorithm_id{&identifier, nullptr};
+  OctetString large{0xC0000000, &octet}, other{0x40000000, &octet};
+  Integer number{1, &octet, 0};
+  CertID id{&algorithm_id, &large, &other, &number};
+  EXPECT_EQ(": holds no value that can be encoded", of("pki_CertID", &id));
+  GeneralName uri{6, &large};
+  List *const names = List_new(0);
+  ASSERT_EQ(1, List_append(names, &uri, 0));
+  EXPECT_EQ("", of("pki_GeneralNames", names));
+  ASSERT_EQ(1, List_append(names, &uri, 0));
+  EXPECT_EQ(": holds no value that can be encoded", of("pki_GeneralNames", names));
+  List_free(names, nullptr);
+  ASN1String value{0xFFFFFFF1, &octet};
+  AttributeValueAssertion assertion{&identifier, 19, &value};
+  EXPECT_EQ(": holds no value that can be encoded", of("pki_AttributeValueAssertion", &assertion));
+}
+
+TEST_F(Missing, IsWhatARecordAnnouncesAndHasNot) {
+  uint8_t octet = 1;
+  uint32_t arcs[130] = {1, 2};
+  ObjId identifier{2, arcs};
+  AlgId algorithm_id{&identifier, nullptr};
+  OctetString good{1, &octet}, none{1, nullptr};
+  Integer number{1, &octet, 0}, no_number{1, nullptr, 0}, long_number{0x80000000, &octet, 0};
+  CertID id{&algorithm_id, &none, &good, &number};
+  EXPECT_EQ("issuerNameHash: holds no value that can be encoded", of("pki_CertID", &id));
+  id = {&algorithm_id, &good, &good, &no_number};
+  EXPECT_EQ("serialNumber: holds no value that can be encoded", of("pki_CertID", &id));
+  id = {&algorithm_id, &good, &good, &long_number};
+  EXPECT_EQ("serialNumber: holds no value that can be encoded", of("pki_CertID", &id));
+  id = {&algorithm_id, &good, &good, &number};
+  EXPECT_EQ("", of("pki_CertID", &id));
+
+  Any no_element{1, nullptr};
+  algorithm_id.parameters = &no_element;
+  EXPECT_EQ("parameters: holds no value that can be encoded", of("pki_AlgId", &algorithm_id));
+  algorithm_id.parameters = nullptr;
+  ObjId no_arcs{2, nullptr};
+  AlgId of_no_arcs{&no_arcs, nullptr};
+  EXPECT_EQ("algorithm: holds no value that can be encoded", of("pki_AlgId", &of_no_arcs));
+  BitString no_bits{8, nullptr};
+  SubjectPKI key_of_none{&algorithm_id, &no_bits};
+  EXPECT_EQ("subjectPublicKey: holds no value that can be encoded",
+            of("pki_SubjectPKI", &key_of_none));
+
+  // An attribute of a name: its value, its identifier octet, and a type of 129 octets.
+  ASN1String empty{0, nullptr}, too_long{0xFFFFFFFC, &octet};
+  AttributeValueAssertion assertion{&identifier, 19, &empty};
+  EXPECT_EQ("", of("pki_AttributeValueAssertion", &assertion));
+  assertion.value = &none;
+  EXPECT_EQ("value: is missing, or has no encoding", of("pki_AttributeValueAssertion", &assertion));
+  assertion.value = &too_long;
+  EXPECT_EQ("value: is missing, or has no encoding", of("pki_AttributeValueAssertion", &assertion));
+  assertion = {&identifier, 0x113, &good};
+  EXPECT_EQ("value: is missing, or has no encoding", of("pki_AttributeValueAssertion", &assertion));
+  assertion = {&identifier, 19, &good};
+  identifier.count = 129;
+  EXPECT_EQ("", of("pki_AttributeValueAssertion", &assertion));
+  identifier.count = 130;
+  EXPECT_EQ("type: holds no value that can be encoded",
+            of("pki_AttributeValueAssertion", &assertion));
+
+  // Characters that no time has, and none.
+  char other[] = "\n", nothing[] = "", good_time[] = "260101000000Z";
+  for (char *const characters : {other, nothing}) {
+    Time from{23, good_time}, to{23, characters};
+    Validity period{&from, &to};
+    EXPECT_EQ("notAfter.utcTime: holds no value that can be encoded", of("pki_Validity", &period));
+  }
+}
+
+// An identifier that is kept whole: the marker, the number of octets, and four octets a word.
+TEST_F(Missing, IsAnIdentifierThatIsNotKeptAsItWouldBeRead) {
+  const struct {
+    std::vector<uint32_t> arcs;
+    uint32_t octets;
+  } rows[] = {{{PKI_LARGE_ARCS, 3, 0x2A030400}, 3},
+              {{PKI_LARGE_ARCS, 0x80000000, 0x2A030400}, 0},
+              {{PKI_LARGE_ARCS, 5, 0x2A030400}, 0},
+              {{PKI_LARGE_ARCS, 3, 0x2A800400}, 0},
+              {{PKI_LARGE_ARCS, 3, 0x2A038400}, 0},
+              {{2, 0xFFFFFFFF}, 5},
+              {{0x10000000, 5}, 0}};
+  for (const auto &row : rows) {
+    std::vector<uint32_t> arcs = row.arcs;
+    ObjId identifier{static_cast<uint32_t>(arcs.size()), arcs.data()};
+    const AlgId algorithm_id{&identifier, nullptr};
+    EXPECT_EQ(row.octets == 0 ? 0 : 2 + 2 + row.octets, pki_AlgId_e(nullptr, &algorithm_id));
+  }
+}
+
+TEST(View, TakesNoNullPointers) {
+  const Bytes content = hex("02 01 05");
+  pki_Octets rest{content.data(), 3}, none{nullptr, 5}, element;
+  EXPECT_EQ(-1, pki_view_next(&rest, nullptr));
+  EXPECT_EQ(0, pki_view_next(&none, &element));
+  pki_CertificateView view;
+  EXPECT_EQ(nullptr, pki_certificate_view(content.data(), nullptr, &view));
+  pki_ExtensionView extension;
+  const pki_Octets list_of_two{extension_list.data(), uint32_t(extension_list.size())};
+  EXPECT_EQ(-1, pki_extension_view(list_of_two, content.data(), 1, nullptr));
+  EXPECT_EQ(-1, pki_extension_view(list_of_two, nullptr, 1, &extension));
+  EXPECT_EQ(0, pki_extension_view(list_of_two, nullptr, 0, &extension));
+  EXPECT_EQ(0, pki_extension_view(none, content.data(), 1, &extension));
+  const Bytes no_tag = hex("A3 05 30");
+  EXPECT_EQ(-1, pki_extension_view({no_tag.data(), 3}, content.data(), 1, &extension));
+  pki_CrlReader reader;
+  const Input input(list(entries));
+  ASSERT_EQ(1, pki_crl_open(&reader, input.z(), input.end()));
+  pki_CrlEntry found;
+  EXPECT_EQ(-1, pki_crl_next(&reader, nullptr));
+  EXPECT_EQ(-1, pki_crl_find(nullptr, content.data(), 1, &found));
+  EXPECT_EQ(-1, pki_crl_find(&reader, content.data(), 1, nullptr));
+  EXPECT_EQ(-1, pki_crl_find(&reader, nullptr, 1, &found));
+}
+
+TEST(View, OfARequiredFieldLooksAtItsIdentifierOctet) {
+  pki_Octets fields[3];
+  // mediaType IA5String, in segments of which there is none, and two lists.
+  const Input details(hex("30 06 36 00 30 00 30 00"));
+  EXPECT_EQ(details.end(),
+            pki_view(pki_Type_find("pki_LogotypeDetails"), details.z(), details.end(), fields, 3));
+  EXPECT_EQ(hex("36 00"), octets(fields[0]));
+  // value [0] EXPLICIT ANY.
+  const Input name(hex("30 05 06 01 2A 05 00"));
+  EXPECT_EQ(nullptr, pki_view(pki_Type_find("pki_OtherName"), name.z(), name.end(), fields, 2));
+  const Bytes cut = hex("30 80 00");
+  EXPECT_EQ(nullptr, pki_view_content({cut.data(), 3}).data);
+}
+
+TEST(CrlReader, HasNoReasonWhereThatIsNoReason) {
+  for (const char *const value : {"04 00", "04 01 0A", "04 03 02 01 01", "04 04 0A 02 01 01"}) {
+    const Bytes extension = sequence(hex("06 03 55 1D 15") + hex(value));
+    const Input input(list(sequence(entry("05", utc("260201000000Z"), sequence(extension)))));
+    pki_CrlReader reader;
+    pki_CrlEntry found;
+    ASSERT_EQ(1, pki_crl_open(&reader, input.z(), input.end()));
+    ASSERT_EQ(1, pki_crl_next(&reader, &found)) << value;
+    EXPECT_EQ(PKI_NO_REASON, found.reason) << value;
+  }
+}
+
+// 2024-02-29, and fractions after a comma (X.680, 46.3).
+TEST(CrlReader, CountsTheSecondsOfLeapDaysAndOfFractions) {
+  EXPECT_EQ(1709164800, seconds(utc("240229000000Z")));  // date -u -d 2024-02-29 +%s
+  EXPECT_EQ(1767263400, seconds(generalized("20260101103000,5Z")));
 }
 
 }  // namespace
