@@ -393,10 +393,10 @@ TEST(TraceDump, ShowsPrintableOctetsAndDotsForTheOthers) {
 TEST(TraceDump, AsksTheCurrentLocaleWhatIsPrintable) {
   const std::string folder = testing::TempDir() + "orvelasn1_locale_" + std::to_string(getpid());
   // The program localedef may be that of another processor.
-  const char *const order =
-      std::endian::native == std::endian::big ? "--big-endian " : "--little-endian ";
-  const std::string make = "mkdir -p " + folder + " && localedef " + order +
-                           "-i en_US -f ISO-8859-1 " + folder + "/latin1 >/dev/null 2>&1";
+  std::string localedef = "localedef --little-endian";
+  if constexpr (std::endian::native == std::endian::big) localedef = "localedef --big-endian";
+  const std::string make = "mkdir -p " + folder + " && " + localedef + " -i en_US -f ISO-8859-1 " +
+                           folder + "/latin1 >/dev/null 2>&1";
   const bool made = std::system(make.c_str()) == 0;
   std::string column;
   if (made) {
