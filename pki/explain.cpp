@@ -657,7 +657,7 @@ bool Explanation::field(const Type &type, const Field &field, ContentReader &in,
     Reader rest(from, in.end());
     uint32_t length = 0;
     if (field.tagging == Tagging::explicit_tag) rest.read_header(0, field.found_by, &length, 0);
-    if (rest.read_header(0, tag::integer, &length, 0)) {
+    if (rest.read_header(0, tag::integer, &length, 0) && length != 0) {
       const bool zero_first = rest.peek() == 0;
       numbers->members[numbers->count] = field.member;
       numbers->views[numbers->count++] = {
