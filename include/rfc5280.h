@@ -10,7 +10,8 @@
  * - No input ends the process, and no argument does: a null pointer where a pointer is required
  *   fails.
  * - A decoder takes what its RFC allows, in DER and in BER (X.690). What is left over inside an
- *   element is refused. On failure it stores NULL. Lengths above 2^31 - 1 octets are refused.
+ *   element is refused. On failure it stores NULL. A length above 2^31 - 1 is refused, and so is
+ *   one that is written in more than four octets after the first.
  * - An encoder writes DER. What was decoded from DER is written back octet for octet. An encoder
  *   returns 0 for a record that is not filled; pki_find_missing() says which field it is. Elements
  *   of a SET OF are written in the order of their list.
