@@ -22,11 +22,11 @@ constexpr size_t longest_mark =
 bool is_control(char c) { return static_cast<unsigned char>(c) < 0x20; }
 
 /// Returns the label at the start of a text, up to the dashes after it. Fails where there are none.
-std::optional<std::string> label_in(std::string_view text) {
+std::optional<std::string_view> label_in(std::string_view text) {
   text = text.substr(0, longest_label + dashes.size());
   const std::string_view label = text.substr(0, text.find(dashes));
   if (label.size() == text.size() || std::ranges::any_of(label, is_control)) return std::nullopt;
-  return std::string(label);
+  return label;
 }
 
 /// Takes the first line off a text. A line may end as in a JSON string.
@@ -117,7 +117,7 @@ struct PemReader::Mark {
   size_t start;
   size_t stop;
   bool begins;
-  std::optional<std::string> label;  ///< none where the mark is not complete
+  std::optional<std::string_view> label;  ///< none where the mark is not complete
 };
 
 bool may_precede_pem(Octets data) {
@@ -162,9 +162,9 @@ std::optional<PemReader::Mark> PemReader::next_mark(size_t from) const {
     if (!begins && !rest.starts_with(end_word)) continue;
     if (!window_.is_last && text().size() - at < longest_mark) break;
     rest.remove_prefix((begins ? begin_word : end_word).size());
-    auto label = label_in(rest);
+    const auto label = label_in(rest);
     const size_t stop = text().size() - rest.size() + (label ? label->size() + dashes.size() : 0);
-    return Mark{at, stop, begins, std::move(label)};
+    return Mark{at, stop, begins, label};
   }
   return std::nullopt;
 }
