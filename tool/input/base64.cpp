@@ -93,9 +93,11 @@ int Base64Digits::operator()() {
 bool Base64Digits::skip_blanks() {
   const size_t start = at_;
   while (at_ < text_.size() && !is_base64_digit(text_[at_])) {
-    const size_t blank = is_space(text_[at_]) ? 1 : blank_in_base64(text_.substr(at_));
+    const char c = text_[at_];
+    const size_t blank = is_space(c) ? 1 : blank_in_base64(text_.substr(at_));
     if (blank == 0) break;
     at_ += blank;
+    if (c == '\n' || (c == '\r' && !text_.substr(at_).starts_with('\n'))) ++line_ends_;
   }
   return at_ != start;
 }
@@ -146,7 +148,7 @@ Base64Text take_base64(std::string_view text, size_t most, uint8_t *out) {
     *to++ = static_cast<uint8_t>(group >> bits);
   }
   const Octets octets(out, to);
-  return {octets, (octets.size() * 8 + bits) / 6, next.at()};
+  return {octets, (octets.size() * 8 + bits) / 6, next.at(), next.line_ends()};
 }
 
 }  // namespace tool
