@@ -60,6 +60,8 @@ int value_of(char c) {
   return value == no_digit ? -1 : value;
 }
 
+bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
 }  // namespace
 
 bool is_base64_digit(char c) { return value_of(c) >= 0; }
@@ -68,7 +70,7 @@ size_t blank_in_base64(std::string_view text) {
   static constexpr std::array<std::string_view, 7> escapes{"\\n",   "\\r",   "\\t",  "&#10;",
                                                            "&#13;", "&#xA;", "&#xD;"};
   if (text.empty()) return 0;
-  if (text[0] == ' ' || (text[0] >= '\t' && text[0] <= '\r')) return 1;
+  if (is_space(text[0])) return 1;
   if (text[0] != '\\' && text[0] != '&') return 0;
   for (const std::string_view escape : escapes)
     if (text.starts_with(escape)) return escape.size();
@@ -90,7 +92,13 @@ int Base64Digits::operator()() {
 
 bool Base64Digits::skip_blanks() {
   const size_t start = at_;
-  while (const size_t blank = blank_in_base64(text_.substr(at_))) at_ += blank;
+  while (at_ < text_.size() && !is_base64_digit(text_[at_])) {
+    const char c = text_[at_];
+    const size_t blank = is_space(c) ? 1 : blank_in_base64(text_.substr(at_));
+    if (blank == 0) break;
+    at_ += blank;
+    if (c == '\n' || (c == '\r' && !text_.substr(at_).starts_with('\n'))) ++line_ends_;
+  }
   return at_ != start;
 }
 
@@ -140,7 +148,7 @@ Base64Text take_base64(std::string_view text, size_t most, uint8_t *out) {
     *to++ = static_cast<uint8_t>(group >> bits);
   }
   const Octets octets(out, to);
-  return {octets, (octets.size() * 8 + bits) / 6, next.at()};
+  return {octets, (octets.size() * 8 + bits) / 6, next.at(), next.line_ends()};
 }
 
 }  // namespace tool

@@ -32,16 +32,21 @@ class Base64Digits {
   /// Returns the number of characters taken.
   size_t at() const { return at_; }
 
+  /// Returns the number of line ends among them. A carriage return with a newline after it is none.
+  size_t line_ends() const { return line_ends_; }
+
  private:
   std::string_view text_;
   size_t at_ = 0;
+  size_t line_ends_ = 0;
 };
 
 /// What was decoded of a text.
 struct Base64Text {
-  Octets octets;  ///< without one that is not complete
-  size_t digits;  ///< that were taken
-  size_t end;     ///< characters up to what is no digit, or past the last digit
+  Octets octets;     ///< without one that is not complete
+  size_t digits;     ///< that were taken
+  size_t end;        ///< characters up to what is no digit, or past the last digit
+  size_t line_ends;  ///< in front of that; a carriage return with a newline after it is none
 };
 
 /// Decodes the digits at the start of a text into octets, at most `most`. `out` has room for so

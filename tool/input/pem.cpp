@@ -22,11 +22,11 @@ constexpr size_t longest_mark =
 bool is_control(char c) { return static_cast<unsigned char>(c) < 0x20; }
 
 /// Returns the label at the start of a text, up to the dashes after it. Fails where there are none.
-std::optional<std::string> label_in(std::string_view text) {
+std::optional<std::string_view> label_in(std::string_view text) {
   text = text.substr(0, longest_label + dashes.size());
   const std::string_view label = text.substr(0, text.find(dashes));
   if (label.size() == text.size() || std::ranges::any_of(label, is_control)) return std::nullopt;
-  return std::string(label);
+  return label;
 }
 
 /// Takes the first line off a text. A line may end as in a JSON string.
@@ -87,17 +87,6 @@ Base64Fault fault_of(std::string_view text, const Base64Text &decoded) {
   return {};
 }
 
-/// Counts the line ends of a text in front of a place. A carriage return with a newline after it is
-/// none.
-size_t line_ends(std::string_view text, size_t to) {
-  const std::string_view lines = text.substr(0, to);
-  size_t count = 0;
-  for (size_t at = 0; (at = lines.find('\n', at)) != lines.npos; ++at) ++count;
-  for (size_t at = 0; (at = lines.find('\r', at)) != lines.npos; ++at)
-    if (!text.substr(at + 1).starts_with('\n')) ++count;
-  return count;
-}
-
 /// Leaves the certificate of a "TRUSTED CERTIFICATE", and a remark about the settings after it.
 void leave_certificate(Element &element) {
   element.label = "CERTIFICATE";
@@ -117,7 +106,7 @@ struct PemReader::Mark {
   size_t start;
   size_t stop;
   bool begins;
-  std::optional<std::string> label;  ///< none where the mark is not complete
+  std::optional<std::string_view> label;  ///< none where the mark is not complete
 };
 
 bool may_precede_pem(Octets data) {
@@ -162,9 +151,9 @@ std::optional<PemReader::Mark> PemReader::next_mark(size_t from) const {
     if (!begins && !rest.starts_with(end_word)) continue;
     if (!window_.is_last && text().size() - at < longest_mark) break;
     rest.remove_prefix((begins ? begin_word : end_word).size());
-    auto label = label_in(rest);
+    const auto label = label_in(rest);
     const size_t stop = text().size() - rest.size() + (label ? label->size() + dashes.size() : 0);
-    return Mark{at, stop, begins, std::move(label)};
+    return Mark{at, stop, begins, label};
   }
   return std::nullopt;
 }
@@ -185,22 +174,22 @@ std::optional<Element> PemReader::block(const Mark &begin) {
   std::string_view body = text().substr(begin.stop, stop - begin.stop);
   const std::string_view headers = take_headers(body);
   const size_t start = stop - body.size();
-  // Before octets take the place of the lines.
-  count_lines(window_.at);
-
   std::string wrong = foreign_label(element.label);
   if (wrong.empty() && headers.find("ENCRYPTED") != headers.npos)
     wrong =
         "encrypted, and this tool has no password: \"openssl pkey -in FILE -out plain.pem\" asks "
         "for it and writes the key without";
   if (wrong.empty()) {
+    count_lines(start);
     const Base64Text decoded = take_base64(body, SIZE_MAX, window_.data.data() + start);
     element.octets = decoded.octets;
+    // The octets have taken the place of lines.
+    line_ += decoded.line_ends;
+    counted_ = start + decoded.end;
     Base64Fault fault = fault_of(body, decoded);
     if (fault.at) {
-      const size_t at = start + *fault.at;
-      const size_t line = line_ - line_ends(text().substr(at), window_.at - at);
-      wrong = "line " + std::to_string(line) + ": " + fault.text;
+      count_lines(start + *fault.at);
+      wrong = "line " + std::to_string(line_) + ": " + fault.text;
     } else if (!ends) {
       wrong = "the PEM block has no END line; it may have been cut short";
     } else if (!mark->label) {
@@ -212,6 +201,7 @@ std::optional<Element> PemReader::block(const Mark &begin) {
       wrong = std::move(fault.text);
     }
   }
+  count_lines(window_.at);
   if (!wrong.empty())
     element.fault = Fault{std::nullopt, std::move(wrong)};
   else if (element.label == "TRUSTED CERTIFICATE")
@@ -219,11 +209,13 @@ std::optional<Element> PemReader::block(const Mark &begin) {
   return element;
 }
 
-/// Counts the line ends up to an offset.
+/// Counts the line ends up to an offset. A carriage return with a newline after it is none.
 void PemReader::count_lines(size_t to) {
-  if (to <= counted_) return;
-  line_ += line_ends(text().substr(counted_), to - counted_);
-  counted_ = to;
+  const std::string_view lines = text().substr(0, to);
+  for (size_t at = counted_; (at = lines.find('\n', at)) != lines.npos; ++at) ++line_;
+  for (size_t at = counted_; (at = lines.find('\r', at)) != lines.npos; ++at)
+    if (!text().substr(at + 1).starts_with('\n')) ++line_;
+  counted_ = std::max(counted_, to);
 }
 
 std::optional<Element> first_block(std::span<uint8_t> text) {
