@@ -541,14 +541,18 @@ TEST(UniversalForms, HaveArcsOfAnyNumberOfOctets) {
                               "2A 81 80 80 00", "7F", "81 00", "FF 7F", "81 80 00"}) {
     expect_kept(identifiers, sequence(element(6, hex(content))));
   }
-  for (uint32_t octets : {0x7FU, 0x81U}) {
-    uint32_t words[] = {PKI_LARGE_ARCS, 1, octets << 24};
-    const ObjId identifier{3, words};
-    List *const list = List_new(0);
-    List_append(list, const_cast<ObjId *>(&identifier), 0);
-    // 81 goes on and has no end.
-    EXPECT_EQ(octets == 0x7F ? hex("30 03 06 01 7F") : Bytes(),
-              support::encode(pki_ExtKeyUsageSyntax_e, list));
+  const struct {
+    uint32_t octets, word;
+    const char *encoding;
+  } rows[] = {{1, 0x7F000000, "30 03 06 01 7F"},
+              {1, 0x81000000, ""},  // goes on and has no end
+              {2, 0x81010000, "30 04 06 02 81 01"},
+              {2, 0x80010000, ""}};  // begins with a needless octet
+  for (const auto &row : rows) {
+    uint32_t words[] = {PKI_LARGE_ARCS, row.octets, row.word};
+    ObjId identifier{3, words};
+    List *const list = support::list_of({&identifier});
+    EXPECT_EQ(hex(row.encoding), support::encode(pki_ExtKeyUsageSyntax_e, list));
     List_free(list, nullptr);
   }
 }
