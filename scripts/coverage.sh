@@ -10,6 +10,9 @@
 # and column. A template and an inline function are counted once, by what all their copies take together, and
 # a condition that the compiler decides is none.
 #
+# A call that a test leaves by longjmp() counts as if it had gone on: the compiler counts one outcome, and
+# takes it from the calls for the other.
+#
 # That is not what gcov counts, nor gcovr: the jumps of the object code, once more for each copy of a template
 # and with what the compiler adds of its own. gcovr's own decisions are guessed from the text of a line, and
 # left out where && and || are in it.

@@ -1308,6 +1308,20 @@ TEST(GdoMemory, ASetOfSetsFailsWithoutAnythingLeft) {
               return read;
             }));
 }
+
+// The C library needs memory to say where the stack of a thread is. It is asked once.
+TEST(GdoMemory, AnObjectFailsWhereTheBoundsOfTheStackHaveNoMemory) {
+  const Input input(leaf);
+  const auto read = [&input] {
+    GDOObject *object = nullptr;
+    const bool is_read =
+        asn1_GDOObjectSetOf_d(input.z(), input.end(), 0, &object, 0) == input.end();
+    asn1_GDOObjectSetOf_free(object);
+    return is_read;
+  };
+  const long allocations = expect_failure_at_each_allocation(read);
+  on_small_stack([&] { EXPECT_LT(allocations, expect_failure_at_each_allocation(read)); });
+}
 #endif
 
 }  // namespace

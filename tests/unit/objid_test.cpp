@@ -589,6 +589,8 @@ TEST(ObjIdParse, ReadsNumbersOfAnyWidth) {
   EXPECT_EQ((Parsed{true, {1, 8, 3}, ","}), parse("1." + zeros + "10.3,"));
   EXPECT_EQ((Parsed{true, {1, 31}, "."}), parse("1.0x" + zeros + "1F."));
   EXPECT_EQ((Parsed{true, {1, 5}, "x"}), parse("1." + std::string(100, ' ') + "5x"));
+  // Blanks without a number after them, in which the third and the fourth arc begin.
+  EXPECT_EQ((Parsed{true, {1, 1, 1, 1}, "   x"}), parse("1...      x"));
 }
 
 /// Returns the arcs and the rest that the conversion %i of the C runtime finds in a text.

@@ -610,6 +610,7 @@ TEST(View, TakesNoNullPointers) {
   EXPECT_EQ(-1, pki_extension_view(list_of_two, nullptr, 1, &extension));
   EXPECT_EQ(0, pki_extension_view(list_of_two, nullptr, 0, &extension));
   EXPECT_EQ(0, pki_extension_view(none, content.data(), 1, &extension));
+  EXPECT_EQ(0, pki_extension_view({content.data(), 0}, content.data(), 1, &extension));
   const Bytes no_tag = hex("A3 05 30");
   EXPECT_EQ(-1, pki_extension_view({no_tag.data(), 3}, content.data(), 1, &extension));
   pki_CrlReader reader;
