@@ -375,6 +375,7 @@ TEST(Descriptors, SayWhatATypeIs) {
       {"RelativeDistinguishedName", PKI_SET_OF, 0x31, "AttributeTypeAndValue"},
       {"Name", PKI_NAME, 0x30, "RelativeDistinguishedName"},
       {"GeneralName", PKI_CHOICE, 0, nullptr},
+      {"Time", PKI_CHOICE, 23, nullptr},
       {"GDOObject", PKI_CARD_OBJECT, 0x30, nullptr},
   };
   for (const auto &[name, kind, identifier, element] : expected) {
