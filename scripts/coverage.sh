@@ -36,5 +36,6 @@ LLVM_PROFILE_FILE=$PWD/$build/profiles/%2m.profraw sh scripts/check.sh coverage
 llvm-profdata merge -sparse $build/profiles/*.profraw -o $build/all.profdata
 set --
 for library in $build/lib/lib*.so; do set -- "$@" --object "$library"; done
+# It warns of functions of the public headers that the sources have and do not call.
 llvm-cov export --instr-profile=$build/all.profdata "$@" >$build/coverage.json
 python3 scripts/coverage.py $build/coverage.json
