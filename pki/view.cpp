@@ -81,7 +81,6 @@ bool view_members(const Type &type, pki_Octets value,
 
 /// Opens an element that take_small_header() leaves to it.
 bool open_large(pki_Octets element, pki_Octets *content) {
-  if (element.data == nullptr) return false;
   Reader in(element.data, element.data + element.length);
   Header header;
   if (take_any_header(in, &header) != nullptr) return false;
@@ -219,7 +218,7 @@ const uint8_t *pki_view(const pki_Type *type, const uint8_t *z, const uint8_t *e
 
 pki_Octets pki_view_content(pki_Octets element) {
   pki_Octets content{};
-  return open(element, &content) ? content : pki_Octets();
+  return element.data != nullptr && open(element, &content) ? content : pki_Octets();
 }
 
 int32_t pki_view_next(pki_Octets *content, pki_Octets *element) {

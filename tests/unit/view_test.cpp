@@ -203,6 +203,9 @@ TEST(View, GoesThroughTheElementsOfAContent) {
   EXPECT_EQ(broken.data(), rest.data);
   EXPECT_EQ(-1, pki_view_next(nullptr, &one));
   EXPECT_EQ(0U, pki_view_content({broken.data(), 3}).length);
+  for (const uint32_t length : {0U, 1U, 5U}) {
+    EXPECT_EQ(nullptr, pki_view_content({nullptr, length}).data) << length;
+  }
   EXPECT_EQ(-1, pki_view_next(&rest, nullptr));
 }
 
