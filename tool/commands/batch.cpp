@@ -32,8 +32,7 @@ void report_end(const Input &input, const Element &element, const std::string &l
   }
 }
 
-/// Counts the elements in a row of a DER input that fail and are of no type. Octets that are no
-/// structure may still be elements: a file of 05 and 00 by turns has half a million in a megabyte.
+/// Counts the elements in a row of a DER input that fail and are of no type.
 class Patience {
  public:
   bool is_over() const { return shared_.octets()[0] != 0; }
@@ -42,14 +41,13 @@ class Patience {
   void count(const Input &input, const Element &element, bool good) {
     const bool rubbish = !good && element.line == 0 && candidates(element, nullptr).empty();
     failures_ = rubbish ? failures_ + 1 : 0;
-    if (failures_ < most) return;
-    complain(input.where(element) + ": the rest is skipped, since " + std::to_string(most) +
-             " elements in a row have the structure of no type");
+    if (failures_ < most_strangers) return;
+    complain(input.where(element) + ": the rest is skipped, since " +
+             std::to_string(most_strangers) + " elements in a row have the structure of no type");
     shared_.octets()[0] = 1;
   }
 
  private:
-  static constexpr size_t most = 16;
   SharedMemory shared_{1};  ///< what the children tell their parent
   size_t failures_ = 0;
 };

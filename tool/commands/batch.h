@@ -19,6 +19,11 @@ void report_file(const std::string &file, const std::system_error &error);
 /// Says what is worth a message and no fault of an element; nothing where there is nothing.
 void report_remark(const Input &input, const Element &element);
 
+/// How many elements in a row may be strangers: of no type, without a key or a counterpart. Octets
+/// that are no structure may still be elements: a file of 05 and 00 by turns has half a million in
+/// a megabyte.
+constexpr size_t most_strangers = 16;
+
 using ElementJob = std::function<bool(const Input &, const Element &)>;
 
 /// How a command goes through the elements, beside its jobs. All of these may be null.

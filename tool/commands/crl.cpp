@@ -73,7 +73,6 @@ class Search {
   /// million of them in a megabyte.
   void for_each(const std::string &file,
                 const std::function<bool(const Input &, const Element &, bool many)> &job) {
-    constexpr size_t most_strangers = 16;
     try {
       Input input(file);
       constexpr size_t at_once = 2;

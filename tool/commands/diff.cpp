@@ -13,10 +13,6 @@ namespace tool {
 
 namespace {
 
-/// How many pairs in a row may be refused, and how many elements without a counterpart are named.
-/// Octets that are no structure may still be elements, half a million of them in a megabyte.
-constexpr size_t most_strangers = 16;
-
 /// What the children say to their parent.
 struct Outcome {
   bool differs = false;

@@ -14,10 +14,6 @@ namespace tool {
 
 namespace {
 
-/// How many elements in a row may have no key. Octets that are no structure may still be elements,
-/// half a million of them in a megabyte.
-constexpr size_t most_strangers = 16;
-
 /// Something that has a key, and where it stands.
 struct Place {
   std::string file;
