@@ -50,7 +50,7 @@ class Number {
 
   /// Subtracts what is less than Base and not more than the number.
   void subtract(uint32_t subtrahend) {
-    for (size_t i = 0; subtrahend != 0; ++i) {
+    for (size_t i = 0; subtrahend != 0 && i < size_; ++i) {
       const bool borrows = words_[i] < subtrahend;
       words_[i] += (borrows ? Base : 0) - subtrahend;
       subtrahend = borrows ? 1 : 0;

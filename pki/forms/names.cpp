@@ -34,10 +34,10 @@ constexpr FieldFunctions value_functions{
           const uint8_t *octets = nullptr;
           if (!is_attribute_tag(to.valueTag) ||
               !in.read_exact_header(0, static_cast<uint8_t>(to.valueTag), Forms::one, &header,
-                                    depth)) {
+                                    depth) ||
+              !in.take(header.length, &octets)) {
             return false;
           }
-          in.take(header.length, &octets);  // which the header was held against
           to.value = asn1::new_record<ASN1String>();
           if (to.value == nullptr || header.length == 0) return to.value != nullptr;
           to.value->data = asn1::new_array<uint8_t>(header.length);

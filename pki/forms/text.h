@@ -67,7 +67,7 @@ class Text {
     return true;
   }
 
-  char own_[256];
+  char own_[256] = {};
   char *octets_ = own_;
   char *block_ = nullptr;  ///< where the octets are once their own room is full
   size_t size_ = 0;

@@ -232,8 +232,7 @@ const uint8_t *decode_string(const uint8_t *z, const uint8_t *end, uint32_t impl
   }
   View content{nullptr, header.length};
   StringSize size;
-  in.take(header.length, &content.data);  // which the header was held against
-  if (size.add(&content, bits) != nullptr) return nullptr;
+  if (!in.take(header.length, &content.data) || size.add(&content, bits) != nullptr) return nullptr;
   auto *const record = with_octets<Record>(content.data, content.length);
   asn1::store(place, record);
   if (record == nullptr) return nullptr;
