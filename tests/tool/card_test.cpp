@@ -1,11 +1,11 @@
 // The objects of a smart card, all made by hand.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace card_test {
 
 namespace {
+
+using namespace tool_tests;
 
 using ToolCard = Records;
 

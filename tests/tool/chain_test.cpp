@@ -1,11 +1,11 @@
 // The chain at the end of a bundle: who issued whom by names and key identifiers.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace chain_test {
 
 namespace {
+
+using namespace tool_tests;
 
 class ToolChain : public Records {
  protected:

@@ -2,11 +2,11 @@
 // names that are encoded otherwise, and for what stands beside an element.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace crl_scope_test {
 
 namespace {
+
+using namespace tool_tests;
 
 Bytes utc(const char *text) { return element(0x17, support::text(text)); }
 

@@ -1,11 +1,11 @@
 // The command "crl": what it says of serial numbers and certificates, its summaries, and its status.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace crl_test {
 
 namespace {
+
+using namespace tool_tests;
 
 Bytes utc(const char *text) { return element(0x17, support::text(text)); }
 

@@ -2,11 +2,11 @@
 // status.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace diff_test {
 
 namespace {
+
+using namespace tool_tests;
 
 Bytes utc(const char *text) { return element(0x17, support::text(text)); }
 

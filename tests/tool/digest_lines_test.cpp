@@ -1,11 +1,11 @@
 // Digests on a page that is narrower than they are.
 #include "tool.h"
 
-using namespace tool_tests;
-
 namespace digest_lines_test {
 
 namespace {
+
+using namespace tool_tests;
 
 using ToolDigestLines = Tool;
 

@@ -2,11 +2,11 @@
 // judge.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace digests_test {
 
 namespace {
+
+using namespace tool_tests;
 
 class ToolDigests : public Records {
  protected:

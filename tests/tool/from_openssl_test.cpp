@@ -1,11 +1,11 @@
 // docs/from-openssl.md: each pair of commands says the same.
 #include "bundles.h"
 
-using namespace tool_tests;
-
 namespace from_openssl_test {
 
 namespace {
+
+using namespace tool_tests;
 
 /// A pair of the document.
 struct Pair {

@@ -1,11 +1,11 @@
 // What each command says of inputs that are empty, cut, broken or hostile, as a whole.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace hostile_test {
 
 namespace {
+
+using namespace tool_tests;
 
 /// A command that takes one file as its last word, and its status where it cannot read that.
 struct Command {

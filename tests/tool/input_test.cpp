@@ -1,11 +1,11 @@
 // The forms in which an input may come, and what is said of one that holds nothing for the tool.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace input_test {
 
 namespace {
+
+using namespace tool_tests;
 
 /// Two certificates, as openssl writes them, in whatever form a test puts them.
 class InputForms : public Tool {

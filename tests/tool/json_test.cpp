@@ -5,11 +5,11 @@
 
 #include "bundles.h"
 
-using namespace tool_tests;
-
 namespace json_test {
 
 namespace {
+
+using namespace tool_tests;
 
 class ToolFacts : public Bundles {
  protected:

@@ -2,11 +2,11 @@
 // their public keys and pins are.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace key_test {
 
 namespace {
+
+using namespace tool_tests;
 
 Bytes bit_string(const Bytes &octets) { return element(0x03, hex("00") + octets); }
 

@@ -1,11 +1,11 @@
 // Keys, digests, parameters of algorithms, and key challenges.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace keys_test {
 
 namespace {
+
+using namespace tool_tests;
 
 using ToolKeys = Records;
 

@@ -6,11 +6,11 @@
 #include "records.h"
 #include "sanitizers.h"
 
-using namespace tool_tests;
-
 namespace large_test {
 
 namespace {
+
+using namespace tool_tests;
 
 class Large : public Tool {
  protected:

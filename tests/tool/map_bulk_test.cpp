@@ -14,11 +14,11 @@
 #include "pem.h"
 #include "sanitizers.h"
 
-using namespace tool_tests;
-
 namespace map_bulk_test {
 
 namespace {
+
+using namespace tool_tests;
 
 // ---- Lines --------------------------------------------------------------------------------------
 

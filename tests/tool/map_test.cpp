@@ -5,11 +5,11 @@
 
 #include <functional>
 
-using namespace tool_tests;
-
 namespace map_test {
 
 namespace {
+
+using namespace tool_tests;
 
 std::string pem(const Bytes &octets) {
   std::string out = "-----BEGIN CERTIFICATE-----\n";

@@ -1,11 +1,11 @@
 // Messages and personal information exchange: made by hand, or by the peer.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace messages_test {
 
 namespace {
+
+using namespace tool_tests;
 
 using ToolMessages = Records;
 using ToolExchange = Records;

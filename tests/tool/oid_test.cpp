@@ -1,11 +1,11 @@
 // The command "oid" for identifiers whose arcs have more than 32 bits.
 #include "tool.h"
 
-using namespace tool_tests;
-
 namespace oid_test {
 
 namespace {
+
+using namespace tool_tests;
 
 using ToolLargeOid = Tool;
 

@@ -1,11 +1,11 @@
 // Values that are read out of octets inside others, which must be there for as long as the values are.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace owner_test {
 
 namespace {
+
+using namespace tool_tests;
 
 using ToolOwners = Records;
 

@@ -4,11 +4,11 @@
 
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace page_test {
 
 namespace {
+
+using namespace tool_tests;
 
 class Pages : public Tool {
  protected:

@@ -1,11 +1,11 @@
 // The schemas of docs/ for the JSON of "crl", "key" and "diff", and for the types of "decoded".
 #include "bundles.h"
 
-using namespace tool_tests;
-
 namespace schema_test {
 
 namespace {
+
+using namespace tool_tests;
 
 class Schemas : public Bundles {
  protected:

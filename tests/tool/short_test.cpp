@@ -1,11 +1,11 @@
 // The short form of many objects, its order, and what expires soon.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace short_test {
 
 namespace {
+
+using namespace tool_tests;
 
 /// A certificate with these times and names, and no extension but subjectAltName.
 Bytes certificate(const std::string &subject, const std::string &not_after,

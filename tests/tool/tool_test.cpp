@@ -3,11 +3,11 @@
 // what a certificate says.
 #include "schema.h"
 
-using namespace tool_tests;
-
 namespace tool_test {
 
 namespace {
+
+using namespace tool_tests;
 
 // ---- Hand-made certificates ---------------------------------------------------------------------
 

@@ -2,11 +2,11 @@
 // what is said of values that are in no form that the library reads.
 #include "records.h"
 
-using namespace tool_tests;
-
 namespace types_test {
 
 namespace {
+
+using namespace tool_tests;
 
 // ---- Hand-made elements -------------------------------------------------------------------------
 
