@@ -204,6 +204,7 @@ TEST(Rfc4514, EscapesWhatTheRfcNamesAndNothingElse) {
       {"   ", "CN=\\  \\ "}, {" a b ", "CN=\\ a b\\ "},
       {"#", "CN=\\#"},       {"##a#", "CN=\\##a#"},
       {" #", "CN=\\ #"},     {"# ", "CN=\\#\\ "},
+      {"a ", "CN=a\\ "},     {"a b#", "CN=a b#"},
       {"=a=", "CN==a="},     {"a\n\t\x7F'", "CN=a\n\t\x7F'"},
   };
   for (const auto &row : rows) {
