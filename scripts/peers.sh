@@ -95,64 +95,8 @@ programs() {
 }
 
 allocators() {
-  want libmimalloc2.0 is_loaded libmimalloc.so.2
-  want libjemalloc2 is_loaded libjemalloc.so.2
-  want libtcmalloc-minimal4 is_loaded libtcmalloc_minimal.so.4
-}
-
-build() { # TARGET...
-  cmake --preset bench >&2
-  cmake --build --preset bench --target "$@" >&2
-}
-
-# bundle [COMMAND...]: makes a file of certificates that all libraries take, and the commands.
-bundle() {
-  mkdir "$folder/der"
-  build/bench/bin/peers --write "$folder/der"
-  python3 bench/programs/bundle.py "$folder/der" "$count" "$folder/bundle.pem" "$@"
-}
-
-libraries() {
-  provide want_build_tools want_tool_libraries want_certificates want_benchmark want_libraries
-  build peers
-  build/bench/bin/peers --benchmark_repetitions="$rounds" --benchmark_min_time=0.1 \
-    --benchmark_report_aggregates_only=true --benchmark_enable_random_interleaving=true
-}
-
-# All on one processor.
-programs() {
-  provide want_build_tools want_tool_libraries want_certificates want_openssl want_benchmark \
-    want_libraries want_python want_programs
-  build peers orvelasn1_tool
-  go build -o "$folder/certificates" bench/programs/certificates.go
-  bundle "$folder/certificates" "python3 bench/programs/certificates.py"
-  go version
-  python3 -c 'import cryptography; print("cryptography", cryptography.__version__)'
-  openssl version
-  certtool --version | head -n 1
-  alone="exec taskset -c 0"
-  in=$folder/bundle.pem
-  python3 bench/measure.py "$rounds" "$count" \
-    "orvelasn1 map --fields" "$alone $tool map --jobs 1 --fields $fields $in >$folder/out 2>$folder/log" \
-    "Go, crypto/x509" "$alone $folder/certificates $in >$folder/out 2>$folder/log" \
-    "Python, cryptography" "$alone python3 bench/programs/certificates.py $in >$folder/out 2>$folder/log" \
-    "openssl storeutl" "$alone openssl storeutl -noout -certs -text $in >$folder/out 2>$folder/log" \
-    "certtool" "$alone certtool --certificate-info --infile $in >$folder/out 2>$folder/log"
-}
-
-# with_allocators COUNT COMMAND: COMMAND as it is, and with each setting.
-with_allocators() {
-  command=$2
-  set -- "$rounds" "$1" "as it is" "exec $command"
-  for setting in GLIBC_TUNABLES=glibc.malloc.tcache_count=1000 LD_PRELOAD=libmimalloc.so.2 \
-    LD_PRELOAD=libjemalloc.so.2 LD_PRELOAD=libtcmalloc_minimal.so.4; do
-    set -- "$@" "$setting" "exec env $setting $command"
-  done
-  python3 bench/measure.py "$@"
-}
-
-allocators() {
-  provide want_build_tools want_tool_libraries want_certificates want_benchmark want_python want_allocators
+  provide want_build_tools want_tool_libraries want_certificates want_benchmark want_python \
+    want_allocators
   build certificate_bench
   command="build/bench/bin/certificate_bench --decode 300000"
   set -- "$rounds" 300000 "as it is" "exec $command"
