@@ -92,18 +92,14 @@ constexpr AttributeType attribute_types[] = {
     {"UID", &userId},
 };
 
-// Nearly all of them differ in the last arc.
-bool is_same(const ObjId &one, const ObjId &other) {
-  if (one.count != other.count) return false;
-  uint32_t left = one.count;
-  while (left != 0 && one.arcs[left - 1] == other.arcs[left - 1]) --left;
-  return left == 0;
-}
-
+// The last arc tells nearly all of them apart.
 const AttributeType *find_type(const ObjId &oid) {
-  const auto *const row =
-      std::find_if(std::begin(attribute_types), std::end(attribute_types),
-                   [&oid](const AttributeType &type) { return is_same(*type.identifier, oid); });
+  const uint32_t last = oid.arcs[oid.count - 1];
+  const auto *const row = std::find_if(
+      std::begin(attribute_types), std::end(attribute_types), [&](const AttributeType &type) {
+        const ObjId &known = *type.identifier;
+        return known.arcs[known.count - 1] == last && asn1_ObjId_cmp(&known, &oid) == 0;
+      });
   return row == std::end(attribute_types) ? nullptr : row;
 }
 

@@ -1,10 +1,9 @@
 // Tests BIT STRING: the record, its two encoders, the decoder in every form, and its trace.
-#include <sys/mman.h>
-
 #include <utility>
 
 #include "allocator.h"
 #include "support.h"
+#include "zeros.h"
 
 namespace bit_string_test {
 
@@ -271,29 +270,10 @@ TEST(BitString, AppendFailsWhereBitsOrOctetsDoNotFit32Bits) {
 
 // ---- more bits than 32 bits count ---------------------------------------------------------------
 
-/// Octets that are all zero, and take no memory but for those that are written.
-class Zeros {
- public:
-  explicit Zeros(size_t size)
-      : size_(size),
-        octets_(mmap(nullptr, size, PROT_READ | PROT_WRITE,
-                     MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0)) {}
-  ~Zeros() { munmap(octets_, size_); }
-  Zeros(const Zeros &) = delete;
-  Zeros &operator=(const Zeros &) = delete;
-
-  bool are_there() const { return octets_ != MAP_FAILED; }
-  uint8_t *begin() const { return static_cast<uint8_t *>(octets_); }
-
- private:
-  size_t size_;
-  void *octets_;
-};
-
 // 0x20000000 octets have 0x100000000 bits.
 TEST(BitStringDecoder, RefusesMoreBitsThan32BitsCount) {
   constexpr size_t octets = 0x20000000;
-  const Zeros input(octets + 16);
+  const support::Zeros input(octets + 16);
   ASSERT_TRUE(input.are_there());
   const Bytes headers[] = {hex("03 84 20 00 00 01 00"),
                            hex("23 84 20 00 00 07 03 84 20 00 00 01 00")};

@@ -13,6 +13,7 @@
 
 #include "nest.h"
 #include "support.h"
+#include "zeros.h"
 
 namespace descriptor_test {
 
@@ -858,10 +859,9 @@ TEST(Explanation, OfCardObjects) {
 // One octet and 2^29 - 1 of them are more bits than 32 bits count.
 TEST(Explanation, OfABitStringOfTooManySegments) {
   constexpr size_t size = 6 + 4 + 6 + (size_t{1} << 29);
-  void *const block = mmap(nullptr, size, PROT_READ | PROT_WRITE,
-                           MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-  ASSERT_NE(MAP_FAILED, block);
-  auto *const z = static_cast<uint8_t *>(block);
+  const support::Zeros input(size);
+  ASSERT_TRUE(input.are_there());
+  uint8_t *const z = input.begin();
   const Bytes headers = hex("23 84 20 00 00 0A 03 02 00 AA 03 84 20 00 00 00");
   std::copy(headers.begin(), headers.end(), z);
   pki_Fault fault{};
@@ -876,7 +876,6 @@ TEST(Explanation, OfABitStringOfTooManySegments) {
   EXPECT_EQ(16U, fault.offset);
   EXPECT_EQ(nullptr, pki_KeyUsage_d(z, z + size, 0, &made, 0));
   EXPECT_EQ(nullptr, made);
-  munmap(block, size);
 }
 
 TEST(Explanation, OfCertificatesThatTheLibraryRefuses) {
@@ -896,10 +895,9 @@ TEST(Explanation, WritesNoTrace) {
 // read. 32 bits count those of 0x1FFFFFFF octets, and both segments have 0x10000000.
 TEST(Explanation, OfSegmentsThatAreTooLongTogether) {
   constexpr size_t size = 0x20000014;
-  void *const block = mmap(nullptr, size, PROT_READ | PROT_WRITE,
-                           MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-  ASSERT_NE(MAP_FAILED, block);
-  auto *const z = static_cast<uint8_t *>(block);
+  const support::Zeros input(size);
+  ASSERT_TRUE(input.are_there());
+  uint8_t *const z = input.begin();
   const Bytes whole = hex("23 84 20 00 00 0E"), segment = hex("03 84 10 00 00 01 00");
   std::copy(whole.begin(), whole.end(), z);
   std::copy(segment.begin(), segment.end(), z + 6);
@@ -908,7 +906,6 @@ TEST(Explanation, OfSegmentsThatAreTooLongTogether) {
   EXPECT_EQ(1, pki_explain(pki_Type_find("BIT STRING"), z, z + size, &fault));
   EXPECT_STREQ("segments of more octets than the library counts", fault.sentence);
   EXPECT_EQ(size, fault.offset);
-  munmap(block, size);
 }
 
 // X.690, 8.7.3

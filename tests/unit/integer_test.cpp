@@ -1,6 +1,7 @@
 // Tests INTEGER: content octets in a record, both directions, and as small numbers.
 #include "allocator.h"
 #include "support.h"
+#include "zeros.h"
 
 namespace integer_test {
 
@@ -512,10 +513,9 @@ TEST(IntegerCmp, DoesNotNormalise) {
 TEST(IntegerDecoder, RefusesTwoGibibytes) {
   if constexpr (sizeof(void *) > 4) {
     constexpr size_t size = 6 + (size_t{1} << 31);
-    void *const block = mmap(nullptr, size, PROT_READ | PROT_WRITE,
-                             MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-    ASSERT_NE(MAP_FAILED, block);
-    auto *const z = static_cast<uint8_t *>(block);
+    const support::Zeros input(size);
+    ASSERT_TRUE(input.are_there());
+    uint8_t *const z = input.begin();
     const Bytes header = hex("02 84 80 00 00 00");
     std::copy(header.begin(), header.end(), z);
     Integer *made = nullptr;
@@ -526,7 +526,6 @@ TEST(IntegerDecoder, RefusesTwoGibibytes) {
     Validity *period = nullptr;
     EXPECT_EQ(nullptr, asn1_Validity_d(z, z + size, 0, &period, 0));
     EXPECT_EQ(nullptr, period);
-    munmap(block, size);
   }
 }
 

@@ -69,8 +69,7 @@ class Search {
   }
 
   /// Calls `job` for each element of a file. It returns whether the element is what it wants. Ends
-  /// where many in a row are not: octets that are no structure may still be elements, half a
-  /// million of them in a megabyte.
+  /// where `most_strangers` in a row are not.
   void for_each(const std::string &file,
                 const std::function<bool(const Input &, const Element &, bool many)> &job) {
     try {
